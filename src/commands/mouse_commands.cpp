@@ -1,0 +1,199 @@
+#include "commands/mouse_commands.h"
+
+#include "commands/mouse_clicks.h"
+#include "engine/conversions.h"
+#include "engine/launcher.h"
+#include "engine/text_functions.h"
+#include "engine/variable_store.h"
+#include "engine/waiter.h"
+#include "platform/pointer.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double dragPause = 200;
+
+} // namespace
+
+std::span<const MouseCommands::Row> MouseCommands::table()
+{
+    using enum FieldKind;
+    static constexpr std::array rows{
+        Row{{u"click", {}, u"Clicks the left button."}, &MouseCommands::click},
+        Row{{u"d_click", {}, u"Double-clicks the left button."}, &MouseCommands::doubleClick},
+        Row{{u"move", {{{u"to", Point}}}, u"Moves the pointer; does nothing without a point."},
+            &MouseCommands::move},
+        Row{{u"r_click", {}, u"Clicks the right button."}, &MouseCommands::rightClick},
+        Row{{u"get_xy", {{{u"variable", Variable}}}, u"Stores the pointer's position as x:y."},
+            &MouseCommands::getPosition},
+        Row{{u"while_click",
+                {{{u"count", Number, u"without end"}, {u"kind", Choice}, {u"interval", Milliseconds}}},
+                u"Clicks (kind click) or double-clicks (kind d_click) count times, with a pause after each."},
+            &MouseCommands::clickRepeatedly},
+        Row{{u"get_x", {{{u"variable", Variable}}}, u"Stores the pointer's x."}, &MouseCommands::getX},
+        Row{{u"get_y", {{{u"variable", Variable}}}, u"Stores the pointer's y."}, &MouseCommands::getY},
+        Row{{u"offset", {{{u"by", Offset}}}, u"Moves the pointer by an offset; does nothing without one."},
+            &MouseCommands::offset},
+        Row{{u"after_offset", {{{u"from", Point}, {u"by", Offset}, {u"action", Choice, u"move"}}},
+                u"Adds the offset to the point and then does the action there: move, click, d_click, tips, "
+                u"or "
+                u"r_click where the pointer is; any other word is the variable that receives the point."},
+            &MouseCommands::afterOffset},
+        Row{{u"drag", {{{u"from", Point}, {u"to", Point}}},
+                u"Drags with the left button from one point to another."},
+            &MouseCommands::drag},
+        Row{{u"drag_to", {{{u"from", Point}, {u"by", Offset}}},
+                u"Drags with the left button from a point by an offset."},
+            &MouseCommands::dragBy},
+        Row{{u"l_down", {}, u"Presses the left button."}, &MouseCommands::leftDown},
+        Row{{u"l_up", {}, u"Releases the left button."}, &MouseCommands::leftUp},
+        Row{{u"r_down", {}, u"Presses the right button."}, &MouseCommands::rightDown},
+        Row{{u"r_up", {}, u"Releases the right button."}, &MouseCommands::rightUp},
+    };
+    return rows;
+}
+
+void MouseCommands::click(const CommandCall &)
+{
+    m_use.clicks.leftClick();
+}
+
+void MouseCommands::doubleClick(const CommandCall &)
+{
+    m_use.clicks.doubleClick();
+}
+
+void MouseCommands::rightClick(const CommandCall &)
+{
+    m_use.clicks.rightClick();
+}
+
+void MouseCommands::move(const CommandCall &call)
+{
+    const QString to = call.arg(0);
+    if (!to.isEmpty())
+        m_use.pointer.moveTo(ScriptPoint::fromText(to).toPoint());
+}
+
+QString MouseCommands::positionText() const
+{
+    const QPoint at = m_use.pointer.position();
+    return u"%1:%2"_s.arg(at.x()).arg(at.y());
+}
+
+void MouseCommands::getPosition(const CommandCall &call)
+{
+    m_use.variables.SetVar(call.arg(0), positionText());
+}
+
+void MouseCommands::getX(const CommandCall &call)
+{
+    m_use.variables.SetVar(call.arg(0), Piece(positionText(), u":"_s, 0));
+}
+
+void MouseCommands::getY(const CommandCall &call)
+{
+    m_use.variables.SetVar(call.arg(0), Piece(positionText(), u":"_s, 1));
+}
+
+void MouseCommands::clickRepeatedly(const CommandCall &call)
+{
+    const QString countText = call.arg(0);
+    const QString kind = call.arg(1);
+    const QString interval = call.arg(2);
+    const bool endless = countText.isEmpty();
+    const int count = endless ? 0 : toInt16(countText);
+    for (int repetition = 1; endless || repetition <= count; ++repetition) {
+        if (kind == "click"_L1)
+            m_use.clicks.leftClick();
+        else if (kind == "d_click"_L1)
+            m_use.clicks.doubleClick();
+        m_use.waiter.Wait(interval);
+        if (endless)
+            repetition = 0;
+    }
+}
+
+void MouseCommands::offset(const CommandCall &call)
+{
+    const QString by = call.arg(0);
+    if (by.isEmpty())
+        return;
+    const ScriptPoint distance = ScriptPoint::fromText(by);
+    const QPoint at = m_use.pointer.position();
+    const ScriptPoint from{toInt16(static_cast<double>(at.x())), toInt16(static_cast<double>(at.y()))};
+    m_use.pointer.moveTo((from + distance).toPoint());
+}
+
+void MouseCommands::afterOffset(const CommandCall &call)
+{
+    const QString from = call.arg(0);
+    const QString by = call.arg(1);
+    const QString action = call.arg(2);
+    const ScriptPoint target = ScriptPoint::fromText(from) + ScriptPoint::fromText(by);
+
+    if (action.isEmpty() || action == "move"_L1) {
+        m_use.pointer.moveTo(target.toPoint());
+    } else if (action == "click"_L1) {
+        m_use.pointer.moveTo(target.toPoint());
+        m_use.clicks.leftClick();
+    } else if (action == "d_click"_L1) {
+        m_use.pointer.moveTo(target.toPoint());
+        m_use.clicks.doubleClick();
+    } else if (action == "r_click"_L1) {
+        // Kept: the right click stays where the pointer is.
+        m_use.clicks.rightClick();
+    } else if (action == "tips"_L1) {
+        m_use.launcher.showMessage({.text = target.toText(), .systemModal = true});
+    } else {
+        m_use.variables.SetVar(action, target.toText());
+    }
+}
+
+void MouseCommands::drag(const CommandCall &call)
+{
+    const ScriptPoint from = ScriptPoint::fromText(call.arg(0));
+    dragFromTo(from, ScriptPoint::fromText(call.arg(1)));
+}
+
+void MouseCommands::dragBy(const CommandCall &call)
+{
+    const ScriptPoint from = ScriptPoint::fromText(call.arg(0));
+    dragFromTo(from, from + ScriptPoint::fromText(call.arg(1)));
+}
+
+void MouseCommands::dragFromTo(ScriptPoint from, ScriptPoint to)
+{
+    m_use.pointer.moveTo(from.toPoint());
+    m_use.waiter.Wait(dragPause);
+    m_use.pointer.buttonEvent(Pointer::LeftDown);
+    m_use.waiter.Wait(dragPause);
+    m_use.pointer.moveTo(to.toPoint());
+    m_use.waiter.Wait(dragPause);
+    m_use.pointer.buttonEvent(Pointer::LeftUp);
+}
+
+void MouseCommands::leftDown(const CommandCall &)
+{
+    m_use.pointer.buttonEvent(Pointer::LeftDown);
+}
+
+void MouseCommands::leftUp(const CommandCall &)
+{
+    m_use.pointer.buttonEvent(Pointer::LeftUp);
+}
+
+void MouseCommands::rightDown(const CommandCall &)
+{
+    m_use.pointer.buttonEvent(Pointer::RightDown);
+}
+
+void MouseCommands::rightUp(const CommandCall &)
+{
+    m_use.pointer.buttonEvent(Pointer::RightUp);
+}
+
+} // namespace plum

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/command_table.h"
+
+namespace plum {
+
+class Paths;
+class Shell;
+
+// The namespace `print`: hands a page to the browser helper.
+class PrintCommands final : public TableHandler<PrintCommands>
+{
+public:
+    PrintCommands(const ArgumentReader &reader, Shell &shell, Paths &paths)
+        : TableHandler(reader)
+        , m_shell(shell)
+        , m_paths(paths)
+    {
+    }
+
+    static std::span<const Row> table();
+
+private:
+    void html(const CommandCall &call);
+
+    Shell &m_shell;
+    Paths &m_paths;
+};
+
+} // namespace plum

@@ -1,0 +1,173 @@
+#include "engine/run_loop.h"
+
+#include "engine/conversions.h"
+#include "engine/launcher.h"
+#include "engine/run_state.h"
+#include "engine/run_time_error.h"
+#include "engine/text_functions.h"
+#include "engine/waiter.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The pause before each line keeps the desktop and the user interface able to follow a script.
+constexpr double linePause = 10;
+
+} // namespace
+
+RunLoop::RunLoop(RunState &state, const ArgumentReader &reader, Waiter &waiter, Launcher &launcher)
+    : m_state(state)
+    , m_reader(reader)
+    , m_waiter(waiter)
+    , m_launcher(launcher)
+{
+}
+
+void RunLoop::addNamespace(const QString &name, Handler &handler)
+{
+    m_handlers.insert(name, &handler);
+}
+
+void RunLoop::RunLines(qint16 &start, qint16 &end)
+{
+    pass(start, end, Level::Run);
+}
+
+RunLoop::Outcome RunLoop::pass(qint16 start, qint16 &end, Level level)
+{
+    const int last = end;
+    m_extraLineDelay = 0;
+    if (start - 1 == last)
+        m_state.vardict.removeAll();
+
+    CurrentLine line;
+    for (int index = start; index <= last; ++index) {
+        if (const Outcome outcome = execute(index, line); outcome != Outcome::ReachedEnd)
+            return outcome;
+        if (level == Level::Run && index == end) {
+            m_state.vardict.removeAll();
+            if (m_state.endsWithRun()) {
+                m_processEnded = true;
+                m_launcher.endProcess();
+                return Outcome::ProcessEnded;
+            }
+        }
+    }
+    return Outcome::ReachedEnd;
+}
+
+RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
+{
+    const QString text = m_state.runlist.value(index);
+    if (text.isEmpty() || text.startsWith("//"_L1))
+        return Outcome::ReachedEnd;
+    line.parse(text);
+    try {
+        m_waiter.Wait(linePause);
+        if (m_extraLineDelay != 0)
+            m_waiter.Wait(static_cast<double>(m_extraLineDelay));
+        const Outcome outcome = dispatch(index, line);
+        return m_processEnded ? Outcome::ProcessEnded : outcome;
+    } catch (RunTimeError &error) {
+        if (!error.line())
+            error.setLine(index);
+        throw;
+    }
+}
+
+void RunLoop::CurrentLine::parse(const QString &text)
+{
+    QString head = text;
+    if (const qsizetype blank = text.indexOf(u' '); blank >= 1) {
+        head = text.first(blank);
+        arguments = text.sliced(blank + 1);
+    }
+    const qsizetype dot = head.indexOf(u'.');
+    if (dot < 0) {
+        nameSpace = head;
+    } else {
+        nameSpace = head.first(dot);
+        const qsizetype secondDot = head.indexOf(u'.', dot + 1);
+        command = head.sliced(dot + 1, (secondDot < 0 ? head.size() : secondDot) - dot - 1);
+    }
+    arguments.replace(commaEscape, commaPlaceholder);
+}
+
+RunLoop::Outcome RunLoop::dispatch(int index, CurrentLine &line)
+{
+    if (line.nameSpace == "while"_L1)
+        return controlLoop(index, line);
+
+    Handler *handler = m_handlers.value(line.nameSpace);
+    if (!handler)
+        return Outcome::ReachedEnd;
+
+    if (line.nameSpace == "input"_L1) {
+        if (line.command == "text"_L1)
+            return suspendForInput(index, line);
+        if (!line.command.startsWith("enter"_L1))
+            return Outcome::ReachedEnd;
+    } else if (line.nameSpace == "me"_L1 && line.command == "text_input"_L1) {
+        return suspendForInput(index, line);
+    }
+
+    // The line may be replaced while its handler waits, so the handler gets texts of its own.
+    const QString command = line.command;
+    const QString arguments = line.arguments;
+    handler->call(command, arguments);
+    if (line.nameSpace == "os"_L1 && command == "tips"_L1)
+        return suspend(index);
+    return Outcome::ReachedEnd;
+}
+
+RunLoop::Outcome RunLoop::controlLoop(int index, CurrentLine &line)
+{
+    if (line.command == "start"_L1) {
+        m_state.runidx[0] = toInt16(index + 1.0);
+        line.whileArguments = line.arguments;
+    } else if (line.command == "end"_L1) {
+        const qint16 endBefore = m_state.runidx[1];
+        m_state.runidx[1] = toInt16(index - 1.0);
+        if (m_reader.GetArg(line.whileArguments, u","_s, 0, UnknownVariable::IsItsName) == "count"_L1)
+            return repeatBody(line.whileArguments);
+        m_state.runidx[1] = endBefore;
+    }
+    return Outcome::ReachedEnd;
+}
+
+// The body has run once already, in the order of the lines. A loop inside the body leaves its own bounds in
+// `runidx`, so only single-level loops repeat what one expects; kept, scripts rely on it.
+RunLoop::Outcome RunLoop::repeatBody(const QString &arguments)
+{
+    const double count = toDouble(m_reader.GetArg(arguments, u","_s, 1, UnknownVariable::IsItsName));
+    if (count > 0) {
+        const int lastRepetition = toInt16(count - 2);
+        for (int repetition = 0; repetition <= lastRepetition; ++repetition) {
+            const Outcome outcome = pass(m_state.runidx[0], m_state.runidx[1], Level::Repetition);
+            if (outcome != Outcome::ReachedEnd)
+                return outcome;
+        }
+    }
+    m_state.runidx[0] = toInt16(m_state.runidx[1] + 1.0);
+    m_state.runidx[1] = toInt16(static_cast<double>(m_state.runlist.size()) - 1);
+    return Outcome::ReachedEnd;
+}
+
+RunLoop::Outcome RunLoop::suspendForInput(int index, const CurrentLine &line)
+{
+    const QString prompt = m_reader.GetArg(line.arguments, u","_s, 1, UnknownVariable::IsItsName);
+    const QString variable = m_reader.GetArg(line.arguments, u","_s, 0, UnknownVariable::IsItsName);
+    m_launcher.showInput(prompt, variable);
+    return suspend(index);
+}
+
+RunLoop::Outcome RunLoop::suspend(int index)
+{
+    m_state.runidx[0] = toInt16(index + 1.0);
+    return Outcome::Suspended;
+}
+
+} // namespace plum

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "engine/argument_reader.h"
+#include "engine/command_table.h"
+
+#include <QHash>
+
+namespace plum {
+
+class Launcher;
+class Waiter;
+struct RunState;
+
+// Interprets the run list line by line. A line is `namespace.command arguments`; the namespace's handler
+// does the rest. The loop itself knows counted repetition (`while.start`, `while.end`) and suspension: a tip
+// or a question to the user leaves the loop, and the answer calls it again from where it was.
+//
+// Waiting inside a run lets the user interface start another run. Both then share the run state; whatever
+// the second one does to it, the first goes on reading lines by index, and a missing line counts as empty.
+class RunLoop
+{
+public:
+    RunLoop(RunState &state, const ArgumentReader &reader, Waiter &waiter, Launcher &launcher);
+
+    // Lines whose head begins with `name` go to `handler`. The namespace `while` is the loop's own.
+    void addNamespace(const QString &name, Handler &handler);
+
+    // Runs the lines `start` to `end`, both included. `end` is read again after every line: the run ends at
+    // the line that it then names. Raises the run-time errors of the lines, with the line's number.
+    void RunLines(qint16 &start, qint16 &end);
+
+private:
+    enum class Level {
+        Run, // the call that ends the run
+        Repetition, // one more pass through a loop's body
+    };
+    enum class Outcome {
+        ReachedEnd,
+        Suspended,
+        ProcessEnded,
+    };
+
+    // What one call remembers from line to line: a head without "." keeps the command of the line before,
+    // a line without a blank keeps its arguments.
+    struct CurrentLine
+    {
+        QString nameSpace;
+        QString command;
+        QString arguments;
+        QString whileArguments;
+
+        void parse(const QString &text);
+    };
+
+    Outcome pass(qint16 start, qint16 &end, Level level);
+    Outcome execute(int index, CurrentLine &line);
+    Outcome dispatch(int index, CurrentLine &line);
+    Outcome controlLoop(int index, CurrentLine &line);
+    Outcome repeatBody(const QString &arguments);
+    Outcome suspendForInput(int index, const CurrentLine &line);
+    Outcome suspend(int index);
+
+    RunState &m_state;
+    const ArgumentReader &m_reader;
+    Waiter &m_waiter;
+    Launcher &m_launcher;
+    QHash<QString, Handler *> m_handlers;
+    qint16 m_extraLineDelay = 0; // milliseconds; no command sets it
+    bool m_processEnded = false;
+};
+
+} // namespace plum

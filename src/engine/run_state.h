@@ -1,0 +1,37 @@
+#pragma once
+
+#include "engine/variable_store.h"
+
+#include <QStringList>
+
+#include <array>
+
+namespace plum {
+
+// What a run is made of. One instance lives as long as the process; a run that is started while another one
+// waits shares it.
+struct RunState
+{
+    // The script's lines, index 0 first.
+    QStringList runlist;
+
+    // [0] the first line of the next call of the run loop, or where a suspended run goes on;
+    // [1] its last line; [2] 1 when the process was started with a script on its command line.
+    std::array<qint16, 3> runidx{};
+
+    // [0] the full path of the running script; [1] the run mode, "jb" for a script on the command line
+    // (the process ends with it) or "bao" for the launcher.
+    std::array<QString, 2> runctx;
+
+    VariableStore vardict;
+
+    // The keyword of the running app; empty for a script on the command line.
+    QString currentKeyword;
+
+    // The last file dropped onto the keyword box.
+    QString droppedPath;
+
+    bool endsWithRun() const { return runctx[1] == QLatin1StringView("jb"); }
+};
+
+} // namespace plum

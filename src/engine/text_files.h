@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QStringList>
+
+namespace plum {
+
+class Paths;
+class TextCodec;
+
+enum class ReadAllMode {
+    Joined = 0, // the lines with nothing between them
+    ReversedLines = 1, // the lines in reverse order, each followed by CR LF; kept: scripts rely on it
+};
+
+// Text files in the system's 8-bit encoding. A CR or a CR LF ends a line, a lone LF does not; a last line
+// without an end counts. Nothing here reports an error: what cannot be read is empty.
+class TextFiles
+{
+public:
+    TextFiles(Paths &paths, TextCodec &codec)
+        : m_paths(paths)
+        , m_codec(codec)
+    {
+    }
+
+    // Appends the lines of the file at `path` to `list`. A file that cannot be read leaves it unchanged;
+    // the result says whether the file could be read.
+    bool appendLines(const QString &path, QStringList &list) const;
+
+    QString ReadAllText(const QString &path, ReadAllMode mode) const;
+
+private:
+    Paths &m_paths;
+    TextCodec &m_codec;
+};
+
+// The lines of `text` by the rule above.
+QStringList splitLines(QStringView text);
+
+} // namespace plum

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "engine/command_table.h"
+
+namespace plum {
+
+class Waiter;
+
+// The namespace `time`.
+class TimeCommands final : public TableHandler<TimeCommands>
+{
+public:
+    TimeCommands(const ArgumentReader &reader, Waiter &waiter)
+        : TableHandler(reader)
+        , m_waiter(waiter)
+    {
+    }
+
+    static std::span<const Row> table();
+
+private:
+    void sleep(const CommandCall &call);
+
+    Waiter &m_waiter;
+};
+
+} // namespace plum

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace plum {
+
+// Synthetic key events, by virtual-key code as Windows numbers them (65 to 90 for the letters A to Z,
+// 16 shift, 17 control, 18 alt, 91 the Windows or Super key, 13 enter, ...).
+class Keyboard
+{
+public:
+    // Bits of a key event, with the values of the Windows call `keybd_event`. Without KeyUp the key goes
+    // down.
+    enum KeyFlag : quint32 {
+        ExtendedKey
+        = 1, // the right-hand or keypad twin of a key; a system that has one code for both ignores it
+        KeyUp = 2,
+    };
+
+    virtual ~Keyboard() = default;
+
+    // Sends one event to whatever has the keyboard focus. Returns before the receiver has seen it; events
+    // keep their order among themselves and with those of `Pointer`.
+    // A letter means the letter, whatever the keyboard layout in force: where the layout lacks it, the
+    // backend makes a key for it. Code 0, and a code that names no key, is sent where the system has such
+    // an event and is nothing elsewhere.
+    virtual void keyEvent(quint8 virtualKey, quint32 flags) = 0;
+
+    // Lets go of every key that this object pressed and did not release, and gives back every change it
+    // made to the keyboard's mapping.
+    virtual void releaseAll() = 0;
+};
+
+} // namespace plum

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class QCoreApplication;
+
+namespace plum {
+
+class Clipboard;
+class GlobalHotkey;
+class JavaScript;
+class Keyboard;
+class Paths;
+class Pointer;
+class Screen;
+class Session;
+class Shell;
+class TextCodec;
+class WaitableTimers;
+class Windows;
+
+// All ports of one system. Each is made when it is first asked for and lives as long as this object.
+class Platform
+{
+public:
+    virtual ~Platform() = default;
+
+    virtual Clipboard &clipboard() = 0;
+    virtual GlobalHotkey &hotkey() = 0;
+    virtual JavaScript &javaScript() = 0;
+    virtual Keyboard &keyboard() = 0;
+    virtual Paths &paths() = 0;
+    virtual Pointer &pointer() = 0;
+    virtual Screen &screen() = 0;
+    virtual Session &session() = 0;
+    virtual Shell &shell() = 0;
+    virtual TextCodec &textCodec() = 0;
+    virtual WaitableTimers &timers() = 0;
+    virtual Windows &windows() = 0;
+
+    // Calls `end` from the event loop when the system asks this process to end (a termination signal, the
+    // end of the session).
+    virtual void onEndRequested(std::function<void()> end) = 0;
+
+    // Gives back what this process holds of the desktop: pressed keys and buttons are released, clipboard
+    // text is handed on. Called once, right before the process ends in any orderly way.
+    virtual void releaseDesktop() = 0;
+};
+
+// What must be settled before the application object exists.
+struct StartEnvironment
+{
+    bool hasDesktop = true;
+    QString notice; // something the user should know about the desktop, in one line; usually empty
+};
+
+// Chooses the system's way to the display (Qt reads it when the application object is made).
+// `needsDesktop` is false for a script start, which can do without one.
+StartEnvironment prepareEnvironment(bool needsDesktop);
+
+// The command line after the program's name as one text, in the system's own way.
+QString commandLine(int argc, char **argv);
+
+std::unique_ptr<Platform> createPlatform(const QString &programPath);
+
+} // namespace plum

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+namespace plum {
+
+// A window of the desktop as scripts know it: a number that stays the same for the window's life. 0 is no
+// window.
+using WindowHandle = qint32;
+
+// Top-level windows of the desktop, of any program. Coordinates are physical screen pixels.
+//
+// A handle that is 0, or names a window that has gone (even between two calls), makes every method do
+// nothing; a read then returns its empty value. Every method returns when the change can be seen by the
+// next call, or after at most half a second when the system or the other program does not react.
+class Windows
+{
+public:
+    virtual ~Windows() = default;
+
+    // The window that has the user's attention; 0 when there is none.
+    virtual WindowHandle foreground() = 0;
+
+    // The top-level window that is visible under the pointer; 0 over the bare desktop.
+    virtual WindowHandle underPointer() = 0;
+
+    // A top-level window whose title is exactly `title`; 0 when there is none.
+    virtual WindowHandle byTitle(const QString &title) = 0;
+
+    // The rectangle of the window with its frame. `right()` and `bottom()` of QRect are inclusive and
+    // therefore not what scripts call right and bottom: use x() + width() and y() + height().
+    // A null rectangle for no window.
+    virtual QRect rectangle(WindowHandle window) = 0;
+
+    // Asks the window to close, as its close button would; the program may decline.
+    virtual void close(WindowHandle window) = 0;
+
+    // Brings the window to the front and gives it the keyboard; restores it when it is minimised.
+    virtual void activate(WindowHandle window) = 0;
+
+    // Takes the window off the screen and out of the lists of windows, without closing it.
+    virtual void hide(WindowHandle window) = 0;
+
+    // Shows a hidden window again with the same outer corner that it had.
+    virtual void show(WindowHandle window) = 0;
+
+    virtual void minimise(WindowHandle window) = 0;
+    virtual void maximise(WindowHandle window) = 0;
+
+    // Puts the outer top left corner of the frame at `corner`, keeping the size. Points off the screen are
+    // allowed as far as the window manager allows them.
+    virtual void moveTo(WindowHandle window, QPoint corner) = 0;
+
+    // Keeps the window above all others without moving, sizing or activating it.
+    virtual void setTopmost(WindowHandle window) = 0;
+};
+
+} // namespace plum

@@ -1,0 +1,337 @@
+#pragma once
+
+#include "engine/launcher.h"
+#include "engine/waiter.h"
+#include "platform/clipboard.h"
+#include "platform/global_hotkey.h"
+#include "platform/javascript.h"
+#include "platform/keyboard.h"
+#include "platform/paths.h"
+#include "platform/platform.h"
+#include "platform/pointer.h"
+#include "platform/screen.h"
+#include "platform/session.h"
+#include "platform/shell.h"
+#include "platform/text_codec.h"
+#include "platform/waitable_timers.h"
+#include "platform/windows.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+namespace plum::recording {
+
+// What happened, in order, one line an event: "mouse 2", "key 65 1", "wait 10", "move 100 200".
+class Log
+{
+public:
+    void add(const QString &line) { m_lines += line; }
+    QStringList lines() const { return m_lines; }
+    void clear() { m_lines.clear(); }
+
+private:
+    QStringList m_lines;
+};
+
+class RecordingPointer final : public Pointer
+{
+public:
+    explicit RecordingPointer(Log &log)
+        : m_log(log)
+    {
+    }
+
+    QPoint position() override { return at; }
+    void moveTo(QPoint point) override;
+    void buttonEvent(quint32 flags) override;
+    void releaseAll() override { m_log.add(QStringLiteral("mouse release all")); }
+
+    QPoint at;
+
+private:
+    Log &m_log;
+};
+
+class RecordingKeyboard final : public Keyboard
+{
+public:
+    explicit RecordingKeyboard(Log &log)
+        : m_log(log)
+    {
+    }
+
+    void keyEvent(quint8 virtualKey, quint32 flags) override;
+    void releaseAll() override { m_log.add(QStringLiteral("keyboard release all")); }
+
+private:
+    Log &m_log;
+};
+
+class RecordingClipboard final : public Clipboard
+{
+public:
+    explicit RecordingClipboard(Log &log)
+        : m_log(log)
+    {
+    }
+
+    QString text() override { return content; }
+    void setText(const QString &text) override;
+    void clear() override;
+    void outliveProcess() override { m_log.add(QStringLiteral("clipboard outlive")); }
+
+    QString content;
+
+private:
+    Log &m_log;
+};
+
+class RecordingWindows final : public Windows
+{
+public:
+    explicit RecordingWindows(Log &log)
+        : m_log(log)
+    {
+    }
+
+    WindowHandle foreground() override { return foregroundWindow; }
+    WindowHandle underPointer() override { return windowUnderPointer; }
+    WindowHandle byTitle(const QString &title) override { return titles.value(title); }
+    QRect rectangle(WindowHandle window) override { return rectangles.value(window); }
+    void close(WindowHandle window) override { record("close", window); }
+    void activate(WindowHandle window) override { record("activate", window); }
+    void hide(WindowHandle window) override { record("hide", window); }
+    void show(WindowHandle window) override { record("show", window); }
+    void minimise(WindowHandle window) override { record("minimise", window); }
+    void maximise(WindowHandle window) override { record("maximise", window); }
+    void moveTo(WindowHandle window, QPoint corner) override;
+    void setTopmost(WindowHandle window) override { record("topmost", window); }
+
+    WindowHandle foregroundWindow = 0;
+    WindowHandle windowUnderPointer = 0;
+    QHash<QString, WindowHandle> titles;
+    QHash<WindowHandle, QRect> rectangles;
+
+private:
+    void record(const char *what, WindowHandle window);
+
+    Log &m_log;
+};
+
+// A screen whose pixels a test paints.
+class RecordingScreen final : public Screen
+{
+public:
+    QSize mainScreenSize() override { return size; }
+    Capture capture(const QRect &region) override;
+
+    QSize size{0, 0};
+    std::vector<quint32> pixels; // size.width() * size.height()
+
+private:
+    std::vector<quint32> m_captured;
+};
+
+class RecordingShell final : public Shell
+{
+public:
+    explicit RecordingShell(Log &log)
+        : m_log(log)
+    {
+    }
+
+    bool open(const QString &target, const QString &parameters, ShowState state) override;
+    bool startHelper(const QString &program, const QString &commandLine, ShowState state) override;
+    QString desktopFolder() override { return desktop; }
+    QString shortcutTarget(const QString &path) override { return shortcuts.value(path, path); }
+
+    QString desktop;
+    QHash<QString, QString> shortcuts;
+    bool succeeds = true;
+
+private:
+    Log &m_log;
+};
+
+class RecordingSession final : public Session
+{
+public:
+    explicit RecordingSession(Log &log)
+        : m_log(log)
+    {
+    }
+
+    Outcome lockScreen() override { return record("lock"); }
+    Outcome monitorOff() override { return record("monitor off"); }
+    Outcome logOff() override { return record("log off"); }
+    Outcome shutDown() override { return record("shut down"); }
+    Outcome restart() override { return record("restart"); }
+
+    Outcome outcome = Outcome::Done;
+
+private:
+    Outcome record(const char *what);
+
+    Log &m_log;
+};
+
+class RecordingHotkey final : public GlobalHotkey
+{
+public:
+    explicit RecordingHotkey(Log &log)
+        : m_log(log)
+    {
+    }
+
+    bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
+    void unregisterHotkey() override;
+
+    bool succeeds = true;
+
+private:
+    Log &m_log;
+};
+
+class RecordingJavaScript final : public JavaScript
+{
+public:
+    explicit RecordingJavaScript(Log &log)
+        : m_log(log)
+    {
+    }
+
+    Result evaluate(const QString &program) override;
+
+    Result answer{true, {}};
+
+private:
+    Log &m_log;
+};
+
+// UTF-8 for the system; Latin-1 stands in for GB2312, so that a test sees which one was asked for.
+class RecordingTextCodec final : public TextCodec
+{
+public:
+    QString fromSystem(QByteArrayView bytes) override;
+    QByteArray toSystem(QStringView text) override;
+    QString fromGb2312(QByteArrayView bytes) override;
+    QString fromUtf8(QByteArrayView bytes) override;
+};
+
+class RecordingPaths final : public Paths
+{
+public:
+    QString programFolder() const override { return folder; }
+    QString toSystem(const QString &path) const override;
+
+    QString folder = QStringLiteral("C:\\plum");
+};
+
+// Timers that are due at the `pumps`th call of waitOrPump. `onPump` stands for the user interface.
+class RecordingTimers final : public WaitableTimers
+{
+public:
+    explicit RecordingTimers(Log &log)
+        : m_log(log)
+    {
+    }
+
+    Created create(const QString &name) override;
+    void set(Handle timer, qint64 dueTime) override;
+    bool waitOrPump(Handle timer) override;
+    void close(Handle timer) override;
+
+    int pumps = 1;
+    std::function<void()> onPump;
+
+private:
+    Log &m_log;
+    QHash<Handle, QString> m_names;
+    QHash<Handle, int> m_pumped;
+    Handle m_last = 0;
+};
+
+// A wait that takes no time. `onWait` stands for whatever the user does meanwhile.
+class RecordingWaiter final : public Waiter
+{
+public:
+    explicit RecordingWaiter(Log &log)
+        : m_log(log)
+    {
+    }
+
+    void Wait(double milliseconds) override;
+    void Wait(const QString &milliseconds) override;
+
+    std::function<void()> onWait;
+    bool records = true;
+
+private:
+    Log &m_log;
+};
+
+class RecordingLauncher final : public Launcher
+{
+public:
+    explicit RecordingLauncher(Log &log)
+        : m_log(log)
+    {
+    }
+
+    QString keywordBoxText() const override { return keywordBox; }
+    QString inputEntryText() const override { return inputEntry; }
+    void showInput(const QString &prompt, const QString &variable) override;
+    void showTip(const QString &text) override;
+    void showMessage(const Message &message) override;
+    void hideLauncher() override { m_log.add(QStringLiteral("hide launcher")); }
+    void endProcess() override { m_log.add(QStringLiteral("end process")); }
+
+    QString keywordBox;
+    QString inputEntry;
+
+private:
+    Log &m_log;
+};
+
+class RecordingPlatform final : public Platform
+{
+public:
+    RecordingPlatform();
+
+    RecordingClipboard &clipboard() override { return m_clipboard; }
+    RecordingHotkey &hotkey() override { return m_hotkey; }
+    RecordingJavaScript &javaScript() override { return m_javaScript; }
+    RecordingKeyboard &keyboard() override { return m_keyboard; }
+    RecordingPaths &paths() override { return m_paths; }
+    RecordingPointer &pointer() override { return m_pointer; }
+    RecordingScreen &screen() override { return m_screen; }
+    RecordingSession &session() override { return m_session; }
+    RecordingShell &shell() override { return m_shell; }
+    RecordingTextCodec &textCodec() override { return m_textCodec; }
+    RecordingTimers &timers() override { return m_timers; }
+    RecordingWindows &windows() override { return m_windows; }
+    void onEndRequested(std::function<void()> end) override { endRequested = std::move(end); }
+    void releaseDesktop() override;
+
+    Log log;
+    std::function<void()> endRequested;
+
+private:
+    RecordingClipboard m_clipboard;
+    RecordingHotkey m_hotkey;
+    RecordingJavaScript m_javaScript;
+    RecordingKeyboard m_keyboard;
+    RecordingPaths m_paths;
+    RecordingPointer m_pointer;
+    RecordingScreen m_screen;
+    RecordingSession m_session;
+    RecordingShell m_shell;
+    RecordingTextCodec m_textCodec;
+    RecordingTimers m_timers;
+    RecordingWindows m_windows;
+};
+
+} // namespace plum::recording
