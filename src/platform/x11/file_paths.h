@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/paths.h"
+
+namespace plum {
+
+class FilePaths final : public Paths
+{
+public:
+    // `programPath` as the program was called; it is looked up in PATH when it is a bare name.
+    explicit FilePaths(const QString &programPath);
+
+    QString programFolder() const override { return m_programFolder; }
+    QString toSystem(const QString &path) const override;
+
+private:
+    QString m_programFolder;
+};
+
+} // namespace plum

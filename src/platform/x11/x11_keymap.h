@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <xcb/xcb.h>
+#include <xkbcommon/xkbcommon.h>
+
+namespace plum {
+
+class X11Connection;
+
+// The keyboard layout in force: which key gives a symbol in the group that is active right now, and keys of
+// our own for the symbols that it lacks.
+class X11Keymap
+{
+public:
+    explicit X11Keymap(X11Connection &connection);
+
+    // The key that gives `symbol` without Shift. A symbol that the active group lacks gets a key that the
+    // layout does not use; nothing only when there is no such key either.
+    std::optional<xcb_keycode_t> keyFor(xkb_keysym_t symbol);
+
+    // Makes `key` free for another symbol; a key of the layout stays as it is.
+    void noLongerHeld(xcb_keycode_t key);
+
+    // Takes back every key that keyFor() made. Programs read the map some time after an event that needs
+    // it, so this waits until the last such event is a moment old.
+    void removeOwnKeys();
+
+private:
+    // A key that the layout does not use, bound to a symbol by us.
+    struct OwnKey
+    {
+        xcb_keycode_t key;
+        xkb_keysym_t symbol;
+        bool held;
+    };
+
+    void receive(const xcb_generic_event_t &event);
+    void load();
+    std::optional<xcb_keycode_t> findInActiveGroup(xkb_keysym_t symbol) const;
+    std::optional<xcb_keycode_t> bindOwnKey(xkb_keysym_t symbol);
+    void bind(xcb_keycode_t key, xkb_keysym_t symbol);
+    bool isOwn(xcb_keycode_t key) const;
+
+    X11Connection &m_connection;
+    quint8 m_firstEvent = 0;
+    qint32 m_device = -1;
+    std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> m_context;
+    std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)> m_keymap;
+    bool m_stale = true;
+    xkb_layout_index_t m_group = 0;
+    std::deque<OwnKey> m_ownKeys; // the longest unused one first
+    qint64 m_lastOwnUse = 0; // milliseconds of the monotonic clock
+};
+
+} // namespace plum

@@ -1,0 +1,47 @@
+#include "platform/x11/x11_platform.h"
+
+namespace plum {
+
+X11Platform::X11Platform(const QString &programPath)
+    : m_paths(programPath)
+{
+}
+
+X11Connection &X11Platform::connection()
+{
+    if (X11Connection *made = m_connection.ifMade())
+        return *made;
+    X11Connection &made = m_connection.get();
+    if (made.isOpen()) {
+        // Events that no call waits for are taken from the socket by the event loop.
+        m_connectionEvents = std::make_unique<QSocketNotifier>(
+            xcb_get_file_descriptor(made.xcb()), QSocketNotifier::Read);
+        QObject::connect(m_connectionEvents.get(), &QSocketNotifier::activated, m_connectionEvents.get(), [this] {
+            X11Connection &open = m_connection.get();
+            open.dispatchArrived();
+            // A server that has gone leaves its socket readable for ever.
+            if (!open.isOpen())
+                m_connectionEvents->setEnabled(false);
+        });
+    }
+    return made;
+}
+
+void X11Platform::releaseDesktop()
+{
+    if (X11Pointer *pointer = m_pointer.ifMade())
+        pointer->releaseAll();
+    if (X11Keyboard *keyboard = m_keyboard.ifMade())
+        keyboard->releaseAll();
+    if (X11Connection *connection = m_connection.ifMade())
+        connection->sync();
+    if (auto *clipboard = m_clipboard.ifMade())
+        clipboard->outliveProcess();
+}
+
+std::unique_ptr<Platform> createPlatform(const QString &programPath)
+{
+    return std::make_unique<X11Platform>(programPath);
+}
+
+} // namespace plum

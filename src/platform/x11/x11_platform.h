@@ -1,0 +1,83 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "platform/x11/absent_ports.h"
+#include "platform/x11/file_paths.h"
+#include "platform/x11/linux_text_codec.h"
+#include "platform/x11/termination_signals.h"
+#include "platform/x11/timer_descriptors.h"
+#include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_keyboard.h"
+#include "platform/x11/x11_pointer.h"
+#include "platform/x11/x11_windows.h"
+
+#include <QSocketNotifier>
+
+#include <optional>
+
+namespace plum {
+
+// A part that is made when it is first asked for.
+template <typename Part>
+class Lazy
+{
+public:
+    template <typename... Arguments>
+    Part &get(Arguments &&...arguments)
+    {
+        if (!m_part)
+            m_part.emplace(std::forward<Arguments>(arguments)...);
+        return *m_part;
+    }
+
+    Part *ifMade() { return m_part ? &*m_part : nullptr; }
+
+private:
+    std::optional<Part> m_part;
+};
+
+// The ports on Linux with an X server; without one, whatever needs a display does nothing.
+class X11Platform final : public Platform
+{
+public:
+    explicit X11Platform(const QString &programPath);
+
+    Clipboard &clipboard() override { return m_clipboard.get(); }
+    GlobalHotkey &hotkey() override { return m_hotkey.get(); }
+    JavaScript &javaScript() override { return m_javaScript.get(); }
+    Keyboard &keyboard() override { return m_keyboard.get(connection()); }
+    Paths &paths() override { return m_paths; }
+    Pointer &pointer() override { return m_pointer.get(connection()); }
+    Screen &screen() override { return m_screen.get(); }
+    Session &session() override { return m_session.get(); }
+    Shell &shell() override { return m_shell.get(); }
+    TextCodec &textCodec() override { return m_textCodec; }
+    WaitableTimers &timers() override { return m_timers; }
+    Windows &windows() override { return m_windows.get(connection()); }
+
+    void onEndRequested(std::function<void()> end) override { m_signals.get(std::move(end)); }
+    void releaseDesktop() override;
+
+private:
+    X11Connection &connection();
+
+    FilePaths m_paths;
+    LinuxTextCodec m_textCodec;
+    TimerDescriptors m_timers;
+    Lazy<TerminationSignals> m_signals;
+
+    // The connection comes before the ports that use it.
+    Lazy<X11Connection> m_connection;
+    std::unique_ptr<QSocketNotifier> m_connectionEvents;
+    Lazy<AbsentClipboard> m_clipboard;
+    Lazy<AbsentHotkey> m_hotkey;
+    Lazy<AbsentJavaScript> m_javaScript;
+    Lazy<X11Keyboard> m_keyboard;
+    Lazy<X11Pointer> m_pointer;
+    Lazy<AbsentScreen> m_screen;
+    Lazy<AbsentSession> m_session;
+    Lazy<AbsentShell> m_shell;
+    Lazy<X11Windows> m_windows;
+};
+
+} // namespace plum

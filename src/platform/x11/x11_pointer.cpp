@@ -1,0 +1,70 @@
+#include "platform/x11/x11_pointer.h"
+
+#include "platform/x11/x11_connection.h"
+
+#include <algorithm>
+#include <limits>
+#include <xcb/xtest.h>
+
+namespace plum {
+
+namespace {
+
+constexpr quint8 leftButton = 1;
+constexpr quint8 rightButton = 3;
+
+qint16 coordinate(int value)
+{
+    using Limits = std::numeric_limits<qint16>;
+    return static_cast<qint16>(std::clamp<int>(value, Limits::min(), Limits::max()));
+}
+
+} // namespace
+
+QPoint X11Pointer::position()
+{
+    const auto at = m_connection.reply(xcb_query_pointer_reply, xcb_query_pointer, m_connection.root());
+    return at ? QPoint(at->root_x, at->root_y) : QPoint();
+}
+
+void X11Pointer::moveTo(QPoint point)
+{
+    if (!m_connection.isOpen())
+        return;
+    constexpr quint8 absolute = 0;
+    xcb_test_fake_input(m_connection.xcb(), XCB_MOTION_NOTIFY, absolute, XCB_CURRENT_TIME, m_connection.root(),
+        coordinate(point.x()), coordinate(point.y()), 0);
+    m_connection.flush();
+}
+
+void X11Pointer::sendButton(quint8 button, bool down)
+{
+    xcb_test_fake_input(m_connection.xcb(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, button,
+        XCB_CURRENT_TIME, m_connection.root(), 0, 0, 0);
+    (button == leftButton ? m_leftIsDown : m_rightIsDown) = down;
+}
+
+void X11Pointer::buttonEvent(quint32 flags)
+{
+    if (!m_connection.isOpen())
+        return;
+    if (flags & LeftDown)
+        sendButton(leftButton, true);
+    if (flags & LeftUp)
+        sendButton(leftButton, false);
+    if (flags & RightDown)
+        sendButton(rightButton, true);
+    if (flags & RightUp)
+        sendButton(rightButton, false);
+    m_connection.flush();
+}
+
+void X11Pointer::releaseAll()
+{
+    if (m_leftIsDown)
+        buttonEvent(LeftUp);
+    if (m_rightIsDown)
+        buttonEvent(RightUp);
+}
+
+} // namespace plum

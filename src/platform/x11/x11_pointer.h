@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/pointer.h"
+
+namespace plum {
+
+class X11Connection;
+
+// The pointer through the XTEST extension, whose events programs cannot tell from those of a mouse.
+class X11Pointer final : public Pointer
+{
+public:
+    explicit X11Pointer(X11Connection &connection)
+        : m_connection(connection)
+    {
+    }
+
+    QPoint position() override;
+    void moveTo(QPoint point) override;
+    void buttonEvent(quint32 flags) override;
+    void releaseAll() override;
+
+private:
+    void sendButton(quint8 button, bool down);
+
+    X11Connection &m_connection;
+    bool m_leftIsDown = false;
+    bool m_rightIsDown = false;
+};
+
+} // namespace plum
