@@ -96,9 +96,9 @@ TEST_P(MouseScripts, dragBetweenTwoPoints)
     run({u"mouse.drag \"%1\",\"%2\""_s.arg(asText(from), asText(to))});
     ASSERT_TRUE(probe->sees(event(u"button up 1"_s, to)));
     const QStringList seen = probe->seen({u"button"_s, u"motion"_s});
-    const QStringList wanted{
-        event(u"button down 1"_s, from), event(u"motion"_s, to), event(u"button up 1"_s, to)};
-    EXPECT_EQ(seen.mid(seen.indexOf(wanted.front())), wanted);
+    const QStringList drag = seen.mid(seen.indexOf(event(u"button down 1"_s, from)));
+    EXPECT_EQ(drag.mid(drag.size() - 2), (QStringList{event(u"motion"_s, to), event(u"button up 1"_s, to)}));
+    EXPECT_EQ(drag.filter(u"button"_s).size(), 2);
 }
 
 TEST_P(MouseScripts, dragByADistance)

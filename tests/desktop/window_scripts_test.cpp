@@ -120,13 +120,15 @@ TEST_P(WindowScripts, maximise)
     runWithActiveWindow(u"window.set \"max_window\",set.h"_s);
     EXPECT_TRUE(probe->sees(u"maximised"_s));
     EXPECT_TRUE(view->hasState(probe->window(), "_NET_WM_STATE_MAXIMIZED_VERT"));
-    EXPECT_TRUE(eventually([&] { return frame().width() == 1280 && frame().topLeft() == QPoint(0, 0); }));
+    // A frame may hide its borders beyond the edges, and a panel may keep its place at the bottom.
+    EXPECT_TRUE(eventually([&] { return frame().contains(QRect(0, 0, 1280, 800)); }));
 }
 
 TEST_P(WindowScripts, activateAWindowBehindAnother)
 {
     const auto other = startProbe(u"Other"_s, probeArea.translated(60, 60));
     ASSERT_TRUE(isReadyForUse(*other));
+    ASSERT_TRUE(probe->sees(u"focus out"_s));
     probe->forget();
     // The corner of the probe shows beside the other window.
     run({u"mouse.move \"%1\""_s.arg(asText(inClient(5, 200))), u"window.get \"mouse_window\",\"h\""_s,

@@ -31,10 +31,23 @@ void X11Pointer::moveTo(QPoint point)
 {
     if (!m_connection.isOpen())
         return;
+    // Window managers and toolkits start a drag with one motion and carry it out with the next ones, so a
+    // jump would be no drag.
+    if (m_leftIsDown || m_rightIsDown) {
+        constexpr int steps = 4;
+        const QPoint from = position();
+        for (int step = 1; step < steps; ++step)
+            sendMotion(from + (point - from) * step / steps);
+    }
+    sendMotion(point);
+    m_connection.flush();
+}
+
+void X11Pointer::sendMotion(QPoint point)
+{
     constexpr quint8 absolute = 0;
     xcb_test_fake_input(m_connection.xcb(), XCB_MOTION_NOTIFY, absolute, XCB_CURRENT_TIME,
         m_connection.root(), coordinate(point.x()), coordinate(point.y()), 0);
-    m_connection.flush();
 }
 
 void X11Pointer::sendButton(quint8 button, bool down)

@@ -21,6 +21,7 @@ public:
     void releaseAll() override;
 
 private:
+    void sendMotion(QPoint point);
     void sendButton(quint8 button, bool down);
 
     X11Connection &m_connection;

@@ -22,8 +22,9 @@ void DesktopTest::startDesktop(const QString &windowManager, const QString &layo
     ASSERT_TRUE(m_folder.isValid());
     // Nobody's own settings decide here, and no program finds its way to the session outside.
     qputenv("HOME", QFile::encodeName(folder()));
-    for (const char *variable : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR",
-             "SESSION_MANAGER", "QT_QPA_PLATFORM"})
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder()));
+    for (const char *variable :
+        {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "SESSION_MANAGER", "QT_QPA_PLATFORM"})
         qunsetenv(variable);
     qputenv("LC_ALL", "C.UTF-8");
     ASSERT_TRUE(startBus());
@@ -45,6 +46,9 @@ void DesktopTest::TearDown()
     m_server.reset();
     m_bus.kill();
     m_bus.waitForFinished();
+    // A service of the session writes its last files when it sees the bus gone.
+    m_folder.setAutoRemove(false);
+    EXPECT_TRUE(eventually([&] { return QDir(folder()).removeRecursively(); }));
 }
 
 bool DesktopTest::startBus()

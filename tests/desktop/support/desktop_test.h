@@ -12,9 +12,7 @@
 #include <memory>
 #include <optional>
 
-namespace plum {
-
-// Lets a failed comparison show the values.
+// Let a failed comparison show the values; they have to be where the types are.
 inline void PrintTo(const QPoint &point, std::ostream *out)
 {
     *out << point.x() << ',' << point.y();
@@ -27,6 +25,8 @@ inline void PrintTo(const QStringList &lines, std::ostream *out)
 {
     *out << lines.join(QStringLiteral(" | ")).toStdString();
 }
+
+namespace plum {
 
 // A whole desktop for one test: an X server, a window manager, a session bus and a home folder of its own,
 // and one probe window that has the keyboard.
