@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/clipboard.h"
 #include "platform/global_hotkey.h"
 #include "platform/javascript.h"
 #include "platform/screen.h"
@@ -9,14 +8,6 @@
 
 namespace plum {
 
-class AbsentClipboard final : public Clipboard
-{
-public:
-    QString text() override { return {}; }
-    void setText(const QString &) override { }
-    void clear() override { }
-    void outliveProcess() override { }
-};
 class AbsentHotkey final : public GlobalHotkey
 {
 public:

@@ -6,6 +6,7 @@
 #include "platform/x11/linux_text_codec.h"
 #include "platform/x11/termination_signals.h"
 #include "platform/x11/timer_descriptors.h"
+#include "platform/x11/x11_clipboard.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keyboard.h"
 #include "platform/x11/x11_pointer.h"
@@ -40,7 +41,7 @@ class X11Platform final : public Platform
 public:
     explicit X11Platform(const QString &programPath);
 
-    Clipboard &clipboard() override { return m_clipboard.get(); }
+    Clipboard &clipboard() override { return m_clipboard.get(connection()); }
     GlobalHotkey &hotkey() override { return m_hotkey.get(); }
     JavaScript &javaScript() override { return m_javaScript.get(); }
     Keyboard &keyboard() override { return m_keyboard.get(connection()); }
@@ -67,7 +68,7 @@ private:
     // The connection comes before the ports that use it.
     Lazy<X11Connection> m_connection;
     std::unique_ptr<QSocketNotifier> m_connectionEvents;
-    Lazy<AbsentClipboard> m_clipboard;
+    Lazy<X11Clipboard> m_clipboard;
     Lazy<AbsentHotkey> m_hotkey;
     Lazy<AbsentJavaScript> m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
