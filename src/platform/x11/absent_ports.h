@@ -4,7 +4,6 @@
 #include "platform/javascript.h"
 #include "platform/screen.h"
 #include "platform/session.h"
-#include "platform/shell.h"
 
 namespace plum {
 
@@ -33,14 +32,6 @@ public:
     Outcome logOff() override { return Outcome::Unavailable; }
     Outcome shutDown() override { return Outcome::Unavailable; }
     Outcome restart() override { return Outcome::Unavailable; }
-};
-class AbsentShell final : public Shell
-{
-public:
-    bool open(const QString &, const QString &, ShowState) override { return false; }
-    bool startHelper(const QString &, const QString &, ShowState) override { return false; }
-    QString desktopFolder() override { return {}; }
-    QString shortcutTarget(const QString &path) override { return path; }
 };
 
 } // namespace plum

@@ -118,7 +118,8 @@ bool keepClipboardText(const QByteArray &utf8)
 
     const QDeadlineTimer deadline(longestWait, Qt::PreciseTimer);
     // The length tells the keeper a text that was cut off from a whole one.
-    if (!startDetached({keeperProgram(), {QByteArray::number(utf8.size())}, textOut.descriptor(), wordIn.descriptor()}))
+    if (!startDetached(
+            {keeperProgram(), {QByteArray::number(utf8.size())}, textOut.descriptor(), wordIn.descriptor()}))
         return false;
     textOut.close();
     wordIn.close();

@@ -52,7 +52,9 @@ struct Prepared
 
 void resetSignals()
 {
-    struct sigaction byDefault{};
+    struct sigaction byDefault
+    {
+    };
     byDefault.sa_handler = SIG_DFL;
     for (int signal = 1; signal < NSIG; ++signal)
         sigaction(signal, &byDefault, nullptr);

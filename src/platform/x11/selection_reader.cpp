@@ -51,7 +51,8 @@ QString SelectionReader::text(int milliseconds)
 }
 
 // Nothing when the owner did not deliver in time; a value without a type when it refused.
-std::optional<SelectionReader::Value> SelectionReader::convert(const char *target, const QDeadlineTimer &deadline)
+std::optional<SelectionReader::Value> SelectionReader::convert(
+    const char *target, const QDeadlineTimer &deadline)
 {
     m_property = m_connection.atom("PLUM_CLIPBOARD");
     // A window of its own for every request: what a slow owner sends too late goes nowhere.
@@ -60,8 +61,8 @@ std::optional<SelectionReader::Value> SelectionReader::convert(const char *targe
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(m_connection.xcb(), XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1, 0,
         XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-    xcb_convert_selection(m_connection.xcb(), m_window, m_connection.atom("CLIPBOARD"), m_connection.atom(target),
-        m_property, XCB_CURRENT_TIME);
+    xcb_convert_selection(m_connection.xcb(), m_window, m_connection.atom("CLIPBOARD"),
+        m_connection.atom(target), m_property, XCB_CURRENT_TIME);
 
     std::optional<Value> value;
     if (m_connection.waitUntil(

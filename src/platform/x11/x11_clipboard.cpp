@@ -21,14 +21,16 @@ constexpr int changeAttempts = 3;
 // Null without a graphical application.
 QClipboard *qtClipboard()
 {
-    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) ? QGuiApplication::clipboard() : nullptr;
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) ? QGuiApplication::clipboard()
+                                                                         : nullptr;
 }
 
 // Qt's connection to the X server; null on any other platform.
 xcb_connection_t *qtConnection()
 {
     const auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
-    const auto *x11 = application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    const auto *x11
+        = application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     return x11 ? x11->connection() : nullptr;
 }
 
@@ -81,8 +83,8 @@ void X11Clipboard::change(Owner after, const std::function<void(QClipboard &)> &
         return;
     step(*clipboard);
     for (int attempt = 1; qtConnection() && owner() != after && attempt < changeAttempts; ++attempt) {
-        QCoreApplication::processEvents(
-            QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers | QEventLoop::X11ExcludeTimers);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents
+            | QEventLoop::ExcludeSocketNotifiers | QEventLoop::X11ExcludeTimers);
         step(*clipboard);
     }
 }

@@ -10,6 +10,7 @@
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keyboard.h"
 #include "platform/x11/x11_pointer.h"
+#include "platform/x11/x11_shell.h"
 #include "platform/x11/x11_windows.h"
 
 #include <QSocketNotifier>
@@ -49,7 +50,7 @@ public:
     Pointer &pointer() override { return m_pointer.get(connection()); }
     Screen &screen() override { return m_screen.get(); }
     Session &session() override { return m_session.get(); }
-    Shell &shell() override { return m_shell.get(); }
+    Shell &shell() override { return m_shell.get(m_paths); }
     TextCodec &textCodec() override { return m_textCodec; }
     WaitableTimers &timers() override { return m_timers; }
     Windows &windows() override { return m_windows.get(connection()); }
@@ -75,7 +76,7 @@ private:
     Lazy<X11Pointer> m_pointer;
     Lazy<AbsentScreen> m_screen;
     Lazy<AbsentSession> m_session;
-    Lazy<AbsentShell> m_shell;
+    Lazy<X11Shell> m_shell;
     Lazy<X11Windows> m_windows;
 };
 

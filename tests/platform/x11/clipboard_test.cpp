@@ -51,8 +51,8 @@ protected:
 
     xcb_window_t owner()
     {
-        const auto found = other.reply(
-            xcb_get_selection_owner_reply, xcb_get_selection_owner, other.atom("CLIPBOARD"));
+        const auto found
+            = other.reply(xcb_get_selection_owner_reply, xcb_get_selection_owner, other.atom("CLIPBOARD"));
         return found ? found->owner : xcb_window_t(XCB_NONE);
     }
 
@@ -68,7 +68,10 @@ protected:
         });
     }
 
-    void setInAnotherProcess(const QString &text) { run(builtProgram(u"x11_probe"_s), {u"set-clipboard"_s}, text.toUtf8()); }
+    void setInAnotherProcess(const QString &text)
+    {
+        run(builtProgram(u"x11_probe"_s), {u"set-clipboard"_s}, text.toUtf8());
+    }
 
     X11Connection other; // a second program's
 };
@@ -231,8 +234,8 @@ TEST_F(ClipboardTest, keptTextNamesItsForms)
     setInAnotherProcess(u"kept"_s);
     const QStringList targets = pasteElsewhere(u"TARGETS"_s).split(u'\n', Qt::SkipEmptyParts);
     EXPECT_EQ(targets,
-        (QStringList{u"TARGETS"_s, u"TIMESTAMP"_s, u"MULTIPLE"_s, u"UTF8_STRING"_s, u"text/plain;charset=utf-8"_s,
-            u"text/plain"_s, u"TEXT"_s, u"STRING"_s}));
+        (QStringList{u"TARGETS"_s, u"TIMESTAMP"_s, u"MULTIPLE"_s, u"UTF8_STRING"_s,
+            u"text/plain;charset=utf-8"_s, u"text/plain"_s, u"TEXT"_s, u"STRING"_s}));
 }
 
 TEST_F(ClipboardTest, aLongTextOutlivesTheProcess)
@@ -298,15 +301,16 @@ TEST_F(ClipboardTest, aTextThatWasCutOffIsNotKept)
 
 namespace {
 
-// A clipboard manager as the desktops have one: asked to save, it reads the clipboard and says when it is done.
+// A clipboard manager as the desktops have one: asked to save, it reads the clipboard and says when it is
+// done.
 class ManagerStub
 {
 public:
     ManagerStub()
     {
         m_window = xcb_generate_id(m_connection.xcb());
-        xcb_create_window(m_connection.xcb(), XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1, 0,
-            XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_create_window(m_connection.xcb(), XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1,
+            0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
         xcb_set_selection_owner(
             m_connection.xcb(), m_window, m_connection.atom("CLIPBOARD_MANAGER"), XCB_CURRENT_TIME);
         m_connection.sync();

@@ -1,14 +1,19 @@
 #include "platform/clipboard.h"
 #include "platform/platform.h"
+#include "platform/shell.h"
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QWindow>
 
 #include <cstdio>
 
 // Does what its first argument says with the ports of this system, and ends as plum does.
 //   x11_probe set-clipboard     puts its standard input on the clipboard
 //   x11_probe clear-clipboard
+//   x11_probe open PROGRAM      starts a program
+// or shows a window until the display goes:
+//   x11_probe window TITLE
 int main(int argc, char **argv)
 {
     using namespace Qt::StringLiterals;
@@ -23,6 +28,15 @@ int main(int argc, char **argv)
         platform->clipboard().setText(QString::fromUtf8(input.readAll()));
     } else if (task == u"clear-clipboard") {
         platform->clipboard().clear();
+    } else if (task == u"open") {
+        if (!platform->shell().open(QCoreApplication::arguments().value(2), {}, plum::ShowState::Normal))
+            return 1;
+    } else if (task == u"window") {
+        QWindow window;
+        window.setTitle(QCoreApplication::arguments().value(2));
+        window.resize(200, 100);
+        window.show();
+        return QGuiApplication::exec();
     } else {
         return 2;
     }

@@ -11,7 +11,8 @@ namespace {
 
 constexpr uint8_t sentBit = 0x80;
 constexpr size_t piece = 256 * 1024; // bytes; what needs more than one goes in pieces
-constexpr int patience = 5000; // milliseconds a running transfer may stand still once there is nothing else to do
+constexpr int patience
+    = 5000; // milliseconds a running transfer may stand still once there is nothing else to do
 
 // Characters beyond Latin-1 become question marks.
 std::string toLatin1(std::string_view utf8)
@@ -30,8 +31,7 @@ std::string toLatin1(std::string_view utf8)
     return latin1;
 }
 
-template <typename Event>
-const Event &as(const xcb_generic_event_t &event)
+template <typename Event> const Event &as(const xcb_generic_event_t &event)
 {
     return reinterpret_cast<const Event &>(event);
 }
@@ -69,7 +69,8 @@ void SelectionKeeper::makeForms()
 // The server tells its time with the notice of a property that changed.
 xcb_timestamp_t SelectionKeeper::serverTime()
 {
-    xcb_change_property(m_connection.get(), XCB_PROP_MODE_APPEND, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, "");
+    xcb_change_property(
+        m_connection.get(), XCB_PROP_MODE_APPEND, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, "");
     xcb_flush(m_connection.get());
     while (const Event event{xcb_wait_for_event(m_connection.get())}) {
         if ((event->response_type & ~sentBit) == XCB_PROPERTY_NOTIFY)
@@ -95,8 +96,9 @@ bool SelectionKeeper::takeOver()
 
     m_window = xcb_generate_id(m_connection.get());
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, m_window, xcb_setup_roots_iterator(setup).data->root,
-        0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, m_window,
+        xcb_setup_roots_iterator(setup).data->root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+        XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
     m_since = serverTime();
     xcb_set_selection_owner(m_connection.get(), m_window, m_clipboard, m_since);
     const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> owner(xcb_get_selection_owner_reply(
@@ -207,8 +209,8 @@ bool SelectionKeeper::deliver(xcb_window_t requestor, xcb_atom_t target, xcb_ato
         return true;
     }
     if (target == m_timestamp) {
-        xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_INTEGER, 32, 1,
-            &m_since);
+        xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_INTEGER,
+            32, 1, &m_since);
         return true;
     }
     const auto form = std::ranges::find(m_forms, target, &Form::target);
@@ -230,8 +232,7 @@ void SelectionKeeper::deliverText(xcb_window_t requestor, const Form &form, xcb_
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_connection.get(), requestor, XCB_CW_EVENT_MASK, &events);
     const auto size = static_cast<uint32_t>(whole.size());
-    xcb_change_property(
-        m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, m_incr, 32, 1, &size);
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, m_incr, 32, 1, &size);
     std::erase_if(m_transfers,
         [&](const Transfer &old) { return old.requestor == requestor && old.property == property; });
     m_transfers.push_back({requestor, property, form.type, form.coding, 0});
@@ -249,7 +250,8 @@ void SelectionKeeper::deliverPairs(xcb_window_t requestor, xcb_atom_t property)
     std::vector<xcb_atom_t> atoms(
         first, first + static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(xcb_atom_t));
     for (size_t i = 0; i + 1 < atoms.size(); i += 2) {
-        if (atoms[i] == m_multiple || atoms[i + 1] == XCB_ATOM_NONE || !deliver(requestor, atoms[i], atoms[i + 1]))
+        if (atoms[i] == m_multiple || atoms[i + 1] == XCB_ATOM_NONE
+            || !deliver(requestor, atoms[i], atoms[i + 1]))
             atoms[i + 1] = XCB_ATOM_NONE;
     }
     xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, m_pair, 32,
@@ -258,8 +260,9 @@ void SelectionKeeper::deliverPairs(xcb_window_t requestor, xcb_atom_t property)
 
 void SelectionKeeper::sendNextPiece(xcb_window_t requestor, xcb_atom_t property)
 {
-    const auto transfer = std::ranges::find_if(m_transfers,
-        [&](const Transfer &running) { return running.requestor == requestor && running.property == property; });
+    const auto transfer = std::ranges::find_if(m_transfers, [&](const Transfer &running) {
+        return running.requestor == requestor && running.property == property;
+    });
     if (transfer == m_transfers.end())
         return;
     const std::string_view next = text(transfer->coding).substr(transfer->sent, m_longestPiece);
