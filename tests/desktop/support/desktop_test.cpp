@@ -39,11 +39,16 @@ void DesktopTest::startDesktop(const QString &windowManager, const QString &layo
     ASSERT_TRUE(isReadyForUse(*probe));
 }
 
+void DesktopTest::endServer()
+{
+    view.reset();
+    m_server.reset();
+}
+
 void DesktopTest::TearDown()
 {
     probe.reset();
-    view.reset();
-    m_server.reset();
+    endServer();
     m_bus.kill();
     m_bus.waitForFinished();
     // A service of the session writes its last files when it sees the bus gone.

@@ -3,6 +3,7 @@
 #include "desktop/support/conditions.h"
 #include "desktop/support/probe.h"
 #include "desktop/support/server_view.h"
+#include "support/printers.h"
 #include "support/x_server.h"
 
 #include <QTemporaryDir>
@@ -20,10 +21,6 @@ inline void PrintTo(const QPoint &point, std::ostream *out)
 inline void PrintTo(const QRect &rectangle, std::ostream *out)
 {
     *out << rectangle.x() << ',' << rectangle.y() << ' ' << rectangle.width() << 'x' << rectangle.height();
-}
-inline void PrintTo(const QStringList &lines, std::ostream *out)
-{
-    *out << lines.join(QStringLiteral(" | ")).toStdString();
 }
 
 namespace plum {
@@ -46,6 +43,9 @@ protected:
 
     // Runs `program` to its end and returns what it wrote.
     QByteArray outputOf(const QString &program, const QStringList &arguments);
+
+    // Ends the X server under everybody's feet.
+    void endServer();
 
     QString folder() const { return m_folder.path(); }
     const XServer &server() const { return *m_server; }

@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <csignal>
 
 namespace plum {
 
@@ -27,6 +28,11 @@ Probe::~Probe()
 {
     m_process.kill();
     m_process.waitForFinished();
+}
+
+void Probe::stop()
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
 }
 
 bool Probe::hasStarted()

@@ -33,6 +33,9 @@ public:
     // Waits until the program has seen `event`.
     bool sees(const QString &event) const;
 
+    // The program hangs from now on.
+    void stop();
+
     bool waitForEnd() { return m_process.waitForFinished(); }
     QProcess &process() { return m_process; }
 

@@ -70,7 +70,7 @@ xcb_window_t ServerView::frameOf(xcb_window_t window)
             = owned(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr));
         if (!tree)
             return XCB_NONE;
-        if (tree->parent == m_root)
+        if (tree->parent == m_root || tree->parent == XCB_NONE)
             return window;
         window = tree->parent;
     }
@@ -113,6 +113,22 @@ bool ServerView::isListed(xcb_window_t window)
 bool ServerView::hasState(xcb_window_t window, const char *name)
 {
     return std::ranges::count(numbers(window, "_NET_WM_STATE"), atom(name)) > 0;
+}
+
+QByteArray ServerView::classWithKeyboard()
+{
+    const std::vector<uint32_t> active = numbers(m_root, "_NET_ACTIVE_WINDOW");
+    const auto focus
+        = owned(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    if (active.empty() || !focus || focus->focus == m_root || frameOf(focus->focus) != frameOf(active.front()))
+        return {};
+    const auto found = owned(xcb_get_property_reply(m_connection,
+        xcb_get_property(m_connection, 0, active.front(), XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 64),
+        nullptr));
+    // Two texts, each with a NUL at its end: the program's name and its class.
+    const QByteArray both(found ? static_cast<const char *>(xcb_get_property_value(found.get())) : nullptr,
+        found ? xcb_get_property_value_length(found.get()) : 0);
+    return both.split('\0').value(1);
 }
 
 bool ServerView::isAbove(xcb_window_t upper, xcb_window_t lower)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QList>
+#include <QByteArray>
 #include <QPoint>
 #include <QRect>
 #include <QString>
@@ -19,6 +19,8 @@ public:
     ~ServerView();
     Q_DISABLE_COPY_MOVE(ServerView)
 
+    xcb_window_t root() const { return m_root; }
+
     // The window without what the window manager put around it.
     QRect clientRectangle(xcb_window_t window);
 
@@ -32,6 +34,9 @@ public:
     bool isActive(xcb_window_t window);
     bool isListed(xcb_window_t window);
     bool hasState(xcb_window_t window, const char *name);
+
+    // The class of the active window, once the keyboard's input really goes there; empty otherwise.
+    QByteArray classWithKeyboard();
 
     // Whether the frame of `upper` is stacked above that of `lower`.
     bool isAbove(xcb_window_t upper, xcb_window_t lower);
