@@ -79,7 +79,9 @@ TEST_P(WindowsPort, movesAWindowPartlyOffTheScreen)
 {
     windows().moveTo(handle, {-50, 200});
     EXPECT_EQ(windows().rectangle(handle), frame());
-    EXPECT_EQ(frame().topLeft(), QPoint(-50, 200));
+    EXPECT_EQ(frame().y(), 200);
+    // How far is for the window manager to say; this one keeps all but the border on the screen.
+    EXPECT_EQ(frame().x(), GetParam() == std::string_view("icewm") ? -5 : -50);
 }
 
 TEST_P(WindowsPort, showsAHiddenWindowAtTheCornerItHad)
@@ -124,7 +126,9 @@ TEST_P(WindowsPort, minimisesAndRestores)
     windows().activate(handle);
     EXPECT_TRUE(view->isViewable(probe->window()));
     EXPECT_EQ(windows().foreground(), handle);
-    EXPECT_EQ(frame(), before);
+    EXPECT_EQ(windows().rectangle(handle), before);
+    // The frame itself may grow to its size in steps.
+    EXPECT_TRUE(eventually([&] { return frame() == before; }));
 }
 
 TEST_P(WindowsPort, maximisesAShownAndAMinimisedWindow)
