@@ -66,7 +66,8 @@ TEST_F(Ending, ofTheServerAmidWindowCommandsEndsTheProgramToo)
 {
     start({u"while.start \"count\",\"5000\""_s, u"window.get \"active_window\",\"h\""_s,
         u"window.get \"window_xy\",set.h,\"p\""_s, u"mouse.move set.p"_s, u"while.end"_s});
-    ASSERT_TRUE(eventually([&] { return view->pointer() == view->frameRectangle(probe->window()).topLeft(); }));
+    ASSERT_TRUE(
+        eventually([&] { return view->pointer() == view->frameRectangle(probe->window()).topLeft(); }));
     endServer();
     ASSERT_TRUE(program().waitForFinished());
     EXPECT_EQ(program().exitStatus(), QProcess::NormalExit);

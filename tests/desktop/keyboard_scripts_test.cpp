@@ -121,8 +121,8 @@ TEST_P(KeyboardScripts, selectCopyAndPasteInAnotherProgram)
 TEST_P(KeyboardScripts, pasteATextAndPutTheOldOneBack)
 {
     run({u"keyboard.key \"a\",\"b\""_s, u"keyboard.hotkey \"ctrl\",\"a\""_s,
-        u"keyboard.hotkey \"ctrl\",\"c\""_s, u"time.sleep \"200\""_s,
-        u"keyboard.send \"Grüße, 你好\""_s, u"time.sleep \"200\""_s, u"keyboard.hotkey \"ctrl\",\"v\""_s});
+        u"keyboard.hotkey \"ctrl\",\"c\""_s, u"time.sleep \"200\""_s, u"keyboard.send \"Grüße, 你好\""_s,
+        u"time.sleep \"200\""_s, u"keyboard.hotkey \"ctrl\",\"v\""_s});
     EXPECT_TRUE(probe->sees(u"text Grüße, 你好"_s));
     EXPECT_TRUE(probe->sees(u"text Grüße, 你好ab"_s));
 }

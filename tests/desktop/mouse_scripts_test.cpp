@@ -113,8 +113,8 @@ TEST_P(MouseScripts, pressMoveAndReleaseOneByOne)
 {
     const QPoint from = inClient(100, 100);
     const QPoint to = inClient(140, 160);
-    run({u"mouse.move \"%1\""_s.arg(asText(from)), u"mouse.l_down"_s,
-        u"mouse.move \"%1\""_s.arg(asText(to)), u"mouse.l_up"_s, u"mouse.r_down"_s, u"mouse.r_up"_s});
+    run({u"mouse.move \"%1\""_s.arg(asText(from)), u"mouse.l_down"_s, u"mouse.move \"%1\""_s.arg(asText(to)),
+        u"mouse.l_up"_s, u"mouse.r_down"_s, u"mouse.r_up"_s});
     EXPECT_EQ(mouseEventsUpTo(event(u"button up 3"_s, to)),
         (QStringList{event(u"button down 1"_s, from), event(u"button up 1"_s, to),
             event(u"button down 3"_s, to), event(u"button up 3"_s, to)}));
@@ -125,8 +125,8 @@ TEST_P(MouseScripts, dragAWindowByItsTitleBar)
     const QRect before = view->frameRectangle(probe->window());
     const QPoint grip = before.topLeft() + QPoint(before.width() / 2, 10);
     run({u"mouse.drag_to \"%1\",\"120:80\""_s.arg(asText(grip))});
-    EXPECT_TRUE(eventually(
-        [&] { return view->frameRectangle(probe->window()) == before.translated(120, 80); }));
+    EXPECT_TRUE(
+        eventually([&] { return view->frameRectangle(probe->window()) == before.translated(120, 80); }));
     EXPECT_EQ(view->frameRectangle(probe->window()), before.translated(120, 80));
 }
 

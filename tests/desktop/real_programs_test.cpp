@@ -57,7 +57,8 @@ TEST_P(RealPrograms, anEditorSavesWhatWasPasted)
     QProcess mousepad;
     server().start(mousepad, u"mousepad"_s, {note.fileName()});
     ASSERT_TRUE(hasTheKeyboard("Mousepad"));
-    run({u"keyboard.send \"Äpfel, 苹果\""_s, u"keyboard.key \"enter\""_s, u"keyboard.hotkey \"ctrl\",\"s\""_s});
+    run({u"keyboard.send \"Äpfel, 苹果\""_s, u"keyboard.key \"enter\""_s,
+        u"keyboard.hotkey \"ctrl\",\"s\""_s});
     EXPECT_TRUE(eventually([&] { return contentOf(u"note.txt"_s).startsWith(u"Äpfel, 苹果\n"_s); }));
     run({u"window.get \"active_window\",\"h\""_s, u"window.set \"close\",set.h"_s});
     EXPECT_TRUE(mousepad.waitForFinished());

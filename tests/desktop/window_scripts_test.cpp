@@ -25,10 +25,7 @@ protected:
     QRect frame() { return view->frameRectangle(probe->window()); }
 
     // Runs one line with the active window in `set.h`.
-    void runWithActiveWindow(const QString &line)
-    {
-        run({u"window.get \"active_window\",\"h\""_s, line});
-    }
+    void runWithActiveWindow(const QString &line) { run({u"window.get \"active_window\",\"h\""_s, line}); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Under, WindowScripts, everyManager, managerName);

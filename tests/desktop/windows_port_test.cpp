@@ -75,6 +75,13 @@ TEST_P(WindowsPort, movesTheOuterCornerToThePixel)
     }
 }
 
+TEST_P(WindowsPort, movesTheFrameToWhereTheInsideOfTheWindowIs)
+{
+    const QPoint inside = view->clientRectangle(probe->window()).topLeft();
+    windows().moveTo(handle, inside);
+    EXPECT_EQ(frame().topLeft(), inside);
+}
+
 TEST_P(WindowsPort, movesAWindowPartlyOffTheScreen)
 {
     windows().moveTo(handle, {-50, 200});

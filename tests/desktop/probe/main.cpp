@@ -76,7 +76,7 @@ private:
                       .arg(window.height()));
             break;
         case QEvent::WindowStateChange:
-            write(window.windowStates() & Qt::WindowMinimized       ? u"minimised"_s
+            write(window.windowStates() & Qt::WindowMinimized     ? u"minimised"_s
                     : window.windowStates() & Qt::WindowMaximized ? u"maximised"_s
                                                                   : u"normal"_s);
             break;
@@ -136,8 +136,8 @@ int main(int argc, char **argv)
     layout.addWidget(&edit);
     layout.addStretch();
     window.setMouseTracking(true);
-    QObject::connect(&edit, &QLineEdit::textChanged, &log,
-        [&](const QString &text) { log.write(u"text "_s + text); });
+    QObject::connect(
+        &edit, &QLineEdit::textChanged, &log, [&](const QString &text) { log.write(u"text "_s + text); });
 
     window.setGeometry(rectangle(arguments[3]));
     window.show();

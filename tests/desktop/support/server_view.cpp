@@ -50,8 +50,8 @@ std::vector<uint32_t> ServerView::numbers(xcb_window_t window, const char *prope
     if (!found || found->format != 32)
         return {};
     const auto *first = static_cast<const uint32_t *>(xcb_get_property_value(found.get()));
-    return {first,
-        first + static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(uint32_t)};
+    return {
+        first, first + static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(uint32_t)};
 }
 
 QRect ServerView::clientRectangle(xcb_window_t window)
@@ -78,12 +78,12 @@ xcb_window_t ServerView::frameOf(xcb_window_t window)
 
 QRect ServerView::frameRectangle(xcb_window_t window)
 {
-    const auto frame = owned(xcb_get_geometry_reply(
-        m_connection, xcb_get_geometry(m_connection, frameOf(window)), nullptr));
+    const auto frame = owned(
+        xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, frameOf(window)), nullptr));
     if (!frame)
         return {};
-    return {frame->x, frame->y, frame->width + 2 * frame->border_width,
-        frame->height + 2 * frame->border_width};
+    return {
+        frame->x, frame->y, frame->width + 2 * frame->border_width, frame->height + 2 * frame->border_width};
 }
 
 bool ServerView::exists(xcb_window_t window)
@@ -120,7 +120,8 @@ QByteArray ServerView::classWithKeyboard()
     const std::vector<uint32_t> active = numbers(m_root, "_NET_ACTIVE_WINDOW");
     const auto focus
         = owned(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
-    if (active.empty() || !focus || focus->focus == m_root || frameOf(focus->focus) != frameOf(active.front()))
+    if (active.empty() || !focus || focus->focus == m_root
+        || frameOf(focus->focus) != frameOf(active.front()))
         return {};
     const auto found = owned(xcb_get_property_reply(m_connection,
         xcb_get_property(m_connection, 0, active.front(), XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 64),
