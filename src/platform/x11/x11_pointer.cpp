@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <xcb/xtest.h>
 
 namespace plum {
@@ -38,6 +39,7 @@ void X11Pointer::moveTo(QPoint point)
         const QPoint from = position();
         for (int step = 1; step < steps; ++step)
             sendMotion(from + (point - from) * step / steps);
+        m_drag = {from, point};
     }
     sendMotion(point);
     m_connection.flush();
@@ -50,8 +52,22 @@ void X11Pointer::sendMotion(QPoint point)
         m_connection.root(), coordinate(point.x()), coordinate(point.y()), 0);
 }
 
+// A program that was busy may have seen all motions of a drag as one, the one that started it. A step back
+// and forth tells it again where the drag has gone.
+void X11Pointer::finishDrag()
+{
+    const auto towards = [](int from, int to) { return to + (from > to) - (from < to); };
+    const auto [from, to] = std::exchange(m_drag, {});
+    if (from == to)
+        return;
+    sendMotion({towards(from.x(), to.x()), towards(from.y(), to.y())});
+    sendMotion(to);
+}
+
 void X11Pointer::sendButton(quint8 button, bool down)
 {
+    if (!down)
+        finishDrag();
     xcb_test_fake_input(m_connection.xcb(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, button,
         XCB_CURRENT_TIME, m_connection.root(), 0, 0, 0);
     (button == leftButton ? m_leftIsDown : m_rightIsDown) = down;

@@ -22,9 +22,17 @@ public:
 
 private:
     void sendMotion(QPoint point);
+    void finishDrag();
     void sendButton(quint8 button, bool down);
 
+    struct Drag
+    {
+        QPoint from;
+        QPoint to;
+    };
+
     X11Connection &m_connection;
+    Drag m_drag; // the last move with a button down; two equal points when there was none
     bool m_leftIsDown = false;
     bool m_rightIsDown = false;
 };
