@@ -1,18 +1,11 @@
 #pragma once
 
-#include "platform/global_hotkey.h"
 #include "platform/javascript.h"
 #include "platform/screen.h"
 #include "platform/session.h"
 
 namespace plum {
 
-class AbsentHotkey final : public GlobalHotkey
-{
-public:
-    bool registerHotkey(quint32, quint32) override { return false; }
-    void unregisterHotkey() override { }
-};
 class AbsentJavaScript final : public JavaScript
 {
 public:
