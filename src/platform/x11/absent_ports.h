@@ -32,6 +32,7 @@ class AbsentScreen final : public Screen
 {
 public:
     QSize mainScreenSize() override { return {}; }
+    QRect desktop() override { return {}; }
     Capture capture(const QRect &) override { return {}; }
 };
 class AbsentSession final : public Session
