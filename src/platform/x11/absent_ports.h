@@ -3,8 +3,6 @@
 #include "platform/clipboard.h"
 #include "platform/global_hotkey.h"
 #include "platform/javascript.h"
-#include "platform/screen.h"
-#include "platform/session.h"
 #include "platform/shell.h"
 
 namespace plum {
@@ -27,22 +25,6 @@ class AbsentJavaScript final : public JavaScript
 {
 public:
     Result evaluate(const QString &) override { return {}; }
-};
-class AbsentScreen final : public Screen
-{
-public:
-    QSize mainScreenSize() override { return {}; }
-    QRect desktop() override { return {}; }
-    Capture capture(const QRect &) override { return {}; }
-};
-class AbsentSession final : public Session
-{
-public:
-    Outcome lockScreen() override { return Outcome::Unavailable; }
-    Outcome monitorOff() override { return Outcome::Unavailable; }
-    Outcome logOff() override { return Outcome::Unavailable; }
-    Outcome shutDown() override { return Outcome::Unavailable; }
-    Outcome restart() override { return Outcome::Unavailable; }
 };
 class AbsentShell final : public Shell
 {
