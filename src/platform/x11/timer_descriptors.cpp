@@ -41,7 +41,8 @@ bool TimerDescriptors::Timer::isDue()
 
 WaitableTimers::Created TimerDescriptors::create(const QString &name)
 {
-    const bool existed = std::ranges::any_of(m_timers, [&](const auto &timer) { return timer.second->name == name; });
+    const bool existed
+        = std::ranges::any_of(m_timers, [&](const auto &timer) { return timer.second->name == name; });
     m_timers.emplace(++m_last, std::make_unique<Timer>(name));
     return {m_last, existed};
 }

@@ -33,7 +33,8 @@ xcb_atom_t X11Connection::atom(const char *name)
     const QByteArray key(name);
     if (const auto known = m_atoms.constFind(key); known != m_atoms.constEnd())
         return *known;
-    const auto found = reply(xcb_intern_atom_reply, xcb_intern_atom, 0, static_cast<uint16_t>(key.size()), name);
+    const auto found
+        = reply(xcb_intern_atom_reply, xcb_intern_atom, 0, static_cast<uint16_t>(key.size()), name);
     return *m_atoms.insert(key, found ? found->atom : xcb_atom_t(XCB_ATOM_NONE));
 }
 

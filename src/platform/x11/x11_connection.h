@@ -18,8 +18,7 @@ struct FreeDeleter
 {
     void operator()(void *memory) const { std::free(memory); }
 };
-template <typename T>
-using XcbPointer = std::unique_ptr<T, FreeDeleter>;
+template <typename T> using XcbPointer = std::unique_ptr<T, FreeDeleter>;
 
 // This program's own connection to the X server, apart from the one that Qt has: its requests keep their
 // order among themselves and never wait for the user interface. Without a display, or once the server has

@@ -16,13 +16,30 @@ struct Symbol
 };
 
 constexpr std::array symbols{
-    Symbol{8, XKB_KEY_BackSpace}, Symbol{9, XKB_KEY_Tab}, Symbol{13, XKB_KEY_Return},
-    Symbol{16, XKB_KEY_Shift_L}, Symbol{17, XKB_KEY_Control_L}, Symbol{18, XKB_KEY_Alt_L},
-    Symbol{19, XKB_KEY_Pause}, Symbol{20, XKB_KEY_Caps_Lock}, Symbol{27, XKB_KEY_Escape},
-    Symbol{32, XKB_KEY_space}, Symbol{33, XKB_KEY_Prior}, Symbol{34, XKB_KEY_Next}, Symbol{35, XKB_KEY_End},
-    Symbol{36, XKB_KEY_Home}, Symbol{37, XKB_KEY_Left}, Symbol{38, XKB_KEY_Up}, Symbol{39, XKB_KEY_Right},
-    Symbol{40, XKB_KEY_Down}, Symbol{44, XKB_KEY_Print}, Symbol{45, XKB_KEY_Insert}, Symbol{46, XKB_KEY_Delete},
-    Symbol{91, XKB_KEY_Super_L}, Symbol{92, XKB_KEY_Super_R}, Symbol{93, XKB_KEY_Menu},
+    Symbol{8, XKB_KEY_BackSpace},
+    Symbol{9, XKB_KEY_Tab},
+    Symbol{13, XKB_KEY_Return},
+    Symbol{16, XKB_KEY_Shift_L},
+    Symbol{17, XKB_KEY_Control_L},
+    Symbol{18, XKB_KEY_Alt_L},
+    Symbol{19, XKB_KEY_Pause},
+    Symbol{20, XKB_KEY_Caps_Lock},
+    Symbol{27, XKB_KEY_Escape},
+    Symbol{32, XKB_KEY_space},
+    Symbol{33, XKB_KEY_Prior},
+    Symbol{34, XKB_KEY_Next},
+    Symbol{35, XKB_KEY_End},
+    Symbol{36, XKB_KEY_Home},
+    Symbol{37, XKB_KEY_Left},
+    Symbol{38, XKB_KEY_Up},
+    Symbol{39, XKB_KEY_Right},
+    Symbol{40, XKB_KEY_Down},
+    Symbol{44, XKB_KEY_Print},
+    Symbol{45, XKB_KEY_Insert},
+    Symbol{46, XKB_KEY_Delete},
+    Symbol{91, XKB_KEY_Super_L},
+    Symbol{92, XKB_KEY_Super_R},
+    Symbol{93, XKB_KEY_Menu},
 };
 
 xkb_keysym_t symbolOf(quint8 virtualKey)

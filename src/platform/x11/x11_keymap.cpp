@@ -33,13 +33,13 @@ X11Keymap::X11Keymap(X11Connection &connection)
 {
     if (!m_connection.isOpen()
         || !xkb_x11_setup_xkb_extension(m_connection.xcb(), XKB_X11_MIN_MAJOR_XKB_VERSION,
-            XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &m_firstEvent,
-            nullptr))
+            XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr,
+            &m_firstEvent, nullptr))
         return;
     m_device = xkb_x11_get_core_keyboard_device_id(m_connection.xcb());
 
-    constexpr uint16_t events
-        = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
+    constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY
+        | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
     constexpr uint16_t allParts = 0xff;
     xcb_xkb_select_events(
         m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, events, 0, events, allParts, allParts, nullptr);
@@ -74,8 +74,8 @@ void X11Keymap::receive(const xcb_generic_event_t &event)
 void X11Keymap::load()
 {
     m_stale = false;
-    m_keymap.reset(
-        xkb_x11_keymap_new_from_device(m_context.get(), m_connection.xcb(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    m_keymap.reset(xkb_x11_keymap_new_from_device(
+        m_context.get(), m_connection.xcb(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS));
     if (!m_keymap)
         return;
     const std::unique_ptr<xkb_state, decltype(&xkb_state_unref)> state(
@@ -112,7 +112,8 @@ std::optional<xcb_keycode_t> X11Keymap::findInActiveGroup(xkb_keysym_t symbol) c
             continue;
         // A key with fewer groups than the layout has wraps around.
         const xkb_keysym_t *symbols = nullptr;
-        const int count = xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, m_group % groups, 0, &symbols);
+        const int count
+            = xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, m_group % groups, 0, &symbols);
         if (count == 1 && symbols[0] == symbol)
             return static_cast<xcb_keycode_t>(key);
     }
@@ -158,7 +159,8 @@ void X11Keymap::noLongerHeld(xcb_keycode_t key)
 void X11Keymap::bind(xcb_keycode_t key, xkb_keysym_t symbol)
 {
     // One group of two levels; the server repeats it for every other group.
-    const std::array<xcb_keysym_t, 2> symbols{symbol, symbol == XKB_KEY_NoSymbol ? symbol : xkb_keysym_to_upper(symbol)};
+    const std::array<xcb_keysym_t, 2> symbols{
+        symbol, symbol == XKB_KEY_NoSymbol ? symbol : xkb_keysym_to_upper(symbol)};
     xcb_change_keyboard_mapping(
         m_connection.xcb(), 1, key, static_cast<uint8_t>(symbols.size()), symbols.data());
 }

@@ -14,15 +14,16 @@ X11Connection &X11Platform::connection()
     X11Connection &made = m_connection.get();
     if (made.isOpen()) {
         // Events that no call waits for are taken from the socket by the event loop.
-        m_connectionEvents = std::make_unique<QSocketNotifier>(
-            xcb_get_file_descriptor(made.xcb()), QSocketNotifier::Read);
-        QObject::connect(m_connectionEvents.get(), &QSocketNotifier::activated, m_connectionEvents.get(), [this] {
-            X11Connection &open = m_connection.get();
-            open.dispatchArrived();
-            // A server that has gone leaves its socket readable for ever.
-            if (!open.isOpen())
-                m_connectionEvents->setEnabled(false);
-        });
+        m_connectionEvents
+            = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(made.xcb()), QSocketNotifier::Read);
+        QObject::connect(
+            m_connectionEvents.get(), &QSocketNotifier::activated, m_connectionEvents.get(), [this] {
+                X11Connection &open = m_connection.get();
+                open.dispatchArrived();
+                // A server that has gone leaves its socket readable for ever.
+                if (!open.isOpen())
+                    m_connectionEvents->setEnabled(false);
+            });
     }
     return made;
 }

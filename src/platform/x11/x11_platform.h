@@ -20,12 +20,10 @@
 namespace plum {
 
 // A part that is made when it is first asked for.
-template <typename Part>
-class Lazy
+template <typename Part> class Lazy
 {
 public:
-    template <typename... Arguments>
-    Part &get(Arguments &&...arguments)
+    template <typename... Arguments> Part &get(Arguments &&...arguments)
     {
         if (!m_part)
             m_part.emplace(std::forward<Arguments>(arguments)...);

@@ -32,8 +32,8 @@ void X11Pointer::moveTo(QPoint point)
     if (!m_connection.isOpen())
         return;
     constexpr quint8 absolute = 0;
-    xcb_test_fake_input(m_connection.xcb(), XCB_MOTION_NOTIFY, absolute, XCB_CURRENT_TIME, m_connection.root(),
-        coordinate(point.x()), coordinate(point.y()), 0);
+    xcb_test_fake_input(m_connection.xcb(), XCB_MOTION_NOTIFY, absolute, XCB_CURRENT_TIME,
+        m_connection.root(), coordinate(point.x()), coordinate(point.y()), 0);
     m_connection.flush();
 }
 

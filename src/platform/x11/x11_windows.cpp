@@ -39,7 +39,8 @@ std::vector<quint32> X11Windows::numbers(xcb_window_t window, const char *proper
         m_connection.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
     if (!found || found->format != 32)
         return {};
-    std::vector<quint32> values(static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32));
+    std::vector<quint32> values(
+        static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32));
     std::memcpy(values.data(), xcb_get_property_value(found.get()), values.size() * sizeof(quint32));
     return values;
 }
@@ -54,7 +55,8 @@ QString X11Windows::title(xcb_window_t window)
             continue;
         const QByteArrayView bytes(static_cast<const char *>(xcb_get_property_value(found.get())),
             xcb_get_property_value_length(found.get()));
-        return found->type == m_connection.atom("UTF8_STRING") ? QString::fromUtf8(bytes) : QString::fromLatin1(bytes);
+        return found->type == m_connection.atom("UTF8_STRING") ? QString::fromUtf8(bytes)
+                                                               : QString::fromLatin1(bytes);
     }
     return {};
 }
@@ -168,8 +170,8 @@ QRect X11Windows::rectangle(WindowHandle window)
     if (window == 0)
         return {};
     const auto size = m_connection.reply(xcb_get_geometry_reply, xcb_get_geometry, id(window));
-    const auto at = m_connection.reply(xcb_translate_coordinates_reply, xcb_translate_coordinates, id(window),
-        m_connection.root(), 0, 0);
+    const auto at = m_connection.reply(
+        xcb_translate_coordinates_reply, xcb_translate_coordinates, id(window), m_connection.root(), 0, 0);
     if (!size || !at)
         return {};
     if (const auto hidden = m_hidden.find(window); hidden != m_hidden.end()) {
@@ -224,7 +226,8 @@ void X11Windows::close(WindowHandle window)
         event.window = id(window);
         event.type = m_connection.atom("WM_PROTOCOLS");
         event.data.data32[0] = m_connection.atom("WM_DELETE_WINDOW");
-        xcb_send_event(m_connection.xcb(), 0, id(window), XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&event));
+        xcb_send_event(m_connection.xcb(), 0, id(window), XCB_EVENT_MASK_NO_EVENT,
+            reinterpret_cast<const char *>(&event));
     }
     waitFor(id(window), [&] { return !isViewable(id(window)); });
 }
@@ -283,8 +286,8 @@ void X11Windows::maximise(WindowHandle window)
     if (state(id(window)) == State::Iconic)
         activate(window);
     askManager(id(window), "_NET_WM_STATE",
-        {addState, m_connection.atom("_NET_WM_STATE_MAXIMIZED_VERT"), m_connection.atom("_NET_WM_STATE_MAXIMIZED_HORZ"),
-            fromUser});
+        {addState, m_connection.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
+            m_connection.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), fromUser});
     waitFor(id(window), [&] {
         return hasState(id(window), "_NET_WM_STATE_MAXIMIZED_VERT")
             && hasState(id(window), "_NET_WM_STATE_MAXIMIZED_HORZ");
@@ -323,7 +326,8 @@ void X11Windows::setTopmost(WindowHandle window)
 {
     if (!exists(id(window)))
         return;
-    askManager(id(window), "_NET_WM_STATE", {addState, m_connection.atom("_NET_WM_STATE_ABOVE"), 0, fromUser});
+    askManager(
+        id(window), "_NET_WM_STATE", {addState, m_connection.atom("_NET_WM_STATE_ABOVE"), 0, fromUser});
     waitFor(id(window), [&] { return hasState(id(window), "_NET_WM_STATE_ABOVE"); });
 }
 

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "commands/keyboard_commands.h"
+#include "commands/mouse_clicks.h"
+#include "commands/mouse_commands.h"
+#include "commands/waitable_timer.h"
+#include "commands/window_commands.h"
+#include "engine/argument_reader.h"
+#include "engine/input_commands.h"
+#include "engine/print_commands.h"
+#include "engine/run_loop.h"
+#include "engine/run_start.h"
+#include "engine/run_state.h"
+#include "engine/set_command.h"
+#include "engine/text_commands.h"
+#include "engine/text_files.h"
+#include "engine/time_commands.h"
+
+namespace plum {
+
+class Platform;
+
+// The script engine with every namespace, on one platform: the objects of a process that runs scripts,
+// in the order in which they need each other.
+class ScriptSystem
+{
+public:
+    ScriptSystem(Platform &platform, Launcher &launcher, const QString &executableName);
+    Q_DISABLE_COPY_MOVE(ScriptSystem)
+
+    RunState &state() { return m_state; }
+    RunStart &starts() { return m_starts; }
+
+private:
+    RunState m_state;
+    TextFiles m_files;
+    ArgumentReader m_reader;
+    clsWaitableTimer m_waiter;
+    RunLoop m_loop;
+    RunStart m_starts;
+
+    MouseClicks m_clicks;
+    MouseCommands m_mouse;
+    KeyboardCommands m_keyboard;
+    TextCommands m_text;
+    SetCommand m_set;
+    TimeCommands m_time;
+    WindowCommands m_window;
+    PrintCommands m_print;
+    InputCommands m_input;
+};
+
+} // namespace plum
