@@ -44,10 +44,10 @@ std::optional<Scene> foundNearTheEnd(const Picture &screen, QSize size, const Fi
 {
     for (int y = screen.height - size.height() - 4; y > screen.height * 9 / 10 - size.height(); y -= 3) {
         for (int x = screen.width - size.width() - 4; x >= 0; x -= size.width() / 2 + 7) {
-            Scene scene{screen, cut(screen, x, y, size, false)};
-            const std::optional<Position> found = find(screen, scene.picture);
+            const Picture picture = cut(screen, x, y, size, false);
+            const std::optional<Position> found = find(screen, picture);
             if (found && found->y >= screen.height * 9 / 10 - size.height())
-                return scene;
+                return Scene{screen, picture};
         }
     }
     return {};
@@ -57,9 +57,9 @@ std::optional<Scene> notFound(const Picture &screen, QSize size, const Finder &f
 {
     for (int y = screen.height / 3; y < screen.height - size.height(); y += size.height() / 3 + 5) {
         for (int x = screen.width / 4; x < screen.width - size.width(); x += size.width() / 2 + 7) {
-            Scene scene{screen, cut(screen, x, y, size, true)};
-            if (!find(screen, scene.picture))
-                return scene;
+            const Picture picture = cut(screen, x, y, size, true);
+            if (!find(screen, picture))
+                return Scene{screen, picture};
         }
     }
     return {};

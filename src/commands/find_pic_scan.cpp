@@ -1,10 +1,16 @@
 #include "commands/find_pic_scan.h"
 
-#include "commands/pixel_kernels.h"
-
 #include <bit>
 
 namespace plum {
+
+namespace {
+
+// A pixel that failed so often becomes a test for all further positions; so many pixels may.
+constexpr int failuresToLearn = 16;
+constexpr std::size_t learnedTests = 16;
+
+} // namespace
 
 std::optional<Position> FindPicScan::find(const ScreenRegion &region, const PictureTemplate &picture)
 {
@@ -18,55 +24,68 @@ std::optional<Position> FindPicScan::find(const ScreenRegion &region, const Pict
     if (!m_area.setUp(region, picture))
         return {};
 
-    const std::vector<PixelTest> tests = selectTests(m_area, picture);
-    std::vector<RowTest> rowTests(tests.size());
-    m_witnesses = {};
+    m_tests = selectTests(m_area, picture);
+    m_mostTests = m_tests.size() + learnedTests;
+    m_tallies = {};
     m_firstRow = 0;
-
-    const std::size_t across = m_area.positionsAcross();
+    m_witnesses.reset((m_area.positionsAcross() - 1) / PixelKernels::blockSize + 1);
     for (std::size_t row = 0; row < m_area.positionsDown(); ++row) {
         m_area.makeRows(row + static_cast<std::size_t>(picture.comparedHeight()), picture, m_kernels);
-        for (std::size_t i = 0; i < tests.size(); ++i) {
-            const PixelTest &test = tests[i];
-            rowTests[i] = {m_area.row(test.channel, row + test.row) + test.column, test.low, test.span};
-        }
-        for (std::size_t from = 0; from < across; from += PixelKernels::blockSize) {
-            Survivors block = m_kernels.nextSurvivors(rowTests, from, across);
-            for (; block.bits != 0; block.bits &= block.bits - 1) {
-                const std::size_t column = block.first + static_cast<std::size_t>(std::countr_zero(block.bits));
-                if (isHit(picture, column, row))
-                    return m_area.inRegion(column, row);
-            }
-            from = block.first;
-        }
+        if (const std::optional<std::size_t> column = hitInRow(picture, row))
+            return m_area.inRegion(*column, row);
     }
     return {};
 }
 
-bool FindPicScan::isRefuted(
-    const Witness &witness, const PictureTemplate &picture, std::size_t column, std::size_t row) const
+RowTest FindPicScan::rowTest(const PixelTest &test, std::size_t row) const
 {
-    // Differences below zero become large, so that one comparison answers for both sides.
-    const std::size_t boxColumn = witness.column - column;
-    const std::size_t boxRow = witness.row - row;
-    const auto &bounds = picture.bounds(witness.channel);
-    if (boxColumn >= static_cast<std::size_t>(picture.comparedWidth())
-        || boxRow >= static_cast<std::size_t>(picture.comparedHeight()) || bounds.isEmpty())
-        return false;
-    const quint8 value = m_area.row(witness.channel, witness.row)[witness.column];
-    const std::size_t at = boxRow * picture.stride() + boxColumn;
-    return static_cast<quint8>(value - bounds.low[at]) > bounds.span[at];
+    return {m_area.row(test.channel, row + test.row) + test.column, test.low, test.span};
 }
 
-bool FindPicScan::isHit(const PictureTemplate &picture, std::size_t column, std::size_t row)
+std::optional<std::size_t> FindPicScan::hitInRow(const PictureTemplate &picture, std::size_t row)
 {
-    for (std::size_t i = 0; i < m_witnesses.size(); ++i) {
-        if (isRefuted(m_witnesses[(m_lastWitness + i) % m_witnesses.size()], picture, column, row))
-            return false;
+    m_rowTests.clear();
+    for (const PixelTest &test : m_tests)
+        m_rowTests.push_back(rowTest(test, row));
+
+    const std::size_t end = m_area.positionsAcross();
+    for (std::size_t from = 0; from < end;) {
+        const Survivors block = m_kernels.nextSurvivors(m_rowTests, from, end);
+        if (const std::optional<std::size_t> column = hitInBlock(picture, block, row))
+            return column;
+        from = block.first + PixelKernels::blockSize;
+        if (m_rowTests.size() < m_tests.size())
+            m_rowTests.push_back(rowTest(m_tests.back(), row));
     }
+    return {};
+}
+
+std::optional<std::size_t> FindPicScan::hitInBlock(
+    const PictureTemplate &picture, Survivors block, std::size_t row)
+{
+    if (block.bits != 0)
+        m_witnesses.apply(block, row, m_area, picture, m_kernels);
+    while (block.bits != 0) {
+        const std::size_t column = block.first + static_cast<std::size_t>(std::countr_zero(block.bits));
+        const std::optional<Failure> failure = compareAll(picture, column, row);
+        if (!failure)
+            return column;
+        block.bits &= block.bits - 1;
+        m_witnesses.add({failure->channel, column + failure->column, row + failure->row}, block, row, m_area,
+            picture, m_kernels);
+        learnFrom(*failure, picture);
+    }
+    return {};
+}
+
+// The comparison begins in the row that failed last, which is likely to fail again, and goes on from the
+// bottom: a witness that is found there stays under the picture for most of the rows to come.
+std::optional<FindPicScan::Failure> FindPicScan::compareAll(
+    const PictureTemplate &picture, std::size_t column, std::size_t row)
+{
     const std::size_t height = static_cast<std::size_t>(picture.comparedHeight());
-    for (std::size_t i = 0; i < height; ++i) {
-        const std::size_t boxRow = (m_firstRow + i) % height;
+    for (std::size_t i = 0; i <= height; ++i) {
+        const std::size_t boxRow = i == 0 ? m_firstRow : height - i;
         for (int channel = 0; channel < channelCount; ++channel) {
             const auto &bounds = picture.bounds(channel);
             if (bounds.isEmpty())
@@ -75,14 +94,26 @@ bool FindPicScan::isHit(const PictureTemplate &picture, std::size_t column, std:
             const std::size_t failure = m_kernels.firstFailure(m_area.row(channel, row + boxRow) + column,
                 bounds.low.data() + at, bounds.span.data() + at, picture.stride());
             if (failure < picture.stride()) {
-                m_lastWitness = (m_lastWitness + m_witnesses.size() - 1) % m_witnesses.size();
-                m_witnesses[m_lastWitness] = {channel, column + failure, row + boxRow};
                 m_firstRow = boxRow;
-                return false;
+                return Failure{channel, failure, boxRow};
             }
         }
     }
-    return true;
+    return {};
+}
+
+void FindPicScan::learnFrom(const Failure &failure, const PictureTemplate &picture)
+{
+    const std::size_t pixel = failure.row * picture.stride() + failure.column;
+    Tally &tally = m_tallies[pixel % m_tallies.size()];
+    if (tally.pixel != pixel)
+        tally = {pixel, 0};
+    // Only one test is added in a block: the tests of the row take it up before the next.
+    if (++tally.failures < failuresToLearn || m_tests.size() >= m_mostTests
+        || m_tests.size() > m_rowTests.size())
+        return;
+    m_tests.push_back(testAt(picture, failure.channel, pixel));
+    tally.failures = 0;
 }
 
 } // namespace plum

@@ -106,7 +106,7 @@ void PictureTemplate::trim(const Picture &picture)
 void PictureTemplate::setBounds(const Picture &picture, int channel, int tolerance, bool transparent)
 {
     ChannelBounds bounds;
-    const std::size_t size = m_stride * static_cast<std::size_t>(comparedHeight());
+    const std::size_t size = m_stride * static_cast<std::size_t>(comparedHeight()) + PixelKernels::blockSize;
     bounds.low.resize(size, 0);
     bounds.span.resize(size, 255);
     const int background = channelOf(m_background, channel);

@@ -18,8 +18,8 @@ class PictureTemplate
 {
 public:
     // The values low[n] ... low[n] + span[n] of one channel pass at pixel n of the compared box, row after
-    // row; each row is padded to `stride` with bytes that everything passes. Empty when every value passes
-    // at every pixel.
+    // row; each row is padded to `stride` with bytes that everything passes, and a block of the pixel
+    // kernels may be read from any pixel on. Empty when every value passes at every pixel.
     struct ChannelBounds
     {
         std::vector<quint8> low;

@@ -42,6 +42,14 @@ Survivors nextSurvivors(std::span<const RowTest> tests, std::size_t from, std::s
     return {end, 0};
 }
 
+quint64 boundsHolding(quint8 value, const quint8 *low, const quint8 *span)
+{
+    quint64 holding = 0;
+    for (std::size_t n = 0; n < PixelKernels::blockSize; ++n)
+        holding |= static_cast<quint64>(passes(value, low[n], span[n])) << n;
+    return holding;
+}
+
 std::size_t firstFailure(const quint8 *row, const quint8 *low, const quint8 *span, std::size_t count)
 {
     std::size_t at = 0;
@@ -52,7 +60,8 @@ std::size_t firstFailure(const quint8 *row, const quint8 *low, const quint8 *spa
 
 } // namespace
 
-const PixelKernels plainPixelKernels{"plain", findColour, extractChannel, nextSurvivors, firstFailure};
+const PixelKernels plainPixelKernels{
+    "plain", findColour, extractChannel, nextSurvivors, boundsHolding, firstFailure};
 
 #ifdef __SSE2__
 

@@ -43,6 +43,9 @@ struct PixelKernels
     // passes all tests.
     Survivors (*nextSurvivors)(std::span<const RowTest> tests, std::size_t from, std::size_t end);
 
+    // Bit n: `value` lies in low[n] ... low[n] + span[n]. Reads a whole block of each.
+    quint64 (*boundsHolding)(quint8 value, const quint8 *low, const quint8 *span);
+
     // Index of the first n with row[n] outside low[n] ... low[n] + span[n]; `count`, a multiple of the row
     // unit, when there is none.
     std::size_t (*firstFailure)(

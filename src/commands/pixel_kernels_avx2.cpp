@@ -95,6 +95,13 @@ constexpr std::size_t width = 32; // bytes of a vector
     return {end, 0};
 }
 
+[[gnu::target("avx2")]] quint64 boundsHolding(quint8 value, const quint8 *low, const quint8 *span)
+{
+    const __m256i values = _mm256_set1_epi8(static_cast<char>(value));
+    const quint64 first = bits(passing(values, load(low), load(span)));
+    return first | bits(passing(values, load(low + width), load(span + width))) << width;
+}
+
 [[gnu::target("avx2")]] std::size_t firstFailure(
     const quint8 *row, const quint8 *low, const quint8 *span, std::size_t count)
 {
@@ -108,7 +115,8 @@ constexpr std::size_t width = 32; // bytes of a vector
 
 } // namespace
 
-const PixelKernels avx2PixelKernels{"AVX2", findColour, extractChannel, nextSurvivors, firstFailure};
+const PixelKernels avx2PixelKernels{
+    "AVX2", findColour, extractChannel, nextSurvivors, boundsHolding, firstFailure};
 
 } // namespace plum
 

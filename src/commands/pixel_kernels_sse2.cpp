@@ -88,6 +88,15 @@ Survivors nextSurvivors(std::span<const RowTest> tests, std::size_t from, std::s
     return {end, 0};
 }
 
+quint64 boundsHolding(quint8 value, const quint8 *low, const quint8 *span)
+{
+    const __m128i values = _mm_set1_epi8(static_cast<char>(value));
+    quint64 holding = 0;
+    for (std::size_t n = 0; n < PixelKernels::blockSize; n += width)
+        holding |= bits(passing(values, load(low + n), load(span + n))) << n;
+    return holding;
+}
+
 std::size_t firstFailure(const quint8 *row, const quint8 *low, const quint8 *span, std::size_t count)
 {
     for (std::size_t at = 0; at < count; at += width) {
@@ -100,7 +109,8 @@ std::size_t firstFailure(const quint8 *row, const quint8 *low, const quint8 *spa
 
 } // namespace
 
-const PixelKernels sse2PixelKernels{"SSE2", findColour, extractChannel, nextSurvivors, firstFailure};
+const PixelKernels sse2PixelKernels{
+    "SSE2", findColour, extractChannel, nextSurvivors, boundsHolding, firstFailure};
 
 } // namespace plum
 

@@ -57,7 +57,21 @@ Frequencies sampleFrequencies(const SearchedArea &area, const PictureTemplate &p
     return below;
 }
 
-// The pixel of each cell that turns away most of the sampled pixels.
+// One candidate of a cell of the grid: the pixel that turns away most of the sampled pixels on one side.
+struct CellBest
+{
+    int away = 0;
+    std::size_t at = 0; // index into the picture's bounds
+
+    void offer(int otherAway, std::size_t otherAt)
+    {
+        if (otherAway > away)
+            *this = {otherAway, otherAt};
+    }
+};
+
+// From each cell the pixel that turns away most of what is darker, and the one for what is brighter: on a
+// bright screen it is a picture's few dark pixels that decide, however rarely they do elsewhere.
 std::vector<Candidate> candidatesOf(
     const PictureTemplate &picture, int channel, const std::array<quint16, 257> &below)
 {
@@ -66,8 +80,8 @@ std::vector<Candidate> candidatesOf(
         return {};
     const std::size_t width = static_cast<std::size_t>(picture.comparedWidth());
     const std::size_t height = static_cast<std::size_t>(picture.comparedHeight());
-    std::array<int, cells * cells> most{};
-    std::array<std::size_t, cells * cells> place{};
+    std::array<CellBest, cells * cells> darker;
+    std::array<CellBest, cells * cells> brighter;
     for (std::size_t row = 0; row < height; ++row) {
         const std::size_t cellRow = row * cells / height * cells;
         for (std::size_t cell = 0; cell < cells; ++cell) {
@@ -75,21 +89,17 @@ std::vector<Candidate> candidatesOf(
             for (std::size_t column = cell * width / cells; column < end; ++column) {
                 const std::size_t at = row * picture.stride() + column;
                 const std::size_t low = bounds.low[at];
-                const int away = below[256] - (below[low + bounds.span[at] + 1] - below[low]);
-                if (away > most[cellRow + cell]) {
-                    most[cellRow + cell] = away;
-                    place[cellRow + cell] = at;
-                }
+                darker[cellRow + cell].offer(below[low], at);
+                brighter[cellRow + cell].offer(below[256] - below[low + bounds.span[at] + 1], at);
             }
         }
     }
     std::vector<Candidate> candidates;
-    for (std::size_t cell = 0; cell < most.size(); ++cell) {
-        if (most[cell] == 0)
-            continue;
-        const std::size_t at = place[cell];
-        candidates.push_back({{channel, at % picture.stride(), at / picture.stride(), bounds.low[at], bounds.span[at]},
-            {}});
+    for (const auto &side : {darker, brighter}) {
+        for (const CellBest &best : side) {
+            if (best.away > 0)
+                candidates.push_back({testAt(picture, channel, best.at), {}});
+        }
     }
     return candidates;
 }
@@ -112,6 +122,12 @@ void findFailures(std::vector<Candidate> &candidates, const SearchedArea &area, 
 }
 
 } // namespace
+
+PixelTest testAt(const PictureTemplate &picture, int channel, std::size_t at)
+{
+    const auto &bounds = picture.bounds(channel);
+    return {channel, at % picture.stride(), at / picture.stride(), bounds.low[at], bounds.span[at]};
+}
 
 std::vector<PixelTest> selectTests(const SearchedArea &area, const PictureTemplate &picture)
 {
