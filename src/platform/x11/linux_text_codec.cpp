@@ -6,10 +6,9 @@ namespace plum {
 
 QString LinuxTextCodec::fromSystem(QByteArrayView bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8(bytes);
-    if (!utf8.hasError())
-        return text;
+    // Testing first holds one text in memory where decoding twice would hold two.
+    if (bytes.isValidUtf8())
+        return QString::fromUtf8(bytes);
     QStringDecoder gb18030("GB18030");
     return gb18030(bytes);
 }
