@@ -46,7 +46,7 @@ public:
         if (!m_reply.isFinished())
             m_loop.exec();
         const int status = m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        const bool complete = m_reply.isFinished() && isAnswer(m_reply.error());
+        const bool complete = m_reply.isFinished() && isAnswer(status, m_reply.error());
         take();
         if (!complete || m_tooLarge)
             return {};
@@ -54,10 +54,11 @@ public:
     }
 
 private:
-    // Qt counts a status of 400 and above as an error too, but the answer has arrived.
-    static bool isAnswer(QNetworkReply::NetworkError error)
+    // Qt counts a status of 400 and above as an error of its own kinds, but the answer has arrived.
+    static bool isAnswer(int status, QNetworkReply::NetworkError error)
     {
-        return error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied;
+        return error == QNetworkReply::NoError
+            || (status >= 400 && error >= QNetworkReply::ContentAccessDenied);
     }
 
     void take()

@@ -1,6 +1,6 @@
 #include "modules/js/classic_text.h"
 
-#include <QJSValue>
+#include <QJSEngine>
 
 #include <cmath>
 
@@ -11,6 +11,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int mostDigits = 15;
+
+// A list of the text, or nothing when the conversion fails.
+constexpr QLatin1StringView converter("(function(toText) { return function(value) { try { return "
+                                      "[toText(value)]; } catch (error) { } }; })(String)");
 
 } // namespace
 
@@ -24,7 +28,12 @@ QString classicNumber(double number)
     return number == 0 ? u"0"_s : QString::number(number, 'G', mostDigits);
 }
 
-std::optional<QString> classicText(const QJSValue &value)
+ClassicText::ClassicText(QJSEngine &engine)
+    : m_convert(engine.evaluate(converter))
+{
+}
+
+std::optional<QString> ClassicText::of(const QJSValue &value) const
 {
     if (value.isNull())
         return std::nullopt;
@@ -36,7 +45,10 @@ std::optional<QString> classicText(const QJSValue &value)
         return classicNumber(value.toNumber());
     if (value.isError())
         return u"[object Error]"_s;
-    return value.toString();
+    if (!value.isObject())
+        return value.toString();
+    const QJSValue text = m_convert.call({value});
+    return text.isArray() ? std::optional(text.property(0).toString()) : std::nullopt;
 }
 
 } // namespace plum

@@ -65,13 +65,14 @@ private:
 
     JavaScript::Result evaluateIn(QJSEngine &engine) const
     {
+        const ClassicText texts(engine);
         QStringList trace;
         const QJSValue value = engine.evaluate(m_program, QString(), 1, &trace);
         // An error object can also be an ordinary value; only a thrown one leaves a trace.
         if (!trace.isEmpty() || engine.isInterrupted())
             return {false, value.toString()};
-        const std::optional<QString> text = classicText(value);
-        if (!text || engine.hasError())
+        const std::optional<QString> text = texts.of(value);
+        if (!text || engine.isInterrupted())
             return {false, u"The value is no text."_s};
         return {true, *text};
     }
