@@ -2,7 +2,18 @@
 
 #include <QStringDecoder>
 
+#include <algorithm>
+
 namespace plum {
+
+namespace {
+
+qsizetype asciiPrefix(QByteArrayView bytes)
+{
+    return std::ranges::find_if(bytes, [](char byte) { return (byte & 0x80) != 0; }) - bytes.begin();
+}
+
+} // namespace
 
 QString LinuxTextCodec::fromSystem(QByteArrayView bytes)
 {
@@ -20,8 +31,12 @@ QByteArray LinuxTextCodec::toSystem(QStringView text)
 
 QString LinuxTextCodec::fromGb2312(QByteArrayView bytes)
 {
+    // The converter takes ten times as long over ASCII, which is all that many pages hold.
+    const QByteArrayView ascii = bytes.first(asciiPrefix(bytes));
+    if (ascii.size() == bytes.size())
+        return QString::fromLatin1(bytes);
     QStringDecoder gbk("GBK");
-    return gbk(bytes);
+    return QString::fromLatin1(ascii) + QString(gbk(bytes.sliced(ascii.size())));
 }
 
 QString LinuxTextCodec::fromUtf8(QByteArrayView bytes)
