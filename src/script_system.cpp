@@ -8,11 +8,28 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The local time to the second. Asking for the time zone costs a look at the disk, so it is done once a
+// second and not at every pause.
+clsWaitableTimer::Clock clockOfSeconds()
+{
+    return [second = qint64(0), time = QDateTime()]() mutable {
+        if (const qint64 now = QDateTime::currentSecsSinceEpoch(); now != second) {
+            second = now;
+            time = QDateTime::fromSecsSinceEpoch(now);
+        }
+        return time;
+    };
+}
+
+} // namespace
+
 ScriptSystem::ScriptSystem(Platform &platform, Launcher &launcher, const QString &executableName)
     : m_files(platform.paths(), platform.textCodec())
-    , m_reader({m_state, launcher, platform.clipboard(), platform.pointer(), platform.shell(), platform.paths(),
-          m_files})
-    , m_waiter(platform.timers(), executableName, &QDateTime::currentDateTime)
+    , m_reader({m_state, launcher, platform.clipboard(), platform.pointer(), platform.shell(),
+          platform.paths(), m_files})
+    , m_waiter(platform.timers(), executableName, clockOfSeconds())
     , m_loop(m_state, m_reader, m_waiter, launcher)
     , m_starts(m_state, m_loop, m_files, platform.paths())
     , m_clicks(platform.pointer(), m_waiter)

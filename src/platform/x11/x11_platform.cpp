@@ -1,5 +1,7 @@
 #include "platform/x11/x11_platform.h"
 
+#include <QAbstractEventDispatcher>
+
 namespace plum {
 
 X11Platform::X11Platform(const QString &programPath)

@@ -7,9 +7,11 @@
 #include "platform/x11/loaded_javascript.h"
 #include "platform/x11/termination_signals.h"
 #include "platform/x11/timer_descriptors.h"
+#include "platform/x11/x11_clipboard.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keyboard.h"
 #include "platform/x11/x11_pointer.h"
+#include "platform/x11/x11_shell.h"
 #include "platform/x11/x11_windows.h"
 
 #include <QSocketNotifier>
@@ -41,7 +43,7 @@ class X11Platform final : public Platform
 public:
     explicit X11Platform(const QString &programPath);
 
-    Clipboard &clipboard() override { return m_clipboard.get(); }
+    Clipboard &clipboard() override { return m_clipboard.get(connection()); }
     GlobalHotkey &hotkey() override { return m_hotkey.get(); }
     JavaScript &javaScript() override { return m_javaScript; }
     Keyboard &keyboard() override { return m_keyboard.get(connection()); }
@@ -49,7 +51,7 @@ public:
     Pointer &pointer() override { return m_pointer.get(connection()); }
     Screen &screen() override { return m_screen.get(); }
     Session &session() override { return m_session.get(); }
-    Shell &shell() override { return m_shell.get(); }
+    Shell &shell() override { return m_shell.get(m_paths); }
     TextCodec &textCodec() override { return m_textCodec; }
     WaitableTimers &timers() override { return m_timers; }
     Windows &windows() override { return m_windows.get(connection()); }
@@ -68,14 +70,14 @@ private:
     // The connection comes before the ports that use it.
     Lazy<X11Connection> m_connection;
     std::unique_ptr<QSocketNotifier> m_connectionEvents;
-    Lazy<AbsentClipboard> m_clipboard;
+    Lazy<X11Clipboard> m_clipboard;
     Lazy<AbsentHotkey> m_hotkey;
     LoadedJavaScript m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
     Lazy<X11Pointer> m_pointer;
     Lazy<AbsentScreen> m_screen;
     Lazy<AbsentSession> m_session;
-    Lazy<AbsentShell> m_shell;
+    Lazy<X11Shell> m_shell;
     Lazy<X11Windows> m_windows;
 };
 
