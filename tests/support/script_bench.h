@@ -3,6 +3,7 @@
 #include "commands/keyboard_commands.h"
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
+#include "commands/os_commands.h"
 #include "commands/window_commands.h"
 #include "engine/argument_reader.h"
 #include "engine/input_commands.h"
@@ -70,6 +71,10 @@ public:
     MouseCommands mouse{reader, {platform.pointer(), clicks, waiter, state.vardict, launcher}};
     KeyboardCommands keyboard{reader, platform.keyboard(), platform.clipboard(), waiter};
     WindowCommands window{reader, platform.windows(), state.vardict};
+    RecordingNotices notices{platform.log};
+    OsCommands os{reader,
+        {state, platform.paths(), platform.screen(), platform.pointer(), clicks, platform.clipboard(),
+            platform.session(), platform.windows(), launcher, notices}};
     TextCommands text{reader, state.vardict};
     SetCommand set{reader, state.vardict};
     TimeCommands time{reader, waiter};
@@ -81,6 +86,7 @@ public:
         loop.addNamespace(QStringLiteral("mouse"), mouse);
         loop.addNamespace(QStringLiteral("keyboard"), keyboard);
         loop.addNamespace(QStringLiteral("window"), window);
+        loop.addNamespace(QStringLiteral("os"), os);
         loop.addNamespace(QStringLiteral("text"), text);
         loop.addNamespace(QStringLiteral("set"), set);
         loop.addNamespace(QStringLiteral("time"), time);

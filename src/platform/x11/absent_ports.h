@@ -1,8 +1,6 @@
 #pragma once
 
 #include "platform/javascript.h"
-#include "platform/screen.h"
-#include "platform/session.h"
 
 namespace plum {
 
@@ -10,21 +8,6 @@ class AbsentJavaScript final : public JavaScript
 {
 public:
     Result evaluate(const QString &) override { return {}; }
-};
-class AbsentScreen final : public Screen
-{
-public:
-    QSize mainScreenSize() override { return {}; }
-    Capture capture(const QRect &) override { return {}; }
-};
-class AbsentSession final : public Session
-{
-public:
-    Outcome lockScreen() override { return Outcome::Unavailable; }
-    Outcome monitorOff() override { return Outcome::Unavailable; }
-    Outcome logOff() override { return Outcome::Unavailable; }
-    Outcome shutDown() override { return Outcome::Unavailable; }
-    Outcome restart() override { return Outcome::Unavailable; }
 };
 
 } // namespace plum

@@ -12,6 +12,8 @@
 #include "platform/x11/x11_keyboard.h"
 #include "platform/x11/x11_keymap.h"
 #include "platform/x11/x11_pointer.h"
+#include "platform/x11/x11_screen.h"
+#include "platform/x11/x11_session.h"
 #include "platform/x11/x11_shell.h"
 #include "platform/x11/x11_windows.h"
 
@@ -50,8 +52,8 @@ public:
     Keyboard &keyboard() override { return m_keyboard.get(connection(), keymap()); }
     Paths &paths() override { return m_paths; }
     Pointer &pointer() override { return m_pointer.get(connection()); }
-    Screen &screen() override { return m_screen.get(); }
-    Session &session() override { return m_session.get(); }
+    Screen &screen() override { return m_screen.get(connection()); }
+    Session &session() override { return m_session.get(connection()); }
     Shell &shell() override { return m_shell.get(m_paths); }
     TextCodec &textCodec() override { return m_textCodec; }
     WaitableTimers &timers() override { return m_timers; }
@@ -78,8 +80,8 @@ private:
     Lazy<AbsentJavaScript> m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
     Lazy<X11Pointer> m_pointer;
-    Lazy<AbsentScreen> m_screen;
-    Lazy<AbsentSession> m_session;
+    Lazy<X11Screen> m_screen;
+    Lazy<X11Session> m_session;
     Lazy<X11Shell> m_shell;
     Lazy<X11Windows> m_windows;
 };
