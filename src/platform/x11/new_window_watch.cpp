@@ -64,7 +64,8 @@ bool NewWindowWatch::belongsToSession(xcb_window_t window)
 xcb_window_t NewWindowWatch::find()
 {
     const std::vector<quint32> windows = numbers(m_connection->root(), "_NET_CLIENT_LIST");
-    const auto found = std::ranges::find_if(windows, [this](quint32 window) { return belongsToSession(window); });
+    const auto found
+        = std::ranges::find_if(windows, [this](quint32 window) { return belongsToSession(window); });
     return found == windows.end() ? xcb_window_t(XCB_NONE) : *found;
 }
 
