@@ -12,7 +12,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <limits>
 
 namespace plum {
 
@@ -230,8 +230,9 @@ void WinHttpDown::onData()
 
 void WinHttpDown::onFinished()
 {
+    const QPointer<WinHttpDown> self(this);
     const int transfer = m_transfer;
-    const auto isOver = [this, transfer] { return !m_busy || m_transfer != transfer; };
+    const auto isOver = [&] { return !self || !m_busy || m_transfer != transfer; };
     const bool failed = isTransferError(m_reply->error());
     if (!failed && !m_hasHeaders) {
         onHeaders();
