@@ -20,20 +20,33 @@ QByteArray littleEndian32(quint32 value)
     return bytes;
 }
 
-QByteArray deflated(const QByteArray &bytes, int level)
+namespace {
+
+QByteArray compressed(QByteArray bytes, int level, int flush)
 {
     z_stream stream{};
     deflateInit2(&stream, level, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
     QByteArray result(static_cast<qsizetype>(deflateBound(&stream, static_cast<uLong>(bytes.size()))), '\0');
-    QByteArray input = bytes;
-    stream.next_in = reinterpret_cast<Bytef *>(input.data());
-    stream.avail_in = static_cast<uInt>(input.size());
+    stream.next_in = reinterpret_cast<Bytef *>(bytes.data());
+    stream.avail_in = static_cast<uInt>(bytes.size());
     stream.next_out = reinterpret_cast<Bytef *>(result.data());
     stream.avail_out = static_cast<uInt>(result.size());
-    deflate(&stream, Z_FINISH);
+    deflate(&stream, flush);
     result.resize(static_cast<qsizetype>(stream.total_out));
     deflateEnd(&stream);
     return result;
+}
+
+} // namespace
+
+QByteArray deflated(const QByteArray &bytes, int level)
+{
+    return compressed(bytes, level, Z_FINISH);
+}
+
+QByteArray flushed(const QByteArray &bytes)
+{
+    return compressed(bytes, 6, Z_FULL_FLUSH);
 }
 
 BuiltEntry storedEntry(const QByteArray &name, const QByteArray &content)

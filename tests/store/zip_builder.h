@@ -11,6 +11,9 @@ QByteArray littleEndian32(quint32 value);
 // `bytes` as a raw DEFLATE stream.
 QByteArray deflated(const QByteArray &bytes, int level = 6);
 
+// The same as blocks of which none is the last, ending on a byte boundary.
+QByteArray flushed(const QByteArray &bytes);
+
 // One entry to be built. What is left alone is right; set a field to make it lie.
 struct BuiltEntry
 {
