@@ -76,6 +76,15 @@ public:
         return names;
     }
 
+    // As new.
+    void reset()
+    {
+        QFile::remove(folder.filePath(QStringLiteral("a.wfp")));
+        QDir(systemTarget()).removeRecursively();
+        errors.clear();
+        progress.clear();
+    }
+
     static QString backslashed(QString path) { return path.replace(u'/', u'\\'); }
 
     QTemporaryDir folder;

@@ -82,10 +82,10 @@ Expected expect(const QByteArray &archive, const ZipEntry &entry, const QString 
 }
 
 // Unpacks a damaged archive of one entry and compares with what is expected of it.
-void check(const QByteArray &archive, const QString &what)
+void check(UnzipBench &bench, const QByteArray &archive, const QString &what)
 {
     SCOPED_TRACE(what.toStdString());
-    UnzipBench bench;
+    bench.reset();
     const bool isRead = bench.init(archive);
     EXPECT_EQ(isRead, bench.errors.isEmpty());
     if (!isRead) {
@@ -144,19 +144,21 @@ qint64 memoryPeak(const QByteArray &field)
 
 TEST(UnzipHostile, EveryTruncationIsHandledLikeTheReference)
 {
+    UnzipBench bench;
     for (const QByteArray &archive : smallArchives()) {
         for (qsizetype size = 0; size < archive.size(); ++size)
-            check(archive.first(size), u"%1 bytes"_s.arg(size));
+            check(bench, archive.first(size), u"%1 bytes"_s.arg(size));
     }
 }
 
 TEST(UnzipHostile, EveryFlippedBitIsHandledLikeTheReference)
 {
+    UnzipBench bench;
     for (const QByteArray &archive : smallArchives()) {
         for (qsizetype bit = 0; bit < archive.size() * 8; ++bit) {
             QByteArray damaged = archive;
             damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ 1 << bit % 8);
-            check(damaged, u"bit %1"_s.arg(bit));
+            check(bench, damaged, u"bit %1"_s.arg(bit));
         }
     }
 }

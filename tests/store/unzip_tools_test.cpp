@@ -82,6 +82,7 @@ TEST_P(UnzipTools, UnpackToWhatWasPacked)
         QFile file(source.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
+        file.flush();
         file.setFileTime(sampleTimes[index++ % 2], QFile::FileModificationTime);
     }
 
