@@ -211,7 +211,7 @@ bool WinHttpDown::openFiles()
 
 void WinHttpDown::onData()
 {
-    if (!m_partial.isOpen())
+    if (!m_partial.isOpen() || !m_reply->isOpen())
         return;
     const QByteArray piece = m_reply->readAll();
     if (piece.isEmpty())
@@ -289,8 +289,7 @@ void WinHttpDown::release()
     if (QNetworkReply *const reply = m_reply; reply) {
         m_reply.clear();
         reply->disconnect(this);
-        reply->abort();
-        reply->deleteLater();
+        reply->deleteLater(); // this ends the request; abort() inside of its own signals confuses it
     }
     m_partial.close();
 }
