@@ -23,7 +23,7 @@ using scenes::Scene;
 namespace {
 
 // What the plain reference may cost: channel comparisons for one search.
-constexpr double referenceLimit = 4e10;
+constexpr double referenceLimit = 2e10;
 
 ScreenRegion regionOf(const Picture &screen)
 {
@@ -32,7 +32,7 @@ ScreenRegion regionOf(const Picture &screen)
 
 std::optional<Position> findOnce(const Picture &screen, const Picture &picture)
 {
-    FindPicScan scan(pixelKernels());
+    static FindPicScan scan(pixelKernels()); // its memory would be part of the time otherwise
     return scan.find(regionOf(screen), PictureTemplate(picture, scenes::tolerance));
 }
 

@@ -8,7 +8,9 @@
 #include "platform/x11/timer_descriptors.h"
 #include "platform/x11/x11_clipboard.h"
 #include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_hotkey.h"
 #include "platform/x11/x11_keyboard.h"
+#include "platform/x11/x11_keymap.h"
 #include "platform/x11/x11_pointer.h"
 #include "platform/x11/x11_screen.h"
 #include "platform/x11/x11_session.h"
@@ -45,9 +47,9 @@ public:
     explicit X11Platform(const QString &programPath);
 
     Clipboard &clipboard() override { return m_clipboard.get(connection()); }
-    GlobalHotkey &hotkey() override { return m_hotkey.get(); }
+    GlobalHotkey &hotkey() override { return m_hotkey.get(connection(), keymap()); }
     JavaScript &javaScript() override { return m_javaScript.get(); }
-    Keyboard &keyboard() override { return m_keyboard.get(connection()); }
+    Keyboard &keyboard() override { return m_keyboard.get(connection(), keymap()); }
     Paths &paths() override { return m_paths; }
     Pointer &pointer() override { return m_pointer.get(connection()); }
     Screen &screen() override { return m_screen.get(connection()); }
@@ -62,17 +64,19 @@ public:
 
 private:
     X11Connection &connection();
+    X11Keymap &keymap() { return m_keymap.get(connection()); }
 
     FilePaths m_paths;
     LinuxTextCodec m_textCodec;
     TimerDescriptors m_timers;
     Lazy<TerminationSignals> m_signals;
 
-    // The connection comes before the ports that use it.
+    // The connection and the map of the keyboard come before the ports that use them.
     Lazy<X11Connection> m_connection;
     std::unique_ptr<QSocketNotifier> m_connectionEvents;
+    Lazy<X11Keymap> m_keymap;
     Lazy<X11Clipboard> m_clipboard;
-    Lazy<AbsentHotkey> m_hotkey;
+    Lazy<X11Hotkey> m_hotkey;
     Lazy<AbsentJavaScript> m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
     Lazy<X11Pointer> m_pointer;
