@@ -268,6 +268,38 @@ TEST_P(FastSearch, FindsPicturesWhereTheRulesDo)
     EXPECT_LT(hits, caseCount() * 19 / 20);
 }
 
+// Screens on which nearly everything matches, large enough that what the scan remembers of earlier failures
+// fills up, is forgotten and is used again; the hit, if any, is far down.
+TEST_P(FastSearch, FindsPicturesOnLargeScreensThatNearlyMatch)
+{
+    Dice dice(4);
+    int hits = 0;
+    constexpr int cases = 60;
+    for (int number = 0; number < cases; ++number) {
+        Case with;
+        const int width = dice.between(200, 900);
+        const int height = dice.between(60, 160);
+        with.screen = paint(dice, Paint::Flat, width, height);
+        const int distance = dice.of({5, 17, 60, 400});
+        for (quint32 &pixel : with.screen.pixels)
+            pixel = dice.oneIn(distance) ? pixel ^ 0xff0000 : pixel;
+        const int side = dice.of({6, 16, 40});
+        if (dice.oneIn(2))
+            with.picture = cut(with.screen, width - side - 2, height - side - 2, side, side);
+        else
+            with.picture = paint(dice, Paint::RedAlone, side, side);
+        with.picture.pixels[static_cast<std::size_t>(side - 1)]
+            ^= 0xffffff; // keeps it whole, is not compared
+        with.region = QRect(0, 0, width, height);
+        with.tolerance = {88, 221, 255};
+        const QString expected = reference::FindPic(with.screen, with.picture, with.tolerance);
+        ASSERT_EQ(findPicture(with), expected) << describe(with, number);
+        hits += expected.isEmpty() ? 0 : 1;
+    }
+    EXPECT_GT(hits, cases / 10);
+    EXPECT_LT(hits, cases * 9 / 10);
+}
+
 TEST_P(FastSearch, FindsColoursWhereTheRulesDo)
 {
     Dice dice(2);
