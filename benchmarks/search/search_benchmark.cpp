@@ -153,7 +153,8 @@ void registerCapture(Screen &screen, QSize size)
             for (auto _ : state)
                 benchmark::DoNotOptimize(screen.capture({QPoint(), size}));
         })
-        ->Unit(benchmark::kMillisecond);
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
     benchmark::RegisterBenchmark((sizeText(size) + ", capture/memcpy").c_str(),
         [size](benchmark::State &state) {
             const std::size_t count
@@ -165,7 +166,8 @@ void registerCapture(Screen &screen, QSize size)
                 benchmark::ClobberMemory();
             }
         })
-        ->Unit(benchmark::kMillisecond);
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
 }
 
 Picture captured(Screen &screen, const QRect &region)
