@@ -51,7 +51,8 @@ std::vector<quint32> NewWindowWatch::numbers(xcb_window_t window, const char *pr
         m_connection->atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
     if (!found || found->format != 32)
         return {};
-    std::vector<quint32> values(static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32));
+    std::vector<quint32> values(
+        static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32));
     std::memcpy(values.data(), xcb_get_property_value(found.get()), values.size() * sizeof(quint32));
     return values;
 }
@@ -66,7 +67,8 @@ bool NewWindowWatch::belongsToSession(xcb_window_t window)
 xcb_window_t NewWindowWatch::find()
 {
     const std::vector<quint32> windows = numbers(m_connection->root(), "_NET_CLIENT_LIST");
-    const auto found = std::ranges::find_if(windows, [this](quint32 window) { return belongsToSession(window); });
+    const auto found
+        = std::ranges::find_if(windows, [this](quint32 window) { return belongsToSession(window); });
     return found == windows.end() ? xcb_window_t(XCB_NONE) : *found;
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/platform.h"
-#include "platform/x11/absent_ports.h"
 #include "platform/x11/file_paths.h"
 #include "platform/x11/linux_text_codec.h"
+#include "platform/x11/loaded_javascript.h"
 #include "platform/x11/termination_signals.h"
 #include "platform/x11/timer_descriptors.h"
 #include "platform/x11/x11_clipboard.h"
@@ -48,7 +48,7 @@ public:
 
     Clipboard &clipboard() override { return m_clipboard.get(connection()); }
     GlobalHotkey &hotkey() override { return m_hotkey.get(connection(), keymap()); }
-    JavaScript &javaScript() override { return m_javaScript.get(); }
+    JavaScript &javaScript() override { return m_javaScript; }
     Keyboard &keyboard() override { return m_keyboard.get(connection(), keymap()); }
     Paths &paths() override { return m_paths; }
     Pointer &pointer() override { return m_pointer.get(connection()); }
@@ -77,7 +77,7 @@ private:
     Lazy<X11Keymap> m_keymap;
     Lazy<X11Clipboard> m_clipboard;
     Lazy<X11Hotkey> m_hotkey;
-    Lazy<AbsentJavaScript> m_javaScript;
+    LoadedJavaScript m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
     Lazy<X11Pointer> m_pointer;
     Lazy<X11Screen> m_screen;
