@@ -26,9 +26,9 @@ struct Range
 };
 
 // Length symbols 257 to 285.
-inline constexpr std::array<Range, 29> lengths{{{3, 0}, {4, 0}, {5, 0}, {6, 0}, {7, 0}, {8, 0}, {9, 0}, {10, 0},
-    {11, 1}, {13, 1}, {15, 1}, {17, 1}, {19, 2}, {23, 2}, {27, 2}, {31, 2}, {35, 3}, {43, 3}, {51, 3}, {59, 3},
-    {67, 4}, {83, 4}, {99, 4}, {115, 4}, {131, 5}, {163, 5}, {195, 5}, {227, 5}, {258, 0}}};
+inline constexpr std::array<Range, 29> lengths{{{3, 0}, {4, 0}, {5, 0}, {6, 0}, {7, 0}, {8, 0}, {9, 0},
+    {10, 0}, {11, 1}, {13, 1}, {15, 1}, {17, 1}, {19, 2}, {23, 2}, {27, 2}, {31, 2}, {35, 3}, {43, 3},
+    {51, 3}, {59, 3}, {67, 4}, {83, 4}, {99, 4}, {115, 4}, {131, 5}, {163, 5}, {195, 5}, {227, 5}, {258, 0}}};
 
 // What symbol 285 means in Deflate64.
 inline constexpr Range deflate64LastLength{3, 16};
@@ -47,8 +47,9 @@ inline constexpr std::array<quint8, codeLengthSymbols> codeLengthOrder{
 } // namespace deflate
 
 // One entry of a decoding table, made to be used with few instructions:
-// bits 0-7 all bits to take from the input (code and extra bits), 8-11 the bits of the code itself,
-// 12-15 the kind, 16-31 the value (literal, base of a length or distance, start of a second-level table).
+// bits 0-7 all bits to take from the input (code and extra bits), 8-11 the bits of the code itself (for a
+// table with joined literals: the number of literals), 12-15 the kind, 16-31 the value (literals, base of a
+// length or distance, start of a second-level table).
 using DecodeEntry = quint32;
 
 namespace decode {
@@ -76,20 +77,16 @@ constexpr quint32 value(DecodeEntry entry)
 
 // A prefix code as a table of two levels: the first is indexed by the next `primaryBits` input bits, longer
 // codes go on in a second-level table. Codes that no symbol has lead to `decode::invalid`.
-template<int PrimaryBits, int LongestCode, int Symbols> class DecodeTable
+template <int PrimaryBits, int LongestCode, int Symbols> class DecodeTable
 {
 public:
     // Builds the code from the length of each symbol's code (0: none) and what each symbol means.
     // False for an over-subscribed code; an incomplete one is accepted, an empty one too.
     bool build(std::span<const quint8> codeLengths, std::span<const DecodeEntry, Symbols> meanings);
 
-    DecodeEntry find(quint64 bits) const
-    {
-        const DecodeEntry entry = m_entries[bits & m_primaryMask];
-        if ((entry & (decode::exceptional | decode::link)) != (decode::exceptional | decode::link))
-            return entry;
-        return second(entry, bits >> decode::totalBits(entry));
-    }
+    // Joins literals that stand next to each other in the input into one entry where both codes fit into
+    // the first level: the value's low byte comes out first, codeBits() is how many bytes come out.
+    void joinLiterals();
 
     DecodeEntry first(quint64 bits) const { return m_entries[bits & m_primaryMask]; }
 
@@ -104,6 +101,7 @@ private:
     static constexpr int secondBits = LongestCode - PrimaryBits;
 
     quint64 m_primaryMask = 0;
+    size_t m_size = 0; // of both levels
     // Every second-level table holds one symbol at least.
     std::array<DecodeEntry, (1 << PrimaryBits) + (Symbols << secondBits)> m_entries{};
 };
@@ -113,11 +111,13 @@ inline constexpr int distancePrimaryBits = 8;
 
 using LiteralTable = DecodeTable<literalPrimaryBits, deflate::longestCode, deflate::literalSymbols>;
 using DistanceTable = DecodeTable<distancePrimaryBits, deflate::longestCode, deflate::distanceSymbols>;
-using CodeLengthTable = DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode, deflate::codeLengthSymbols>;
+using CodeLengthTable
+    = DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode, deflate::codeLengthSymbols>;
 
 extern template class DecodeTable<literalPrimaryBits, deflate::longestCode, deflate::literalSymbols>;
 extern template class DecodeTable<distancePrimaryBits, deflate::longestCode, deflate::distanceSymbols>;
-extern template class DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode, deflate::codeLengthSymbols>;
+extern template class DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode,
+    deflate::codeLengthSymbols>;
 
 // What the symbols of each alphabet mean, as entries without the length of their code.
 std::span<const DecodeEntry, deflate::literalSymbols> literalMeanings(bool deflate64);
