@@ -17,8 +17,8 @@
 #include "engine/text_commands.h"
 #include "engine/text_files.h"
 #include "engine/time_commands.h"
-#include "support/recording/recording_commands.h"
 #include "support/printers.h"
+#include "support/recording/recording_commands.h"
 #include "support/recording/recording_platform.h"
 
 namespace plum::recording {

@@ -54,7 +54,8 @@ protected:
     {
         const QByteArray answer = folder.filePath(u"answer"_s).toLocal8Bit();
         return write(name,
-            "#!/bin/sh\n{\n" + commands + "\n} >" + answer + ".part\nmv " + answer + ".part " + answer + '\n', true);
+            "#!/bin/sh\n{\n" + commands + "\n} >" + answer + ".part\nmv " + answer + ".part " + answer + '\n',
+            true);
     }
 
     // What the program printed that was started last.
@@ -102,7 +103,8 @@ TEST_F(ShellTest, aProgramGetsItsParametersAsWords)
 
 TEST_F(ShellTest, aProgramWithoutParametersGetsNone)
 {
-    EXPECT_TRUE(shell().open(program(u"show"_s, listArguments() + "; echo $#"), QString(), ShowState::Normal));
+    EXPECT_TRUE(
+        shell().open(program(u"show"_s, listArguments() + "; echo $#"), QString(), ShowState::Normal));
     EXPECT_EQ(answer(), u"0\n");
 }
 
@@ -134,7 +136,8 @@ TEST_F(ShellTest, aMissingProgramStartsNothing)
 
 TEST_F(ShellTest, aProgramWhoseInterpreterIsMissingStartsNothing)
 {
-    EXPECT_FALSE(shell().open(write(u"broken"_s, "#!/no/such/interpreter\n", true), QString(), ShowState::Normal));
+    EXPECT_FALSE(
+        shell().open(write(u"broken"_s, "#!/no/such/interpreter\n", true), QString(), ShowState::Normal));
 }
 
 TEST_F(ShellTest, aDocumentGoesToTheDesktop)
@@ -176,7 +179,8 @@ TEST_F(ShellTest, withoutAnOpenerNothingIsStarted)
 TEST_F(ShellTest, aHelperGetsItsCommandLineWhole)
 {
     const QString path = program(u"helper.exe"_s, listArguments());
-    EXPECT_TRUE(shell().startHelper(QString(path).replace(u'/', u'\\'), u"_url_|||a 'b' \"c\"|||\\d"_s, ShowState::Normal));
+    EXPECT_TRUE(shell().startHelper(
+        QString(path).replace(u'/', u'\\'), u"_url_|||a 'b' \"c\"|||\\d"_s, ShowState::Normal));
     EXPECT_EQ(answer(), u"<_url_|||a 'b' \"c\"|||\\d>");
 }
 
@@ -191,19 +195,22 @@ TEST_F(ShellTest, aProgramThatHasEndedIsNoZombie)
     EXPECT_TRUE(shell().open(program(u"show"_s, "echo $PPID"), QString(), ShowState::Normal));
     EXPECT_NE(answer().trimmed(), QString::number(getpid()));
     EXPECT_FALSE(hasZombie());
-    EXPECT_FALSE(shell().open(write(u"broken"_s, "#!/no/such/interpreter\n", true), QString(), ShowState::Normal));
+    EXPECT_FALSE(
+        shell().open(write(u"broken"_s, "#!/no/such/interpreter\n", true), QString(), ShowState::Normal));
     EXPECT_FALSE(hasZombie());
 }
 
 TEST_F(ShellTest, aProgramHasNoSignalBlocked)
 {
-    platform->onEndRequested([] { });
+    platform->onEndRequested([] {});
     sigset_t blocked;
-    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
-    ASSERT_TRUE(sigismember(&blocked, SIGTERM));
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
     EXPECT_TRUE(shell().open(
         program(u"show"_s, "grep -E 'Sig(Blk|Ign)' /proc/self/status"), QString(), ShowState::Normal));
     EXPECT_EQ(answer(), u"SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n");
+    pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
 }
 
 TEST_F(ShellTest, aProgramHasNoDescriptorOfOurs)
@@ -223,7 +230,8 @@ TEST_F(ShellTest, aProgramHasNoDescriptorOfOurs)
 
 TEST_F(ShellTest, aProgramLeadsASessionOfItsOwn)
 {
-    EXPECT_TRUE(shell().open(program(u"show"_s, "echo $$; cut -d' ' -f6 /proc/$$/stat"), QString(), ShowState::Normal));
+    EXPECT_TRUE(shell().open(
+        program(u"show"_s, "echo $$; cut -d' ' -f6 /proc/$$/stat"), QString(), ShowState::Normal));
     const QStringList numbers = answer().split(u'\n');
     EXPECT_EQ(numbers.value(0), numbers.value(1));
 }
@@ -287,10 +295,10 @@ protected:
 
     QByteArray text(xcb_window_t window, const char *property)
     {
-        const auto found = other.reply(xcb_get_property_reply, xcb_get_property, 0, window, other.atom(property),
-            XCB_GET_PROPERTY_TYPE_ANY, 0, 64);
+        const auto found = other.reply(xcb_get_property_reply, xcb_get_property, 0, window,
+            other.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 64);
         return found ? QByteArray(static_cast<const char *>(xcb_get_property_value(found.get())),
-                           xcb_get_property_value_length(found.get()))
+                   xcb_get_property_value_length(found.get()))
                      : QByteArray();
     }
 
@@ -302,7 +310,8 @@ protected:
             return XCB_NONE;
         const xcb_window_t *children = xcb_query_tree_children(tree.get());
         for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
-            if (text(children[i], "_NET_WM_NAME") == "A new one" && !numbers(children[i], "_NET_WM_PID").empty())
+            if (text(children[i], "_NET_WM_NAME") == "A new one"
+                && !numbers(children[i], "_NET_WM_PID").empty())
                 return children[i];
             if (const xcb_window_t found = find(children[i]))
                 return found;
@@ -312,8 +321,8 @@ protected:
 
     std::vector<quint32> numbers(xcb_window_t window, const char *property)
     {
-        const auto found = other.reply(xcb_get_property_reply, xcb_get_property, 0, window, other.atom(property),
-            XCB_GET_PROPERTY_TYPE_ANY, 0, 64);
+        const auto found = other.reply(xcb_get_property_reply, xcb_get_property, 0, window,
+            other.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 64);
         if (!found)
             return {};
         std::vector<quint32> values(static_cast<size_t>(xcb_get_property_value_length(found.get())) / 4);
@@ -361,7 +370,8 @@ TEST_F(ManagedShellTest, aWindowStartsHidden)
     // Managed first, then taken off the screen and given back by the manager.
     EXPECT_TRUE(waitUntil([&] {
         const xcb_window_t window = find(other.root());
-        const auto attributes = other.reply(xcb_get_window_attributes_reply, xcb_get_window_attributes, window);
+        const auto attributes
+            = other.reply(xcb_get_window_attributes_reply, xcb_get_window_attributes, window);
         return window != XCB_NONE && state().value_or(0) == 0 && attributes
             && attributes->map_state == XCB_MAP_STATE_UNMAPPED && !numbers(window, "_OB_APP_CLASS").empty();
     }));
