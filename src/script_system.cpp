@@ -39,6 +39,9 @@ ScriptSystem::ScriptSystem(Platform &platform, Launcher &launcher, const QString
     , m_set(m_reader, m_state.vardict)
     , m_time(m_reader, m_waiter)
     , m_window(m_reader, platform.windows(), m_state.vardict)
+    , m_os(m_reader,
+          {m_state, platform.paths(), platform.screen(), platform.pointer(), m_clicks, platform.clipboard(),
+              platform.session(), platform.windows(), launcher, m_notices})
     , m_print(m_reader, platform.shell(), platform.paths())
     , m_input(m_reader, launcher, m_state.vardict)
 {
@@ -48,6 +51,7 @@ ScriptSystem::ScriptSystem(Platform &platform, Launcher &launcher, const QString
     m_loop.addNamespace(u"set"_s, m_set);
     m_loop.addNamespace(u"time"_s, m_time);
     m_loop.addNamespace(u"window"_s, m_window);
+    m_loop.addNamespace(u"os"_s, m_os);
     m_loop.addNamespace(u"print"_s, m_print);
     m_loop.addNamespace(u"input"_s, m_input);
     m_loop.addNamespace(u"me"_s, m_input);

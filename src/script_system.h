@@ -3,6 +3,8 @@
 #include "commands/keyboard_commands.h"
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
+#include "commands/notices.h"
+#include "commands/os_commands.h"
 #include "commands/waitable_timer.h"
 #include "commands/window_commands.h"
 #include "engine/argument_reader.h"
@@ -46,6 +48,8 @@ private:
     SetCommand m_set;
     TimeCommands m_time;
     WindowCommands m_window;
+    StandardErrorNotices m_notices;
+    OsCommands m_os;
     PrintCommands m_print;
     InputCommands m_input;
 };

@@ -7,6 +7,7 @@
 #include "commands/mouse_commands.h"
 #include "commands/net_commands.h"
 #include "commands/webbox_commands.h"
+#include "commands/os_commands.h"
 #include "commands/window_commands.h"
 #include "engine/argument_reader.h"
 #include "engine/input_commands.h"
@@ -84,6 +85,10 @@ public:
     NetCommands net{
         reader, {http, upload, platform.textCodec(), platform.shell(), platform.paths(), state.vardict}};
     WebboxCommands webbox{reader, platform.shell(), platform.paths()};
+    RecordingNotices notices{platform.log};
+    OsCommands os{reader,
+        {state, platform.paths(), platform.screen(), platform.pointer(), clicks, platform.clipboard(),
+            platform.session(), platform.windows(), launcher, notices}};
     TextCommands text{reader, state.vardict};
     SetCommand set{reader, state.vardict};
     TimeCommands time{reader, waiter};
@@ -98,6 +103,7 @@ public:
         loop.addNamespace(QStringLiteral("file"), file);
         loop.addNamespace(QStringLiteral("net"), net);
         loop.addNamespace(QStringLiteral("webbox"), webbox);
+        loop.addNamespace(QStringLiteral("os"), os);
         loop.addNamespace(QStringLiteral("text"), text);
         loop.addNamespace(QStringLiteral("set"), set);
         loop.addNamespace(QStringLiteral("time"), time);

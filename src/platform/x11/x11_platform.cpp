@@ -26,6 +26,11 @@ X11Connection &X11Platform::connection()
                 if (!open.isOpen())
                     m_connectionEvents->setEnabled(false);
             });
+        // An event that came together with the answer to a request has left the socket already.
+        if (QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance()) {
+            QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, m_connectionEvents.get(),
+                [this] { m_connection.get().dispatchArrived(); });
+        }
     }
     return made;
 }
