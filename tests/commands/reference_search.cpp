@@ -57,8 +57,8 @@ Box boxOf(const Picture &picture)
         const Rgb pixel = rgb(picture, column, row);
         return pixel.r != background.r && pixel.g != background.g && pixel.b != background.b;
     };
-    const bool trimmed = background == rgb(picture, width - 1, 0)
-        && background == rgb(picture, 0, height - 1) && background == rgb(picture, width - 1, height - 1);
+    const bool trimmed = background == rgb(picture, width - 1, 0) && background == rgb(picture, 0, height - 1)
+        && background == rgb(picture, width - 1, height - 1);
     if (!trimmed)
         return {0, 0, width, height, {-1, 0, 0}};
 

@@ -171,7 +171,8 @@ Case anyCase(Dice &dice)
     made.screen = paint(dice, anyPaint(dice), dice.between(1, 140), dice.between(1, 24));
     made.region = QRect(0, 0, made.screen.width, made.screen.height);
     if (dice.oneIn(3)) {
-        made.region = QRect(dice.between(-30, 60), dice.between(-30, 20), dice.between(-1, 150), dice.between(-1, 50));
+        made.region = QRect(
+            dice.between(-30, 60), dice.between(-30, 20), dice.between(-1, 150), dice.between(-1, 50));
     }
     const Picture region = regionOf(made.screen, made.region);
     const int shape = dice.between(0, 9);
@@ -274,14 +275,17 @@ TEST_P(FastSearch, FindsColoursWhereTheRulesDo)
         const Picture region = regionOf(with.screen, with.region);
         const quint32 wanted = dice.oneIn(3) || region.pixels.empty()
             ? dice.of({0u, 0xffffffu, 0x123456u})
-            : region.pixels[static_cast<std::size_t>(dice.between(0, static_cast<int>(region.pixels.size()) - 1))];
+            : region.pixels[static_cast<std::size_t>(
+                dice.between(0, static_cast<int>(region.pixels.size()) - 1))];
         const QString expected = reference::FindColor(region,
-            {static_cast<quint8>(wanted >> 16), static_cast<quint8>(wanted >> 8), static_cast<quint8>(wanted)});
+            {static_cast<quint8>(wanted >> 16), static_cast<quint8>(wanted >> 8),
+                static_cast<quint8>(wanted)});
         ASSERT_EQ(findColour(with, wanted), expected) << describe(with, number);
         hits += expected.isEmpty() ? 0 : 1;
     }
     EXPECT_GT(hits, caseCount() / 4);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kernels, FastSearch, testing::ValuesIn(usablePixelKernels().begin(), usablePixelKernels().end()),
+INSTANTIATE_TEST_SUITE_P(Kernels, FastSearch,
+    testing::ValuesIn(usablePixelKernels().begin(), usablePixelKernels().end()),
     [](const auto &kernels) { return std::string(kernels.param->name); });
