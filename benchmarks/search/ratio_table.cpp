@@ -14,8 +14,8 @@ void RatioTable::ReportRuns(const std::vector<Run> &runs)
 {
     for (const Run &run : runs) {
         // With repetitions, the median alone.
-        const bool counts = run.run_type == Run::RT_Aggregate ? run.aggregate_name == "median"
-                                                               : run.repetitions <= 1;
+        const bool counts
+            = run.run_type == Run::RT_Aggregate ? run.aggregate_name == "median" : run.repetitions <= 1;
         if (!counts || run.error_occurred)
             continue;
         const std::string name = run.run_name.function_name;

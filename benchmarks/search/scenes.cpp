@@ -17,7 +17,8 @@ std::size_t index(const Picture &picture, int column, int row)
 
 Picture flat(QSize size, quint32 pixel)
 {
-    const std::size_t count = static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height());
+    const std::size_t count
+        = static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height());
     return {size.width(), size.height(), std::vector<quint32>(count, pixel)};
 }
 
@@ -98,7 +99,8 @@ Scene brokenStripes(QSize screen, QSize picture)
         Picture striped = flat(size, 0);
         for (int row = 0; row < size.height(); ++row) {
             for (int column = 0; column < size.width(); ++column)
-                striped.pixels[index(striped, column, row)] = (column + row) / 2 % 2 == 0 ? 0x202020 : 0xe0e0e0;
+                striped.pixels[index(striped, column, row)]
+                    = (column + row) / 2 % 2 == 0 ? 0x202020 : 0xe0e0e0;
         }
         return striped;
     };

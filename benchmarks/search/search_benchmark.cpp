@@ -85,10 +85,9 @@ struct Case
 void registerCase(const Case &measured, bool hasPeer)
 {
     const auto add = [&](const char *engine, auto routine, bool once) {
-        benchmark::internal::Benchmark *added = benchmark::RegisterBenchmark(
-            (measured.name + '/' + engine).c_str(), [&measured, routine](benchmark::State &state) {
-                routine(state, measured.scene);
-            });
+        benchmark::internal::Benchmark *added
+            = benchmark::RegisterBenchmark((measured.name + '/' + engine).c_str(),
+                [&measured, routine](benchmark::State &state) { routine(state, measured.scene); });
         added->Unit(benchmark::kMillisecond);
         if (once)
             added->Iterations(1);
@@ -112,14 +111,15 @@ void addCases(std::deque<Case> &cases, const Picture &screen)
     for (const QSize size : {QSize(16, 16), QSize(64, 64), QSize(300, 200)}) {
         const std::string name = sizeText(screenSize) + ", " + sizeText(size) + ", ";
         const double area = double(size.width()) * size.height();
-        const auto add = [&](const char *what, std::optional<Scene> scene, double referenceCost, bool hasPeer) {
-            if (!scene) {
-                std::fprintf(stderr, "%s%s: this desktop has no such picture\n", name.c_str(), what);
-                return;
-            }
-            cases.push_back({name + what, std::move(*scene), referenceCost});
-            registerCase(cases.back(), hasPeer);
-        };
+        const auto add
+            = [&](const char *what, std::optional<Scene> scene, double referenceCost, bool hasPeer) {
+                  if (!scene) {
+                      std::fprintf(stderr, "%s%s: this desktop has no such picture\n", name.c_str(), what);
+                      return;
+                  }
+                  cases.push_back({name + what, std::move(*scene), referenceCost});
+                  registerCase(cases.back(), hasPeer);
+              };
         add("found near the end", scenes::foundNearTheEnd(screen, size, findOnce), pixels * 20, true);
         add("not found", scenes::notFound(screen, size, findOnce), pixels * 20, true);
         add("hostile: one wrong pixel", scenes::oneWrongPixel(screenSize, size), pixels * area, false);
@@ -148,19 +148,24 @@ void registerColour(const Picture &screen)
 
 void registerCapture(Screen &screen, QSize size)
 {
-    benchmark::RegisterBenchmark((sizeText(size) + ", capture/Plum").c_str(), [&screen, size](benchmark::State &state) {
-        for (auto _ : state)
-            benchmark::DoNotOptimize(screen.capture({QPoint(), size}));
-    })->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark((sizeText(size) + ", capture/memcpy").c_str(), [size](benchmark::State &state) {
-        const std::size_t count = static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height());
-        const std::vector<quint32> from(count, 1);
-        std::vector<quint32> to(count, 0);
-        for (auto _ : state) {
-            std::memcpy(to.data(), from.data(), count * 4);
-            benchmark::ClobberMemory();
-        }
-    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((sizeText(size) + ", capture/Plum").c_str(),
+        [&screen, size](benchmark::State &state) {
+            for (auto _ : state)
+                benchmark::DoNotOptimize(screen.capture({QPoint(), size}));
+        })
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((sizeText(size) + ", capture/memcpy").c_str(),
+        [size](benchmark::State &state) {
+            const std::size_t count
+                = static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height());
+            const std::vector<quint32> from(count, 1);
+            std::vector<quint32> to(count, 0);
+            for (auto _ : state) {
+                std::memcpy(to.data(), from.data(), count * 4);
+                benchmark::ClobberMemory();
+            }
+        })
+        ->Unit(benchmark::kMillisecond);
 }
 
 Picture captured(Screen &screen, const QRect &region)
@@ -190,7 +195,8 @@ int main(int argc, char **argv)
     middle.moveCenter(desktop.center());
     const Picture large = captured(screen, desktop);
     const Picture small = captured(screen, middle);
-    const Picture flat{desktop.width(), desktop.height(), std::vector<quint32>(large.pixels.size(), 0x808080)};
+    const Picture flat{
+        desktop.width(), desktop.height(), std::vector<quint32>(large.pixels.size(), 0x808080)};
     std::deque<Case> cases;
     addCases(cases, small);
     addCases(cases, large);

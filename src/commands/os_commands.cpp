@@ -133,8 +133,7 @@ template <typename Search> void OsCommands::searchAndAct(const SearchFields &fie
     const QString found = search(region);
     if (found.isEmpty())
         return;
-    act(fields.action,
-        {coordinate(found, 0, region.x, offset.x), coordinate(found, 1, region.y, offset.y)});
+    act(fields.action, {coordinate(found, 0, region.x, offset.x), coordinate(found, 1, region.y, offset.y)});
 }
 
 void OsCommands::act(const QString &action, ScriptPoint point)

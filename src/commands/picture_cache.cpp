@@ -17,9 +17,8 @@ std::shared_ptr<const PictureTemplate> PictureCache::prepared(const QString &pat
 {
     const QFileInfo file(path);
     Entry entry{file.absoluteFilePath(), file.size(), file.lastModified(), tolerance, nullptr};
-    const auto known = std::ranges::find_if(m_entries, [&](const Entry &other) {
-        return other.path == entry.path && other.tolerance == entry.tolerance;
-    });
+    const auto known = std::ranges::find_if(m_entries,
+        [&](const Entry &other) { return other.path == entry.path && other.tolerance == entry.tolerance; });
     if (known != m_entries.end()) {
         if (known->fileSize == entry.fileSize && known->changed == entry.changed) {
             m_entries.splice(m_entries.begin(), m_entries, known);

@@ -50,7 +50,8 @@ std::optional<Picture> decode(QIODevice &device)
     image.setDevicePixelRatio(1);
 
     Picture picture{image.width(), image.height(), {}};
-    picture.pixels.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
+    picture.pixels.reserve(
+        static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
     for (int row = 0; row < image.height(); ++row) {
         const auto *line = reinterpret_cast<const quint32 *>(image.constScanLine(row));
         std::transform(line, line + image.width(), std::back_inserter(picture.pixels),

@@ -48,8 +48,7 @@ struct PixelKernels
 
     // Index of the first n with row[n] outside low[n] ... low[n] + span[n]; `count`, a multiple of the row
     // unit, when there is none.
-    std::size_t (*firstFailure)(
-        const quint8 *row, const quint8 *low, const quint8 *span, std::size_t count);
+    std::size_t (*firstFailure)(const quint8 *row, const quint8 *low, const quint8 *span, std::size_t count);
 };
 
 // The fastest kernels that this processor can run.

@@ -63,10 +63,9 @@ constexpr std::size_t width = 32; // bytes of a vector
         const __m256i b = _mm256_and_si256(_mm256_srl_epi32(load(from + 8), places), byte);
         const __m256i c = _mm256_and_si256(_mm256_srl_epi32(load(from + 16), places), byte);
         const __m256i d = _mm256_and_si256(_mm256_srl_epi32(load(from + 24), places), byte);
-        const __m256i packed
-            = _mm256_packus_epi16(_mm256_packs_epi32(a, b), _mm256_packs_epi32(c, d));
-        _mm256_storeu_si256(reinterpret_cast<__m256i *>(channel + at),
-            _mm256_permutevar8x32_epi32(packed, order));
+        const __m256i packed = _mm256_packus_epi16(_mm256_packs_epi32(a, b), _mm256_packs_epi32(c, d));
+        _mm256_storeu_si256(
+            reinterpret_cast<__m256i *>(channel + at), _mm256_permutevar8x32_epi32(packed, order));
     }
     plainPixelKernels.extractChannel(pixels + at, count - at, shift, channel + at);
 }

@@ -32,9 +32,8 @@ std::size_t findColour(const quint32 *pixels, std::size_t count, quint32 colour)
 {
     const __m128i wanted = _mm_set1_epi32(static_cast<int>(colour));
     const __m128i channels = _mm_set1_epi32(0xffffff);
-    const auto equal = [&](std::size_t at) {
-        return _mm_cmpeq_epi32(_mm_and_si128(load(pixels + at), channels), wanted);
-    };
+    const auto equal
+        = [&](std::size_t at) { return _mm_cmpeq_epi32(_mm_and_si128(load(pixels + at), channels), wanted); };
     std::size_t at = 0;
     for (; at + 16 <= count; at += 16) {
         const __m128i any = _mm_or_si128(
@@ -49,9 +48,8 @@ void extractChannel(const quint32 *pixels, std::size_t count, unsigned shift, qu
 {
     const __m128i byte = _mm_set1_epi32(0xff);
     const __m128i places = _mm_cvtsi32_si128(static_cast<int>(shift));
-    const auto four = [&](std::size_t at) {
-        return _mm_and_si128(_mm_srl_epi32(load(pixels + at), places), byte);
-    };
+    const auto four
+        = [&](std::size_t at) { return _mm_and_si128(_mm_srl_epi32(load(pixels + at), places), byte); };
     std::size_t at = 0;
     for (; at + 16 <= count; at += 16) {
         const __m128i low = _mm_packs_epi32(four(at), four(at + 4));

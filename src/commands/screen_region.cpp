@@ -28,14 +28,15 @@ std::optional<ScreenRegion> captureRegion(Screen &screen, qint32 x, qint32 y, qi
     if (region.isEmpty())
         return region;
 
-    const Stretch columns = Stretch{x, qint64(x) + width}.common(
-        {desktop.x(), qint64(desktop.x()) + desktop.width()});
-    const Stretch rows = Stretch{y, qint64(y) + height}.common(
-        {desktop.y(), qint64(desktop.y()) + desktop.height()});
+    const Stretch columns
+        = Stretch{x, qint64(x) + width}.common({desktop.x(), qint64(desktop.x()) + desktop.width()});
+    const Stretch rows
+        = Stretch{y, qint64(y) + height}.common({desktop.y(), qint64(desktop.y()) + desktop.height()});
     if (columns.isEmpty() || rows.isEmpty())
         return region;
 
-    const QRect part(static_cast<int>(columns.begin), static_cast<int>(rows.begin), columns.length(), rows.length());
+    const QRect part(
+        static_cast<int>(columns.begin), static_cast<int>(rows.begin), columns.length(), rows.length());
     region.part = {columns.begin - x, rows.begin - y};
     region.captured = screen.capture(part);
     if (region.captured.isEmpty() || region.captured.size != part.size())

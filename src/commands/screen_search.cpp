@@ -52,8 +52,9 @@ bool ScreenSearch::requirePicture(const QString &path)
     // A folder, or a device that could be read for ever, is no file here.
     if (QFileInfo(m_use.paths.toSystem(path)).isFile())
         return true;
-    m_use.launcher.showMessage(
-        {.text = u"image"_s + path + u"can not finf"_s, .title = u"ERR : Wrong !"_s, .icon = MessageIcon::Critical});
+    m_use.launcher.showMessage({.text = u"image"_s + path + u"can not finf"_s,
+        .title = u"ERR : Wrong !"_s,
+        .icon = MessageIcon::Critical});
     return false;
 }
 

@@ -33,8 +33,8 @@ bool SearchedArea::setUp(const ScreenRegion &region, const PictureTemplate &pict
 {
     m_region = region;
     const QSize part = region.captured.size;
-    m_across = Axis(region.width, picture.left(), picture.right(), picture.comparedWidth(), region.part.x,
-        part.width());
+    m_across = Axis(
+        region.width, picture.left(), picture.right(), picture.comparedWidth(), region.part.x, part.width());
     m_down = Axis(region.height, picture.top(), picture.bottom(), picture.comparedHeight(), region.part.y,
         part.height());
     m_made = 0;

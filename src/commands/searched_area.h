@@ -43,7 +43,8 @@ private:
     struct Axis
     {
         Axis() = default;
-        Axis(qint64 regionLength, qint64 nearEdge, qint64 farEdge, qint64 box, qint64 partFrom, qint64 partLength);
+        Axis(qint64 regionLength, qint64 nearEdge, qint64 farEdge, qint64 box, qint64 partFrom,
+            qint64 partLength);
 
         std::size_t positions = 0;
         std::size_t length = 0;

@@ -146,7 +146,8 @@ std::vector<PixelTest> selectTests(const SearchedArea &area, const PictureTempla
     for (std::size_t covering = 0; covering < coverings; ++covering) {
         Sample left = Sample().set();
         while (left.any() && tests.size() < maxTests) {
-            const auto turnsAway = [&](const Candidate &candidate) { return (candidate.fails & left).count(); };
+            const auto turnsAway
+                = [&](const Candidate &candidate) { return (candidate.fails & left).count(); };
             const auto best = std::ranges::max_element(candidates, {}, turnsAway);
             if (best == candidates.end() || turnsAway(*best) == 0)
                 break;

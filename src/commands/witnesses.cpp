@@ -1,6 +1,5 @@
 #include "commands/witnesses.h"
 
-
 #include <algorithm>
 
 namespace plum {

@@ -8,7 +8,8 @@ namespace plum {
 
 bool ArchiveFile::open(const QString &systemPath)
 {
-    constexpr auto anyWrite = QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    // To an administrator everything is writable; a file that nobody may write to is read-only all the same.
+    constexpr auto anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
     const QFileInfo info(systemPath);
     if (!info.isFile() || !info.isWritable() || !(info.permissions() & anyWrite))
         return false;
@@ -34,8 +35,8 @@ std::optional<std::span<const quint8>> ArchiveFile::view(qint64 position, qint64
         if (m_windowFilled < size)
             return std::nullopt;
     }
-    return std::span<const quint8>(m_window)
-        .subspan(static_cast<size_t>(position - m_windowPosition), static_cast<size_t>(size));
+    return std::span<const quint8>(m_window).subspan(
+        static_cast<size_t>(position - m_windowPosition), static_cast<size_t>(size));
 }
 
 } // namespace plum

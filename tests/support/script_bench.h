@@ -6,8 +6,8 @@
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
 #include "commands/net_commands.h"
-#include "commands/webbox_commands.h"
 #include "commands/os_commands.h"
+#include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
 #include "engine/argument_reader.h"
 #include "engine/input_commands.h"
@@ -78,6 +78,10 @@ public:
     MouseCommands mouse{reader, {platform.pointer(), clicks, waiter, state.vardict, launcher}};
     KeyboardCommands keyboard{reader, platform.keyboard(), platform.clipboard(), waiter};
     WindowCommands window{reader, platform.windows(), state.vardict};
+    RecordingNotices notices{platform.log};
+    OsCommands os{reader,
+        {state, platform.paths(), platform.screen(), platform.pointer(), clicks, platform.clipboard(),
+            platform.session(), platform.windows(), launcher, notices}};
     FileCommands file{reader,
         {state, platform.paths(), platform.textCodec(), files, platform.shell(), http, platform.javaScript(),
             storePage}};
@@ -85,10 +89,6 @@ public:
     NetCommands net{
         reader, {http, upload, platform.textCodec(), platform.shell(), platform.paths(), state.vardict}};
     WebboxCommands webbox{reader, platform.shell(), platform.paths()};
-    RecordingNotices notices{platform.log};
-    OsCommands os{reader,
-        {state, platform.paths(), platform.screen(), platform.pointer(), clicks, platform.clipboard(),
-            platform.session(), platform.windows(), launcher, notices}};
     TextCommands text{reader, state.vardict};
     SetCommand set{reader, state.vardict};
     TimeCommands time{reader, waiter};
@@ -100,10 +100,10 @@ public:
         loop.addNamespace(QStringLiteral("mouse"), mouse);
         loop.addNamespace(QStringLiteral("keyboard"), keyboard);
         loop.addNamespace(QStringLiteral("window"), window);
+        loop.addNamespace(QStringLiteral("os"), os);
         loop.addNamespace(QStringLiteral("file"), file);
         loop.addNamespace(QStringLiteral("net"), net);
         loop.addNamespace(QStringLiteral("webbox"), webbox);
-        loop.addNamespace(QStringLiteral("os"), os);
         loop.addNamespace(QStringLiteral("text"), text);
         loop.addNamespace(QStringLiteral("set"), set);
         loop.addNamespace(QStringLiteral("time"), time);

@@ -34,8 +34,8 @@ X11Hotkey::X11Hotkey(X11Connection &connection, X11Keymap &keymap)
         return;
     // A key that is held then repeats its press alone, which tells a repetition from a second press.
     constexpr uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    m_connection.reply(
-        xcb_xkb_per_client_flags_reply, xcb_xkb_per_client_flags, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0);
+    m_connection.reply(xcb_xkb_per_client_flags_reply, xcb_xkb_per_client_flags, XCB_XKB_ID_USE_CORE_KBD,
+        flag, flag, 0, 0, 0);
     m_connection.addReceiver([this](const xcb_generic_event_t &event) { receive(event); });
     // One change of layout comes as many events; asking the server has to wait until they are over.
     m_keymap.onChange([this] {
@@ -88,7 +88,8 @@ bool X11Hotkey::take(const Grab &grab)
     std::vector<xcb_void_cookie_t> requests;
     for (const uint16_t locks : grab.locks) {
         requests.push_back(xcb_grab_key_checked(m_connection.xcb(), 0, m_connection.root(),
-            static_cast<uint16_t>(grab.modifiers | locks), grab.key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+            static_cast<uint16_t>(grab.modifiers | locks), grab.key, XCB_GRAB_MODE_ASYNC,
+            XCB_GRAB_MODE_ASYNC));
     }
     bool all = true;
     for (const xcb_void_cookie_t request : requests) {
@@ -109,8 +110,8 @@ void X11Hotkey::letGo()
     if (held.key == 0 || !m_connection.isOpen())
         return;
     for (const uint16_t locks : held.locks) {
-        xcb_ungrab_key(m_connection.xcb(), held.key, m_connection.root(),
-            static_cast<uint16_t>(held.modifiers | locks));
+        xcb_ungrab_key(
+            m_connection.xcb(), held.key, m_connection.root(), static_cast<uint16_t>(held.modifiers | locks));
     }
     m_connection.sync(); // the keys are free for others from now on
 }

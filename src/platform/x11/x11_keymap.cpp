@@ -67,7 +67,8 @@ void X11Keymap::receive(const xcb_generic_event_t &event)
     switch (event.pad0) {
     case XCB_XKB_STATE_NOTIFY:
         m_group = reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).group;
-        if (reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).changed & XCB_XKB_STATE_PART_GROUP_STATE)
+        if (reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).changed
+            & XCB_XKB_STATE_PART_GROUP_STATE)
             m_changed();
         break;
     case XCB_XKB_MAP_NOTIFY: {
@@ -158,7 +159,8 @@ bool X11Keymap::keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const
 {
     for (xkb_layout_index_t group = 0; group < xkb_keymap_num_layouts_for_key(m_keymap.get(), key); ++group) {
         const xkb_keysym_t *symbols = nullptr;
-        if (xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, group, 0, &symbols) == 1 && symbols[0] == symbol)
+        if (xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, group, 0, &symbols) == 1
+            && symbols[0] == symbol)
             return true;
     }
     return false;
@@ -176,7 +178,8 @@ std::optional<xcb_keycode_t> X11Keymap::existingKeyFor(char letter)
     for (const LetterRow &row : usRows) {
         if (const size_t column = row.letters.find(letter); column != std::string_view::npos) {
             std::array<char, 5> name{};
-            std::snprintf(name.data(), name.size(), "%s%02u", row.keys, static_cast<unsigned>(column + 1) % 100U);
+            std::snprintf(
+                name.data(), name.size(), "%s%02u", row.keys, static_cast<unsigned>(column + 1) % 100U);
             const xkb_keycode_t key = xkb_keymap_key_by_name(m_keymap.get(), name.data());
             if (key <= 255)
                 return static_cast<xcb_keycode_t>(key);

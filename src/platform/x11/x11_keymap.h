@@ -24,8 +24,9 @@ public:
     // layout does not use; nothing only when there is no such key either.
     std::optional<xcb_keycode_t> keyFor(xkb_keysym_t symbol);
 
-    // The key that gives `letter` ('a' to 'z') without Shift, among those that the keyboard has: in the active
-    // group, else in another one, else the key in that letter's place on a US keyboard. Changes nothing.
+    // The key that gives `letter` ('a' to 'z') without Shift, among those that the keyboard has: in the
+    // active group, else in another one, else the key in that letter's place on a US keyboard. Changes
+    // nothing.
     std::optional<xcb_keycode_t> existingKeyFor(char letter);
 
     // The bit of the modifier that has a key with `symbol`; 0 for none.
@@ -61,7 +62,7 @@ private:
     bool isOwn(xcb_keycode_t key) const;
 
     X11Connection &m_connection;
-    std::function<void()> m_changed = [] { };
+    std::function<void()> m_changed = [] {};
     quint8 m_firstEvent = 0;
     qint32 m_device = -1;
     std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> m_context;

@@ -38,8 +38,8 @@ bool X11Screen::Segment::reserve(X11Connection &connection, std::size_t bytes)
     const xcb_shm_seg_t segment = xcb_generate_id(connection.xcb());
     bool attached = memory != reinterpret_cast<void *>(-1);
     if (attached) {
-        const XcbPointer<xcb_generic_error_t> error(xcb_request_check(
-            connection.xcb(), xcb_shm_attach_checked(connection.xcb(), segment, static_cast<quint32>(id), 0)));
+        const XcbPointer<xcb_generic_error_t> error(xcb_request_check(connection.xcb(),
+            xcb_shm_attach_checked(connection.xcb(), segment, static_cast<quint32>(id), 0)));
         attached = !error && connection.isOpen();
         if (!attached)
             shmdt(memory);
@@ -76,12 +76,12 @@ QSize X11Screen::mainScreenSize()
         const auto primary = m_connection.reply(
             xcb_randr_get_output_primary_reply, xcb_randr_get_output_primary, m_connection.root());
         const auto output = primary && primary->output != XCB_NONE
-            ? m_connection.reply(xcb_randr_get_output_info_reply, xcb_randr_get_output_info, primary->output,
-                  XCB_CURRENT_TIME)
+            ? m_connection.reply(
+                xcb_randr_get_output_info_reply, xcb_randr_get_output_info, primary->output, XCB_CURRENT_TIME)
             : nullptr;
         const auto crtc = output && output->crtc != XCB_NONE
             ? m_connection.reply(
-                  xcb_randr_get_crtc_info_reply, xcb_randr_get_crtc_info, output->crtc, XCB_CURRENT_TIME)
+                xcb_randr_get_crtc_info_reply, xcb_randr_get_crtc_info, output->crtc, XCB_CURRENT_TIME)
             : nullptr;
         if (crtc && crtc->width > 0 && crtc->height > 0)
             return {crtc->width, crtc->height};
@@ -91,8 +91,7 @@ QSize X11Screen::mainScreenSize()
 
 QRect X11Screen::desktop()
 {
-    const auto root
-        = m_connection.reply(xcb_get_geometry_reply, xcb_get_geometry, m_connection.root());
+    const auto root = m_connection.reply(xcb_get_geometry_reply, xcb_get_geometry, m_connection.root());
     return root ? QRect(0, 0, root->width, root->height) : QRect();
 }
 
@@ -169,7 +168,8 @@ Capture X11Screen::capture(const QRect &region)
     const QPoint corner = part.topLeft() - region.topLeft();
     for (int row = 0; pixels && row < part.height(); ++row) {
         const std::size_t from = static_cast<std::size_t>(row) * static_cast<std::size_t>(part.width());
-        const std::size_t to = static_cast<std::size_t>(corner.y() + row) * static_cast<std::size_t>(region.width())
+        const std::size_t to
+            = static_cast<std::size_t>(corner.y() + row) * static_cast<std::size_t>(region.width())
             + static_cast<std::size_t>(corner.x());
         std::copy_n(pixels + from, part.width(), m_padded.data() + to);
     }

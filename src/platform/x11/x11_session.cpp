@@ -25,13 +25,14 @@ struct Service
     QLatin1StringView interface;
 };
 
-constexpr Service loginManager{"org.freedesktop.login1"_L1, "/org/freedesktop/login1"_L1,
-    "org.freedesktop.login1.Manager"_L1};
+constexpr Service loginManager{
+    "org.freedesktop.login1"_L1, "/org/freedesktop/login1"_L1, "org.freedesktop.login1.Manager"_L1};
 
 // Screen lockers of the desktops, the common interface first.
 constexpr std::array screenSavers{
     Service{"org.freedesktop.ScreenSaver"_L1, "/ScreenSaver"_L1, "org.freedesktop.ScreenSaver"_L1},
-    Service{"org.freedesktop.ScreenSaver"_L1, "/org/freedesktop/ScreenSaver"_L1, "org.freedesktop.ScreenSaver"_L1},
+    Service{"org.freedesktop.ScreenSaver"_L1, "/org/freedesktop/ScreenSaver"_L1,
+        "org.freedesktop.ScreenSaver"_L1},
     Service{"org.gnome.ScreenSaver"_L1, "/org/gnome/ScreenSaver"_L1, "org.gnome.ScreenSaver"_L1},
     Service{"org.cinnamon.ScreenSaver"_L1, "/org/cinnamon/ScreenSaver"_L1, "org.cinnamon.ScreenSaver"_L1},
     Service{"org.mate.ScreenSaver"_L1, "/org/mate/ScreenSaver"_L1, "org.mate.ScreenSaver"_L1},

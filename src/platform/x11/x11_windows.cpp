@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <ranges>
 
 namespace plum {
@@ -39,10 +38,8 @@ std::vector<quint32> X11Windows::numbers(xcb_window_t window, const char *proper
         m_connection.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
     if (!found || found->format != 32)
         return {};
-    std::vector<quint32> values(
-        static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32));
-    std::memcpy(values.data(), xcb_get_property_value(found.get()), values.size() * sizeof(quint32));
-    return values;
+    const auto *first = static_cast<const quint32 *>(xcb_get_property_value(found.get()));
+    return {first, first + static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32)};
 }
 
 QString X11Windows::title(xcb_window_t window)

@@ -119,7 +119,8 @@ TEST_F(HotkeyTest, takesEachModifier)
     EXPECT_TRUE(firesOn({shiftLeft, b}));
     ASSERT_TRUE(hotkey().registerHotkey(0, 'Q'));
     EXPECT_TRUE(firesOn({q}));
-    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt | GlobalHotkey::Control | GlobalHotkey::Shift, 'Q'));
+    ASSERT_TRUE(
+        hotkey().registerHotkey(GlobalHotkey::Alt | GlobalHotkey::Control | GlobalHotkey::Shift, 'Q'));
     EXPECT_TRUE(firesOn({altLeft, controlLeft, shiftLeft, q}));
 }
 
@@ -166,7 +167,8 @@ TEST_F(HotkeyTest, aKeyThatIsHeldFiresOnce)
     int ownFired = 0;
     int presses = 0;
     QObject::connect(&own, &GlobalHotkey::fired, [&] { ++ownFired; });
-    connection.addReceiver([&](const xcb_generic_event_t &event) { presses += event.response_type == XCB_KEY_PRESS; });
+    connection.addReceiver(
+        [&](const xcb_generic_event_t &event) { presses += event.response_type == XCB_KEY_PRESS; });
     ASSERT_TRUE(own.registerHotkey(GlobalHotkey::Alt, 'Z'));
     const auto arrived = [&] {
         connection.dispatchArrived();

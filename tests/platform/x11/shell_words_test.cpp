@@ -48,7 +48,8 @@ TEST(ShellWords, emptyQuotesAreAWord)
 TEST(ShellWords, nothingIsExpanded)
 {
     EXPECT_THAT(shellWords(u"$HOME ~ *.txt `id` $(id) a;b |c >d &"_s),
-        ElementsAre(u"$HOME"_s, u"~"_s, u"*.txt"_s, u"`id`"_s, u"$(id)"_s, u"a;b"_s, u"|c"_s, u">d"_s, u"&"_s));
+        ElementsAre(
+            u"$HOME"_s, u"~"_s, u"*.txt"_s, u"`id`"_s, u"$(id)"_s, u"a;b"_s, u"|c"_s, u">d"_s, u"&"_s));
 }
 
 TEST(ShellWords, anUnclosedQuoteReachesToTheEnd)
