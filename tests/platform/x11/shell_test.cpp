@@ -203,8 +203,9 @@ TEST_F(ShellTest, aProgramHasNoSignalBlocked)
 {
     platform->onEndRequested([] {});
     sigset_t blocked;
-    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
-    ASSERT_TRUE(sigismember(&blocked, SIGTERM));
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
     // No shell: some clear the mask themselves.
     const QString copy = folder.filePath(u"status"_s);
     EXPECT_TRUE(shell().open(u"cp"_s, u"/proc/self/status "_s + copy, ShowState::Normal));
@@ -216,6 +217,7 @@ TEST_F(ShellTest, aProgramHasNoSignalBlocked)
     }));
     EXPECT_TRUE(status.contains("SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"))
         << status.toStdString();
+    pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
 }
 
 TEST_F(ShellTest, aProgramHasNoDescriptorOfOurs)
