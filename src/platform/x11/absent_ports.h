@@ -2,7 +2,6 @@
 
 #include "platform/clipboard.h"
 #include "platform/global_hotkey.h"
-#include "platform/javascript.h"
 #include "platform/screen.h"
 #include "platform/session.h"
 #include "platform/shell.h"
@@ -22,11 +21,6 @@ class AbsentHotkey final : public GlobalHotkey
 public:
     bool registerHotkey(quint32, quint32) override { return false; }
     void unregisterHotkey() override { }
-};
-class AbsentJavaScript final : public JavaScript
-{
-public:
-    Result evaluate(const QString &) override { return {}; }
 };
 class AbsentScreen final : public Screen
 {

@@ -4,6 +4,7 @@
 #include "platform/x11/absent_ports.h"
 #include "platform/x11/file_paths.h"
 #include "platform/x11/linux_text_codec.h"
+#include "platform/x11/loaded_javascript.h"
 #include "platform/x11/termination_signals.h"
 #include "platform/x11/timer_descriptors.h"
 #include "platform/x11/x11_connection.h"
@@ -42,7 +43,7 @@ public:
 
     Clipboard &clipboard() override { return m_clipboard.get(); }
     GlobalHotkey &hotkey() override { return m_hotkey.get(); }
-    JavaScript &javaScript() override { return m_javaScript.get(); }
+    JavaScript &javaScript() override { return m_javaScript; }
     Keyboard &keyboard() override { return m_keyboard.get(connection()); }
     Paths &paths() override { return m_paths; }
     Pointer &pointer() override { return m_pointer.get(connection()); }
@@ -69,7 +70,7 @@ private:
     std::unique_ptr<QSocketNotifier> m_connectionEvents;
     Lazy<AbsentClipboard> m_clipboard;
     Lazy<AbsentHotkey> m_hotkey;
-    Lazy<AbsentJavaScript> m_javaScript;
+    LoadedJavaScript m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
     Lazy<X11Pointer> m_pointer;
     Lazy<AbsentScreen> m_screen;
