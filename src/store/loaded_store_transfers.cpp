@@ -16,7 +16,7 @@ bool LoadedStoreTransfers::load()
 {
     if (m_transfers)
         return true;
-    LoadedModule library(u"plum-store"_s);
+    LoadedModule library(u"plum-packages"_s);
     auto *module = qobject_cast<StoreModule *>(library.object());
     if (module == nullptr)
         return false;

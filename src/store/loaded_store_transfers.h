@@ -4,7 +4,7 @@
 
 namespace plum {
 
-// The transfers of the module `plum-store`, which is loaded with the first package. Without the module
+// The transfers of the module `plum-packages`, which is loaded with the first package. Without the module
 // every start ends in "the request could not be sent".
 class LoadedStoreTransfers final : public StoreTransfers
 {

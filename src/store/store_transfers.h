@@ -36,7 +36,7 @@ Q_SIGNALS:
     void indexArrived(const QByteArray &index);
 };
 
-// What the module `plum-store` exports.
+// What the module `plum-packages` exports.
 class StoreModule
 {
 public:

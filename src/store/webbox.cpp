@@ -57,7 +57,7 @@ void webbox::followPackage(const QUrl &link)
     const std::optional<QString> name = packageNameOf(link, m_use.addresses.downloadBase);
     if (!name || m_isInstalling || m_use.transfers.isBusy())
         return;
-    m_asked = Source{*name, link.adjusted(QUrl::RemoveFragment)};
+    m_asked = Source{*name, link.adjusted(QUrl::RemoveFragment | QUrl::NormalizePathSegments)};
     if (!m_install.appExists(*name)) {
         XzSet(installNamed, *name);
         return;

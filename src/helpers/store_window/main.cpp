@@ -82,7 +82,8 @@ int main(int argc, char **argv)
     LauncherLink link;
     QObject::connect(&link, &LauncherLink::commandArrived, &form,
         [&form](const WindowMessage &command) { obey(command, form); });
-    QObject::connect(&link, &LauncherLink::ended, &application, &QApplication::quit);
+    // quit() would ask the window, which never agrees to be closed.
+    QObject::connect(&link, &LauncherLink::ended, &application, [] { QApplication::exit(); });
 
     namespace verbs = windowMessages;
     QObject::connect(&form, &StoreForm::closeRequested, [] { LauncherLink::tell(verbs::close); });
