@@ -91,11 +91,12 @@ void StorePageView::write(const QString &html)
     load(blank);
 }
 
-void StorePageView::loadHasFinished()
+void StorePageView::loadHasFinished(bool isThere)
 {
-    if (url() != blank) {
+    if (url() != blank || !isThere) {
         m_isComplete = true;
-        Q_EMIT completed();
+        if (isThere)
+            Q_EMIT completed();
         return;
     }
     if (!std::exchange(m_waitsForBlank, false))

@@ -44,7 +44,7 @@ protected:
 
 private:
     void restrict();
-    void loadHasFinished();
+    void loadHasFinished(bool isThere);
     void openFocusedLinkOutside();
 
     const QUrl m_downloadBase;
