@@ -34,8 +34,8 @@ std::optional<std::span<const quint8>> ArchiveFile::view(qint64 position, qint64
         if (m_windowFilled < size)
             return std::nullopt;
     }
-    return std::span<const quint8>(m_window)
-        .subspan(static_cast<size_t>(position - m_windowPosition), static_cast<size_t>(size));
+    return std::span<const quint8>(m_window).subspan(
+        static_cast<size_t>(position - m_windowPosition), static_cast<size_t>(size));
 }
 
 } // namespace plum

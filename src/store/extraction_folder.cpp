@@ -22,9 +22,7 @@ constexpr std::array numberedDeviceNames{"com"_L1, "lpt"_L1};
 bool isDevice(QStringView part)
 {
     const QStringView stem = part.left(part.indexOf(u'.') < 0 ? part.size() : part.indexOf(u'.')).trimmed();
-    const auto same = [stem](QLatin1StringView name) {
-        return stem.compare(name, Qt::CaseInsensitive) == 0;
-    };
+    const auto same = [stem](QLatin1StringView name) { return stem.compare(name, Qt::CaseInsensitive) == 0; };
     const auto sameNumbered = [stem](QLatin1StringView name) {
         return stem.size() == name.size() + 1 && stem.startsWith(name, Qt::CaseInsensitive)
             && stem.back().isDigit();
@@ -99,8 +97,8 @@ ExtractionFolder::Outcome ExtractionFolder::createFile(QStringView name, QFile &
     if (there.isSymLink())
         return Outcome::Outside;
     // Opening anything but a file could wait for ever (a pipe).
-    const bool isOpen = there.isFile()
-        && file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+    const bool isOpen
+        = there.isFile() && file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
     return isOpen ? Outcome::Done : Outcome::NoFile;
 }
 

@@ -239,7 +239,7 @@ bool InflateDecoder::readyForMany()
 }
 
 // The inner loop. It runs as long as neither end is near, so nothing is checked but distances.
-template<bool Deflate64>
+template <bool Deflate64>
 InflateDecoder::Step InflateDecoder::manySymbols(const LiteralTable &literals, const DistanceTable &distances)
 {
     BitInput::Registers in = m_input.registers();

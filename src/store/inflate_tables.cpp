@@ -88,7 +88,7 @@ std::span<const DecodeEntry, deflate::codeLengthSymbols> codeLengthMeanings()
     return codeLengths;
 }
 
-template<int PrimaryBits, int LongestCode, int Symbols>
+template <int PrimaryBits, int LongestCode, int Symbols>
 bool DecodeTable<PrimaryBits, LongestCode, Symbols>::build(
     std::span<const quint8> lengthOfSymbol, std::span<const DecodeEntry, Symbols> meanings)
 {
@@ -165,6 +165,7 @@ bool DecodeTable<PrimaryBits, LongestCode, Symbols>::build(
 
 template class DecodeTable<literalPrimaryBits, deflate::longestCode, deflate::literalSymbols>;
 template class DecodeTable<distancePrimaryBits, deflate::longestCode, deflate::distanceSymbols>;
-template class DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode, deflate::codeLengthSymbols>;
+template class DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode,
+    deflate::codeLengthSymbols>;
 
 } // namespace plum

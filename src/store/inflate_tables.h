@@ -26,9 +26,9 @@ struct Range
 };
 
 // Length symbols 257 to 285.
-inline constexpr std::array<Range, 29> lengths{{{3, 0}, {4, 0}, {5, 0}, {6, 0}, {7, 0}, {8, 0}, {9, 0}, {10, 0},
-    {11, 1}, {13, 1}, {15, 1}, {17, 1}, {19, 2}, {23, 2}, {27, 2}, {31, 2}, {35, 3}, {43, 3}, {51, 3}, {59, 3},
-    {67, 4}, {83, 4}, {99, 4}, {115, 4}, {131, 5}, {163, 5}, {195, 5}, {227, 5}, {258, 0}}};
+inline constexpr std::array<Range, 29> lengths{{{3, 0}, {4, 0}, {5, 0}, {6, 0}, {7, 0}, {8, 0}, {9, 0},
+    {10, 0}, {11, 1}, {13, 1}, {15, 1}, {17, 1}, {19, 2}, {23, 2}, {27, 2}, {31, 2}, {35, 3}, {43, 3},
+    {51, 3}, {59, 3}, {67, 4}, {83, 4}, {99, 4}, {115, 4}, {131, 5}, {163, 5}, {195, 5}, {227, 5}, {258, 0}}};
 
 // What symbol 285 means in Deflate64.
 inline constexpr Range deflate64LastLength{3, 16};
@@ -76,7 +76,7 @@ constexpr quint32 value(DecodeEntry entry)
 
 // A prefix code as a table of two levels: the first is indexed by the next `primaryBits` input bits, longer
 // codes go on in a second-level table. Codes that no symbol has lead to `decode::invalid`.
-template<int PrimaryBits, int LongestCode, int Symbols> class DecodeTable
+template <int PrimaryBits, int LongestCode, int Symbols> class DecodeTable
 {
 public:
     // Builds the code from the length of each symbol's code (0: none) and what each symbol means.
@@ -113,11 +113,13 @@ inline constexpr int distancePrimaryBits = 8;
 
 using LiteralTable = DecodeTable<literalPrimaryBits, deflate::longestCode, deflate::literalSymbols>;
 using DistanceTable = DecodeTable<distancePrimaryBits, deflate::longestCode, deflate::distanceSymbols>;
-using CodeLengthTable = DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode, deflate::codeLengthSymbols>;
+using CodeLengthTable
+    = DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode, deflate::codeLengthSymbols>;
 
 extern template class DecodeTable<literalPrimaryBits, deflate::longestCode, deflate::literalSymbols>;
 extern template class DecodeTable<distancePrimaryBits, deflate::longestCode, deflate::distanceSymbols>;
-extern template class DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode, deflate::codeLengthSymbols>;
+extern template class DecodeTable<deflate::longestCodeLengthCode, deflate::longestCodeLengthCode,
+    deflate::codeLengthSymbols>;
 
 // What the symbols of each alphabet mean, as entries without the length of their code.
 std::span<const DecodeEntry, deflate::literalSymbols> literalMeanings(bool deflate64);

@@ -22,13 +22,13 @@ constexpr qint64 sizedInAdvance = ArchiveFile::windowSize;
 
 constexpr qint64 storedPiece = 65536;
 
-template<class... Cases> struct Overloaded : Cases...
+template <class... Cases> struct Overloaded : Cases...
 {
     using Cases::operator()...;
 };
 
 // Runs one of the class's operations; faults inside of it are its failure.
-template<class Operation> bool guarded(Operation operation)
+template <class Operation> bool guarded(Operation operation)
 {
     try {
         return operation();
@@ -131,8 +131,8 @@ std::optional<qint64> Unzip::findDirectory(ArchiveFile &archive, int &count)
         return scanForDirectory(archive, count);
 
     const zip::End end(*bytes);
-    const auto before = archive.view(
-        archive.size() - zip::endSize - zip::zip64LocatorSize, zip::zip64LocatorSize);
+    const auto before
+        = archive.view(archive.size() - zip::endSize - zip::zip64LocatorSize, zip::zip64LocatorSize);
     if (end.isMultiDisk() || (before && zip::signature(*before) == zip::zip64LocatorSignature)) {
         error(u"Unknown header"_s);
         return std::nullopt;
@@ -247,17 +247,16 @@ bool Unzip::extractAll(const QString &folder, const Filter &filter)
 // Nothing when the filter is a pattern that is none.
 std::optional<bool> Unzip::isSelected(const Filter &filter, const Entry &entry) const
 {
-    return std::visit(
-        Overloaded{
-            [](std::monostate) { return std::optional(true); },
-            [this](const std::vector<bool> &wanted) {
-                const auto index = static_cast<size_t>(m_index);
-                return std::optional(index < wanted.size() && wanted[index]);
-            },
-            [&entry](const QString &pattern) {
-                return matchesWildcards(entry.name, pattern == u"*.*"_s ? u"*"_s : pattern);
-            },
-        },
+    return std::visit(Overloaded{
+                          [](std::monostate) { return std::optional(true); },
+                          [this](const std::vector<bool> &wanted) {
+                              const auto index = static_cast<size_t>(m_index);
+                              return std::optional(index < wanted.size() && wanted[index]);
+                          },
+                          [&entry](const QString &pattern) {
+                              return matchesWildcards(entry.name, pattern == u"*.*"_s ? u"*"_s : pattern);
+                          },
+                      },
         filter);
 }
 

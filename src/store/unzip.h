@@ -65,7 +65,8 @@ private:
 
     bool extractAll(const QString &folder, const Filter &filter);
     std::optional<bool> isSelected(const Filter &filter, const Entry &entry) const;
-    Outcome extract(ArchiveFile &archive, ExtractionFolder &target, const QString &folder, const Entry &entry);
+    Outcome extract(
+        ArchiveFile &archive, ExtractionFolder &target, const QString &folder, const Entry &entry);
     bool isExtractable(const Entry &entry);
     bool writeEntry(
         ArchiveFile &archive, qint64 position, const Entry &entry, QFile &file, const QString &path);

@@ -50,7 +50,8 @@ QUrl requestUrl(const QString &url)
 // An error of the connection; an answer with a bad status is none here.
 bool isTransferError(QNetworkReply::NetworkError error)
 {
-    const bool isAnswer = (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError)
+    const bool isAnswer
+        = (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError)
         || (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
     return error != QNetworkReply::NoError && !isAnswer;
 }

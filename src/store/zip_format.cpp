@@ -6,7 +6,7 @@ namespace plum::zip {
 
 namespace {
 
-template<class Integer> Integer at(Bytes bytes, size_t offset)
+template <class Integer> Integer at(Bytes bytes, size_t offset)
 {
     return qFromLittleEndian<Integer>(bytes.subspan(offset, sizeof(Integer)).data());
 }

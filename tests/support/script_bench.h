@@ -6,6 +6,7 @@
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
 #include "commands/net_commands.h"
+#include "commands/os_commands.h"
 #include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
 #include "engine/argument_reader.h"
@@ -17,6 +18,7 @@
 #include "engine/text_commands.h"
 #include "engine/text_files.h"
 #include "engine/time_commands.h"
+#include "support/printers.h"
 #include "support/recording/recording_commands.h"
 #include "support/recording/recording_platform.h"
 
@@ -76,6 +78,10 @@ public:
     MouseCommands mouse{reader, {platform.pointer(), clicks, waiter, state.vardict, launcher}};
     KeyboardCommands keyboard{reader, platform.keyboard(), platform.clipboard(), waiter};
     WindowCommands window{reader, platform.windows(), state.vardict};
+    RecordingNotices notices{platform.log};
+    OsCommands os{reader,
+        {state, platform.paths(), platform.screen(), platform.pointer(), clicks, platform.clipboard(),
+            platform.session(), platform.windows(), launcher, notices}};
     FileCommands file{reader,
         {state, platform.paths(), platform.textCodec(), files, platform.shell(), http, platform.javaScript(),
             storePage}};
@@ -94,6 +100,7 @@ public:
         loop.addNamespace(QStringLiteral("mouse"), mouse);
         loop.addNamespace(QStringLiteral("keyboard"), keyboard);
         loop.addNamespace(QStringLiteral("window"), window);
+        loop.addNamespace(QStringLiteral("os"), os);
         loop.addNamespace(QStringLiteral("file"), file);
         loop.addNamespace(QStringLiteral("net"), net);
         loop.addNamespace(QStringLiteral("webbox"), webbox);

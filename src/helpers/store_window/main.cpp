@@ -1,5 +1,5 @@
 #include "launcher_link.h"
-#include "platform/privileges.h"
+#include "platform/web_sandbox.h"
 #include "store_form.h"
 
 #include <QApplication>
@@ -22,8 +22,7 @@ bool hasDarkPalette()
 // What the browser engine reads from the environment when its first object is made.
 void prepareEngine(bool dark)
 {
-    if (isAllPowerful())
-        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    prepareWebSandbox();
     if (dark)
         qputenv("QTWEBENGINE_CHROMIUM_FLAGS",
             qgetenv("QTWEBENGINE_CHROMIUM_FLAGS") + " --blink-settings=preferredColorScheme=0");
