@@ -8,7 +8,8 @@ namespace plum {
 
 bool ArchiveFile::open(const QString &systemPath)
 {
-    constexpr auto anyWrite = QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    // To an administrator everything is writable; a file that nobody may write to is read-only all the same.
+    constexpr auto anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
     const QFileInfo info(systemPath);
     if (!info.isFile() || !info.isWritable() || !(info.permissions() & anyWrite))
         return false;

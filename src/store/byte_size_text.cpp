@@ -1,5 +1,6 @@
 #include "store/byte_size_text.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 

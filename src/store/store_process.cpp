@@ -186,6 +186,8 @@ void StoreProcess::handle(const WindowMessage &message)
         Q_EMIT packageFollowed(address);
     else if (message.verb == windowMessages::open)
         Q_EMIT outsideOpened(address);
+    else if (message.verb == windowMessages::complete)
+        Q_EMIT pageCompleted();
     else if (message.verb == windowMessages::close)
         Q_EMIT closeRequested();
 }

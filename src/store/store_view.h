@@ -46,6 +46,9 @@ public:
     virtual void setProgress(const DownloadProgress &progress) = 0;
 
 Q_SIGNALS:
+    // A page has loaded as a whole.
+    void pageCompleted();
+
     // The user followed a link to a package.
     void packageFollowed(const QUrl &link);
 

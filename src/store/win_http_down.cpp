@@ -12,7 +12,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <limits>
 
 namespace plum {
 
@@ -212,7 +212,7 @@ bool WinHttpDown::openFiles()
 
 void WinHttpDown::onData()
 {
-    if (!m_partial.isOpen())
+    if (!m_partial.isOpen() || !m_reply->isOpen())
         return;
     const QByteArray piece = m_reply->readAll();
     if (piece.isEmpty())
@@ -231,8 +231,9 @@ void WinHttpDown::onData()
 
 void WinHttpDown::onFinished()
 {
+    const QPointer<WinHttpDown> self(this);
     const int transfer = m_transfer;
-    const auto isOver = [this, transfer] { return !m_busy || m_transfer != transfer; };
+    const auto isOver = [&] { return !self || !m_busy || m_transfer != transfer; };
     const bool failed = isTransferError(m_reply->error());
     if (!failed && !m_hasHeaders) {
         onHeaders();
@@ -289,8 +290,7 @@ void WinHttpDown::release()
     if (QNetworkReply *const reply = m_reply; reply) {
         m_reply.clear();
         reply->disconnect(this);
-        reply->abort();
-        reply->deleteLater();
+        reply->deleteLater(); // this ends the request; abort() inside of its own signals confuses it
     }
     m_partial.close();
 }
