@@ -1,0 +1,43 @@
+#include "store/clipboard_channel.h"
+
+#include "platform/clipboard.h"
+
+namespace plum {
+
+namespace {
+
+constexpr QLatin1StringView moreWillFollow("##tarnwick:sending##");
+constexpr QLatin1StringView lastPage("##tarnwick:send##");
+
+} // namespace
+
+ClipboardChannel::ClipboardChannel(Clipboard &clipboard)
+    : m_clipboard(clipboard)
+{
+    connect(&clipboard, &Clipboard::changed, this, &ClipboardChannel::checkresout);
+}
+
+void ClipboardChannel::setEnabled(bool enabled)
+{
+    const bool wasOff = !m_enabled;
+    m_enabled = enabled;
+    if (wasOff && enabled)
+        checkresout();
+}
+
+void ClipboardChannel::checkresout()
+{
+    if (!m_enabled)
+        return;
+    const QString text = m_clipboard.text();
+    const bool isLast = text.startsWith(lastPage);
+    if (!isLast && !text.startsWith(moreWillFollow))
+        return;
+
+    Q_EMIT pageArrived(text.sliced(isLast ? lastPage.size() : moreWillFollow.size()));
+    m_clipboard.clear();
+    if (isLast)
+        setEnabled(false);
+}
+
+} // namespace plum

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+#include <memory>
+
+namespace plum {
+
+class Paths;
+class TextCodec;
+
+// What the store fetches: one package at a time, and the store's index. Everything is reported from the
+// event loop.
+class StoreTransfers : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The downloader `WinHttpDown1`: its target and address, its start, its busy state.
+    virtual void setTarget(const QString &path) = 0;
+    virtual void setUrl(const QString &url) = 0;
+    virtual void GetStart() = 0;
+    virtual bool isBusy() const = 0;
+
+    // Fetches a small text; an earlier one that is still under way is forgotten.
+    virtual void fetchIndex(const QUrl &address) = 0;
+
+Q_SIGNALS:
+    // Those of the downloader: 1 to 10; 0 to 100 and three texts.
+    void Status(int code);
+    void Progress(float percent, const QString &total, const QString &done, const QString &speed);
+
+    // Empty when the index could not be had.
+    void indexArrived(const QByteArray &index);
+};
+
+// What the module `plum-packages` exports.
+class StoreModule
+{
+public:
+    virtual ~StoreModule() = default;
+
+    virtual std::unique_ptr<StoreTransfers> createTransfers(const Paths &paths, TextCodec &codec) = 0;
+};
+
+} // namespace plum
+
+Q_DECLARE_INTERFACE(plum::StoreModule, "plum.StoreModule/1")

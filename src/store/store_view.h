@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+namespace plum {
+
+struct DownloadProgress
+{
+    double percent = 0; // 0 to 100
+    QString total; // sizes and speed with their units
+    QString done;
+    QString speed; // per second
+};
+
+// The store window as its logic sees it: the frame, the browser `llq` and the display of a download. Every
+// call returns at once; what cannot be done yet is done when it can be. Sizes are in pixels.
+class StoreView : public QObject
+{
+    Q_OBJECT
+
+public:
+    // False when this installation has no browser engine; all other calls then do nothing.
+    virtual bool isAvailable() const = 0;
+
+    // Shows the window on top of the others.
+    virtual void showWindow() = 0;
+    virtual void hideWindow() = 0;
+    virtual void setCaption(const QString &text) = 0;
+    virtual void setWindowHeight(int pixels) = 0;
+
+    virtual void navigate(const QUrl &address) = 0;
+    // Leaves the browser with an empty page, waits until that is complete, and writes `html` into it.
+    virtual void writePage(const QString &html) = 0;
+    virtual void clearPage() = 0;
+    virtual void setBrowserWidth(int pixels) = 0;
+    virtual void setBrowserHeight(int pixels) = 0;
+
+    // Sizes the window after its browser, centres it and places what is around the browser.
+    virtual void layOut() = 0;
+
+    // The picture `loadimgbox` with its text `loadt`, in front of the browser until a page has loaded.
+    virtual void setLoadingVisible(bool visible) = 0;
+
+    virtual void setProgress(const DownloadProgress &progress) = 0;
+
+Q_SIGNALS:
+    // A page has loaded as a whole.
+    void pageCompleted();
+
+    // The user followed a link to a package.
+    void packageFollowed(const QUrl &link);
+
+    // A loaded page wanted a new window for this address, which belongs into the default browser.
+    void outsideOpened(const QUrl &address);
+
+    // Esc, `Image1`, or the window manager's request.
+    void closeRequested();
+};
+
+} // namespace plum

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace plum {
+
+// One app as the store shows it: what is in its folder.
+struct PublishedApp
+{
+    QString name; // the folder's name, the app's keyword
+    QString title;
+    QString summary;
+    QString category;
+    QString guide; // a text or an address; may be empty
+    QString script;
+    QByteArray icon; // an SVG or PNG picture; empty when the app has none
+    QString iconFile; // its file name
+    QStringList files;
+    QByteArray package; // the archive
+    QByteArray checksum; // SHA-256 of the archive
+
+    bool guideIsAddress() const;
+};
+
+// Reads the app in `folder` and packs it. Nothing when the folder is no app that can be published; `problem`
+// then says why in one line. `about.json`, if there is one, gives "title", "summary" and "category".
+std::optional<PublishedApp> readApp(const QString &folder, QString &problem);
+
+} // namespace plum

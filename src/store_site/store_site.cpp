@@ -1,0 +1,168 @@
+#include "store_site.h"
+
+#include "store/package_link.h"
+#include "template_text.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
+#include <QUrl>
+
+#include <map>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray siteFile(const QString &name)
+{
+    QFile file(u":/site/"_s + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString part(const QString &name)
+{
+    return QString::fromUtf8(siteFile(name));
+}
+
+QString encoded(const QString &name)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(name));
+}
+
+QString sizeText(qsizetype bytes)
+{
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+// The picture of an app that brings none: its first letter on a colour that its name chooses.
+QByteArray letterIcon(const QString &name)
+{
+    int sum = 0;
+    for (const QChar c : name)
+        sum = sum * 31 % 360 + c.unicode();
+    return fillTemplate(part(u"letter.svg"_s),
+        {{u"hue"_s, QString::number(sum % 360)}, {u"letter"_s, name.first(1).toUpper()}})
+        .toUtf8();
+}
+
+QString iconFile(const PublishedApp &app)
+{
+    return app.icon.isEmpty() ? u"icon.svg"_s : app.iconFile;
+}
+
+QString appFolder(const PublishedApp &app)
+{
+    return "plum/apps/"_L1 + app.name;
+}
+
+// The script's comments in a quieter colour.
+QString scriptHtml(const QString &script)
+{
+    QString html;
+    const QStringList lines = QString(script).remove(u'\r').split(u'\n');
+    for (const QString &line : lines) {
+        const QString text = line.toHtmlEscaped();
+        html += line.startsWith("//"_L1) ? u"<i>"_s + text + u"</i>\n"_s : text + u'\n';
+    }
+    return html.trimmed();
+}
+
+TemplateValues valuesOf(const PublishedApp &app, const QString &downloadBase)
+{
+    const QString guide = app.guideIsAddress()
+        ? u"<a href=\"%1\" target=\"_blank\" rel=\"noopener\">%1</a>"_s.arg(app.guide.toHtmlEscaped())
+        : app.guide.toHtmlEscaped();
+    const QString folder = u"/plum/apps/"_s + encoded(app.name);
+    return {
+        {u"name"_s, app.name},
+        {u"title"_s, app.title},
+        {u"summary"_s, app.summary},
+        {u"category"_s, app.category},
+        {u"guide"_s, guide.isEmpty() ? u"This app brings no guide."_s : guide},
+        {u"script"_s, scriptHtml(app.script)},
+        {u"files"_s, app.files.join(u", "_s)},
+        {u"size"_s, sizeText(app.package.size())},
+        {u"sha256"_s, QString::fromLatin1(app.checksum.toHex())},
+        {u"page"_s, folder + u"/index.html"_s},
+        {u"icon"_s, folder + u'/' + iconFile(app)},
+        {u"package"_s, downloadBase + encoded(app.name) + packageEnding},
+    };
+}
+
+QByteArray page(const QString &title, const QString &place, const QString &content)
+{
+    TemplateValues values{{u"title"_s, title}, {u"content"_s, content}};
+    for (const auto *name : {"store", "about", "help"}) {
+        const QString key = QString::fromLatin1(name);
+        values.insert(key, place == key ? u" aria-current=\"page\""_s : QString());
+    }
+    return fillTemplate(part(u"page.html"_s), values).toUtf8();
+}
+
+QString anchor(const QString &category)
+{
+    return u"c-"_s + encoded(category.toLower());
+}
+
+QByteArray catalogue(const std::vector<PublishedApp> &apps, const QString &downloadBase)
+{
+    std::map<QString, QString> cards; // by category
+    const QString card = part(u"card.html"_s);
+    for (const PublishedApp &app : apps)
+        cards[app.category] += fillTemplate(card, valuesOf(app, downloadBase));
+
+    QString sections;
+    QString links;
+    for (const auto &[category, content] : cards) {
+        const TemplateValues values{
+            {u"category"_s, category}, {u"anchor"_s, anchor(category)}, {u"cards"_s, content}};
+        sections += fillTemplate(part(u"category.html"_s), values);
+        links += fillTemplate(u"<a href=\"#{{anchor}}\">{{category}}</a>\n"_s, values);
+    }
+    return page(u"Plum store"_s, u"store"_s,
+        fillTemplate(part(u"catalogue.html"_s),
+            {{u"count"_s, QString::number(apps.size())}, {u"links"_s, links}, {u"sections"_s, sections}}));
+}
+
+QByteArray index(const std::vector<PublishedApp> &apps)
+{
+    QJsonArray packages;
+    for (const PublishedApp &app : apps) {
+        packages += QJsonObject{{u"name"_s, app.name}, {u"size"_s, app.package.size()},
+            {u"sha256"_s, QString::fromLatin1(app.checksum.toHex())}};
+    }
+    return QJsonDocument(QJsonObject{{u"packages"_s, packages}}).toJson();
+}
+
+} // namespace
+
+SiteFiles buildSite(const std::vector<PublishedApp> &apps, const QString &downloadBase)
+{
+    const QByteArray about = page(u"Plum"_s, u"about"_s, part(u"about.html"_s));
+    SiteFiles files{
+        {u"index.html"_s, siteFile(u"front.html"_s)},
+        {u"plum/index.html"_s, about},
+        {u"products/tarnwick_plum/index.html"_s, about},
+        {u"topic/tarnwick_plum/index.html"_s, page(u"Plum: help"_s, u"help"_s, part(u"help.html"_s))},
+        {u"plum/workflow_in/index.html"_s, catalogue(apps, downloadBase)},
+        {u"plum/store.css"_s, siteFile(u"store.css"_s)},
+        {u"plum/search.js"_s, siteFile(u"search.js"_s)},
+        {u"plum/plum.svg"_s, siteFile(u"plum.svg"_s)},
+        {u"plum/download/index.json"_s, index(apps)},
+    };
+    const QString appPage = part(u"app.html"_s);
+    for (const PublishedApp &app : apps) {
+        files.emplace_back(appFolder(app) + u"/index.html"_s,
+            page(app.title + u" - Plum store"_s, u"store"_s, fillTemplate(appPage, valuesOf(app, downloadBase))));
+        files.emplace_back(appFolder(app) + u'/' + iconFile(app), app.icon.isEmpty() ? letterIcon(app.name) : app.icon);
+        files.emplace_back(u"plum/download/"_s + app.name + packageEnding, app.package);
+    }
+    return files;
+}
+
+} // namespace plum

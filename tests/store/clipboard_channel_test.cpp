@@ -1,0 +1,92 @@
+#include "store_bench.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using plum::test::StoreBench;
+
+namespace {
+
+class Channel : public testing::Test
+{
+protected:
+    // Another program puts `text` on the clipboard.
+    void copied(const QString &text)
+    {
+        bench.platform.clipboard().content = text;
+        Q_EMIT bench.platform.clipboard().changed();
+    }
+
+    StoreBench bench;
+};
+
+} // namespace
+
+TEST_F(Channel, APageIsWrittenShownAndTakenFromTheClipboard)
+{
+    copied(u"##tarnwick:sending##<p>hello</p>"_s);
+    EXPECT_EQ(bench.events(), (QStringList{u"write <p>hello</p>"_s, u"show"_s, u"clipboard clear"_s}));
+    EXPECT_TRUE(bench.channel.isEnabled());
+}
+
+TEST_F(Channel, TheLastPageSwitchesTheChannelOff)
+{
+    copied(u"##tarnwick:send##<p>last</p>"_s);
+    EXPECT_EQ(bench.events(), (QStringList{u"write <p>last</p>"_s, u"show"_s, u"clipboard clear"_s}));
+    EXPECT_FALSE(bench.channel.isEnabled());
+
+    copied(u"##tarnwick:send##again"_s);
+    EXPECT_EQ(bench.events().size(), 3);
+}
+
+TEST_F(Channel, AMarkerAloneIsAnEmptyPage)
+{
+    copied(u"##tarnwick:send##"_s);
+    EXPECT_EQ(bench.events(), (QStringList{u"write "_s, u"show"_s, u"clipboard clear"_s}));
+}
+
+TEST_F(Channel, ATextShorterThanTheShorterMarkerIsLeftAlone)
+{
+    copied(u"##tarnwick:send#"_s);
+    copied({});
+    EXPECT_TRUE(bench.events().isEmpty());
+}
+
+TEST_F(Channel, AMarkerFurtherInsideIsNone)
+{
+    copied(u"x##tarnwick:send##<p>"_s);
+    EXPECT_TRUE(bench.events().isEmpty());
+    EXPECT_TRUE(bench.channel.isEnabled());
+}
+
+TEST_F(Channel, OnlyTheFirstMarkerIsTakenOff)
+{
+    copied(u"##tarnwick:sending####tarnwick:send##x"_s);
+    EXPECT_EQ(bench.events().first(), u"write ##tarnwick:send##x"_s);
+    EXPECT_TRUE(bench.channel.isEnabled());
+}
+
+TEST_F(Channel, ClosingTheWindowSwitchesTheChannelOff)
+{
+    Q_EMIT bench.view.closeRequested();
+    copied(u"##tarnwick:sending##late"_s);
+    EXPECT_EQ(bench.events(), (QStringList{u"hide"_s, u"clear page"_s}));
+}
+
+TEST_F(Channel, AHelperStartedByAScriptSwitchesItOnAgain)
+{
+    bench.channel.setEnabled(false);
+    bench.store.showLoadingPicture();
+    copied(u"##tarnwick:sending##page"_s);
+    EXPECT_EQ(bench.events(),
+        (QStringList{u"loading 1"_s, u"write page"_s, u"show"_s, u"clipboard clear"_s}));
+}
+
+TEST_F(Channel, AMessageThatWaitedArrivesWhenTheChannelIsSwitchedOn)
+{
+    bench.channel.setEnabled(false);
+    copied(u"##tarnwick:sending##waited"_s);
+    EXPECT_TRUE(bench.events().isEmpty());
+    bench.channel.setEnabled(true);
+    EXPECT_EQ(bench.events().first(), u"write waited"_s);
+}

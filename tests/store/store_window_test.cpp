@@ -1,0 +1,332 @@
+#include "store_bench.h"
+
+#include "store/loaded_store_transfers.h"
+#include "store/store_process.h"
+#include "support/x_server.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QRandomGenerator>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <csignal>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using plum::test::TemporaryFiles;
+
+namespace {
+
+// Waits with a living event loop; false after half a minute.
+bool waitUntil(const std::function<bool()> &condition)
+{
+    const QDeadlineTimer deadline(30'000);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+        QThread::msleep(2);
+    }
+    return true;
+}
+
+quint16 freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+// A generated store behind nginx.
+class Shop
+{
+public:
+    // Adds to the starter apps; to be called before serve().
+    void addApp(const QString &name, const QByteArray &file)
+    {
+        m_files.write(u"apps/%1/main.wf"_s.arg(name), "os.tips \"x\"\r\n");
+        m_files.write(u"apps/%1/content"_s.arg(name), file);
+    }
+
+    void addPage(const QString &name, const QByteArray &html) { m_files.write(u"out/"_s + name, html); }
+
+    bool serve(const QString &serverLines = {})
+    {
+        QProcess::execute(u"cp"_s, {u"-r"_s, QStringLiteral(PLUM_APPS), m_files.folder()});
+        if (QProcess::execute(QStringLiteral(PLUM_STORE),
+                {m_files.folder() + u"/apps"_s, m_files.folder() + u"/out"_s})
+            != 0)
+            return false;
+        return resume(serverLines);
+    }
+
+    bool resume(const QString &serverLines = {})
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"PLUM_STORE_NGINX"_s, serverLines);
+        m_server.setProcessEnvironment(environment);
+        m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_server.start(QStringLiteral(PLUM_SERVE_STORE), {m_files.folder() + u"/out"_s, address()});
+        return waitUntil([this] {
+            QTcpSocket socket;
+            socket.connectToHost(QHostAddress::LocalHost, m_port);
+            return socket.waitForConnected(200);
+        });
+    }
+
+    void cut()
+    {
+        m_server.terminate();
+        m_server.waitForFinished();
+    }
+
+    ~Shop() { cut(); }
+
+    QUrl url(const QString &path = {}) const { return QUrl(u"http://"_s + address() + path); }
+
+private:
+    QString address() const { return u"127.0.0.1:%1"_s.arg(m_port); }
+
+    TemporaryFiles m_files;
+    QProcess m_server;
+    const quint16 m_port = freePort();
+};
+
+class StoreWindow : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(screen.isReady());
+        screen.useAsDisplay();
+        platform.paths().folder = files.folder();
+        QDir::setCurrent(files.folder());
+        QObject::connect(&view, &plum::StoreView::pageCompleted, &view, [this] { ++completed; });
+        QObject::connect(&view, &plum::StoreView::closeRequested, &view, [this] { ++closed; });
+    }
+
+    bool show(const QUrl &address)
+    {
+        completed = 0;
+        view.navigate(address);
+        view.showWindow();
+        return waitUntil([this] { return completed > 0; }) && waitUntil([this] { return hasFocus(); });
+    }
+
+    static QString xdotool(const QStringList &arguments)
+    {
+        QProcess tool;
+        tool.start(u"xdotool"_s, arguments);
+        tool.waitForFinished();
+        return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+    }
+
+    static bool hasFocus() { return !xdotool({u"getactivewindow"_s}).isEmpty(); }
+    static bool isVisible(const QString &title)
+    {
+        return !xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u'^' + title + u'$'}).isEmpty();
+    }
+    static void press(const QString &keys)
+    {
+        xdotool(QStringList{u"key"_s, u"--delay"_s, u"30"_s} + keys.split(u' '));
+    }
+
+    bool hasEvent(const QString &line) const { return platform.log.lines().contains(line); }
+    bool eventHolds(const QString &text) const { return platform.log.lines().join(u'\n').contains(text); }
+
+    plum::XServer screen{{1280, 800}, {u"openbox"_s}};
+    TemporaryFiles files;
+    Shop shop;
+    plum::recording::RecordingPlatform platform;
+    plum::StoreProcess view{{.program = QStringLiteral(PLUM_STORE_WINDOW),
+        .downloadBase = shop.url(u"/plum/download/"_s),
+        .keptHidden = std::chrono::milliseconds(300)}};
+    plum::LoadedStoreTransfers transfers{platform.paths(), platform.textCodec()};
+    plum::test::RecordingHost host{platform.log};
+    plum::ClipboardChannel channel{platform.clipboard()};
+    plum::webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), platform.textCodec(),
+        {shop.url(), shop.url(u"/plum/download/"_s)}}};
+    int completed = 0;
+    int closed = 0;
+};
+
+// A page with one link, which has the focus.
+QByteArray pageWithLink(const QByteArray &attributes, const QByteArray &rest = {})
+{
+    return "<!doctype html><meta charset=utf-8><title>page</title><a id=a " + attributes
+        + ">link</a><script>document.getElementById('a').focus()</script>" + rest;
+}
+
+} // namespace
+
+TEST_F(StoreWindow, SearchingAndChoosingAPackageInstallsIt)
+{
+    ASSERT_TRUE(shop.serve());
+    store.openStore();
+    ASSERT_TRUE(waitUntil([this] { return completed > 0 && hasFocus(); }));
+
+    // Past the brand and the three pages to the search; then the card's title and its button.
+    press(u"Tab Tab Tab Tab Tab t i d y Tab Tab Return"_s);
+    ASSERT_TRUE(waitUntil([this] { return hasEvent(u"add app tidy"_s); }));
+    EXPECT_TRUE(hasEvent(u"message installed successfully (system-modal)"_s));
+    QFile original(QStringLiteral(PLUM_APPS "/tidy/main.wf"));
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    EXPECT_EQ(files.read(u"config/apps/tidy/main.wf"_s), original.readAll());
+    EXPECT_TRUE(waitUntil([] { return isVisible(u"Download completed"_s); }));
+}
+
+TEST_F(StoreWindow, ADownloadCutInTheMiddleGoesOnLater)
+{
+    QByteArray content(3'000'000, Qt::Uninitialized);
+    QRandomGenerator(7).generate(content.begin(), content.end());
+    shop.addApp(u"big"_s, content);
+    ASSERT_TRUE(shop.serve(u"limit_rate 500k;"_s));
+    ASSERT_TRUE(show(shop.url(u"/plum/workflow_in/index.html"_s)));
+
+    float percent = 0;
+    int status = 0;
+    QObject::connect(&transfers, &plum::StoreTransfers::Progress, &store, [&](float now) { percent = now; });
+    QObject::connect(&transfers, &plum::StoreTransfers::Status, &store, [&](int code) { status = code; });
+    store.XzSet(1, u"big"_s);
+    ASSERT_TRUE(waitUntil([&] { return percent > 10; }));
+    shop.cut();
+    ASSERT_TRUE(waitUntil([&] { return status == 4; }));
+    EXPECT_TRUE(waitUntil([] { return isVisible(u"下载被终止..."_s); }));
+    EXPECT_FALSE(QFileInfo::exists(files.folder() + u"/config/apps/big"_s));
+    const qint64 kept = QFileInfo(files.folder() + u"/big.wfp.dl"_s).size();
+    EXPECT_GT(kept, 0);
+
+    ASSERT_TRUE(shop.resume());
+    percent = 0;
+    store.XzSet(1, u"big"_s);
+    ASSERT_TRUE(waitUntil([this] { return hasEvent(u"add app big"_s); }));
+    EXPECT_EQ(files.read(u"config/apps/big/content"_s), content);
+}
+
+TEST_F(StoreWindow, EscapeHidesItAndTheProcessEndsAWhileLater)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("href=/"));
+    ASSERT_TRUE(shop.serve());
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    const qint64 process = view.processId();
+    EXPECT_NE(process, 0);
+
+    press(u"Escape"_s);
+    ASSERT_TRUE(waitUntil([this] { return closed > 0; }));
+    EXPECT_FALSE(channel.isEnabled());
+    EXPECT_TRUE(waitUntil([this] { return view.processId() == 0; }));
+
+    // It comes back in a new process.
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    EXPECT_NE(view.processId(), process);
+}
+
+TEST_F(StoreWindow, TheWindowManagersRequestHidesIt)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("href=/"));
+    ASSERT_TRUE(shop.serve());
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    xdotool({u"getactivewindow"_s, u"windowquit"_s});
+    ASSERT_TRUE(waitUntil([this] { return closed > 0; }));
+    EXPECT_TRUE(waitUntil([] { return !isVisible(u"Plum"_s); }));
+}
+
+TEST_F(StoreWindow, AProcessThatDiesCountsAsClosed)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("href=/"));
+    ASSERT_TRUE(shop.serve());
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    ::kill(static_cast<pid_t>(view.processId()), SIGKILL);
+    ASSERT_TRUE(waitUntil([this] { return closed > 0; }));
+    EXPECT_TRUE(show(shop.url(u"/page.html"_s)));
+}
+
+TEST_F(StoreWindow, ALinkForANewWindowOpensInTheDefaultBrowserOnceThePageHasLoaded)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("target=_blank href=https://example.org/outside"));
+    ASSERT_TRUE(shop.serve());
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    press(u"Return"_s);
+    EXPECT_TRUE(waitUntil([this] { return eventHolds(u"https://example.org/outside"_s); }));
+}
+
+TEST_F(StoreWindow, ALinkForANewWindowOpensOneWhileThePageIsLoading)
+{
+    QTcpServer neverAnswers; // keeps the page from being complete
+    ASSERT_TRUE(neverAnswers.listen(QHostAddress::LocalHost));
+    shop.addPage(u"inner.html"_s, "<!doctype html><title>inner page</title>inner");
+    shop.addPage(u"page.html"_s,
+        pageWithLink("target=_blank href=/inner.html",
+            "<img src=http://127.0.0.1:" + QByteArray::number(neverAnswers.serverPort()) + "/>"));
+    ASSERT_TRUE(shop.serve());
+    view.navigate(shop.url(u"/page.html"_s));
+    view.showWindow();
+    ASSERT_TRUE(waitUntil([] { return hasFocus(); }));
+    EXPECT_TRUE(waitUntil([] {
+        press(u"Return"_s);
+        return isVisible(u"inner page.*"_s);
+    }));
+    EXPECT_EQ(completed, 0);
+    EXPECT_TRUE(platform.log.lines().isEmpty());
+}
+
+TEST_F(StoreWindow, ALinkToAPackageForANewWindowInstallsIt)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("target=_blank href=/plum/download/hello.wfp"));
+    ASSERT_TRUE(shop.serve());
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    press(u"Return"_s);
+    EXPECT_TRUE(waitUntil([this] { return hasEvent(u"add app hello"_s); }));
+}
+
+TEST_F(StoreWindow, APageReadsNoFilesAndGetsNoPermissions)
+{
+    shop.addPage(u"page.html"_s,
+        pageWithLink("target=_blank href=https://example.org/unset", R"(<script>
+            const link = document.getElementById('a');
+            (async () => {
+                let file = 'refused', place = 'granted';
+                try { await fetch('file:///etc/passwd'); file = 'read'; } catch (e) { }
+                await new Promise(done => navigator.geolocation.getCurrentPosition(done,
+                    error => { place = error.code === 1 ? 'denied' : 'code' + error.code; done(); }));
+                const notes = await Notification.requestPermission();
+                link.href = 'https://example.org/file-' + file + '-place-' + place + '-notes-' + notes;
+            })();</script>)"));
+    ASSERT_TRUE(shop.serve());
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    EXPECT_TRUE(waitUntil([this] {
+        press(u"Return"_s);
+        return eventHolds(u"file-refused-place-denied-notes-denied"_s);
+    })) << qPrintable(platform.log.lines().join(u'\n'));
+}
+
+TEST_F(StoreWindow, APageFromTheClipboardArrivesWholeHoweverLongItIs)
+{
+    constexpr int much = 3'000'000; // characters; more than a data: address could carry
+    const QByteArray html = pageWithLink("target=_blank", "<p>\u4F60 \"\\\u2028</p>" + QByteArray(much, 'x')
+        + "<script>document.getElementById('a').href = 'https://example.org/'"
+          " + (document.body.textContent.length > 3e6) + document.querySelector('p').textContent.length"
+          "</script>");
+    platform.clipboard().content = u"##tarnwick:send##"_s + QString::fromUtf8(html);
+    Q_EMIT platform.clipboard().changed();
+    ASSERT_TRUE(waitUntil([this] { return completed > 0 && hasFocus(); }));
+    EXPECT_FALSE(channel.isEnabled());
+    EXPECT_TRUE(waitUntil([this] {
+        press(u"Return"_s);
+        return eventHolds(u"https://example.org/true5"_s);
+    })) << qPrintable(platform.log.lines().join(u'\n'));
+}
+
+TEST_F(StoreWindow, ACalledProgramsPageSizesTheWindow)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("href=/"));
+    ASSERT_TRUE(shop.serve());
+    store.setBrowserWidth(425);
+    store.setBrowserHeight(325);
+    store.layOut();
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+    const QString geometry = xdotool({u"getactivewindow"_s, u"getwindowgeometry"_s, u"--shell"_s});
+    EXPECT_TRUE(geometry.contains(u"WIDTH=433"_s)) << qPrintable(geometry); // with the edges that resize it
+}

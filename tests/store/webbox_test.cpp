@@ -1,0 +1,388 @@
+#include "store_bench.h"
+
+#include "store/download_texts.h"
+#include "zip_writer.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using plum::test::StoreBench;
+
+namespace {
+
+class Store : public testing::Test
+{
+protected:
+    // A package as the downloader would leave it in the program folder.
+    QByteArray putPackage(const QString &name, const QByteArray &script)
+    {
+        plum::ZipWriter archive;
+        archive.add(u"main.wf"_s, script, QDateTime::currentDateTime());
+        archive.add(u"pictures/a.txt"_s, "picture", QDateTime::currentDateTime());
+        bench.files.write(name + u".wfp"_s, archive.finish());
+        return archive.finish();
+    }
+
+    QByteArray indexOf(const QString &name, const QByteArray &package)
+    {
+        const QByteArray sum = QCryptographicHash::hash(package, QCryptographicHash::Sha256).toHex();
+        return "{\"packages\":[{\"name\":\"" + name.toUtf8() + "\",\"sha256\":\"" + sum + "\"}]}";
+    }
+
+    // The downloader reports a complete package, and the index arrives.
+    void complete(const QByteArray &index = {})
+    {
+        Q_EMIT bench.transfers.indexArrived(index);
+        bench.transfers.end(9);
+    }
+
+    void follow(const QString &link) { Q_EMIT bench.view.packageFollowed(QUrl(link)); }
+
+    QByteArray script(const QString &app) { return bench.files.read(u"config/apps/%1/main.wf"_s.arg(app)); }
+
+    static QStringList startOf(const QString &name, const QString &url)
+    {
+        return {u"target %1.wfp"_s.arg(name), u"url "_s + url,
+            u"index http://shop.test/plum/download/index.json"_s, u"GetStart"_s};
+    }
+
+    StoreBench bench;
+};
+
+const QStringList success{u"message installed successfully (system-modal)"_s};
+
+} // namespace
+
+TEST_F(Store, OpensTheCatalogue)
+{
+    bench.store.openStore();
+    EXPECT_EQ(bench.events(),
+        (QStringList{u"navigate http://shop.test/plum/workflow_in/index.html?v=0.01"_s, u"height 625"_s,
+            u"lay out"_s, u"show"_s}));
+}
+
+TEST_F(Store, WithoutABrowserEngineTheCatalogueOpensInTheDefaultBrowser)
+{
+    bench.view.available = false;
+    bench.store.openStore();
+    ASSERT_EQ(bench.events().size(), 1);
+    EXPECT_TRUE(bench.events().first().contains("http://shop.test/plum/workflow_in/index.html?v=0.01"_L1));
+}
+
+TEST_F(Store, Mode1DownloadsThePackageOfTheName)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    bench.store.XzSet(1, u"notes"_s);
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_TRUE(bench.hasApp(u"notes"_s));
+}
+
+TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    bench.transfers.end(4);
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    bench.files.write(u"config/apps/other/main.wf"_s, "other");
+    bench.platform.log.clear();
+    bench.store.XzSet(0, u"other"_s);
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    EXPECT_TRUE(bench.hasApp(u"other"_s));
+}
+
+TEST_F(Store, InstallingTheSamePackageTwiceWithMode0RemovesTheOldAppFolderBeforeDownloading)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    putPackage(u"notes"_s, "first");
+    complete();
+    bench.files.write(u"config/apps/notes/leftover"_s, "x");
+
+    bool wasGone = false;
+    bench.transfers.onStart = [&] { wasGone = !bench.hasApp(u"notes"_s); };
+    bench.store.XzSet(0, {});
+    EXPECT_TRUE(wasGone);
+    putPackage(u"notes"_s, "second");
+    complete();
+    EXPECT_EQ(script(u"notes"_s), "second");
+    EXPECT_FALSE(bench.hasApp(u"notes/leftover"_s));
+}
+
+TEST_F(Store, Mode0WithoutACurrentPackageDoesNothing)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    bench.store.XzSet(0, u"notes"_s);
+    EXPECT_TRUE(bench.events().isEmpty());
+    EXPECT_TRUE(bench.hasApp(u"notes"_s));
+}
+
+TEST_F(Store, ANameThatIsNoFolderNameIsRefused)
+{
+    for (const char *name : {"..", "a/b", "a\\b", "a:b", "*", "a?", "a|b"}) {
+        bench.platform.log.clear();
+        bench.store.XzSet(1, QString::fromLatin1(name));
+        EXPECT_EQ(bench.events(),
+            (QStringList{u"message Can not exist *[\\/:*?\"<|>]* (system-modal)"_s})) << name;
+    }
+    bench.platform.log.clear();
+    bench.store.XzSet(1, {});
+    EXPECT_TRUE(bench.events().isEmpty());
+}
+
+TEST_F(Store, EveryStatusHasItsTitle)
+{
+    const QStringList titles{u"发送请求..."_s, u"获取远程文件信息..."_s, u"开始接收数据..."_s, u"下载被终止..."_s,
+        u"停止下载"_s, u"暂停下载"_s, u"连接服务器失败"_s, u"发送请求失败"_s};
+    for (int code = 1; code <= titles.size(); ++code) {
+        bench.platform.log.clear();
+        Q_EMIT bench.transfers.Status(code);
+        EXPECT_EQ(bench.events(), QStringList{u"caption "_s + titles[code - 1]}) << code;
+    }
+    for (const int code : {10, 0, 11, -1}) {
+        bench.platform.log.clear();
+        Q_EMIT bench.transfers.Status(code);
+        EXPECT_EQ(bench.events(), QStringList{u"caption "_s}) << code;
+    }
+    EXPECT_EQ(plum::downloadTitle(9), u"Download completed");
+}
+
+TEST_F(Store, InstallsInTheOrderOfItsSteps)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    putPackage(u"notes"_s, "script");
+    bench.files.write(u"notes.wfp.dl"_s, "x");
+    bench.files.write(u"notes.wfp.dl.cfg"_s, "x");
+    bench.platform.log.clear();
+
+    bench.host.onMessage = [&] {
+        EXPECT_EQ(script(u"notes"_s), "script");
+        for (const auto *file : {"notes.wfp", "notes.wfp.dl", "notes.wfp.dl.cfg", "config/unpacking"})
+            EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u'/' + QLatin1StringView(file))) << file;
+    };
+    complete();
+    EXPECT_EQ(bench.events(), success + QStringList({u"add app notes"_s, u"caption Download completed"_s}));
+    EXPECT_EQ(bench.files.read(u"config/apps/notes/pictures/a.txt"_s), "picture");
+}
+
+TEST_F(Store, SaysInstalledEvenWhenThePackageIsNoArchive)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    bench.files.write(u"notes.wfp"_s, "no archive");
+    bench.platform.log.clear();
+    complete();
+    EXPECT_EQ(bench.events(), success + QStringList({u"add app notes"_s, u"caption Download completed"_s}));
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+}
+
+TEST_F(Store, ADownloadBesideAnOlderPackageInstallsTheOlderOne)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    putPackage(u"notes"_s, "older");
+    bench.files.write(u"notes(1).wfp"_s, "what the downloader saved under a numbered name");
+    complete();
+    EXPECT_EQ(script(u"notes"_s), "older");
+}
+
+TEST_F(Store, Mode1OverAnAppReplacesItsFilesAndKeepsTheOthers)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    bench.files.write(u"config/apps/notes/mine"_s, "kept");
+    bench.store.XzSet(1, u"notes"_s);
+    putPackage(u"notes"_s, "new");
+    complete();
+    EXPECT_EQ(script(u"notes"_s), "new");
+    EXPECT_EQ(bench.files.read(u"config/apps/notes/mine"_s), "kept");
+}
+
+TEST_F(Store, WaitsForTheIndexBeforeInstalling)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    const QByteArray package = putPackage(u"notes"_s, "script");
+    bench.transfers.end(9);
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    Q_EMIT bench.transfers.indexArrived(indexOf(u"notes"_s, package));
+    EXPECT_EQ(script(u"notes"_s), "script");
+}
+
+TEST_F(Store, APackageWithTheRightChecksumIsInstalled)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    complete(indexOf(u"notes"_s, putPackage(u"notes"_s, "script")));
+    EXPECT_EQ(script(u"notes"_s), "script");
+}
+
+TEST_F(Store, ADamagedPackageIsRefusedAndNothingOfItIsKept)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    putPackage(u"notes"_s, "script");
+    bench.platform.log.clear();
+    complete(indexOf(u"notes"_s, "another package"));
+    EXPECT_EQ(bench.events(),
+        (QStringList{u"message The package is damaged and was not installed. (system-modal)"_s,
+            u"caption Download completed"_s}));
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+}
+
+TEST_F(Store, WithoutAnIndexEntryThePackageIsInstalled)
+{
+    for (const QByteArray &index : {QByteArray(), QByteArray("no index"), indexOf(u"other"_s, "x"),
+             QByteArray(R"({"packages":[{"name":"notes","sha256":"12"},5]})")}) {
+        QDir(bench.files.folder() + u"/config/apps/notes"_s).removeRecursively();
+        bench.store.XzSet(1, u"notes"_s);
+        putPackage(u"notes"_s, "script");
+        complete(index);
+        EXPECT_EQ(script(u"notes"_s), "script") << index.constData();
+    }
+}
+
+TEST_F(Store, ASecondPackageHasToWaitForTheFirst)
+{
+    bench.store.XzSet(1, u"first"_s);
+    bench.platform.log.clear();
+    bench.store.XzSet(1, u"second"_s);
+    bench.store.XzSet(0, {});
+    follow(u"http://shop.test/plum/download/third.wfp"_s);
+    EXPECT_TRUE(bench.events().isEmpty());
+
+    putPackage(u"first"_s, "script");
+    bench.host.onMessage = [&] { bench.store.XzSet(1, u"second"_s); };
+    complete();
+    EXPECT_EQ(bench.events().first(), success.first());
+    EXPECT_TRUE(bench.events().contains(u"add app first"_s));
+
+    bench.host.onMessage = {};
+    bench.platform.log.clear();
+    bench.store.XzSet(1, u"second"_s);
+    EXPECT_EQ(bench.events(), startOf(u"second"_s, u"http://shop.test/plum/download/second.wfp"_s));
+}
+
+TEST_F(Store, AfterAFailedDownloadItCanBeStartedAgain)
+{
+    for (const int code : {4, 5, 6, 7, 8, 10}) {
+        bench.store.XzSet(1, u"notes"_s);
+        bench.transfers.end(code);
+        bench.platform.log.clear();
+        bench.store.XzSet(1, u"notes"_s);
+        EXPECT_EQ(bench.events().last(), u"GetStart"_s) << code;
+        bench.transfers.end(code);
+    }
+}
+
+TEST_F(Store, ALinkToAPackageInstallsIt)
+{
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+}
+
+TEST_F(Store, ALinkFurtherBelowTheBaseIsFetchedFromThere)
+{
+    follow(u"http://shop.test/plum/download/more/notes.wfp"_s);
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/more/notes.wfp"_s));
+}
+
+TEST_F(Store, ALinkToAnInstalledAppAsksForAName)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    EXPECT_EQ(bench.events(), QStringList{u"ask name notes"_s});
+    EXPECT_TRUE(bench.hasApp(u"notes"_s));
+}
+
+TEST_F(Store, ANewNameInstallsTheLinkedPackageUnderIt)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    bench.platform.log.clear();
+    bench.store.XzSet(1, u"memo"_s);
+    EXPECT_EQ(bench.events(), startOf(u"memo"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    complete(indexOf(u"notes"_s, putPackage(u"memo"_s, "script")));
+    EXPECT_EQ(script(u"memo"_s), "script");
+    EXPECT_EQ(script(u"notes"_s), "old");
+
+    // The link counts once.
+    bench.platform.log.clear();
+    bench.store.XzSet(1, u"chess"_s);
+    EXPECT_EQ(bench.events(), startOf(u"chess"_s, u"http://shop.test/plum/download/chess.wfp"_s));
+}
+
+TEST_F(Store, ConfirmingWithoutACheckReinstallsTheLinkedPackage)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    bench.platform.log.clear();
+    bench.store.XzSet(0, u"whatever"_s);
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+}
+
+TEST_F(Store, ALinkThatWantedAWindowOpensInTheDefaultBrowser)
+{
+    Q_EMIT bench.view.outsideOpened(QUrl(u"https://example.org/a?b=c"_s));
+    ASSERT_EQ(bench.events().size(), 1);
+    EXPECT_TRUE(bench.events().first().contains("https://example.org/a?b=c"_L1));
+}
+
+TEST_F(Store, ProgressReachesTheWindow)
+{
+    Q_EMIT bench.transfers.Progress(12.5F, u"8.00 MB"_s, u"1.00 MB"_s, u"512 KB"_s);
+    EXPECT_EQ(bench.events(), QStringList{u"progress 12.5 8.00 MB 1.00 MB 512 KB"_s});
+}
+
+TEST_F(Store, ClosingHidesTheWindowAndClearsThePage)
+{
+    Q_EMIT bench.view.closeRequested();
+    EXPECT_EQ(bench.events(), (QStringList{u"hide"_s, u"clear page"_s}));
+    EXPECT_FALSE(bench.channel.isEnabled());
+}
+
+TEST_F(Store, ADownloadGoesOnAfterClosing)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    Q_EMIT bench.view.closeRequested();
+    putPackage(u"notes"_s, "script");
+    complete();
+    EXPECT_EQ(script(u"notes"_s), "script");
+}
+
+TEST_F(Store, ACalledProgramsPageIsPrepared)
+{
+    bench.store.setBrowserWidth(325);
+    bench.store.setBrowserHeight(225);
+    bench.store.navigateToBlank();
+    bench.store.layOut();
+    bench.store.showLoadingPicture();
+    EXPECT_EQ(bench.events(),
+        (QStringList{u"browser width 325"_s, u"browser height 225"_s, u"clear page"_s, u"lay out"_s,
+            u"loading 1"_s}));
+}
+
+TEST(ShellUrl, SplitsBehindTheSecondHash)
+{
+    EXPECT_EQ(plum::webbox::ShellUrl(u"#open#http://a/#b"_s), (QStringList{u"#open#"_s, u"http://a/#b"_s}));
+    EXPECT_EQ(plum::webbox::ShellUrl(u"a##"_s), (QStringList{u"a##"_s, QString()}));
+}
+
+TEST(ShellUrl, ATextWithFewerThanTwoHashesGivesNothing)
+{
+    EXPECT_TRUE(plum::webbox::ShellUrl(u"a#b"_s).isEmpty());
+    EXPECT_TRUE(plum::webbox::ShellUrl(u"ab"_s).isEmpty());
+    EXPECT_TRUE(plum::webbox::ShellUrl({}).isEmpty());
+}
+
+TEST(RepUrl, TurnsThePrefixAroundAndReturnsTheRest)
+{
+    QString prefix = u"C:\\plum\\"_s;
+    EXPECT_EQ(plum::webbox::repurl(u"file:///C:/plum/a/C:/plum/b"_s, prefix), u"a/C:/plum/b"_s);
+    EXPECT_EQ(prefix, u"C:/plum/"_s);
+}
+
+TEST(RepUrl, APrefixThatIsNotThereLeavesNothing)
+{
+    QString prefix = u"x\\"_s;
+    EXPECT_EQ(plum::webbox::repurl(u"http://a"_s, prefix), QString());
+    EXPECT_EQ(prefix, u"x/"_s);
+}
