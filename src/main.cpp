@@ -47,7 +47,8 @@ void runScriptOf(const QString &commandLine, plum::ScriptSystem &scripts)
 {
     const plum::RunStart::CommandLineScript script = scripts.starts().prepareCommandLine(commandLine);
     if (script.path.isEmpty())
-        say(u"\"%1\" is not the path of a script (it does not end in \".wf\"); nothing is run."_s.arg(commandLine));
+        say(u"\"%1\" is not the path of a script (it does not end in \".wf\"); nothing is run."_s.arg(
+            commandLine));
     else if (!script.loaded)
         say(u"cannot read %1; nothing is run."_s.arg(script.path));
     else if (looksLikeLineFeedsOnly(scripts.state().runlist))

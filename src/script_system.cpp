@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 ScriptSystem::ScriptSystem(Platform &platform, Launcher &launcher, const QString &executableName)
     : m_files(platform.paths(), platform.textCodec())
-    , m_reader({m_state, launcher, platform.clipboard(), platform.pointer(), platform.shell(), platform.paths(),
-          m_files})
+    , m_reader({m_state, launcher, platform.clipboard(), platform.pointer(), platform.shell(),
+          platform.paths(), m_files})
     , m_waiter(platform.timers(), executableName, &QDateTime::currentDateTime)
     , m_loop(m_state, m_reader, m_waiter, launcher)
     , m_starts(m_state, m_loop, m_files, platform.paths())
