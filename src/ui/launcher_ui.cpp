@@ -32,6 +32,7 @@ LauncherUi::LauncherUi(Surroundings surroundings)
 
 LauncherUi::~LauncherUi()
 {
+    m_hotkeyModule.disconnect(this);
     delete m_box;
     delete m_hotkeyWindow;
 }
@@ -203,6 +204,7 @@ shurubox &LauncherUi::freshBox()
         {.exists = [this](const QString &keyword) { return m_library.exists(keyword); },
             .isUsableName = [](const QString &keyword) { return AppLibrary::isFolderName(keyword); }},
         owner);
+    connect(m_box, &shurubox::unloaded, this, [this] { m_box.clear(); });
     connect(m_box, &shurubox::inputConfirmed, this, &LauncherUi::confirmInput);
     connect(m_box, &shurubox::inputClosed, this, &LauncherUi::closeInput);
     connect(m_box, &shurubox::nameConfirmed, this, [this](const QString &name) { confirmName(name, true); });

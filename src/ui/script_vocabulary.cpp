@@ -27,7 +27,8 @@ bool ScriptVocabulary::knows(QStringView head) const
     const auto table = m_tables.constFind(head.first(dot).toString());
     const QStringView word = head.sliced(dot + 1);
     return table != m_tables.constEnd() && std::ranges::any_of(*table, [word](const CommandInfo &info) {
-        return info.word == word || (info.word.endsWith(u'_') && word.startsWith(info.word));
+        return info.word.isEmpty() || info.word == word
+            || (info.word.endsWith(u'_') && word.startsWith(info.word));
     });
 }
 

@@ -15,7 +15,7 @@ public:
     void add(const QString &nameSpace, const QList<CommandInfo> &commands);
 
     // Whether a script line may begin with `head`, "namespace.command". A table's word that ends in "_"
-    // stands for every word that begins so.
+    // stands for every word that begins so, an empty one for any word.
     bool knows(QStringView head) const;
 
 private:

@@ -5,6 +5,7 @@
 #include "ui/moveit.h"
 #include "ui/picture_button.h"
 
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -153,7 +154,7 @@ QWidget *shurubox::makeNamePanel()
     connect(Image2, &PictureButton::clicked, this, &shurubox::confirmName);
     connect(Label3, &QPushButton::clicked, this, [this] {
         const QString name = Text4->text();
-        unload();
+        close();
         Q_EMIT nameConfirmedUnchecked(name);
     });
     connect(Label4, &QPushButton::clicked, this, [this] { bringUp(setupbox); });
@@ -225,22 +226,17 @@ QString shurubox::entryText() const
     return Text1->text();
 }
 
-void shurubox::unload()
-{
-    close();
-}
-
 void shurubox::confirmInput()
 {
     const QString variable = indim->text();
     const QString text = Text1->text();
-    unload();
+    close();
     Q_EMIT inputConfirmed(variable, text);
 }
 
 void shurubox::closeInput()
 {
-    unload();
+    close();
     Q_EMIT inputClosed();
 }
 
@@ -255,15 +251,21 @@ void shurubox::confirmName()
         Label6->setText(u"Can not exist *[\\/:*?\"<|>]*"_s);
         return;
     }
-    unload();
+    close();
     Q_EMIT nameConfirmed(name);
+}
+
+void shurubox::closeEvent(QCloseEvent *event)
+{
+    BorderlessWindow::closeEvent(event);
+    Q_EMIT unloaded();
 }
 
 void shurubox::keyPressEvent(QKeyEvent *event)
 {
     // Enter in an entry never comes here; everywhere else it abandons, as Esc does.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape)
-        unload();
+        close();
     else
         BorderlessWindow::keyPressEvent(event);
 }

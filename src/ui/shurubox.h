@@ -41,12 +41,14 @@ public:
     QString entryText() const;
 
 Q_SIGNALS:
+    void unloaded(); // by whatever way; comes before the signal that says which
     void inputConfirmed(const QString &variable, const QString &text);
     void inputClosed(); // by the close picture
     void nameConfirmed(const QString &name); // the name is free
     void nameConfirmedUnchecked(const QString &name);
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
@@ -55,7 +57,6 @@ private:
     QWidget *makeNamePanel();
     QWidget *makeSetupPanel();
     void bringUp(QWidget *panel);
-    void unload();
     void confirmInput();
     void closeInput();
     void confirmName();
