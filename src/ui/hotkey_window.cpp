@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
@@ -30,6 +31,26 @@ struct Modifier
 constexpr std::array modifiers{Modifier{GlobalHotkey::Alt, "Alt"_L1},
     Modifier{GlobalHotkey::Control, "Ctrl"_L1}, Modifier{GlobalHotkey::Shift, "Shift"_L1}};
 
+// A drop-down list with an arrow of its own: the window's style leaves none.
+class LetterBox final : public QComboBox
+{
+public:
+    using QComboBox::QComboBox;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QComboBox::paintEvent(event);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPen pen(palette().color(QPalette::Text), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+        painter.setPen(pen);
+        const QPointF tip(width() - 14, height() / 2.0 + 2.5);
+        const std::array points{tip - QPointF(4, 4), tip, tip + QPointF(4, -4)};
+        painter.drawPolyline(points.data(), static_cast<int>(points.size()));
+    }
+};
+
 QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
 {
     auto *made = new QPushButton(caption, parent);
@@ -43,7 +64,7 @@ hotkey::hotkey(sethotkey &module, SettingsFile &settings, QWidget *owner)
     : BorderlessWindow(owner, Qt::Dialog)
     , m_module(module)
     , m_settings(settings)
-    , cboLetter(new QComboBox(this))
+    , cboLetter(new LetterBox(this))
     , hotok(button(u"hotok"_s, tr("Use this hotkey"), this))
     , cmdMain{button(u"cmdMain0"_s, u"OK"_s, this), button(u"cmdMain1"_s, tr("Remove and close"), this)}
     , Command1(button(u"Command1"_s, tr("Turn on"), this))

@@ -93,6 +93,8 @@ void LauncherUi::connectWindow()
 
 void LauncherUi::connectMenus()
 {
+    m_menus->setTheme(m_window->theme());
+    connect(m_window.get(), &BorderlessWindow::themeChanged, m_menus.get(), &sett::setTheme);
     connect(m_menus.get(), &sett::commandChosen, this, &LauncherUi::choose);
     connect(m_window.get(), &frmSet::settingsMenuRequested, &m_menus->mmmm,
         [this](QPoint position) { m_menus->mmmm.popup(position); });

@@ -1,6 +1,7 @@
 #include "ui/sett.h"
 
 #include "ui/app_icon.h"
+#include "ui/theme.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -28,6 +29,8 @@ struct Item
     quint32 menus;
     bool startsGroup = false;
 };
+
+constexpr const char *toolsCaption = QT_TRANSLATE_NOOP("plum::sett", "On the web");
 
 constexpr std::array items{
     Item{"xianshi", QT_TRANSLATE_NOOP("plum::sett", "Show launcher"), MenuCommand::xianshi, Tray},
@@ -59,7 +62,7 @@ sett::sett()
     fill(list2you, AppList);
     fill(mmmm, Settings);
 
-    QMenu *toolsa = mmmm.addMenu(tr("On the web"));
+    QMenu *toolsa = mmmm.addMenu(tr(toolsCaption));
     toolsa->setObjectName(u"toolsa"_s);
     fill(*toolsa, Tools);
     // The sub-menu stands before the way out.
@@ -91,6 +94,12 @@ void sett::fill(QMenu &menu, quint32 which)
         connect(action, &QAction::triggered, this,
             [this, command = item.command] { Q_EMIT commandChosen(command); });
     }
+}
+
+void sett::setTheme(const Theme &theme)
+{
+    for (QMenu *menu : {&cd, &mmmm, &list2you})
+        menu->setStyleSheet(theme.styleSheet());
 }
 
 void sett::addTrayIcon()

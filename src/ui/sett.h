@@ -8,6 +8,8 @@
 
 namespace plum {
 
+struct Theme;
+
 // The commands of the settings menus, by the names of their items.
 enum class MenuCommand {
     addnew, // opens the add panel
@@ -42,6 +44,8 @@ public:
     QMenu cd; // opened from the tray icon
     QMenu mmmm; // opened from the launcher's menu pictures
     QMenu list2you; // opened from the launcher's lists
+
+    void setTheme(const Theme &theme);
 
     void addTrayIcon();
     void removeTrayIcon();

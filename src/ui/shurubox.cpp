@@ -20,8 +20,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize boxSize(420, 178);
-constexpr QSize tipSize(440, 240);
+constexpr QSize inputSize(420, 152);
+constexpr QSize boxSize(420, 172);
+constexpr QSize tipSize(420, 200);
 
 QLabel *label(const QString &name, const QString &text, QWidget *parent)
 {
@@ -63,6 +64,7 @@ shurubox::shurubox(Shell &shell, Library library, QWidget *owner)
     , m_shell(shell)
     , m_library(std::move(library))
     , m_panels(new QStackedWidget(this))
+    , Image1(new PictureButton(u"Image1"_s, PictureButton::Picture::Close, tr("Close and go on"), this))
     , m_inputPanel(makeInputPanel())
     , m_tipPanel(makeTipPanel())
     , renamebox(makeNamePanel())
@@ -73,7 +75,6 @@ shurubox::shurubox(Shell &shell, Library library, QWidget *owner)
     setAttribute(Qt::WA_DeleteOnClose);
     for (QWidget *panel : {m_inputPanel, m_tipPanel, renamebox, setupbox})
         m_panels->addWidget(panel);
-    Image1 = new PictureButton(u"Image1"_s, PictureButton::Picture::Close, tr("Close and go on"), this);
     connect(Image1, &PictureButton::clicked, this, &shurubox::closeInput);
 
     auto *layout = new QHBoxLayout(this);
@@ -97,6 +98,7 @@ QWidget *shurubox::makeInputPanel()
 
     QVBoxLayout *column = columnOf(panel);
     title->setProperty("heading", true);
+    title->setMinimumHeight(Image1->height());
     column->addWidget(title);
     column->addWidget(Text1);
     column->addStretch();
@@ -121,6 +123,7 @@ QWidget *shurubox::makeTipPanel()
     QVBoxLayout *column = columnOf(panel);
     QLabel *heading = label({}, tr("Tip"), panel);
     heading->setProperty("heading", true);
+    heading->setMinimumHeight(Image1->height());
     column->addWidget(heading);
     column->addWidget(tipsbox, 1);
     return panel;
@@ -188,7 +191,7 @@ void shurubox::bringUp(QWidget *panel)
 {
     m_panels->setCurrentWidget(panel);
     Image1->setVisible(panel == m_inputPanel || panel == m_tipPanel);
-    setFixedSize(panel == m_tipPanel ? tipSize : boxSize);
+    setFixedSize(panel == m_tipPanel ? tipSize : panel == m_inputPanel ? inputSize : boxSize);
     if (!isVisible())
         wincenter();
     show();

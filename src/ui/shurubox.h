@@ -64,6 +64,7 @@ private:
     Shell &m_shell;
     Library m_library;
     QStackedWidget *m_panels;
+    PictureButton *Image1; // closes a question or a tip, and the run goes on
     QWidget *m_inputPanel; // `shurubox`
     QWidget *m_tipPanel;
     QWidget *renamebox;
@@ -72,7 +73,6 @@ private:
     QLabel *indim; // the name of the variable that receives the input; never visible
     FileEntry *Text1; // the entry
     QPlainTextEdit *tipsbox; // the tip
-    PictureButton *Image1; // closes a question or a tip, and the run goes on
     QLineEdit *Text4; // the keyword for a package
     QLabel *Label6; // says that a keyword is taken
     QLineEdit *Text2; // the package

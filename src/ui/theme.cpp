@@ -68,6 +68,20 @@ QComboBox QAbstractItemView {
     background: @field; border: 1px solid @line; outline: 0;
     selection-background-color: @accent; selection-color: @onAccent;
 }
+QComboBox::drop-down { border: none; width: 20px; }
+QPlainTextEdit#tipsbox, QPlainTextEdit#tipsbox:focus {
+    background: transparent; border: none; padding: 0; font-size: 11pt;
+}
+QRadioButton { spacing: 7px; }
+QRadioButton::indicator {
+    width: 14px; height: 14px; border: 1px solid @quiet; border-radius: 8px; background: @field;
+}
+QRadioButton::indicator:checked { width: 6px; height: 6px; border: 5px solid @accent; }
+QRadioButton::indicator:focus { border-color: @accent; }
+QMenu { background: @field; border: 1px solid @line; padding: 4px; }
+QMenu::item { padding: 6px 26px 6px 14px; border-radius: 5px; color: @text; }
+QMenu::item:selected { background: @accent; color: @onAccent; }
+QMenu::separator { height: 1px; background: @line; margin: 4px 8px; }
 QPushButton {
     background: @hover; border: 1px solid @line; border-radius: 6px; padding: 6px 14px;
 }
@@ -78,9 +92,9 @@ QPushButton[primary="true"]:focus { border: 2px solid @text; }
 QPushButton:disabled { color: @quiet; }
 QRadioButton:focus { color: @accent; }
 QFrame[divider="true"] { background: @line; border: none; }
-QScrollBar:vertical { background: transparent; width: 10px; margin: 0; }
+QScrollBar:vertical { background: transparent; width: 8px; margin: 0; }
 QScrollBar:horizontal { background: transparent; height: 10px; margin: 0; }
-QScrollBar::handle { background: @line; border-radius: 4px; min-height: 24px; min-width: 24px; margin: 1px; }
+QScrollBar::handle { background: @line; border-radius: 3px; min-height: 24px; min-width: 24px; margin: 1px; }
 QScrollBar::handle:hover { background: @quiet; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }

@@ -72,7 +72,8 @@ TEST_F(FrmSetTest, startShowsTheAppsInTheirOrderInTheMiddleOfTheScreen)
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     EXPECT_EQ(ui.window()->pos(),
         screen.topLeft()
-            + QPoint((screen.width() - ui.window()->width()) / 2, (screen.height() - ui.window()->height()) / 2));
+            + QPoint(
+                (screen.width() - ui.window()->width()) / 2, (screen.height() - ui.window()->height()) / 2));
     EXPECT_TRUE(ui.window()->windowFlags() & Qt::FramelessWindowHint);
     EXPECT_EQ(state.runctx[1], u"bao"_s);
 }
@@ -248,7 +249,8 @@ TEST_F(FrmSetTest, doubleClickOnAResultOpensItsSecondScript)
     start();
     type(text8(), u"n"_s);
     QApplication::processEvents();
-    mouse(viewport("List2"), QEvent::MouseButtonDblClick, rowCentre("List2", 0), Qt::LeftButton, Qt::LeftButton);
+    mouse(viewport("List2"), QEvent::MouseButtonDblClick, rowCentre("List2", 0), Qt::LeftButton,
+        Qt::LeftButton);
     EXPECT_TRUE(find("addeditbox")->isVisible());
     EXPECT_EQ(find<QLabel>("Label5")->text(), u"\"note\"  is editting"_s);
     EXPECT_EQ(find<QLineEdit>("Text7")->text(), u"note"_s);
@@ -453,7 +455,8 @@ TEST_F(FrmSetTest, theEditorKeepsItsLinesAndBlanks)
 {
     start();
     auto *editor = find<ScriptEditor>("Text4");
-    for (const QString &script : {u"a\r\nb"_s, u"a\r\n\r\nb\r\n"_s, u"no\u00a0break\ttab \u4f60"_s, QString()}) {
+    for (const QString &script :
+        {u"a\r\nb"_s, u"a\r\n\r\nb\r\n"_s, u"no\u00a0break\ttab \u4f60"_s, QString()}) {
         editor->setScript(script);
         EXPECT_EQ(editor->script(), script);
     }
@@ -468,8 +471,9 @@ TEST_F(FrmSetTest, aRunTimeErrorOfAnAppIsFatal)
     type(text8(), u"bad"_s);
     key(text8(), Qt::Key_Return);
     EXPECT_EQ(user.seen, QStringList({u"6"_s, u"!Run-time error '9':\n\nSubscript out of range"_s}));
-    EXPECT_EQ(said(), QStringList({u"note 1"_s, u"stderr Run-time error '9': Subscript out of range"_s,
-                          u"end process 1"_s}));
+    EXPECT_EQ(said(),
+        QStringList(
+            {u"note 1"_s, u"stderr Run-time error '9': Subscript out of range"_s, u"end process 1"_s}));
 }
 
 TEST_F(FrmSetTest, tenThousandAppsFilterWithEachKey)

@@ -142,8 +142,9 @@ TEST_F(HotkeyTest, registeringTwiceLeavesOneRegistration)
     platform.log.clear();
     press("Command1");
     press("Command1");
-    EXPECT_EQ(hotkeyCalls(), QStringList({u"hotkey unregister"_s, u"hotkey register 1 90"_s,
-                                 u"hotkey unregister"_s, u"hotkey register 1 90"_s}));
+    EXPECT_EQ(hotkeyCalls(),
+        QStringList({u"hotkey unregister"_s, u"hotkey register 1 90"_s, u"hotkey unregister"_s,
+            u"hotkey register 1 90"_s}));
 }
 
 TEST_F(HotkeyTest, unregisteringTwiceIsSafe)

@@ -145,6 +145,7 @@ public:
         ScriptVocabulary vocabulary;
         vocabulary.add(QStringLiteral("note"), notes.commands());
         vocabulary.add(QStringLiteral("input"), input.commands());
+        vocabulary.add(QStringLiteral("set"), set.commands());
         ui.connectEngine(state, starts, vocabulary);
     }
 
@@ -158,7 +159,7 @@ public:
     // Lets the user interface live until `condition` holds; false when it never does.
     static bool waitUntil(const std::function<bool()> &condition)
     {
-        for (QDeadlineTimer patience(10000); !condition(); ) {
+        for (QDeadlineTimer patience(10000); !condition();) {
             if (patience.hasExpired())
                 return false;
             QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
@@ -215,8 +216,8 @@ public:
             key(widget, c.toUpper().unicode(), c);
     }
 
-    static void mouse(QWidget *widget, QEvent::Type what, QPoint at, Qt::MouseButton button,
-        Qt::MouseButtons held = {})
+    static void mouse(
+        QWidget *widget, QEvent::Type what, QPoint at, Qt::MouseButton button, Qt::MouseButtons held = {})
     {
         QMouseEvent event(what, at, widget->mapToGlobal(at), button, held, {});
         QApplication::sendEvent(widget, &event);
@@ -248,7 +249,8 @@ public:
     LauncherUi ui{{platform, store, unpacker, {QStringLiteral("http://site"), QStringLiteral("http://forum")},
         [this](int status) { platform.log.add(QStringLiteral("end process %1").arg(status)); },
         [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }}};
-    RunState state{.runlist = {}, .runidx = {}, .runctx = {}, .vardict = {}, .currentKeyword = {}, .droppedPath = {}};
+    RunState state{
+        .runlist = {}, .runidx = {}, .runctx = {}, .vardict = {}, .currentKeyword = {}, .droppedPath = {}};
     TextFiles files{platform.paths(), platform.textCodec()};
     RecordingWaiter waiter{platform.log};
     ArgumentReader reader{

@@ -47,7 +47,10 @@ protected:
     }
 
     QString text(const char *name) { return find<QLineEdit>(name)->text(); }
-    QStringList listed() { return static_cast<QStringListModel *>(find<KeywordList>("List")->model())->stringList(); }
+    QStringList listed()
+    {
+        return static_cast<QStringListModel *>(find<KeywordList>("List")->model())->stringList();
+    }
 };
 
 } // namespace
@@ -211,10 +214,11 @@ TEST_F(SettTest, theWebItemsOpenTheirPages)
     choose("cd", "offs");
     choose("mmmm", "discuss");
     choose("mmmm", "funcstore");
-    EXPECT_EQ(said(), QStringList({u"open http://site/plum/index.html?v=0.01||1"_s,
-                          u"open http://site/products/tarnwick_plum/index.html?v=0.01||1"_s,
-                          u"open http://site/products/tarnwick_plum/index.html?v=0.01||1"_s,
-                          u"open http://forum/topic/tarnwick_plum/||1"_s, u"open http://forum/topic/tarnwick_plum/||1"_s}));
+    EXPECT_EQ(said(),
+        QStringList({u"open http://site/plum/index.html?v=0.01||1"_s,
+            u"open http://site/products/tarnwick_plum/index.html?v=0.01||1"_s,
+            u"open http://site/products/tarnwick_plum/index.html?v=0.01||1"_s,
+            u"open http://forum/topic/tarnwick_plum/||1"_s, u"open http://forum/topic/tarnwick_plum/||1"_s}));
 }
 
 TEST_F(SettTest, tuichuGoesThroughTheExitRoutine)
@@ -247,7 +251,8 @@ TEST_F(SettTest, leftAndRightReleaseOnTheTrayIconOpenTheSameMenu)
 TEST_F(SettTest, otherTrayEventsOpenNothing)
 {
     sett menus;
-    for (const auto reason : {QSystemTrayIcon::DoubleClick, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Unknown})
+    for (const auto reason :
+        {QSystemTrayIcon::DoubleClick, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Unknown})
         menus.trayEvent(reason);
     EXPECT_FALSE(menus.cd.isVisible());
 }

@@ -57,7 +57,8 @@ TEST_F(ShuruboxTest, aScriptAsksAndGoesOnWithTheAnswer)
 
 TEST_F(ShuruboxTest, confirmingAnEmptyEntryStoresNothingAndResumes)
 {
-    run({u"set.who \"before\""_s, u"input.text \"who\",\"?\""_s, u"note.down \"on\""_s, u"input.text \"x\",\"?\""_s});
+    run({u"set.who \"before\""_s, u"input.text \"who\",\"?\""_s, u"note.down \"on\""_s,
+        u"input.text \"x\",\"?\""_s});
     click(inBox("Label1"));
     EXPECT_EQ(said(), QStringList(u"note on"_s));
     EXPECT_EQ(state.vardict.GetVar(u"who"_s), QString());
