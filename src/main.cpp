@@ -1,3 +1,4 @@
+#include "commands/store_page.h"
 #include "engine/run_time_error.h"
 #include "platform/platform.h"
 #include "script_system.h"
@@ -42,6 +43,17 @@ bool looksLikeLineFeedsOnly(const QStringList &lines)
     std::fflush(nullptr);
     std::_Exit(status);
 }
+
+// A script start has no store window.
+class NoStorePage final : public plum::StorePage
+{
+public:
+    void setBrowserWidth(int) override { }
+    void setBrowserHeight(int) override { }
+    void navigateToBlank() override { }
+    void layOut() override { }
+    void showLoadingPicture() override { }
+};
 
 void runScriptOf(const QString &commandLine, plum::ScriptSystem &scripts)
 {
@@ -91,7 +103,9 @@ int main(int argc, char **argv)
 
     const auto platform = plum::createPlatform(QFile::decodeName(argv[0]));
     plum::ScriptWindows windows({});
-    plum::ScriptSystem scripts(*platform, windows, QFileInfo(QFile::decodeName(argv[0])).completeBaseName());
+    NoStorePage storePage;
+    plum::ScriptSystem scripts(
+        *platform, windows, storePage, QFileInfo(QFile::decodeName(argv[0])).completeBaseName());
     windows.setActions({
         .confirmInput =
             [&](const QString &variable, const QString &text) {

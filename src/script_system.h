@@ -1,9 +1,16 @@
 #pragma once
 
+#include "commands/file_commands.h"
+#include "commands/file_upload.h"
 #include "commands/keyboard_commands.h"
+#include "commands/loaded_http_client.h"
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
+#include "commands/net_commands.h"
+#include "commands/notices.h"
+#include "commands/os_commands.h"
 #include "commands/waitable_timer.h"
+#include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
 #include "engine/argument_reader.h"
 #include "engine/input_commands.h"
@@ -19,13 +26,14 @@
 namespace plum {
 
 class Platform;
+class StorePage;
 
 // The script engine with every namespace, on one platform: the objects of a process that runs scripts,
 // in the order in which they need each other.
 class ScriptSystem
 {
 public:
-    ScriptSystem(Platform &platform, Launcher &launcher, const QString &executableName);
+    ScriptSystem(Platform &platform, Launcher &launcher, StorePage &storePage, const QString &executableName);
     Q_DISABLE_COPY_MOVE(ScriptSystem)
 
     RunState &state() { return m_state; }
@@ -39,14 +47,21 @@ private:
     RunLoop m_loop;
     RunStart m_starts;
 
+    LoadedHttpClient m_http;
+    FileUpload m_upload;
+    StandardErrorNotices m_notices;
     MouseClicks m_clicks;
     MouseCommands m_mouse;
     KeyboardCommands m_keyboard;
+    FileCommands m_file;
+    NetCommands m_net;
     TextCommands m_text;
     SetCommand m_set;
+    WebboxCommands m_webbox;
     TimeCommands m_time;
     WindowCommands m_window;
     PrintCommands m_print;
+    OsCommands m_os;
     InputCommands m_input;
 };
 

@@ -41,7 +41,7 @@ std::span<const KeyboardCommands::Row> KeyboardCommands::table()
 QList<quint8> KeyboardCommands::keyList(const QString &items) const
 {
     QList<quint8> keys;
-    for (const QString &item : items.split(u','))
+    for (const QString &item : split(items, u","_s))
         keys += virtualKeyOf(m_reader.GetArg(item, u":"_s, 0, UnknownVariable::IsItsName));
     return keys;
 }

@@ -66,9 +66,9 @@ double toDouble(QStringView text)
     const QStringView trimmed = text.trimmed();
     if (!isDecimalNumber(trimmed))
         throw RunTimeError(RunTimeError::TypeMismatch);
-    bool ok = false;
-    const double value = trimmed.toDouble(&ok);
-    if (!ok || !std::isfinite(value))
+    // A number too small to hold is 0; one too large comes back infinite.
+    const double value = trimmed.toDouble();
+    if (!std::isfinite(value))
         throw RunTimeError(RunTimeError::Overflow);
     return value;
 }

@@ -41,7 +41,7 @@ void InputCommands::enterPiece(const CommandCall &call)
     const QString number = call.command().sliced(underscore + 1);
     const QString typed = AfterFirstBlank(m_launcher.keywordBoxText());
     const QStringList pieces = split(typed, call.arg(0));
-    const QString value = pieceAt(pieces, toInt32(number) - 1);
+    const QString value = pieceAt(pieces, toInt32(toDouble(number) - 1));
     m_variables.SetVar(call.arg(1), value);
 }
 

@@ -69,6 +69,9 @@ RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
         m_waiter.Wait(linePause);
         if (m_extraLineDelay != 0)
             m_waiter.Wait(static_cast<double>(m_extraLineDelay));
+        // A run that was started inside the wait may have been the last.
+        if (m_processEnded)
+            return Outcome::ProcessEnded;
         const Outcome outcome = dispatch(index, line);
         return m_processEnded ? Outcome::ProcessEnded : outcome;
     } catch (RunTimeError &error) {
@@ -114,11 +117,8 @@ RunLoop::Outcome RunLoop::dispatch(int index, CurrentLine &line)
         return suspendForInput(index, line);
     }
 
-    // The line may be replaced while its handler waits, so the handler gets texts of its own.
-    const QString command = line.command;
-    const QString arguments = line.arguments;
-    handler->call(command, arguments);
-    if (line.nameSpace == "os"_L1 && command == "tips"_L1)
+    handler->call(line.command, line.arguments);
+    if (line.nameSpace == "os"_L1 && line.command == "tips"_L1)
         return suspend(index);
     return Outcome::ReachedEnd;
 }

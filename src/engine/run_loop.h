@@ -25,8 +25,9 @@ public:
     // Lines whose head begins with `name` go to `handler`. The namespace `while` is the loop's own.
     void addNamespace(const QString &name, Handler &handler);
 
-    // Runs the lines `start` to `end`, both included. `end` is read again after every line: the run ends at
-    // the line that it then names. Raises the run-time errors of the lines, with the line's number.
+    // Runs the lines `start` to `end`, both included; the bounds are those at the time of the call. `end` is
+    // read again after every line: the variables are emptied, and a "jb" process ends, at the line that it
+    // then names. Raises the run-time errors of the lines, with the line's number.
     void RunLines(qint16 &start, qint16 &end);
 
 private:

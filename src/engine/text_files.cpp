@@ -6,53 +6,114 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <ranges>
+#include <algorithm>
 
 namespace plum {
 
-QStringList splitLines(QStringView text)
+namespace {
+
+constexpr QLatin1StringView lineEnd("\r\n");
+
+// Where the line after the line end at `carriageReturn` begins.
+qsizetype afterLineEnd(QStringView text, qsizetype carriageReturn)
 {
-    QStringList lines;
+    const qsizetype next = carriageReturn + 1;
+    return next < text.size() && text[next] == u'\n' ? next + 1 : next;
+}
+
+// Hands the lines of `text` to `take` one after another, until it returns false.
+template <typename Take> void eachLine(QStringView text, Take take)
+{
     qsizetype from = 0;
     while (from < text.size()) {
         const qsizetype end = text.indexOf(u'\r', from);
         if (end < 0) {
-            lines += text.sliced(from).toString();
-            break;
+            take(text.sliced(from));
+            return;
         }
-        lines += text.sliced(from, end - from).toString();
-        const bool lineFeedFollows = end + 1 < text.size() && text[end + 1] == u'\n';
-        from = end + (lineFeedFollows ? 2 : 1);
+        if (!take(text.sliced(from, end - from)))
+            return;
+        from = afterLineEnd(text, end);
     }
+}
+
+// Closes the lines up in place: a copy would double the memory of a large file.
+void removeLineEnds(QString &text)
+{
+    QChar *to = text.data();
+    eachLine(text, [&to](QStringView line) {
+        to = std::copy(line.begin(), line.end(), to);
+        return true;
+    });
+    text.truncate(to - text.constData());
+}
+
+QString reversedLines(QStringView text)
+{
+    QString reversed;
+    reversed.reserve(text.size() + lineEnd.size());
+    qsizetype end = text.endsWith(lineEnd) ? text.size() - 2 : text.size() - (text.endsWith(u'\r') ? 1 : 0);
+    while (end >= 0 && !text.isEmpty()) {
+        const qsizetype previous = end == 0 ? -1 : text.lastIndexOf(u'\r', end - 1);
+        const qsizetype from = previous < 0 ? 0 : afterLineEnd(text, previous);
+        reversed += text.sliced(from, end - from);
+        reversed += lineEnd;
+        end = previous;
+    }
+    return reversed;
+}
+
+} // namespace
+
+QStringList splitLines(QStringView text)
+{
+    QStringList lines;
+    eachLine(text, [&lines](QStringView line) {
+        lines += line.toString();
+        return true;
+    });
     return lines;
+}
+
+std::optional<QString> TextFiles::wholeText(const QString &path) const
+{
+    QFile file(m_paths.toSystem(path));
+    if (path.isEmpty() || !QFileInfo(file).isFile() || file.size() > largestFile
+        || !file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    return m_codec.fromSystem(file.readAll());
 }
 
 bool TextFiles::appendLines(const QString &path, QStringList &list) const
 {
-    QFile file(m_paths.toSystem(path));
-    if (path.isEmpty() || QFileInfo(file).isDir() || !file.open(QIODevice::ReadOnly))
-        return false;
-    list += splitLines(m_codec.fromSystem(file.readAll()));
-    return true;
+    const std::optional<QString> text = wholeText(path);
+    if (text)
+        list += splitLines(*text);
+    return text.has_value();
 }
 
 QString TextFiles::ReadAllText(const QString &path, ReadAllMode mode) const
 {
-    QStringList lines;
-    appendLines(path, lines);
-    if (mode == ReadAllMode::Joined)
-        return lines.join(QString());
-
-    qsizetype length = 0;
-    for (const QString &line : lines)
-        length += line.size() + 2;
-    QString text;
-    text.reserve(length);
-    for (const QString &line : lines | std::views::reverse) {
-        text += line;
-        text += QLatin1StringView("\r\n");
-    }
+    QString text = wholeText(path).value_or(QString());
+    if (mode == ReadAllMode::ReversedLines)
+        return reversedLines(text);
+    removeLineEnds(text);
     return text;
+}
+
+QString TextFiles::ReadLine(const QString &path, qint32 number) const
+{
+    const QString text = wholeText(path).value_or(QString());
+    QString found;
+    qint32 current = 0;
+    eachLine(text, [&](QStringView line) {
+        if (++current != number)
+            return true;
+        found = line.toString();
+        return false;
+    });
+    return found;
 }
 
 } // namespace plum

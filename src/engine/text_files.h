@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 namespace plum {
 
 class Paths;
@@ -13,10 +15,13 @@ enum class ReadAllMode {
 };
 
 // Text files in the system's 8-bit encoding. A CR or a CR LF ends a line, a lone LF does not; a last line
-// without an end counts. Nothing here reports an error: what cannot be read is empty.
+// without an end counts. Nothing here reports an error: what cannot be read is empty. Only regular files of
+// at most `largestFile` bytes are read, so that neither a pipe nor a disk image can stop the program.
 class TextFiles
 {
 public:
+    static constexpr qint64 largestFile = qint64(1) << 30;
+
     TextFiles(Paths &paths, TextCodec &codec)
         : m_paths(paths)
         , m_codec(codec)
@@ -29,7 +34,12 @@ public:
 
     QString ReadAllText(const QString &path, ReadAllMode mode) const;
 
+    // Line `number`, counted from 1; empty when the file has no such line.
+    QString ReadLine(const QString &path, qint32 number) const;
+
 private:
+    std::optional<QString> wholeText(const QString &path) const;
+
     Paths &m_paths;
     TextCodec &m_codec;
 };

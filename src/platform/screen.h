@@ -26,6 +26,9 @@ public:
     // Size of the main screen in physical pixels; empty without a desktop.
     virtual QSize mainScreenSize() = 0;
 
+    // The rectangle of the whole desktop, all screens together; empty without one.
+    virtual QRect desktop() = 0;
+
     // Copies `region` (physical pixels of the whole desktop). What lies off the desktop is black.
     // An empty result for an empty region, one above 2^28 pixels, or when the system refuses.
     virtual Capture capture(const QRect &region) = 0;

@@ -1,5 +1,6 @@
 #include "ui/app_library.h"
 
+#include "commands/file_functions.h"
 #include "engine/launcher.h"
 #include "engine/text_functions.h"
 #include "platform/paths.h"
@@ -7,7 +8,6 @@
 #include "platform/text_codec.h"
 #include "ui/app_list_file.h"
 #include "ui/app_lists.h"
-#include "ui/folder_removal.h"
 #include "ui/safe_file.h"
 
 #include <QDir>
@@ -160,9 +160,12 @@ bool AppLibrary::DeleteApp(const QString &keyword)
 {
     if (keyword.isEmpty() || !m.dialogs.askYesNo(u"确定删除?"_s, u"提示"_s))
         return false;
-    if (const auto folder = systemFolder(keyword); folder && !removeFolder(*folder)) {
-        say(u"Error"_s);
-        return false;
+    if (isFolderName(keyword)) {
+        FolderOp(u"delfold"_s, appPath(keyword).chopped(1), m.paths);
+        if (exists(keyword)) {
+            say(u"Error"_s);
+            return false;
+        }
     }
     m.lists.remove(keyword);
     saveOrder();

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "commands/file_commands.h"
+#include "commands/file_upload.h"
 #include "commands/keyboard_commands.h"
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
+#include "commands/net_commands.h"
+#include "commands/os_commands.h"
+#include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
 #include "engine/argument_reader.h"
 #include "engine/input_commands.h"
@@ -13,6 +18,8 @@
 #include "engine/text_commands.h"
 #include "engine/text_files.h"
 #include "engine/time_commands.h"
+#include "support/printers.h"
+#include "support/recording/recording_commands.h"
 #include "support/recording/recording_platform.h"
 
 namespace plum::recording {
@@ -54,6 +61,8 @@ public:
     RecordingPlatform platform;
     RecordingWaiter waiter{platform.log};
     RecordingLauncher launcher{platform.log};
+    RecordingHttpClient http{platform.log};
+    RecordingStorePage storePage{platform.log};
     RunState state{.runlist = {},
         .runidx = {},
         .runctx = {QString(), QStringLiteral("bao")},
@@ -69,6 +78,17 @@ public:
     MouseCommands mouse{reader, {platform.pointer(), clicks, waiter, state.vardict, launcher}};
     KeyboardCommands keyboard{reader, platform.keyboard(), platform.clipboard(), waiter};
     WindowCommands window{reader, platform.windows(), state.vardict};
+    RecordingNotices notices{platform.log};
+    OsCommands os{reader,
+        {state, platform.paths(), platform.screen(), platform.pointer(), clicks, platform.clipboard(),
+            platform.session(), platform.windows(), launcher, notices}};
+    FileCommands file{reader,
+        {state, platform.paths(), platform.textCodec(), files, platform.shell(), http, platform.javaScript(),
+            storePage}};
+    FileUpload upload{http, platform.paths(), platform.textCodec()};
+    NetCommands net{
+        reader, {http, upload, platform.textCodec(), platform.shell(), platform.paths(), state.vardict}};
+    WebboxCommands webbox{reader, platform.shell(), platform.paths()};
     TextCommands text{reader, state.vardict};
     SetCommand set{reader, state.vardict};
     TimeCommands time{reader, waiter};
@@ -80,6 +100,10 @@ public:
         loop.addNamespace(QStringLiteral("mouse"), mouse);
         loop.addNamespace(QStringLiteral("keyboard"), keyboard);
         loop.addNamespace(QStringLiteral("window"), window);
+        loop.addNamespace(QStringLiteral("os"), os);
+        loop.addNamespace(QStringLiteral("file"), file);
+        loop.addNamespace(QStringLiteral("net"), net);
+        loop.addNamespace(QStringLiteral("webbox"), webbox);
         loop.addNamespace(QStringLiteral("text"), text);
         loop.addNamespace(QStringLiteral("set"), set);
         loop.addNamespace(QStringLiteral("time"), time);

@@ -16,9 +16,8 @@ constexpr qint64 nanosecondsPerUnit = 100;
 
 } // namespace
 
-TimerDescriptors::Timer::Timer(const QString &timerName)
-    : name(timerName)
-    , descriptor(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK))
+TimerDescriptors::Timer::Timer()
+    : descriptor(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK))
     , notifier(std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read))
 {
     QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] { isDue(); });
@@ -28,6 +27,16 @@ TimerDescriptors::Timer::~Timer()
 {
     notifier.reset();
     ::close(descriptor);
+}
+
+void TimerDescriptors::Timer::arm(qint64 units)
+{
+    itimerspec when{};
+    when.it_value.tv_sec = units / unitsPerSecond;
+    when.it_value.tv_nsec = units % unitsPerSecond * nanosecondsPerUnit;
+    timerfd_settime(descriptor, 0, &when, nullptr);
+    due = false;
+    unarmed.reset();
 }
 
 bool TimerDescriptors::Timer::isDue()
@@ -43,22 +52,23 @@ WaitableTimers::Created TimerDescriptors::create(const QString &name)
 {
     const bool existed
         = std::ranges::any_of(m_timers, [&](const auto &timer) { return timer.second->name == name; });
-    m_timers.emplace(++m_last, std::make_unique<Timer>(name));
+    std::unique_ptr<Timer> timer;
+    if (m_spare.empty()) {
+        timer = std::make_unique<Timer>();
+    } else {
+        timer = std::move(m_spare.back());
+        m_spare.pop_back();
+    }
+    timer->name = name;
+    m_timers.emplace(++m_last, std::move(timer));
     return {m_last, existed};
 }
 
 void TimerDescriptors::set(Handle timer, qint64 dueTime)
 {
-    const auto found = m_timers.find(timer);
-    if (found == m_timers.end())
-        return;
-    const qint64 units = std::max<qint64>(-dueTime, 0);
-    itimerspec when{};
-    when.it_value.tv_sec = units / unitsPerSecond;
-    // A value of all zeros would disarm the timer instead of making it due at once.
-    when.it_value.tv_nsec = std::max<qint64>(units % unitsPerSecond * nanosecondsPerUnit, units == 0 ? 1 : 0);
-    found->second->due = false;
-    timerfd_settime(found->second->descriptor, 0, &when, nullptr);
+    // Nothing at all would disarm the timer instead of making it due at once.
+    if (const auto found = m_timers.find(timer); found != m_timers.end())
+        found->second->unarmed = std::max<qint64>(-dueTime, 1);
 }
 
 bool TimerDescriptors::waitOrPump(Handle timer)
@@ -66,6 +76,8 @@ bool TimerDescriptors::waitOrPump(Handle timer)
     const auto found = m_timers.find(timer);
     if (found == m_timers.end())
         return true;
+    if (const auto units = found->second->unarmed)
+        found->second->arm(*units);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     // What the user interface did may have closed timers, but never the one of a wait that is still running.
     return m_timers.at(timer)->isDue();
@@ -73,7 +85,12 @@ bool TimerDescriptors::waitOrPump(Handle timer)
 
 void TimerDescriptors::close(Handle timer)
 {
-    m_timers.erase(timer);
+    auto closed = m_timers.extract(timer);
+    if (closed.empty())
+        return;
+    if (!closed.mapped()->due)
+        closed.mapped()->arm(0);
+    m_spare.push_back(std::move(closed.mapped()));
 }
 
 } // namespace plum

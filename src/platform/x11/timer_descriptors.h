@@ -6,7 +6,9 @@
 #include <QSocketNotifier>
 
 #include <memory>
+#include <optional>
 #include <unordered_map>
+#include <vector>
 
 namespace plum {
 
@@ -23,18 +25,23 @@ public:
 private:
     struct Timer
     {
-        Timer(const QString &name);
+        Timer();
         ~Timer();
         Q_DISABLE_COPY_MOVE(Timer)
 
+        void arm(qint64 units); // 0 disarms
         bool isDue();
 
         QString name;
         int descriptor = -1;
         bool due = false;
+        std::optional<qint64> unarmed; // set, but nobody waits yet: of several settings only the last counts
         std::unique_ptr<QSocketNotifier> notifier; // wakes the event loop
     };
 
+    // A script waits before every line: closed timers are kept for the next wait, one for each depth that
+    // waits have nested to.
+    std::vector<std::unique_ptr<Timer>> m_spare;
     std::unordered_map<Handle, std::unique_ptr<Timer>> m_timers;
     Handle m_last = 0;
 };

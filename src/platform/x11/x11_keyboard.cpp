@@ -58,9 +58,9 @@ xkb_keysym_t symbolOf(quint8 virtualKey)
 
 } // namespace
 
-X11Keyboard::X11Keyboard(X11Connection &connection)
+X11Keyboard::X11Keyboard(X11Connection &connection, X11Keymap &keymap)
     : m_connection(connection)
-    , m_keymap(connection)
+    , m_keymap(keymap)
 {
 }
 

@@ -14,7 +14,7 @@ class X11Connection;
 class X11Keyboard final : public Keyboard
 {
 public:
-    explicit X11Keyboard(X11Connection &connection);
+    X11Keyboard(X11Connection &connection, X11Keymap &keymap);
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
     void releaseAll() override;
@@ -24,7 +24,7 @@ private:
     void release(quint8 virtualKey);
 
     X11Connection &m_connection;
-    X11Keymap m_keymap;
+    X11Keymap &m_keymap;
     // The key that went down for each virtual key and did not come up yet; 0 for none. A layout that changes
     // in between must not leave it down.
     std::array<xcb_keycode_t, 256> m_down{};

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <string_view>
 
 #include <xkbcommon/xkbcommon-x11.h>
 
@@ -18,6 +20,16 @@ namespace {
 // How long programs may take to read the new map after an event that needed it.
 constexpr qint64 settleMilliseconds = 250;
 constexpr size_t mostOwnKeys = 8;
+
+// XKB names a key by its row and its place in it, whatever is printed on it.
+struct LetterRow
+{
+    const char *keys;
+    std::string_view letters;
+};
+
+constexpr std::array usRows{
+    LetterRow{"AD", "qwertyuiop"}, LetterRow{"AC", "asdfghjkl"}, LetterRow{"AB", "zxcvbnm"}};
 
 qint64 now()
 {
@@ -55,16 +67,23 @@ void X11Keymap::receive(const xcb_generic_event_t &event)
     switch (event.pad0) {
     case XCB_XKB_STATE_NOTIFY:
         m_group = reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).group;
+        if (reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).changed
+            & XCB_XKB_STATE_PART_GROUP_STATE)
+            m_changed();
         break;
     case XCB_XKB_MAP_NOTIFY: {
         const auto &change = reinterpret_cast<const xcb_xkb_map_notify_event_t &>(event);
         const bool ours = change.changed == XCB_XKB_MAP_PART_KEY_SYMS && change.nKeySyms == 1
             && isOwn(change.firstKeySym);
-        m_stale = m_stale || !ours;
+        if (!ours) {
+            m_stale = true;
+            m_changed();
+        }
         break;
     }
     case XCB_XKB_NEW_KEYBOARD_NOTIFY:
         m_stale = true;
+        m_changed();
         break;
     default:
         break;
@@ -89,14 +108,19 @@ bool X11Keymap::isOwn(xcb_keycode_t key) const
     return std::ranges::find(m_ownKeys, key, &OwnKey::key) != m_ownKeys.end();
 }
 
-std::optional<xcb_keycode_t> X11Keymap::keyFor(xkb_keysym_t symbol)
+bool X11Keymap::refresh()
 {
     if (m_device < 0)
-        return {};
+        return false;
     m_connection.dispatchArrived();
     if (m_stale)
         load();
-    if (!m_keymap)
+    return m_keymap != nullptr;
+}
+
+std::optional<xcb_keycode_t> X11Keymap::keyFor(xkb_keysym_t symbol)
+{
+    if (!refresh())
         return {};
     if (const auto key = findInActiveGroup(symbol))
         return key;
@@ -118,6 +142,64 @@ std::optional<xcb_keycode_t> X11Keymap::findInActiveGroup(xkb_keysym_t symbol) c
             return static_cast<xcb_keycode_t>(key);
     }
     return {};
+}
+
+std::optional<xcb_keycode_t> X11Keymap::findInAnyGroup(xkb_keysym_t symbol) const
+{
+    const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
+    for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
+        const auto candidate = static_cast<xcb_keycode_t>(key);
+        if (!isOwn(candidate) && keyHas(candidate, symbol))
+            return candidate;
+    }
+    return {};
+}
+
+bool X11Keymap::keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const
+{
+    for (xkb_layout_index_t group = 0; group < xkb_keymap_num_layouts_for_key(m_keymap.get(), key); ++group) {
+        const xkb_keysym_t *symbols = nullptr;
+        if (xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, group, 0, &symbols) == 1
+            && symbols[0] == symbol)
+            return true;
+    }
+    return false;
+}
+
+std::optional<xcb_keycode_t> X11Keymap::existingKeyFor(char letter)
+{
+    if (!refresh())
+        return {};
+    const xkb_keysym_t symbol = XKB_KEY_a + static_cast<xkb_keysym_t>(letter - 'a');
+    if (const auto key = findInActiveGroup(symbol))
+        return key;
+    if (const auto key = findInAnyGroup(symbol))
+        return key;
+    for (const LetterRow &row : usRows) {
+        if (const size_t column = row.letters.find(letter); column != std::string_view::npos) {
+            std::array<char, 5> name{};
+            std::snprintf(
+                name.data(), name.size(), "%s%02u", row.keys, static_cast<unsigned>(column + 1) % 100U);
+            const xkb_keycode_t key = xkb_keymap_key_by_name(m_keymap.get(), name.data());
+            if (key <= 255)
+                return static_cast<xcb_keycode_t>(key);
+        }
+    }
+    return {};
+}
+
+uint16_t X11Keymap::modifierWith(xkb_keysym_t symbol)
+{
+    const auto found = m_connection.reply(xcb_get_modifier_mapping_reply, xcb_get_modifier_mapping);
+    if (!found || !refresh())
+        return 0;
+    const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(found.get());
+    const int count = xcb_get_modifier_mapping_keycodes_length(found.get());
+    for (int i = 0; i < count; ++i) {
+        if (keys[i] != 0 && keyHas(keys[i], symbol))
+            return static_cast<uint16_t>(1U << (i / found->keycodes_per_modifier));
+    }
+    return 0;
 }
 
 std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)

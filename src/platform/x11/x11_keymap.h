@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <xcb/xcb.h>
@@ -23,6 +24,17 @@ public:
     // layout does not use; nothing only when there is no such key either.
     std::optional<xcb_keycode_t> keyFor(xkb_keysym_t symbol);
 
+    // The key that gives `letter` ('a' to 'z') without Shift, among those that the keyboard has: in the
+    // active group, else in another one, else the key in that letter's place on a US keyboard. Changes
+    // nothing.
+    std::optional<xcb_keycode_t> existingKeyFor(char letter);
+
+    // The bit of the modifier that has a key with `symbol`; 0 for none.
+    uint16_t modifierWith(xkb_keysym_t symbol);
+
+    // Called when the keyboard's map or its active group has changed, not by a key of keyFor().
+    void onChange(std::function<void()> changed) { m_changed = std::move(changed); }
+
     // Makes `key` free for another symbol; a key of the layout stays as it is.
     void noLongerHeld(xcb_keycode_t key);
 
@@ -40,13 +52,17 @@ private:
     };
 
     void receive(const xcb_generic_event_t &event);
+    bool refresh();
     void load();
     std::optional<xcb_keycode_t> findInActiveGroup(xkb_keysym_t symbol) const;
+    std::optional<xcb_keycode_t> findInAnyGroup(xkb_keysym_t symbol) const;
+    bool keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const;
     std::optional<xcb_keycode_t> bindOwnKey(xkb_keysym_t symbol);
     void bind(xcb_keycode_t key, xkb_keysym_t symbol);
     bool isOwn(xcb_keycode_t key) const;
 
     X11Connection &m_connection;
+    std::function<void()> m_changed = [] {};
     quint8 m_firstEvent = 0;
     qint32 m_device = -1;
     std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> m_context;

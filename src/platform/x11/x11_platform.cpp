@@ -1,5 +1,7 @@
 #include "platform/x11/x11_platform.h"
 
+#include <QAbstractEventDispatcher>
+
 namespace plum {
 
 X11Platform::X11Platform(const QString &programPath)
@@ -24,6 +26,11 @@ X11Connection &X11Platform::connection()
                 if (!open.isOpen())
                     m_connectionEvents->setEnabled(false);
             });
+        // An event that came together with the answer to a request has left the socket already.
+        if (QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance()) {
+            QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, m_connectionEvents.get(),
+                [this] { m_connection.get().dispatchArrived(); });
+        }
     }
     return made;
 }

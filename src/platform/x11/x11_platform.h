@@ -1,14 +1,20 @@
 #pragma once
 
 #include "platform/platform.h"
-#include "platform/x11/absent_ports.h"
 #include "platform/x11/file_paths.h"
 #include "platform/x11/linux_text_codec.h"
+#include "platform/x11/loaded_javascript.h"
 #include "platform/x11/termination_signals.h"
 #include "platform/x11/timer_descriptors.h"
+#include "platform/x11/x11_clipboard.h"
 #include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_hotkey.h"
 #include "platform/x11/x11_keyboard.h"
+#include "platform/x11/x11_keymap.h"
 #include "platform/x11/x11_pointer.h"
+#include "platform/x11/x11_screen.h"
+#include "platform/x11/x11_session.h"
+#include "platform/x11/x11_shell.h"
 #include "platform/x11/x11_windows.h"
 
 #include <QSocketNotifier>
@@ -40,15 +46,15 @@ class X11Platform final : public Platform
 public:
     explicit X11Platform(const QString &programPath);
 
-    Clipboard &clipboard() override { return m_clipboard.get(); }
-    GlobalHotkey &hotkey() override { return m_hotkey.get(); }
-    JavaScript &javaScript() override { return m_javaScript.get(); }
-    Keyboard &keyboard() override { return m_keyboard.get(connection()); }
+    Clipboard &clipboard() override { return m_clipboard.get(connection()); }
+    GlobalHotkey &hotkey() override { return m_hotkey.get(connection(), keymap()); }
+    JavaScript &javaScript() override { return m_javaScript; }
+    Keyboard &keyboard() override { return m_keyboard.get(connection(), keymap()); }
     Paths &paths() override { return m_paths; }
     Pointer &pointer() override { return m_pointer.get(connection()); }
-    Screen &screen() override { return m_screen.get(); }
-    Session &session() override { return m_session.get(); }
-    Shell &shell() override { return m_shell.get(); }
+    Screen &screen() override { return m_screen.get(connection()); }
+    Session &session() override { return m_session.get(connection()); }
+    Shell &shell() override { return m_shell.get(m_paths); }
     TextCodec &textCodec() override { return m_textCodec; }
     WaitableTimers &timers() override { return m_timers; }
     Windows &windows() override { return m_windows.get(connection()); }
@@ -58,23 +64,25 @@ public:
 
 private:
     X11Connection &connection();
+    X11Keymap &keymap() { return m_keymap.get(connection()); }
 
     FilePaths m_paths;
     LinuxTextCodec m_textCodec;
     TimerDescriptors m_timers;
     Lazy<TerminationSignals> m_signals;
 
-    // The connection comes before the ports that use it.
+    // The connection and the map of the keyboard come before the ports that use them.
     Lazy<X11Connection> m_connection;
     std::unique_ptr<QSocketNotifier> m_connectionEvents;
-    Lazy<AbsentClipboard> m_clipboard;
-    Lazy<AbsentHotkey> m_hotkey;
-    Lazy<AbsentJavaScript> m_javaScript;
+    Lazy<X11Keymap> m_keymap;
+    Lazy<X11Clipboard> m_clipboard;
+    Lazy<X11Hotkey> m_hotkey;
+    LoadedJavaScript m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
     Lazy<X11Pointer> m_pointer;
-    Lazy<AbsentScreen> m_screen;
-    Lazy<AbsentSession> m_session;
-    Lazy<AbsentShell> m_shell;
+    Lazy<X11Screen> m_screen;
+    Lazy<X11Session> m_session;
+    Lazy<X11Shell> m_shell;
     Lazy<X11Windows> m_windows;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/notices.h"
 #include "engine/launcher.h"
 #include "engine/waiter.h"
 #include "platform/clipboard.h"
@@ -126,6 +127,7 @@ class RecordingScreen final : public Screen
 {
 public:
     QSize mainScreenSize() override { return size; }
+    QRect desktop() override { return {QPoint(), size}; }
     Capture capture(const QRect &region) override;
 
     QSize size{0, 0};
@@ -291,6 +293,20 @@ public:
 
     QString keywordBox;
     QString inputEntry;
+
+private:
+    Log &m_log;
+};
+
+class RecordingNotices final : public Notices
+{
+public:
+    explicit RecordingNotices(Log &log)
+        : m_log(log)
+    {
+    }
+
+    void tell(const QString &line) override { m_log.add(QStringLiteral("notice ") + line); }
 
 private:
     Log &m_log;

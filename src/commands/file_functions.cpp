@@ -1,0 +1,69 @@
+#include "commands/file_functions.h"
+
+#include "platform/paths.h"
+#include "platform/text_codec.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString plainPath(const Paths &paths, const QString &path)
+{
+    return QDir::cleanPath(QFileInfo(paths.toSystem(path)).absoluteFilePath());
+}
+
+bool isInsideLibrary(const QString &folder, const Paths &paths)
+{
+    const QString library = plainPath(paths, paths.programFolder() + u"\\config\\apps"_s);
+    return folder.startsWith(library + u'/');
+}
+
+void deleteFolder(const QString &folder)
+{
+    if (QFileInfo(folder).isSymLink())
+        QFile::remove(folder);
+    else
+        QDir(folder).removeRecursively();
+}
+
+} // namespace
+
+void WriteText(
+    const QString &path, const QString &text, const QString &mode, const Paths &paths, TextCodec &codec)
+{
+    QIODevice::OpenMode openMode = QIODevice::WriteOnly;
+    if (mode == "append"_L1)
+        openMode |= QIODevice::Append;
+    else if (mode.isEmpty())
+        openMode |= QIODevice::Truncate;
+    else
+        return;
+
+    QFile file(paths.toSystem(path));
+    const QFileInfo existing(file);
+    if (path.isEmpty() || (existing.exists() && !existing.isFile()) || !file.open(openMode))
+        return;
+    file.write(codec.toSystem(text));
+    file.write("\r\n");
+}
+
+void FolderOp(const QString &op, const QString &path, const Paths &paths)
+{
+    if (path.isEmpty())
+        return;
+    const QString folder = plainPath(paths, path);
+    if (!QFileInfo(folder).isDir())
+        return;
+    if (op == "delfold"_L1 && isInsideLibrary(folder, paths))
+        deleteFolder(folder);
+    else if (op == "addfold"_L1)
+        QDir().mkdir(folder);
+}
+
+} // namespace plum

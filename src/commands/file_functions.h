@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+namespace plum {
+
+class Paths;
+class TextCodec;
+
+// The file operations behind the script commands. Nothing here reports an error: what cannot be done is not
+// done. A path may hold either separator; what is neither missing nor a regular file is never written to.
+
+// Writes `text` and a line end. The mode "" replaces the file, "append" adds to its end; any other mode
+// writes nothing.
+void WriteText(
+    const QString &path, const QString &text, const QString &mode, const Paths &paths, TextCodec &codec);
+
+// "delfold" deletes the folder at `path` with everything in it, provided that it lies inside the library of
+// apps: the library itself and everything outside it stay. A link to a folder goes, what it points to stays.
+// "addfold" makes a folder that exists already, which does nothing; kept: callers rely on it not creating
+// one.
+void FolderOp(const QString &op, const QString &path, const Paths &paths);
+
+} // namespace plum

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class QIODevice;
+
+namespace plum {
+
+// The answer to one request, after redirections.
+struct HttpReply
+{
+    int status = 0; // 0: no complete answer arrived, and the other members are empty
+    QByteArray contentType;
+    QByteArray body; // decompressed
+};
+
+// Requests over HTTP and HTTPS. A call returns when the whole answer is there, however long that takes, or
+// when the process is about to end; the user interface lives meanwhile. Nothing is kept between calls: no
+// connections, no cookies, no cache. Other schemes than http and https are failing connections.
+//
+// At most 10 redirections are followed, never from https down to http. A certificate that cannot be verified
+// is a failing connection. So is an answer of more than `largestBody` bytes.
+class HttpClient
+{
+public:
+    static constexpr qint64 largestBody = qint64(256) << 20;
+
+    virtual ~HttpClient() = default;
+
+    // Empty when requests can be made; else the reason why not, in one line.
+    virtual QString unavailable() = 0;
+
+    virtual HttpReply get(const QString &url) = 0;
+
+    // `body` is open, not sequential, and at its start. It is read as it is sent, so that its size does not
+    // matter to this program's memory.
+    virtual HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) = 0;
+};
+
+} // namespace plum

@@ -1,0 +1,19 @@
+#include "commands/javascript_call.h"
+
+#include "platform/javascript.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+QString EvalJs(
+    JavaScript &javaScript, const QString &script, const QString &function, const QString &arguments)
+{
+    const QString forwardSlashes = QString(arguments).replace(u'\\', u'/');
+    QString program = script + function + u'(' + forwardSlashes + u");"_s;
+    program.remove(u"\r\n"_s);
+    const JavaScript::Result result = javaScript.evaluate(program);
+    return result.ok ? result.value : QString();
+}
+
+} // namespace plum

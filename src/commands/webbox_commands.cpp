@@ -1,0 +1,41 @@
+#include "commands/webbox_commands.h"
+
+#include "commands/fields.h"
+#include "engine/helper_programs.h"
+#include "platform/paths.h"
+#include "platform/shell.h"
+
+namespace plum {
+
+std::span<const WebboxCommands::Row> WebboxCommands::table()
+{
+    using enum FieldKind;
+    static constexpr std::array rows{
+        Row{{u"url", {{{u"address", Url}, {u"title", Text}}}, u"Shows an address in the browser helper."},
+            &WebboxCommands::url},
+        Row{{u"html", {{{u"page", Text}, {u"title", Text}}}, u"Shows a piece of HTML in the browser helper."},
+            &WebboxCommands::html},
+    };
+    return rows;
+}
+
+void WebboxCommands::url(const CommandCall &call)
+{
+    show(browserUrlMarker, call);
+}
+
+void WebboxCommands::html(const CommandCall &call)
+{
+    show(browserHtmlMarker, call);
+}
+
+void WebboxCommands::show(QLatin1StringView marker, const CommandCall &call)
+{
+    const QString content = writtenField(call, 0);
+    const QString title = writtenField(call, 1);
+    // The fields are joined as they are; a separator inside the first one is the script's own affair.
+    m_shell.startHelper(m_paths.programFolder() + browserHelper,
+        marker + browserFieldSeparator + content + browserFieldSeparator + title, ShowState::Normal);
+}
+
+} // namespace plum

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "engine/command_table.h"
+
+namespace plum {
+
+class Paths;
+class Shell;
+
+// The namespace `webbox`: shows a page in the browser helper. A field that is not there is empty.
+class WebboxCommands final : public TableHandler<WebboxCommands>
+{
+public:
+    WebboxCommands(const ArgumentReader &reader, Shell &shell, Paths &paths)
+        : TableHandler(reader, WordMatch::LowerCased)
+        , m_shell(shell)
+        , m_paths(paths)
+    {
+    }
+
+    static std::span<const Row> table();
+
+private:
+    void url(const CommandCall &call);
+    void html(const CommandCall &call);
+    void show(QLatin1StringView marker, const CommandCall &call);
+
+    Shell &m_shell;
+    Paths &m_paths;
+};
+
+} // namespace plum

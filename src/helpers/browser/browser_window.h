@@ -1,0 +1,30 @@
+#pragma once
+
+#include "helpers/browser/browser_request.h"
+
+#include <QMainWindow>
+#include <QWebEngineProfile>
+
+class QWebEngineView;
+
+namespace plum {
+
+// Shows one page. Nothing of it outlives the window: no cookies, no cache, no history, no downloads. A page
+// cannot read the files of this computer, except that a page that is itself such a file loads others of
+// its kind as pictures and the like.
+class BrowserWindow final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit BrowserWindow(const BrowserRequest &request);
+    ~BrowserWindow() override;
+
+private:
+    void confine();
+
+    QWebEngineProfile m_profile; // without a name it stays in memory
+    QWebEngineView *m_view;
+};
+
+} // namespace plum

@@ -1,0 +1,141 @@
+#include "helpers/download/download_window.h"
+
+#include "engine/text_functions.h"
+#include "platform/paths.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int windowWidth = 420; // pixels
+
+struct StatusText
+{
+    int code;
+    QStringView text;
+};
+
+constexpr std::array statusTexts{
+    StatusText{WinHttpDown::Sending, u"Sending the request..."},
+    StatusText{WinHttpDown::HeadersArrived, u"The server has answered..."},
+    StatusText{WinHttpDown::Receiving, u"Receiving..."},
+    StatusText{WinHttpDown::Failed, u"The connection broke."},
+    StatusText{WinHttpDown::Stopped, u"Stopped."},
+    StatusText{WinHttpDown::Paused, u"Paused."},
+    StatusText{WinHttpDown::BadAnswer, u"The server does not have this file."},
+    StatusText{WinHttpDown::NotSent, u"The address cannot be reached."},
+    StatusText{WinHttpDown::Complete, u"Complete."},
+    StatusText{WinHttpDown::NoFile, u"The file cannot be written."},
+};
+
+QLabel *namedLabel(const QString &name, QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+} // namespace
+
+DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths, TextCodec &codec)
+    : m_request(request)
+    , m_paths(paths)
+    , m_downloader(paths, codec)
+    , m_state(namedLabel(u"state"_s, this))
+    , m_bar(new QProgressBar(this))
+    , m_figures(namedLabel(u"figures"_s, this))
+    , m_again(new QPushButton(u"Try again"_s, this))
+    , m_end(new QPushButton(u"Cancel"_s, this))
+{
+    setWindowTitle(request.label);
+    setMinimumWidth(windowWidth);
+    m_bar->setObjectName(u"bar"_s);
+    m_bar->setRange(0, 100);
+    m_bar->setValue(0);
+    m_again->setObjectName(u"again"_s);
+    m_again->hide();
+    m_end->setObjectName(u"end"_s);
+
+    auto *label = namedLabel(u"label"_s, this);
+    label->setText(request.label);
+    label->setToolTip(request.url);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(m_again);
+    buttons->addWidget(m_end);
+    auto *rows = new QVBoxLayout(this);
+    for (QWidget *row : std::initializer_list<QWidget *>{label, m_bar, m_figures, m_state})
+        rows->addWidget(row);
+    rows->addLayout(buttons);
+
+    connect(&m_downloader, &WinHttpDown::Status, this, &DownloadWindow::showStatus);
+    connect(&m_downloader, &WinHttpDown::Progress, this, &DownloadWindow::showProgress);
+    connect(m_again, &QPushButton::clicked, this, &DownloadWindow::start);
+    connect(m_end, &QPushButton::clicked, this, &DownloadWindow::endOrClose);
+}
+
+void DownloadWindow::start()
+{
+    // The downloader would put "http://" in front of such an address and look for a server called "https".
+    if (m_request.url.trimmed().startsWith("https://"_L1, Qt::CaseInsensitive)) {
+        m_state->setText(u"Only plain http:// addresses can be downloaded."_s);
+        m_end->setText(u"Close"_s);
+        return;
+    }
+    QString target = m_request.target;
+    QDir().mkpath(m_paths.toSystem(ParentPath(target, ParentPathMode::WithSeparator)));
+    m_downloader.setTarget(m_request.target);
+    m_downloader.setUrl(m_request.url);
+    m_downloader.GetStart();
+}
+
+void DownloadWindow::showStatus(int code)
+{
+    const auto text = std::ranges::find(statusTexts, code, &StatusText::code);
+    m_state->setText(text == statusTexts.end() ? QString() : text->text.toString());
+    m_complete = code == WinHttpDown::Complete;
+    if (m_complete)
+        m_bar->setValue(m_bar->maximum());
+    const bool busy = m_downloader.isBusy();
+    m_again->setVisible(!busy && !m_complete);
+    m_end->setText(busy ? u"Cancel"_s : u"Close"_s);
+}
+
+void DownloadWindow::showProgress(
+    float percent, const QString &total, const QString &done, const QString &speed)
+{
+    m_bar->setValue(static_cast<int>(std::floor(percent)));
+    m_figures->setText(
+        u"%1 of %2"_s.arg(done, total) + (speed.isEmpty() ? QString() : u", %1/s"_s.arg(speed)));
+}
+
+void DownloadWindow::endOrClose()
+{
+    if (m_downloader.isBusy())
+        m_downloader.GetPause();
+    else
+        close();
+}
+
+void DownloadWindow::closeEvent(QCloseEvent *event)
+{
+    m_downloader.GetPause();
+    event->accept();
+}
+
+} // namespace plum

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "helpers/download/download_request.h"
+#include "store/win_http_down.h"
+
+#include <QWidget>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace plum {
+
+// The window of one download: how far it is and how fast, and a way to end it. Ending keeps what has arrived;
+// the same download goes on from there the next time.
+class DownloadWindow final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    DownloadWindow(const DownloadRequest &request, Paths &paths, TextCodec &codec);
+
+    void start();
+    bool isComplete() const { return m_complete; }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void showStatus(int code);
+    void showProgress(float percent, const QString &total, const QString &done, const QString &speed);
+    void endOrClose();
+
+    DownloadRequest m_request;
+    Paths &m_paths;
+    WinHttpDown m_downloader;
+    bool m_complete = false;
+
+    QLabel *m_state;
+    QProgressBar *m_bar;
+    QLabel *m_figures;
+    QPushButton *m_again;
+    QPushButton *m_end;
+};
+
+} // namespace plum

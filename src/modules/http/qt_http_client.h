@@ -1,0 +1,18 @@
+#pragma once
+
+#include "commands/http_client.h"
+
+class QNetworkReply;
+
+namespace plum {
+
+// HTTP on Qt Network.
+class QtHttpClient final : public HttpClient
+{
+public:
+    QString unavailable() override { return {}; }
+    HttpReply get(const QString &url) override;
+    HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) override;
+};
+
+} // namespace plum

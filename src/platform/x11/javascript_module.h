@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QtPlugin>
+
+#include <memory>
+
+namespace plum {
+
+class JavaScript;
+
+// What the module `plum-js` exports.
+class JavaScriptModule
+{
+public:
+    virtual ~JavaScriptModule() = default;
+
+    virtual std::unique_ptr<JavaScript> createJavaScript() = 0;
+};
+
+} // namespace plum
+
+Q_DECLARE_INTERFACE(plum::JavaScriptModule, "plum.JavaScriptModule/1")

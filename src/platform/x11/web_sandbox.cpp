@@ -1,0 +1,15 @@
+#include "platform/web_sandbox.h"
+
+#include <QtGlobal>
+
+#include <unistd.h>
+
+namespace plum {
+
+void prepareWebSandbox()
+{
+    if (geteuid() == 0)
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+}
+
+} // namespace plum

@@ -1,0 +1,304 @@
+#include "platform/global_hotkey.h"
+#include "platform/keyboard.h"
+#include "platform/windows.h"
+#include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_hotkey.h"
+#include "platform/x11/x11_keymap.h"
+#include "x11_test.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include <xcb/xtest.h>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Keys by their place on a US keyboard.
+constexpr xcb_keycode_t q = 24;
+constexpr xcb_keycode_t a = 38;
+constexpr xcb_keycode_t z = 52;
+constexpr xcb_keycode_t b = 56;
+constexpr xcb_keycode_t altLeft = 64;
+constexpr xcb_keycode_t controlLeft = 37;
+constexpr xcb_keycode_t shiftLeft = 50;
+constexpr xcb_keycode_t capsLock = 66;
+constexpr xcb_keycode_t numLock = 77;
+
+class HotkeyTest : public X11Test
+{
+protected:
+    void SetUp() override
+    {
+        X11Test::SetUp();
+        QObject::connect(&hotkey(), &GlobalHotkey::fired, [this] { ++fired; });
+    }
+
+    GlobalHotkey &hotkey() { return platform->hotkey(); }
+
+    // As another program would.
+    void send(uint8_t type, xcb_keycode_t key)
+    {
+        xcb_test_fake_input(other.xcb(), type, key, XCB_CURRENT_TIME, other.root(), 0, 0, 0);
+        other.sync();
+    }
+
+    void press(std::initializer_list<xcb_keycode_t> keys)
+    {
+        for (const xcb_keycode_t key : keys)
+            send(XCB_KEY_PRESS, key);
+        for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
+            send(XCB_KEY_RELEASE, *key);
+    }
+
+    bool firesOn(std::initializer_list<xcb_keycode_t> keys)
+    {
+        const int before = fired;
+        press(keys);
+        return waitUntil([&] { return fired == before + 1; });
+    }
+
+    // Whether a press of `keys` is nobody's: another program can take the combination.
+    bool isFree(uint16_t modifiers, xcb_keycode_t key)
+    {
+        const XcbPointer<xcb_generic_error_t> error(xcb_request_check(other.xcb(),
+            xcb_grab_key_checked(
+                other.xcb(), 0, other.root(), modifiers, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));
+        if (!error)
+            xcb_ungrab_key(other.xcb(), key, other.root(), modifiers);
+        other.sync();
+        return !error;
+    }
+
+    uint16_t modifierState()
+    {
+        return other.reply(xcb_query_pointer_reply, xcb_query_pointer, other.root())->mask;
+    }
+
+    void useLayout(const QStringList &options) { run(u"setxkbmap"_s, options); }
+
+    X11Connection other;
+    int fired = 0;
+};
+
+} // namespace
+
+TEST_F(HotkeyTest, firesOncePerPress)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    EXPECT_EQ(fired, 2);
+}
+
+TEST_F(HotkeyTest, firesOnTheKeysOfAnotherProgram)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    run(u"xdotool"_s, {u"key"_s, u"alt+z"_s});
+    EXPECT_TRUE(waitUntil([&] { return fired == 1; }));
+}
+
+TEST_F(HotkeyTest, firesOnTheKeysOfAScript)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Control, 'B'));
+    Keyboard &keyboard = platform->keyboard();
+    for (const auto &[key, flags] : std::initializer_list<std::pair<quint8, quint32>>{
+             {17, 0}, {'B', 0}, {'B', Keyboard::KeyUp}, {17, Keyboard::KeyUp}})
+        keyboard.keyEvent(key, flags);
+    EXPECT_TRUE(waitUntil([&] { return fired == 1; }));
+}
+
+TEST_F(HotkeyTest, takesEachModifier)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Control, 'A'));
+    EXPECT_TRUE(firesOn({controlLeft, a}));
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Shift, 'B'));
+    EXPECT_TRUE(firesOn({shiftLeft, b}));
+    ASSERT_TRUE(hotkey().registerHotkey(0, 'Q'));
+    EXPECT_TRUE(firesOn({q}));
+    ASSERT_TRUE(
+        hotkey().registerHotkey(GlobalHotkey::Alt | GlobalHotkey::Control | GlobalHotkey::Shift, 'Q'));
+    EXPECT_TRUE(firesOn({altLeft, controlLeft, shiftLeft, q}));
+}
+
+TEST_F(HotkeyTest, otherCombinationsDoNotFire)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    press({z});
+    press({altLeft, a});
+    press({altLeft, shiftLeft, z});
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    EXPECT_EQ(fired, 1);
+}
+
+TEST_F(HotkeyTest, firesWhateverLocksAreOn)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    press({capsLock});
+    ASSERT_EQ(modifierState(), XCB_MOD_MASK_LOCK);
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    press({numLock});
+    ASSERT_EQ(modifierState(), XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    press({capsLock});
+    ASSERT_EQ(modifierState(), XCB_MOD_MASK_2);
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    EXPECT_EQ(fired, 3);
+}
+
+TEST_F(HotkeyTest, firesWithScrollLockWhereItIsAModifier)
+{
+    run(u"xmodmap"_s, {u"-e"_s, u"add mod3 = Scroll_Lock"_s});
+    constexpr xcb_keycode_t scrollLock = 78;
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    EXPECT_FALSE(isFree(XCB_MOD_MASK_1 | XCB_MOD_MASK_3, z));
+    EXPECT_TRUE(firesOn({scrollLock, altLeft, z}));
+}
+
+TEST_F(HotkeyTest, aKeyThatIsHeldFiresOnce)
+{
+    run(u"xset"_s, {u"r"_s, u"rate"_s, u"50"_s, u"100"_s});
+    X11Connection connection;
+    X11Keymap keymap(connection);
+    X11Hotkey own(connection, keymap);
+    int ownFired = 0;
+    int presses = 0;
+    QObject::connect(&own, &GlobalHotkey::fired, [&] { ++ownFired; });
+    connection.addReceiver(
+        [&](const xcb_generic_event_t &event) { presses += event.response_type == XCB_KEY_PRESS; });
+    ASSERT_TRUE(own.registerHotkey(GlobalHotkey::Alt, 'Z'));
+    const auto arrived = [&] {
+        connection.dispatchArrived();
+        return presses >= 5;
+    };
+    send(XCB_KEY_PRESS, altLeft);
+    send(XCB_KEY_PRESS, z);
+    EXPECT_TRUE(waitUntil(arrived));
+    send(XCB_KEY_RELEASE, z);
+    EXPECT_EQ(ownFired, 1);
+    send(XCB_KEY_PRESS, z);
+    EXPECT_TRUE(waitUntil([&] { return arrived() && ownFired == 2; }));
+}
+
+TEST_F(HotkeyTest, aCombinationOfAnotherProgramIsRefused)
+{
+    xcb_grab_key(other.xcb(), 0, other.root(), XCB_MOD_MASK_1 | XCB_MOD_MASK_2, z, XCB_GRAB_MODE_ASYNC,
+        XCB_GRAB_MODE_ASYNC);
+    other.sync();
+    EXPECT_FALSE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    // What could be had of it was given back.
+    EXPECT_TRUE(isFree(XCB_MOD_MASK_1, z));
+    EXPECT_TRUE(isFree(XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK, z));
+    EXPECT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'B'));
+    EXPECT_TRUE(firesOn({altLeft, b}));
+}
+
+TEST_F(HotkeyTest, aRefusedCombinationLeavesNoEarlierOne)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    EXPECT_FALSE(hotkey().registerHotkey(GlobalHotkey::Alt, '1'));
+    EXPECT_TRUE(isFree(XCB_MOD_MASK_1, z));
+}
+
+TEST_F(HotkeyTest, aSecondRegistrationReplacesTheFirst)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'B'));
+    EXPECT_TRUE(isFree(XCB_MOD_MASK_1, z));
+    EXPECT_TRUE(firesOn({altLeft, b}));
+    EXPECT_EQ(fired, 2);
+}
+
+TEST_F(HotkeyTest, unregisteringGivesTheKeyBack)
+{
+    hotkey().unregisterHotkey();
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    EXPECT_FALSE(isFree(XCB_MOD_MASK_1, z));
+    hotkey().unregisterHotkey();
+    EXPECT_TRUE(isFree(XCB_MOD_MASK_1, z));
+    hotkey().unregisterHotkey();
+}
+
+TEST_F(HotkeyTest, aLetterIsWhereTheFrenchLayoutHasIt)
+{
+    useLayout({u"fr"_s});
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'A'));
+    EXPECT_TRUE(firesOn({altLeft, q})); // the key left of Z on a French keyboard
+    EXPECT_TRUE(isFree(XCB_MOD_MASK_1, a));
+    run(u"xdotool"_s, {u"key"_s, u"alt+a"_s});
+    EXPECT_TRUE(waitUntil([&] { return fired == 2; }));
+}
+
+TEST_F(HotkeyTest, aLetterThatTheLayoutLacksIsInItsUsualPlace)
+{
+    useLayout({u"ru"_s});
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    EXPECT_TRUE(firesOn({altLeft, z}));
+}
+
+TEST_F(HotkeyTest, aLetterThatTheActiveGroupLacksIsTakenFromAnotherOne)
+{
+    useLayout({u"-layout"_s, u"ru,fr"_s});
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'A'));
+    EXPECT_TRUE(firesOn({altLeft, q}));
+}
+
+TEST_F(HotkeyTest, firesInTheSecondGroupOfTheLayout)
+{
+    useLayout({u"-layout"_s, u"us,ru"_s, u"-option"_s, u"grp:menu_toggle"_s});
+    constexpr xcb_keycode_t menu = 135;
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    EXPECT_TRUE(firesOn({altLeft, z}));
+    press({menu});
+    ASSERT_NE(modifierState() & 0x6000, 0); // the group is part of the state
+    EXPECT_TRUE(firesOn({altLeft, z}));
+}
+
+TEST_F(HotkeyTest, theKeyFollowsTheLayout)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'A'));
+    EXPECT_TRUE(firesOn({altLeft, a}));
+    useLayout({u"fr"_s});
+    ASSERT_TRUE(waitUntil([&] { return !isFree(XCB_MOD_MASK_1, q); }));
+    EXPECT_TRUE(isFree(XCB_MOD_MASK_1, a));
+    EXPECT_TRUE(firesOn({altLeft, q}));
+    EXPECT_EQ(fired, 2);
+}
+
+TEST_F(HotkeyTest, aKeyThatAScriptNeedsForItselfDoesNotMoveTheHotkey)
+{
+    useLayout({u"ru"_s});
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    platform->keyboard().keyEvent('Z', 0); // gets a key of its own
+    platform->keyboard().keyEvent('Z', Keyboard::KeyUp);
+    EXPECT_TRUE(firesOn({altLeft, z}));
+}
+
+TEST_F(HotkeyTest, aPressThatComesWithAnotherAnswerIsNotLost)
+{
+    run(u"xset"_s, {u"r"_s, u"off"_s}); // neither a repetition nor a release wakes the loop
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    send(XCB_KEY_PRESS, altLeft);
+    send(XCB_KEY_PRESS, z);
+    platform->windows().foreground();
+    QEventLoop loop;
+    QObject::connect(&hotkey(), &GlobalHotkey::fired, &loop, &QEventLoop::quit);
+    QTimer::singleShot(std::chrono::seconds(60), &loop, &QEventLoop::quit);
+    loop.exec();
+    EXPECT_EQ(fired, 1);
+}
+
+TEST(OffscreenHotkey, isRefused)
+{
+    qunsetenv("DISPLAY");
+    const auto platform = createPlatform(u"x11_tests"_s);
+    EXPECT_FALSE(platform->hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    platform->hotkey().unregisterHotkey();
+}
+
+} // namespace plum

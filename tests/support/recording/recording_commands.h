@@ -1,0 +1,63 @@
+#pragma once
+
+#include "commands/http_client.h"
+#include "commands/store_page.h"
+#include "support/recording/recording_platform.h"
+
+#include <QIODevice>
+
+namespace plum::recording {
+
+// A server that gives one answer and remembers what was posted.
+class RecordingHttpClient final : public HttpClient
+{
+public:
+    explicit RecordingHttpClient(Log &log)
+        : m_log(log)
+    {
+    }
+
+    QString unavailable() override { return problem; }
+
+    HttpReply get(const QString &url) override
+    {
+        m_log.add(QStringLiteral("get ") + url);
+        return answer;
+    }
+
+    HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) override
+    {
+        m_log.add(QStringLiteral("post ") + url);
+        postedType = contentType;
+        postedBody = body.readAll();
+        return answer;
+    }
+
+    HttpReply answer;
+    QString problem;
+    QByteArray postedType;
+    QByteArray postedBody;
+
+private:
+    Log &m_log;
+};
+
+class RecordingStorePage final : public StorePage
+{
+public:
+    explicit RecordingStorePage(Log &log)
+        : m_log(log)
+    {
+    }
+
+    void setBrowserWidth(int pixels) override { m_log.add(QStringLiteral("browser width %1").arg(pixels)); }
+    void setBrowserHeight(int pixels) override { m_log.add(QStringLiteral("browser height %1").arg(pixels)); }
+    void navigateToBlank() override { m_log.add(QStringLiteral("browser blank")); }
+    void layOut() override { m_log.add(QStringLiteral("store layout")); }
+    void showLoadingPicture() override { m_log.add(QStringLiteral("store loading")); }
+
+private:
+    Log &m_log;
+};
+
+} // namespace plum::recording
