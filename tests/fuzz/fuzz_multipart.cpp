@@ -22,8 +22,8 @@ QByteArray between(const QByteArray &text, const QByteArray &from, const QByteAr
 
 } // namespace
 
-// Field, file name and content type, one a line, then the file's bytes. A reader that knows the boundary alone
-// gets all of them back, however the body is read.
+// Field, file name and content type, one a line, then the file's bytes. A reader that knows the boundary
+// alone gets all of them back, however the body is read.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray input(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));

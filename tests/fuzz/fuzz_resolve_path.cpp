@@ -7,8 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Path, script and keyword, one a line. Whatever they are, the result holds no "/" that the path brought, a path
-// without a placeholder keeps its length, and one with a placeholder ends as the path does.
+// Path, script and keyword, one a line. Whatever they are, the result holds no "/" that the path brought, a
+// path without a placeholder keeps its length, and one with a placeholder ends as the path does.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QStringList lines
