@@ -78,8 +78,11 @@ bool DesktopTest::isReadyForUse(Probe &other)
         return view->isViewable(other.window()) && view->isListed(other.window())
             && view->frameRectangle(other.window()) != view->clientRectangle(other.window());
     };
-    if (!other.hasStarted() || !eventually(isFramed))
+    if (!other.hasStarted() || !eventually(isFramed)) {
+        ADD_FAILURE() << "started: " << other.hasStarted() << ", shown: " << view->isViewable(other.window())
+                      << ", listed: " << view->isListed(other.window());
         return false;
+    }
     // A window that was there before the manager had come up quite is not made active by itself.
     if (!view->isActive(other.window()))
         view->activate(other.window());
