@@ -39,9 +39,9 @@ QProgressBar::chunk { background: @accent; border-radius: 3px; }
 QString sheetOf(const StoreColours &colours)
 {
     QString sheet = styleTemplate;
-    const std::pair<QLatin1StringView, QColor> names[]
-        = {{"@window"_L1, colours.window}, {"@text"_L1, colours.text}, {"@quiet"_L1, colours.quiet},
-            {"@line"_L1, colours.line}, {"@hover"_L1, colours.hover}, {"@accent"_L1, colours.accent}};
+    const std::pair<QLatin1StringView, QColor> names[] = {{"@window"_L1, colours.window},
+        {"@text"_L1, colours.text}, {"@quiet"_L1, colours.quiet}, {"@line"_L1, colours.line},
+        {"@hover"_L1, colours.hover}, {"@accent"_L1, colours.accent}};
     for (const auto &[name, colour] : names)
         sheet.replace(name, colour.name());
     return sheet;
@@ -239,21 +239,17 @@ void StoreForm::setLoadingVisible(bool visible)
     loadimgbox->setVisible(visible);
 }
 
-QSize StoreForm::aroundBrowser() const
-{
-    const int strip = weia->isHidden() ? 0 : weia->sizeHint().height();
-    return {2 * frameWidth, 2 * frameWidth + wei->sizeHint().height() + strip};
-}
-
-// Not asked of the browser itself, whose own size follows later while the window is hidden.
 QSize StoreForm::browserSize() const
 {
-    return size() - aroundBrowser();
+    return llq->size();
 }
 
 void StoreForm::resizeForBrowser(QSize browser)
 {
-    resize(browser + aroundBrowser());
+    layout()->activate();
+    const int around = wei->sizeHint().height() + (weia->isHidden() ? 0 : weia->sizeHint().height());
+    resize(browser + QSize(2 * frameWidth, 2 * frameWidth + around));
+    layout()->activate();
 }
 
 void StoreForm::setBrowserWidth(int pixels)
