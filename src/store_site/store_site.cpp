@@ -116,8 +116,7 @@ QByteArray catalogue(const std::vector<PublishedApp> &apps, const QString &downl
     int number = 0;
     for (const auto &[category, content] : cards) {
         const QString anchor = u"category%1"_s.arg(++number);
-        const TemplateValues values{
-            {u"category"_s, category}, {u"anchor"_s, anchor}, {u"cards"_s, content}};
+        const TemplateValues values{{u"category"_s, category}, {u"anchor"_s, anchor}, {u"cards"_s, content}};
         sections += fillTemplate(part(u"category.html"_s), values);
         links += fillTemplate(u"<a href=\"#{{anchor}}\">{{category}}</a>\n"_s, values);
     }
@@ -155,8 +154,10 @@ SiteFiles buildSite(const std::vector<PublishedApp> &apps, const QString &downlo
     const QString appPage = part(u"app.html"_s);
     for (const PublishedApp &app : apps) {
         files.emplace_back(appFolder(app) + u"/index.html"_s,
-            page(app.title + u" - Plum store"_s, u"store"_s, fillTemplate(appPage, valuesOf(app, downloadBase))));
-        files.emplace_back(appFolder(app) + u'/' + iconFile(app), app.icon.isEmpty() ? letterIcon(app.name) : app.icon);
+            page(app.title + u" - Plum store"_s, u"store"_s,
+                fillTemplate(appPage, valuesOf(app, downloadBase))));
+        files.emplace_back(
+            appFolder(app) + u'/' + iconFile(app), app.icon.isEmpty() ? letterIcon(app.name) : app.icon);
         files.emplace_back(u"plum/download/"_s + app.name + packageEnding, app.package);
     }
     return files;
