@@ -23,8 +23,11 @@ void RatioTable::ReportRuns(const std::vector<Run> &runs)
         const std::string place = name.substr(0, slash);
         if (std::ranges::find(m_cases, place) == m_cases.end())
             m_cases.push_back(place);
-        m_times[place][name.substr(slash + 1)]
-            = run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e3;
+        // What the processor worked, so that other programs of the machine count less; real time where
+        // another process does part of the work.
+        const bool isReal = run.run_name.time_type.find("real_time") != std::string::npos;
+        const double time = isReal ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
+        m_times[place][name.substr(slash + 1)] = time / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e3;
         std::fprintf(stderr, "%s\n", name.c_str());
     }
 }

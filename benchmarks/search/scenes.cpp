@@ -1,5 +1,7 @@
 #include "scenes.h"
 
+#include <QElapsedTimer>
+
 #include <random>
 
 namespace plum::scenes {
@@ -56,14 +58,29 @@ std::optional<Scene> foundNearTheEnd(const Picture &screen, QSize size, const Fi
 
 std::optional<Scene> notFound(const Picture &screen, QSize size, const Finder &find)
 {
-    for (int y = screen.height / 3; y < screen.height - size.height(); y += size.height() / 3 + 5) {
-        for (int x = screen.width / 4; x < screen.width - size.width(); x += size.width() / 2 + 7) {
-            const Picture picture = cut(screen, x, y, size, true);
-            if (!find(screen, picture))
-                return Scene{screen, picture};
+    constexpr int pictures = 24;
+    constexpr int attempts = 400;
+    std::mt19937 random(11);
+    const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    Picture slowest;
+    qint64 longest = 0;
+    for (int attempt = 0, absent = 0; attempt < attempts && absent < pictures; ++attempt) {
+        const int x = below(screen.width - size.width());
+        const Picture picture = cut(screen, x, below(screen.height - size.height()), size, true);
+        if (find(screen, picture))
+            continue;
+        ++absent;
+        QElapsedTimer elapsed;
+        elapsed.start();
+        find(screen, picture);
+        if (elapsed.nsecsElapsed() > longest) {
+            longest = elapsed.nsecsElapsed();
+            slowest = picture;
         }
     }
-    return {};
+    if (longest == 0)
+        return {};
+    return Scene{screen, slowest};
 }
 
 Scene oneWrongPixel(QSize screen, QSize picture)

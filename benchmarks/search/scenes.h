@@ -27,7 +27,8 @@ using Finder = std::function<std::optional<Position>(const Picture &screen, cons
 // A piece of the screen itself, whose first match lies in the screen's last tenth.
 std::optional<Scene> foundNearTheEnd(const Picture &screen, QSize size, const Finder &find);
 
-// A piece of the screen upside down: what a picture of a program looks like that is not there.
+// A piece of the screen upside down: what a picture of a program looks like that is not there. Of up to 24
+// such pictures from all over the screen, the one that takes longest to look for.
 std::optional<Scene> notFound(const Picture &screen, QSize size, const Finder &find);
 
 // Everything matches but one pixel of the picture, the last one that is compared.

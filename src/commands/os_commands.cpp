@@ -30,6 +30,13 @@ qint16 coordinate(const QString &found, int field, qint32 regionStart, qint16 of
     return static_cast<qint16>(static_cast<quint16>(sum));
 }
 
+// Where the machine has no such service, the program that stands for it could not be started.
+void requireStarted(Session::Outcome outcome)
+{
+    if (outcome == Session::Outcome::Unavailable)
+        throw RunTimeError(RunTimeError::FileNotFound);
+}
+
 } // namespace
 
 std::span<const OsCommands::Row> OsCommands::table()
@@ -224,17 +231,6 @@ void OsCommands::turnMonitorOff(const CommandCall &)
     if (m_use.session.monitorOff() == Session::Outcome::Unavailable)
         m_use.notices.tell(u"the monitor was not switched off: this display has no power control"_s);
 }
-
-namespace {
-
-// Where the machine has no such service, the program that stands for it could not be started.
-void requireStarted(Session::Outcome outcome)
-{
-    if (outcome == Session::Outcome::Unavailable)
-        throw RunTimeError(RunTimeError::FileNotFound);
-}
-
-} // namespace
 
 void OsCommands::logOff(const CommandCall &)
 {

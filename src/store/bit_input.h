@@ -4,7 +4,7 @@
 
 #include <QtEndian>
 
-#include <cstring>
+#include <algorithm>
 
 namespace plum {
 

@@ -50,7 +50,14 @@ inline void wideCopy(quint8 *to, qint64 length, qint64 distance)
     }
 }
 
-// The same without a byte too many. What was copied already serves as the source of the next, longer piece.
+// Always writes two bytes, of which the second may be one too many.
+inline quint8 *putLiterals(quint8 *out, DecodeEntry entry)
+{
+    qToLittleEndian(static_cast<quint16>(decode::value(entry)), out);
+    return out + decode::codeBits(entry);
+}
+
+// wideCopy without a byte too many. What was copied already serves as the source of the next, longer piece.
 void exactCopy(quint8 *to, qint64 length, qint64 distance)
 {
     const quint8 *const from = to - distance;
@@ -152,6 +159,7 @@ InflateOutcome InflateDecoder::fixedBlock()
         if (!m_tables.fixed->literals.build(lengths, literalMeanings(m_stream.deflate64))
             || !m_tables.fixed->distances.build(distanceLengths, distanceMeanings(m_stream.deflate64)))
             return InflateOutcome::StaticOverSubscribed;
+        m_tables.fixed->literals.joinLiterals();
     }
     return symbols(m_tables.fixed->literals, m_tables.fixed->distances);
 }
@@ -175,6 +183,7 @@ InflateOutcome InflateDecoder::dynamicBlock()
     if (!m_tables.literals.build(lengths.first(literalCount), literalMeanings(m_stream.deflate64))
         || !m_tables.distances.build(lengths.last(distanceCount), distanceMeanings(m_stream.deflate64)))
         return InflateOutcome::DynamicOverSubscribed;
+    m_tables.literals.joinLiterals();
     return symbols(m_tables.literals, m_tables.distances);
 }
 
@@ -258,15 +267,15 @@ InflateDecoder::Step InflateDecoder::manySymbols(const LiteralTable &literals, c
         DecodeEntry entry = literals.first(in.bits);
         if (entry & decode::literal) {
             in.drop(decode::totalBits(entry));
-            *out++ = static_cast<quint8>(decode::value(entry));
+            out = putLiterals(out, entry);
             entry = literals.first(in.bits);
             if (entry & decode::literal) {
                 in.drop(decode::totalBits(entry));
-                *out++ = static_cast<quint8>(decode::value(entry));
+                out = putLiterals(out, entry);
                 entry = literals.first(in.bits);
                 if (entry & decode::literal) {
                     in.drop(decode::totalBits(entry));
-                    *out++ = static_cast<quint8>(decode::value(entry));
+                    out = putLiterals(out, entry);
                     continue;
                 }
             }
@@ -277,7 +286,7 @@ InflateDecoder::Step InflateDecoder::manySymbols(const LiteralTable &literals, c
                 entry = literals.second(entry, in.bits);
                 if (entry & decode::literal) {
                     in.drop(decode::totalBits(entry));
-                    *out++ = static_cast<quint8>(decode::value(entry));
+                    out = putLiterals(out, entry);
                     continue;
                 }
             }
@@ -337,7 +346,10 @@ InflateDecoder::Step InflateDecoder::oneSymbol(const LiteralTable &literals, con
     DecodeEntry entry = find(literals);
     if (entry & decode::literal) {
         m_input.drop(decode::totalBits(entry));
-        return putLiteral(static_cast<quint8>(decode::value(entry)));
+        const Step step = putLiteral(static_cast<quint8>(decode::value(entry)));
+        const bool isPair = decode::codeBits(entry) == 2;
+        return step == Step::Symbol && isPair ? putLiteral(static_cast<quint8>(decode::value(entry) >> 8))
+                                              : step;
     }
     if (entry & decode::exceptional) {
         m_input.drop(decode::totalBits(entry));

@@ -1,6 +1,7 @@
 #include "store/inflate_tables.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace plum {
 
@@ -160,7 +161,34 @@ bool DecodeTable<PrimaryBits, LongestCode, Symbols>::build(
                 m_entries[tableStart + at] = entry;
         }
     }
+    m_size = end;
     return true;
+}
+
+template <int PrimaryBits, int LongestCode, int Symbols>
+void DecodeTable<PrimaryBits, LongestCode, Symbols>::joinLiterals()
+{
+    constexpr DecodeEntry one = 1 << 8;
+    constexpr DecodeEntry codeBitsField = 0xF << 8;
+    const auto alone = [](DecodeEntry entry) { return (entry & ~codeBitsField) | one; };
+
+    for (DecodeEntry &entry : std::span(m_entries).first(m_size).subspan(m_primaryMask + 1)) {
+        if (entry & decode::literal)
+            entry = alone(entry);
+    }
+    // Downwards: the second literal's entry stands at a lower index and is not joined yet.
+    for (quint64 index = m_primaryMask + 1; index-- > 0;) {
+        const DecodeEntry entry = m_entries[index];
+        if (!(entry & decode::literal))
+            continue;
+        const int firstBits = decode::totalBits(entry);
+        const DecodeEntry next = m_entries[index >> firstBits];
+        const bool fits
+            = (next & decode::literal) && firstBits + decode::totalBits(next) <= std::popcount(m_primaryMask);
+        m_entries[index] = fits ? decode::literal | (decode::value(entry) | decode::value(next) << 8) << 16
+                | 2 * one | static_cast<DecodeEntry>(firstBits + decode::totalBits(next))
+                                : alone(entry);
+    }
 }
 
 template class DecodeTable<literalPrimaryBits, deflate::longestCode, deflate::literalSymbols>;

@@ -47,8 +47,9 @@ inline constexpr std::array<quint8, codeLengthSymbols> codeLengthOrder{
 } // namespace deflate
 
 // One entry of a decoding table, made to be used with few instructions:
-// bits 0-7 all bits to take from the input (code and extra bits), 8-11 the bits of the code itself,
-// 12-15 the kind, 16-31 the value (literal, base of a length or distance, start of a second-level table).
+// bits 0-7 all bits to take from the input (code and extra bits), 8-11 the bits of the code itself (for a
+// table with joined literals: the number of literals), 12-15 the kind, 16-31 the value (literals, base of a
+// length or distance, start of a second-level table).
 using DecodeEntry = quint32;
 
 namespace decode {
@@ -83,13 +84,9 @@ public:
     // False for an over-subscribed code; an incomplete one is accepted, an empty one too.
     bool build(std::span<const quint8> codeLengths, std::span<const DecodeEntry, Symbols> meanings);
 
-    DecodeEntry find(quint64 bits) const
-    {
-        const DecodeEntry entry = m_entries[bits & m_primaryMask];
-        if ((entry & (decode::exceptional | decode::link)) != (decode::exceptional | decode::link))
-            return entry;
-        return second(entry, bits >> decode::totalBits(entry));
-    }
+    // Joins literals that stand next to each other in the input into one entry where both codes fit into
+    // the first level: the value's low byte comes out first, codeBits() is how many bytes come out.
+    void joinLiterals();
 
     DecodeEntry first(quint64 bits) const { return m_entries[bits & m_primaryMask]; }
 
@@ -104,6 +101,7 @@ private:
     static constexpr int secondBits = LongestCode - PrimaryBits;
 
     quint64 m_primaryMask = 0;
+    size_t m_size = 0; // of both levels
     // Every second-level table holds one symbol at least.
     std::array<DecodeEntry, (1 << PrimaryBits) + (Symbols << secondBits)> m_entries{};
 };

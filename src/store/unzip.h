@@ -5,8 +5,11 @@
 
 #include <QObject>
 
+#include <optional>
 #include <variant>
 #include <vector>
+
+class QFile;
 
 namespace plum {
 

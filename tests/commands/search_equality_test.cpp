@@ -4,6 +4,8 @@
 #include "commands/reference_search.h"
 #include "support/recording/recording_platform.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -266,6 +268,38 @@ TEST_P(FastSearch, FindsPicturesWhereTheRulesDo)
     EXPECT_LT(hits, caseCount() * 19 / 20);
 }
 
+// Screens on which nearly everything matches, large enough that what the scan remembers of earlier failures
+// fills up, is forgotten and is used again; the hit, if any, is far down.
+TEST_P(FastSearch, FindsPicturesOnLargeScreensThatNearlyMatch)
+{
+    Dice dice(4);
+    int hits = 0;
+    constexpr int cases = 60;
+    for (int number = 0; number < cases; ++number) {
+        Case with;
+        const int width = dice.between(200, 900);
+        const int height = dice.between(60, 160);
+        with.screen = paint(dice, Paint::Flat, width, height);
+        const int distance = dice.of({5, 17, 60, 400});
+        for (quint32 &pixel : with.screen.pixels)
+            pixel = dice.oneIn(distance) ? pixel ^ 0xff0000 : pixel;
+        const int side = dice.of({6, 16, 40});
+        if (dice.oneIn(2))
+            with.picture = cut(with.screen, width - side - 2, height - side - 2, side, side);
+        else
+            with.picture = paint(dice, Paint::RedAlone, side, side);
+        with.picture.pixels[static_cast<std::size_t>(side - 1)]
+            ^= 0xffffff; // keeps it whole, is not compared
+        with.region = QRect(0, 0, width, height);
+        with.tolerance = {88, 221, 255};
+        const QString expected = reference::FindPic(with.screen, with.picture, with.tolerance);
+        ASSERT_EQ(findPicture(with), expected) << describe(with, number);
+        hits += expected.isEmpty() ? 0 : 1;
+    }
+    EXPECT_GT(hits, cases / 10);
+    EXPECT_LT(hits, cases * 9 / 10);
+}
+
 TEST_P(FastSearch, FindsColoursWhereTheRulesDo)
 {
     Dice dice(2);
@@ -289,3 +323,30 @@ TEST_P(FastSearch, FindsColoursWhereTheRulesDo)
 INSTANTIATE_TEST_SUITE_P(Kernels, FastSearch,
     testing::ValuesIn(usablePixelKernels().begin(), usablePixelKernels().end()),
     [](const auto &kernels) { return std::string(kernels.param->name); });
+
+TEST(ScreenSearchMemory, StaysTheSameOverTenThousandSearches)
+{
+    Dice dice(3);
+    recording::RecordingScreen screen;
+    screen.size = QSize(160, 90);
+    screen.pixels = paint(dice, Paint::FewColours, 160, 90).pixels;
+    const PictureTemplate absent(paint(dice, Paint::Noise, 12, 9), {88, 221, 255});
+    FindPicScan scan(pixelKernels());
+    const auto search = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            const auto region = captureRegion(screen, i % 7 - 3, 0, 160, 90);
+            scan.find(*region, absent);
+            findColour(*region, 0x010203, pixelKernels());
+        }
+    };
+    const auto residentPages = [] {
+        QFile file(u"/proc/self/statm"_s);
+        return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toInt() : 0;
+    };
+    search(500);
+    const int before = residentPages();
+    if (before == 0)
+        GTEST_SKIP() << "this system does not tell";
+    search(10000);
+    EXPECT_LE(residentPages() - before, 64);
+}

@@ -150,6 +150,22 @@ TEST_F(WindowSet, TheScriptGoesOnAfterABadHandle)
     EXPECT_EQ(bench.events().last(), u"mouse 2"_s);
 }
 
+TEST_F(WindowScript, TheSelectorsAreTestedInOrder)
+{
+    const auto wordsOf = [](std::span<const WindowCommands::Selector> selectors) {
+        QStringList words;
+        for (const WindowCommands::Selector &selector : selectors)
+            words += selector.info.word.toString();
+        return words;
+    };
+    EXPECT_EQ(wordsOf(WindowCommands::getSelectors()),
+        (QStringList{u"active_window"_s, u"mouse_window"_s, u"window_xy"_s, u"window_left"_s, u"window_top"_s,
+            u"window_right"_s, u"window_bottom"_s, u"window_width"_s, u"window_height"_s}));
+    EXPECT_EQ(wordsOf(WindowCommands::setSelectors()),
+        (QStringList{u"close"_s, u"active_window"_s, u"hide_window"_s, u"show_window"_s, u"mix_window"_s,
+            u"max_window"_s, u"move_window"_s}));
+}
+
 TEST_F(WindowScript, UnknownCommandsDoNothing)
 {
     EXPECT_EQ(bench.eventsOf(u"window.Set \"close\",\"77\""_s), QStringList());

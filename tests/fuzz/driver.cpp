@@ -36,7 +36,8 @@ void keepInput()
 {
     QFile file(QString::fromLatin1(current.failureFile.data()));
     if (file.open(QIODevice::WriteOnly))
-        file.write(reinterpret_cast<const char *>(current.input.data()), static_cast<qint64>(current.input.size()));
+        file.write(
+            reinterpret_cast<const char *>(current.input.data()), static_cast<qint64>(current.input.size()));
     std::fprintf(stderr, "The failing input is in %s\n", current.failureFile.data());
 }
 

@@ -51,13 +51,6 @@ private:
     Handler &m_handler;
 };
 
-class TipHandler final : public Handler
-{
-public:
-    void call(const QString &, const QString &) override { }
-    QList<CommandInfo> commands() const override { return {}; }
-};
-
 template <typename Run> void ignoringErrors(Run &&run)
 {
     try {
@@ -81,10 +74,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     recording::ScriptBench bench;
     BoundedHandler set(bench, bench.set);
     BoundedHandler text(bench, bench.text);
-    TipHandler os;
     bench.loop.addNamespace(u"set"_s, set);
     bench.loop.addNamespace(u"text"_s, text);
-    bench.loop.addNamespace(u"os"_s, os);
     bench.launcher.keywordBox = u"mail Ann,Bob"_s;
     bench.state.runctx[1] = (control & 1) != 0 ? u"jb"_s : u"bao"_s;
     RunStart start(bench.state, bench.loop, bench.files, bench.platform.paths());
@@ -94,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     bench.waiter.records = false;
     bench.waiter.onWait = [&] {
         bench.platform.log.clear();
-        if (waits++ == maxWaits)
+        if (waits++ == maxWaits || bench.platform.clipboard().content.size() > maxValue)
             throw Enough();
         if (waits == secondRun + 1) {
             std::ranges::reverse(bench.state.runlist);

@@ -91,6 +91,17 @@ TEST_F(JavaScriptTest, ScriptsHaveNoWayOut)
         valueOf(u"typeof Qt + typeof XMLHttpRequest + typeof require"_s), u"undefinedundefinedundefined"_s);
 }
 
+TEST_F(JavaScriptTest, TheLanguageIsThatOfTheDocument)
+{
+    EXPECT_EQ(valueOf(u"let f = (a) => `${a}${2 ** 3}`; class C { get x() { return f(1); } } new C().x"_s),
+        u"18"_s);
+    EXPECT_EQ(valueOf(u"typeof ActiveXObject + typeof Enumerator + typeof VBArray"_s),
+        u"undefinedundefinedundefined"_s);
+    static const QRegularExpression date(
+        uR"(^(Thu Jan 1|Wed Dec 31) \d\d:\d\d:\d\d (1970|1969) GMT([+-]\d{4})?$)"_s);
+    EXPECT_TRUE(date.match(valueOf(u"new Date(0)"_s)).hasMatch()) << valueOf(u"new Date(0)"_s).toStdString();
+}
+
 TEST_F(JavaScriptTest, ALineCommentHidesTheRest)
 {
     EXPECT_EQ(plum::EvalJs(javaScript, u"function f() { return 1; }\r\n// note\r\n"_s, u"f"_s, QString()),

@@ -92,8 +92,8 @@ ByteServer::Answer ByteServer::contentFor(const QByteArray &request) const
             {"Content-Range: bytes */" + QByteArray::number(m_content->size()), "Content-Length: 0"}, {})};
     }
     QByteArray body = m_content->sliced(from);
-    const QByteArray head = httpAnswer("206 Partial Content",
-        {"Content-Length: " + QByteArray::number(body.size())}, {});
+    const QByteArray head
+        = httpAnswer("206 Partial Content", {"Content-Length: " + QByteArray::number(body.size())}, {});
     if (m_most >= 0 && m_most < body.size())
         return {head + body.first(m_most), Then::Reset};
     return {head + body};

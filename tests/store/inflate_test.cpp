@@ -147,7 +147,8 @@ plum::reference::Inflated decode(const QByteArray &input, qint64 outputSize, boo
 
 QString text(const Bytes &bytes)
 {
-    return QString::fromLatin1(reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+    return QString::fromLatin1(
+        reinterpret_cast<const char *>(bytes.data()), static_cast<qsizetype>(bytes.size()));
 }
 
 QByteArray stored(const QByteArray &content, bool isLast, quint32 complementError = 0)
@@ -173,7 +174,8 @@ QByteArray sampleText(qsizetype size)
     QRandomGenerator random(7);
     QByteArray bytes;
     while (bytes.size() < size) {
-        static constexpr std::array words{"launch", "the", "keyword", "script ", " of", "\r\n", "window", "0"};
+        static constexpr std::array words{
+            "launch", "the", "keyword", "script ", " of", "\r\n", "window", "0"};
         bytes += words[static_cast<size_t>(random.bounded(static_cast<int>(words.size())))];
         bytes += static_cast<char>(random.bounded(97, 123));
     }

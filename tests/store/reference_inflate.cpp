@@ -245,7 +245,8 @@ private:
             if (length > room())
                 throw Failure{u"OutStream overflow"_s};
             for (int i = 0; i < length; ++i)
-                m_result.bytes.push_back(m_result.bytes[m_result.bytes.size() - static_cast<size_t>(distance)]);
+                m_result.bytes.push_back(
+                    m_result.bytes[m_result.bytes.size() - static_cast<size_t>(distance)]);
         }
     }
 

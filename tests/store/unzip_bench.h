@@ -68,7 +68,8 @@ public:
     QStringList everything() const
     {
         QStringList names;
-        QDirIterator entries(folder.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+        QDirIterator entries(folder.path(),
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
             QDirIterator::Subdirectories);
         while (entries.hasNext())
             names += entries.next().sliced(folder.path().size() + 1);

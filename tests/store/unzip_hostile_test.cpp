@@ -240,7 +240,8 @@ TEST(UnzipHostile, StoredLinksBecomePlainFiles)
 TEST(UnzipHostile, NamesInOtherEncodingsGoThroughTheSystemsEncoding)
 {
     UnzipBench bench;
-    ASSERT_TRUE(bench.run(buildArchive({storedEntry("\xE5\x90\x8D", "utf-8"), storedEntry("\xC3\xFB", "gbk")})));
+    ASSERT_TRUE(
+        bench.run(buildArchive({storedEntry("\xE5\x90\x8D", "utf-8"), storedEntry("\xC3\xFB", "gbk")})));
     EXPECT_EQ(bench.content(u"名"_s), "utf-8");
     EXPECT_EQ(bench.reader.Count(), 2);
     EXPECT_EQ(QDir(bench.systemTarget()).entryList(QDir::Files).size(), 2);

@@ -178,8 +178,8 @@ TEST(UnzipInit, RefusesZip64)
     const QByteArray record = littleEndian32(0x06064B50) + QByteArray(52, '\0');
     const QByteArray locator = littleEndian32(0x07064B50) + QByteArray(16, '\0');
     EXPECT_FALSE(bench.init(buildArchive({storedEntry("a", "x")}, {.beforeEnd = record + locator})));
-    EXPECT_FALSE(bench.init(
-        buildArchive({storedEntry("a", "x")}, {.comment = "c", .beforeEnd = record + locator})));
+    EXPECT_FALSE(
+        bench.init(buildArchive({storedEntry("a", "x")}, {.comment = "c", .beforeEnd = record + locator})));
     EXPECT_EQ(bench.errors,
         (QStringList{u"Invalid center header@0"_s, u"Unknown header@-1"_s, u"Unknown header@0"_s}));
 }
@@ -417,8 +417,7 @@ TEST(Unzip, ReportsAFolderThatCannotBeMade)
     UnzipBench bench;
     EXPECT_TRUE(bench.run(buildArchive(
         {storedEntry("f", "x"), storedEntry("f/", {}), storedEntry("f/g", "x"), storedEntry("b", "y")})));
-    EXPECT_EQ(bench.errors,
-        (QStringList{u"Error creating folder@1"_s, u"Error creating output folder@2"_s}));
+    EXPECT_EQ(bench.errors, (QStringList{u"Error creating folder@1"_s, u"Error creating output folder@2"_s}));
     EXPECT_EQ(bench.content(u"b"_s), "y");
 }
 

@@ -1,5 +1,5 @@
-#include "store/win_http_down.h"
 #include "store/byte_server.h"
+#include "store/win_http_down.h"
 #include "support/recording/recording_platform.h"
 
 #include <QDir>
@@ -216,7 +216,8 @@ TEST(WinHttpDown, TakesTheFirstNumberOfWhichNeitherFileExists)
     bench.write(u"a(2).wfp.dl.cfg"_s, "");
     bench.server.answer({ok("content"), Then::Stall});
     bench.downloader->GetStart();
-    ASSERT_TRUE(bench.waitFor([&] { return bench.content(u"a(3).wfp.dl.cfg"_s).has_value() || !bench.downloader->isBusy(); }));
+    ASSERT_TRUE(bench.waitFor(
+        [&] { return bench.content(u"a(3).wfp.dl.cfg"_s).has_value() || !bench.downloader->isBusy(); }));
     ASSERT_TRUE(bench.waitFor([&] { return !bench.downloader->isBusy(); }));
     EXPECT_EQ(bench.content(u"a.wfp"_s), "content"); // the target keeps its name
     EXPECT_FALSE(bench.files().contains(u"a(3).wfp.dl"_s));
@@ -365,8 +366,8 @@ TEST(WinHttpDown, WritesTheBodyOf200AtTheResumePosition)
 TEST(WinHttpDown, TakesARangeThatWasNotAskedFor)
 {
     Bench bench;
-    bench.server.answer({httpAnswer(
-        "206 Partial Content", {"Content-Range: bytes 3-6/7", "Content-Length: 4"}, "tent")});
+    bench.server.answer(
+        {httpAnswer("206 Partial Content", {"Content-Range: bytes 3-6/7", "Content-Length: 4"}, "tent")});
     EXPECT_EQ(bench.run(), completed);
     EXPECT_EQ(bench.content(u"a.wfp"_s), "tent");
 }

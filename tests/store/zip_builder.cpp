@@ -116,7 +116,8 @@ QByteArray buildArchive(const QList<BuiltEntry> &entries, const ArchiveEnd &end)
     const auto count = static_cast<quint32>(end.entries < 0 ? entries.size() : end.entries);
     return archive + directory + end.beforeEnd + littleEndian32(0x06054B50) + littleEndian16(end.disk)
         + littleEndian16(end.disk) + littleEndian16(count) + littleEndian16(count)
-        + littleEndian32(static_cast<quint32>(directory.size())) + littleEndian32(static_cast<quint32>(offset))
+        + littleEndian32(static_cast<quint32>(directory.size()))
+        + littleEndian32(static_cast<quint32>(offset))
         + littleEndian16(static_cast<quint32>(end.comment.size())) + end.comment;
 }
 

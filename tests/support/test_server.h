@@ -63,7 +63,7 @@ public:
 daemon off; master_process off; pid %1/pid; error_log %1/error.log;
 events {}
 http {
-    access_log off; client_body_temp_path %1/body; proxy_temp_path %1/proxy; fastcgi_temp_path %1/fastcgi;
+    access_log %1/access.log; client_body_temp_path %1/body; proxy_temp_path %1/proxy; fastcgi_temp_path %1/fastcgi;
     uwsgi_temp_path %1/uwsgi; scgi_temp_path %1/scgi; types { text/html html; }
     server { listen 127.0.0.1:%2; root %1/www; %3 }
 }
@@ -86,6 +86,13 @@ http {
     }
 
     QString folder() const { return m_folder.filePath(QStringLiteral("www")); }
+
+    // One line a request: address, time, request line, status, length.
+    QByteArray log() const
+    {
+        QFile file(m_folder.filePath(QStringLiteral("access.log")));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
     QString address(const QString &path) const
     {
         return QStringLiteral("http://127.0.0.1:%1/%2").arg(m_port).arg(path);

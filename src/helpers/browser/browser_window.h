@@ -10,8 +10,7 @@ class QWebEngineView;
 namespace plum {
 
 // Shows one page. Nothing of it outlives the window: no cookies, no cache, no history, no downloads. A page
-// cannot read the files of this computer, except that a page that is itself such a file loads others of
-// its kind as pictures and the like.
+// from the web cannot read the files of this computer.
 class BrowserWindow final : public QMainWindow
 {
     Q_OBJECT

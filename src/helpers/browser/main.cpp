@@ -20,9 +20,9 @@ int main(int argc, char **argv)
         return EXIT_FAILURE;
     }
     plum::prepareWebSandbox();
-    // The engine lists the machine's graphics on standard error otherwise.
+    // Otherwise the engine describes the graphics of this machine on standard error.
     if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES"))
-        qputenv("QT_LOGGING_RULES", "qt.webenginecontext.info=false");
+        qputenv("QT_LOGGING_RULES", "qt.webenginecontext=false");
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"browser"_s);

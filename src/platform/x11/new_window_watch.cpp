@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstring>
 #include <ranges>
 #include <unistd.h>
 
@@ -51,10 +50,8 @@ std::vector<quint32> NewWindowWatch::numbers(xcb_window_t window, const char *pr
         m_connection->atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
     if (!found || found->format != 32)
         return {};
-    std::vector<quint32> values(
-        static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32));
-    std::memcpy(values.data(), xcb_get_property_value(found.get()), values.size() * sizeof(quint32));
-    return values;
+    const auto *first = static_cast<const quint32 *>(xcb_get_property_value(found.get()));
+    return {first, first + static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32)};
 }
 
 // A program may put up its window from a process below the one that was started.

@@ -14,14 +14,14 @@ SelectionReader::SelectionReader(X11Connection &connection)
 
 void SelectionReader::receive(const xcb_generic_event_t &event)
 {
-    if (m_window == XCB_NONE)
-        return;
     constexpr uint8_t sentBit = 0x80;
     switch (event.response_type & ~sentBit) {
     case XCB_SELECTION_NOTIFY: {
         const auto &answer = reinterpret_cast<const xcb_selection_notify_event_t &>(event);
         if (answer.requestor == m_window)
             m_progress.answer = answer.property;
+        else
+            xcb_destroy_window(m_connection.xcb(), answer.requestor); // it came too late
         break;
     }
     case XCB_PROPERTY_NOTIFY: {
@@ -55,7 +55,7 @@ std::optional<SelectionReader::Value> SelectionReader::convert(
     const char *target, const QDeadlineTimer &deadline)
 {
     m_property = m_connection.atom("PLUM_CLIPBOARD");
-    // A window of its own for every request: what a slow owner sends too late goes nowhere.
+    // A window of its own for every request, so that an answer that comes too late is not taken for the next.
     m_window = xcb_generate_id(m_connection.xcb());
     m_progress = {};
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -75,7 +75,10 @@ std::optional<SelectionReader::Value> SelectionReader::convert(
                 value.reset();
         }
     }
-    xcb_destroy_window(m_connection.xcb(), std::exchange(m_window, XCB_NONE));
+    // An owner that is late still writes to its window, and many programs end when that window has gone.
+    const xcb_window_t window = std::exchange(m_window, XCB_NONE);
+    if (value)
+        xcb_destroy_window(m_connection.xcb(), window);
     m_connection.flush();
     return value;
 }

@@ -2,47 +2,67 @@
 
 #include <QSocketNotifier>
 
+#include <array>
+#include <atomic>
+#include <cerrno>
 #include <csignal>
-#include <sys/signalfd.h>
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace plum {
 
 namespace {
 
-sigset_t endingSignals()
+constexpr std::array endingSignals{SIGHUP, SIGINT, SIGTERM};
+
+// A signal handler is told nothing but the signal's number, so where it reports to has to be static. Blocking
+// the signals and reading them from a descriptor would need no handler, but threads that were started before,
+// such as Qt's, would still receive them.
+std::atomic<int> reportTo = -1;
+static_assert(std::atomic<int>::is_always_lock_free);
+
+void report(int)
 {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM})
-        sigaddset(&signals, signal);
-    return signals;
+    const int savedError = errno;
+    const quint64 one = 1;
+    [[maybe_unused]] const ssize_t written = write(reportTo, &one, sizeof one);
+    errno = savedError;
+}
+
+void handleWith(void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    for (const int signal : endingSignals)
+        sigaction(signal, &action, nullptr);
 }
 
 } // namespace
 
 TerminationSignals::TerminationSignals(std::function<void()> end)
     : m_end(std::move(end))
+    , m_descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , m_notifier(new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this))
 {
-    const sigset_t signals = endingSignals();
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    m_descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
-    m_notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::readSignal);
+    reportTo = m_descriptor;
+    handleWith(report);
 }
 
 TerminationSignals::~TerminationSignals()
 {
+    handleWith(SIG_DFL);
+    reportTo = -1;
     delete m_notifier;
     close(m_descriptor);
-    const sigset_t signals = endingSignals();
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 void TerminationSignals::readSignal()
 {
-    signalfd_siginfo info;
-    if (read(m_descriptor, &info, sizeof info) == sizeof info)
+    quint64 count;
+    if (read(m_descriptor, &count, sizeof count) == sizeof count)
         m_end();
 }
 

@@ -4,10 +4,11 @@
 #include "platform/x11/x11_connection.h"
 
 #include <QClipboard>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QMetaMethod>
-#include <QMimeData>
+#include <QThread>
 
 namespace plum {
 
@@ -16,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int readTime = 1000; // milliseconds
+constexpr int newsTime = 250; // milliseconds
 constexpr int changeAttempts = 3;
 
 // Null without a graphical application.
@@ -74,19 +76,28 @@ QString X11Clipboard::text()
     return {};
 }
 
-// Qt dates a change by the last event that it has handled. The server refuses one that is older than the
-// present owner's, so Qt then handles what has arrived from the server, and nothing else, and tries again.
+// Qt dates a change by the last event that it has handled, and the server refuses one that is older than the
+// present owner's. Qt then gets the time to handle the news of that owner, and nothing else, and tries again.
 void X11Clipboard::change(Owner after, const std::function<void(QClipboard &)> &step)
 {
     QClipboard *clipboard = qtClipboard();
     if (!clipboard)
         return;
     step(*clipboard);
-    for (int attempt = 1; qtConnection() && owner() != after && attempt < changeAttempts; ++attempt) {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents
-            | QEventLoop::ExcludeSocketNotifiers | QEventLoop::X11ExcludeTimers);
+    if (!qtConnection() || owner() == after)
+        return;
+
+    bool hasNews = false;
+    const auto news = connect(clipboard, &QClipboard::dataChanged, this, [&] { hasNews = true; });
+    const QDeadlineTimer deadline(newsTime, Qt::PreciseTimer);
+    for (int attempt = 1; owner() != after && attempt < changeAttempts; ++attempt) {
+        for (hasNews = false; !hasNews && !deadline.hasExpired(); QThread::msleep(1)) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents
+                | QEventLoop::ExcludeSocketNotifiers | QEventLoop::X11ExcludeTimers);
+        }
         step(*clipboard);
     }
+    disconnect(news);
 }
 
 void X11Clipboard::setText(const QString &text)

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstring>
+#include <span>
 #include <string_view>
 
 #include <xkbcommon/xkbcommon-x11.h>
@@ -17,9 +19,12 @@ namespace plum {
 
 namespace {
 
-// How long programs may take to read the new map after an event that needed it.
+// How long programs may take to read the new map after an event that needed it, and how long they may take
+// to say that they have, if they can.
 constexpr qint64 settleMilliseconds = 250;
-constexpr size_t mostOwnKeys = 8;
+constexpr int answerMilliseconds = 1000;
+// Enough for an alphabet, so that a key hardly ever has to change its symbol.
+constexpr size_t mostOwnKeys = 32;
 
 // XKB names a key by its row and its place in it, whatever is printed on it.
 struct LetterRow
@@ -61,7 +66,15 @@ X11Keymap::X11Keymap(X11Connection &connection)
 void X11Keymap::receive(const xcb_generic_event_t &event)
 {
     constexpr uint8_t sentBit = 0x80;
-    if (m_firstEvent == 0 || (event.response_type & ~sentBit) != m_firstEvent)
+    const int type = event.response_type & ~sentBit;
+    if (type == XCB_CLIENT_MESSAGE) {
+        const auto &message = reinterpret_cast<const xcb_client_message_event_t &>(event);
+        if (message.window == m_connection.root() && message.format == 32
+            && message.data.data32[0] == m_connection.atom("_NET_WM_PING"))
+            m_awaitsAnswer = m_awaitsAnswer && message.data.data32[2] != m_asked;
+        return;
+    }
+    if (m_firstEvent == 0 || type != m_firstEvent)
         return;
     // Every XKB event has the same first type; its second byte tells them apart.
     switch (event.pad0) {
@@ -224,6 +237,7 @@ std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
         const auto unused = std::ranges::find(m_ownKeys, false, &OwnKey::held);
         if (unused == m_ownKeys.end())
             return {};
+        letProgramsRead();
         spare = unused->key;
         m_ownKeys.erase(unused);
     }
@@ -247,14 +261,61 @@ void X11Keymap::bind(xcb_keycode_t key, xkb_keysym_t symbol)
         m_connection.xcb(), 1, key, static_cast<uint8_t>(symbols.size()), symbols.data());
 }
 
+// Waits until the programs that got our keys have looked up what they mean. The program of the active window
+// handles its events in order: when it answers a ping, it has handled the keys before it. Many programs do
+// not answer; those get a fixed time.
+void X11Keymap::letProgramsRead()
+{
+    const auto active = m_connection.reply(xcb_get_property_reply, xcb_get_property, 0, m_connection.root(),
+        m_connection.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 0, 1);
+    if (active && xcb_get_property_value_length(active.get()) == sizeof m_asked) {
+        std::memcpy(&m_asked, xcb_get_property_value(active.get()), sizeof m_asked);
+        if (answersPings(m_asked))
+            awaitAnswer();
+    }
+    const qint64 age = now() - m_lastOwnUse;
+    if (age < settleMilliseconds)
+        QThread::msleep(static_cast<unsigned long>(settleMilliseconds - age));
+}
+
+bool X11Keymap::answersPings(xcb_window_t window)
+{
+    const auto protocols = m_connection.reply(xcb_get_property_reply, xcb_get_property, 0, window,
+        m_connection.atom("WM_PROTOCOLS"), XCB_ATOM_ATOM, 0, 64);
+    if (!protocols || protocols->format != 32)
+        return false;
+    const std::span known(static_cast<const xcb_atom_t *>(xcb_get_property_value(protocols.get())),
+        static_cast<size_t>(xcb_get_property_value_length(protocols.get())) / sizeof(xcb_atom_t));
+    return std::ranges::find(known, m_connection.atom("_NET_WM_PING")) != known.end();
+}
+
+void X11Keymap::awaitAnswer()
+{
+    const auto watchRoot = [this](uint32_t events) {
+        xcb_change_window_attributes(m_connection.xcb(), m_connection.root(), XCB_CW_EVENT_MASK, &events);
+    };
+    xcb_client_message_event_t ping{};
+    ping.response_type = XCB_CLIENT_MESSAGE;
+    ping.format = 32;
+    ping.window = m_asked;
+    ping.type = m_connection.atom("WM_PROTOCOLS");
+    ping.data.data32[0] = m_connection.atom("_NET_WM_PING");
+    ping.data.data32[2] = m_asked;
+    m_awaitsAnswer = true;
+    watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    xcb_send_event(
+        m_connection.xcb(), 0, m_asked, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&ping));
+    m_connection.waitUntil([this] { return !m_awaitsAnswer; }, answerMilliseconds);
+    m_awaitsAnswer = false;
+    watchRoot(XCB_EVENT_MASK_NO_EVENT);
+}
+
 void X11Keymap::removeOwnKeys()
 {
     if (m_ownKeys.empty() || !m_connection.isOpen())
         return;
     m_connection.sync();
-    const qint64 age = now() - m_lastOwnUse;
-    if (age < settleMilliseconds)
-        QThread::msleep(static_cast<unsigned long>(settleMilliseconds - age));
+    letProgramsRead();
     for (const OwnKey &own : m_ownKeys)
         bind(own.key, XKB_KEY_NoSymbol);
     m_ownKeys.clear();

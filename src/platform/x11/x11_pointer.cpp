@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <xcb/xtest.h>
 
 namespace plum {
@@ -31,14 +32,42 @@ void X11Pointer::moveTo(QPoint point)
 {
     if (!m_connection.isOpen())
         return;
+    // Window managers and toolkits start a drag with one motion and carry it out with the next ones, so a
+    // jump would be no drag.
+    if (m_leftIsDown || m_rightIsDown) {
+        constexpr int steps = 4;
+        const QPoint from = position();
+        for (int step = 1; step < steps; ++step)
+            sendMotion(from + (point - from) * step / steps);
+        m_drag = {from, point};
+    }
+    sendMotion(point);
+    m_connection.flush();
+}
+
+void X11Pointer::sendMotion(QPoint point)
+{
     constexpr quint8 absolute = 0;
     xcb_test_fake_input(m_connection.xcb(), XCB_MOTION_NOTIFY, absolute, XCB_CURRENT_TIME,
         m_connection.root(), coordinate(point.x()), coordinate(point.y()), 0);
-    m_connection.flush();
+}
+
+// A program that was busy may have seen all motions of a drag as one, the one that started it. A step back
+// and forth tells it again where the drag has gone.
+void X11Pointer::finishDrag()
+{
+    const auto towards = [](int from, int to) { return to + (from > to) - (from < to); };
+    const auto [from, to] = std::exchange(m_drag, {});
+    if (from == to)
+        return;
+    sendMotion({towards(from.x(), to.x()), towards(from.y(), to.y())});
+    sendMotion(to);
 }
 
 void X11Pointer::sendButton(quint8 button, bool down)
 {
+    if (!down)
+        finishDrag();
     xcb_test_fake_input(m_connection.xcb(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, button,
         XCB_CURRENT_TIME, m_connection.root(), 0, 0, 0);
     (button == leftButton ? m_leftIsDown : m_rightIsDown) = down;

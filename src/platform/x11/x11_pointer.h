@@ -21,9 +21,18 @@ public:
     void releaseAll() override;
 
 private:
+    void sendMotion(QPoint point);
+    void finishDrag();
     void sendButton(quint8 button, bool down);
 
+    struct Drag
+    {
+        QPoint from;
+        QPoint to;
+    };
+
     X11Connection &m_connection;
+    Drag m_drag; // the last move with a button down; two equal points when there was none
     bool m_leftIsDown = false;
     bool m_rightIsDown = false;
 };

@@ -2,7 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QFileInfo>
+#include <QDeadlineTimer>
 
 #include <array>
 #include <xcb/dpms.h>
@@ -39,26 +39,35 @@ constexpr std::array screenSavers{
     Service{"org.xfce.ScreenSaver"_L1, "/org/xfce/ScreenSaver"_L1, "org.xfce.ScreenSaver"_L1},
 };
 
-// A connection of its own to one of the two buses, closed with this object.
+// Where the two buses listen; empty for none. Asked for by name, the library would start a session bus where
+// there is none, and leave it behind.
+QString sessionBusAddress()
+{
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (!address.isEmpty() || folder.isEmpty())
+        return address;
+    return u"unix:path=%1/bus"_s.arg(folder);
+}
+
+QString systemBusAddress()
+{
+    const QString address = qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS");
+    return address.isEmpty() ? u"unix:path=/var/run/dbus/system_bus_socket"_s : address;
+}
+
+// A connection of its own to a bus, closed with this object.
 class Bus
 {
 public:
-    explicit Bus(QDBusConnection::BusType type)
+    explicit Bus(const QString &address)
         : m_name(u"plum-session-%1"_s.arg(quintptr(this)))
-        , m_connection(QDBusConnection::connectToBus(type, m_name))
+        , m_connection(
+              address.isEmpty() ? QDBusConnection(m_name) : QDBusConnection::connectToBus(address, m_name))
     {
     }
     ~Bus() { QDBusConnection::disconnectFromBus(m_name); }
     Q_DISABLE_COPY_MOVE(Bus)
-
-    // The library would start a session bus where there is none, and leave it behind.
-    static bool hasSessionBus()
-    {
-        if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
-            return true;
-        const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-        return !folder.isEmpty() && QFileInfo::exists(folder + u"/bus"_s);
-    }
 
     // Whether the service took the call. Waits for its answer until `deadline`.
     bool call(const Service &service, QLatin1StringView method, const QVariantList &arguments,
@@ -87,7 +96,7 @@ QString sessionId()
 
 Outcome askLoginManager(QLatin1StringView method, const QVariant &argument, const QDeadlineTimer &deadline)
 {
-    Bus system(QDBusConnection::SystemBus);
+    Bus system(systemBusAddress());
     return system.call(loginManager, method, {argument}, deadline) ? Outcome::Done : Outcome::Unavailable;
 }
 
@@ -98,12 +107,10 @@ Outcome X11Session::lockScreen()
     // A screen saver that does not answer leaves time for the login manager.
     const QDeadlineTimer half(answerTime / 2);
     const QDeadlineTimer deadline(answerTime);
-    if (Bus::hasSessionBus()) {
-        Bus session(QDBusConnection::SessionBus);
-        for (const Service &saver : screenSavers) {
-            if (session.call(saver, "Lock"_L1, {}, half))
-                return Outcome::Done;
-        }
+    Bus session(sessionBusAddress());
+    for (const Service &saver : screenSavers) {
+        if (session.call(saver, "Lock"_L1, {}, half))
+            return Outcome::Done;
     }
     return askLoginManager("LockSession"_L1, sessionId(), deadline);
 }

@@ -3,10 +3,6 @@
 #include "platform/session.h"
 #include "platform/x11/x11_connection.h"
 
-#include <QDeadlineTimer>
-
-class QDBusConnection;
-
 namespace plum {
 
 // The session and the machine through the services of a Linux desktop: the screen saver on the session bus,

@@ -1,10 +1,14 @@
 #include "platform/x11/x11_shell.h"
 
 #include "platform/paths.h"
+#include "platform/shortcut_file.h"
+#include "platform/x11/desktop_entry.h"
 #include "platform/x11/detached_process.h"
+#include "platform/x11/linux_text_codec.h"
 #include "platform/x11/new_window_watch.h"
 #include "platform/x11/shell_words.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -35,10 +39,23 @@ bool isProgramFile(const QFileInfo &file)
     return file.isFile() && file.isExecutable();
 }
 
-// What a shortcut file says it points to; nothing for any other file.
-std::optional<QString> readShortcut(const QString &)
+constexpr qint64 maxShortcutSize = 1 << 20; // bytes; a larger file is none
+
+// What a shortcut file of this desktop or of Windows says it points to; nothing for any other file.
+std::optional<QString> targetOf(const QString &file, TextCodec &codec)
 {
-    return {};
+    const bool isLink = file.endsWith(".lnk"_L1);
+    QFile opened(file);
+    if ((!isLink && !file.endsWith(".desktop"_L1)) || !QFileInfo(file).isFile()
+        || !opened.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = opened.read(maxShortcutSize);
+    if (!isLink)
+        return readDesktopEntry(bytes);
+    const auto target = readShortcut(bytes, codec);
+    if (!target)
+        return {};
+    return target->isRelative ? QFileInfo(file).absolutePath() + u'\\' + target->path : target->path;
 }
 
 } // namespace
@@ -94,7 +111,8 @@ QString X11Shell::desktopFolder()
 
 QString X11Shell::shortcutTarget(const QString &path)
 {
-    return readShortcut(m_paths.toSystem(path)).value_or(path);
+    LinuxTextCodec codec;
+    return targetOf(m_paths.toSystem(path), codec).value_or(path);
 }
 
 } // namespace plum

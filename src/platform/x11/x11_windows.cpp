@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <ranges>
 
 namespace plum {
@@ -39,10 +38,8 @@ std::vector<quint32> X11Windows::numbers(xcb_window_t window, const char *proper
         m_connection.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
     if (!found || found->format != 32)
         return {};
-    std::vector<quint32> values(
-        static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32));
-    std::memcpy(values.data(), xcb_get_property_value(found.get()), values.size() * sizeof(quint32));
-    return values;
+    const auto *first = static_cast<const quint32 *>(xcb_get_property_value(found.get()));
+    return {first, first + static_cast<size_t>(xcb_get_property_value_length(found.get())) / sizeof(quint32)};
 }
 
 QString X11Windows::title(xcb_window_t window)
@@ -165,13 +162,19 @@ WindowHandle X11Windows::byTitle(const QString &wanted)
     return 0;
 }
 
+std::optional<QPoint> X11Windows::clientCorner(xcb_window_t window)
+{
+    const auto at = m_connection.reply(
+        xcb_translate_coordinates_reply, xcb_translate_coordinates, window, m_connection.root(), 0, 0);
+    return at ? std::optional(QPoint(at->dst_x, at->dst_y)) : std::nullopt;
+}
+
 QRect X11Windows::rectangle(WindowHandle window)
 {
     if (window == 0)
         return {};
     const auto size = m_connection.reply(xcb_get_geometry_reply, xcb_get_geometry, id(window));
-    const auto at = m_connection.reply(
-        xcb_translate_coordinates_reply, xcb_translate_coordinates, id(window), m_connection.root(), 0, 0);
+    const auto at = clientCorner(id(window));
     if (!size || !at)
         return {};
     if (const auto hidden = m_hidden.find(window); hidden != m_hidden.end()) {
@@ -180,7 +183,7 @@ QRect X11Windows::rectangle(WindowHandle window)
         m_hidden.erase(hidden); // its own program has shown it again
     }
     const FrameExtents frame = frameExtents(id(window));
-    return {at->dst_x - frame.left, at->dst_y - frame.top, size->width + frame.left + frame.right,
+    return {at->x() - frame.left, at->y() - frame.top, size->width + frame.left + frame.right,
         size->height + frame.top + frame.bottom};
 }
 
@@ -318,6 +321,10 @@ void X11Windows::moveTo(WindowHandle window, QPoint corner)
         hidden->moveTopLeft(corner);
         return;
     }
+    // Openbox takes a request for the place where the window's inside is now for the mistake of a program
+    // that forgets its frame, and ignores it. Coming from elsewhere it is what it is.
+    if (clientCorner(id(window)) == corner && rectangle(window).topLeft() != corner)
+        requestMove(id(window), corner + QPoint(1, 1));
     requestMove(id(window), corner);
     waitFor(id(window), [&] { return rectangle(window).topLeft() == corner; });
 }

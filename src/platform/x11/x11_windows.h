@@ -61,6 +61,7 @@ private:
     bool exists(xcb_window_t window);
     bool managerSupports(const char *name);
     FrameExtents frameExtents(xcb_window_t window);
+    std::optional<QPoint> clientCorner(xcb_window_t window);
     std::vector<xcb_window_t> topLevels();
     xcb_window_t clientBelow(xcb_window_t window);
 

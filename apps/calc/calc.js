@@ -1,0 +1,1 @@
+function calc(value) { return String(value); }

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace plum {
+
+// The keyword box `Text8`, and any other entry that takes a dropped file.
+class FileEntry final : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    FileEntry(const QString &name, QWidget *parent);
+
+    void focusAtEnd();
+
+Q_SIGNALS:
+    void downPressed();
+    void enterPressed();
+    void fileDropped(const QString &path); // the first of them
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+};
+
+} // namespace plum

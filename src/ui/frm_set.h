@@ -1,0 +1,93 @@
+#pragma once
+
+#include "ui/borderless_window.h"
+
+#include <memory>
+
+class QLabel;
+class QStackedLayout;
+
+namespace plum {
+
+class AppFaces;
+class AppLists;
+class EditPanel;
+class FileEntry;
+class KeywordList;
+class PictureButton;
+class RenamePanel;
+class ScriptVocabulary;
+
+// Which of the two lists the user pointed at last.
+enum class ListMarker {
+    List = 0,
+    List2 = 2,
+};
+
+// The launcher window `frmSet`: a keyword box over two app lists, and a panel each for writing and for
+// renaming an app. It shows and filters; what an action does is decided by whoever listens.
+class frmSet final : public BorderlessWindow
+{
+    Q_OBJECT
+
+public:
+    frmSet(AppLists &lists, AppFaces &faces, const ScriptVocabulary &vocabulary);
+
+    // The main panel, with the caret at the end of the keyword box.
+    void showMainPanel();
+    void showEditPanel();
+    void showRenamePanel();
+
+    EditPanel &editPanel() { return *addeditbox; }
+    RenamePanel &renamePanel() { return *editnamebox; }
+
+    QString keywordBoxText() const;
+    void focusKeywordBox();
+
+    void bringListToFront();
+
+    // The current text of the list that the marker names.
+    QString selectedKeyword() const;
+
+    // A line of text under the lists; it may hold a link, which emits `hotkeyRequested`.
+    void setHint(const QString &richText);
+
+Q_SIGNALS:
+    void runFromKeywordBox(const QString &keyword);
+    void runFromList(const QString &keyword);
+    void runFromList2(const QString &keyword);
+    void listMenuRequested(QPoint globalPosition);
+    void editDotScriptRequested(const QString &keyword);
+    void packageDropped(const QString &path);
+    void fileDroppedOnKeywordBox(const QString &path);
+    void settingsMenuRequested(QPoint globalPosition);
+    void hotkeyRequested();
+    void storeRequested();
+    void exitRequested();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *makeMainPanel(AppFaces &faces);
+    void connectList(KeywordList &list, ListMarker marker);
+    void showPanel(QWidget *panel);
+    void filter();
+    void runFirst();
+    void moveIntoList();
+    void menuBelow(const PictureButton &picture);
+
+    AppLists &m_lists;
+    ListMarker m_marker = ListMarker::List;
+    KeywordList *List; // all keywords
+    KeywordList *List2; // the keywords that match; in front of `List` when filtering
+    FileEntry *Text8; // the keyword box
+    QLabel *m_hint;
+    QStackedLayout *m_stack;
+    QWidget *okbox; // the main panel
+    EditPanel *addeditbox;
+    RenamePanel *editnamebox;
+};
+
+} // namespace plum

@@ -1,0 +1,206 @@
+#include "ui/hotkey_window.h"
+
+#include "engine/text_functions.h"
+#include "platform/global_hotkey.h"
+#include "ui/moveit.h"
+#include "ui/picture_button.h"
+#include "ui/sethotkey.h"
+#include "ui/settings_file.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QShortcut>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Modifier
+{
+    quint32 flag;
+    QLatin1StringView name;
+};
+
+constexpr std::array modifiers{Modifier{GlobalHotkey::Alt, "Alt"_L1},
+    Modifier{GlobalHotkey::Control, "Ctrl"_L1}, Modifier{GlobalHotkey::Shift, "Shift"_L1}};
+
+// A drop-down list with an arrow of its own: the window's style leaves none.
+class LetterBox final : public QComboBox
+{
+public:
+    using QComboBox::QComboBox;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QComboBox::paintEvent(event);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPen pen(palette().color(QPalette::Text), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+        painter.setPen(pen);
+        const QPointF tip(width() - 14, height() / 2.0 + 2.5);
+        const std::array points{tip - QPointF(4, 4), tip, tip + QPointF(4, -4)};
+        painter.drawPolyline(points.data(), static_cast<int>(points.size()));
+    }
+};
+
+QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *made = new QPushButton(caption, parent);
+    made->setObjectName(name);
+    return made;
+}
+
+} // namespace
+
+hotkey::hotkey(sethotkey &module, SettingsFile &settings, QWidget *owner)
+    : BorderlessWindow(owner, Qt::Dialog)
+    , m_module(module)
+    , m_settings(settings)
+    , cboLetter(new LetterBox(this))
+    , hotok(button(u"hotok"_s, tr("Use this hotkey"), this))
+    , cmdMain{button(u"cmdMain0"_s, u"OK"_s, this), button(u"cmdMain1"_s, tr("Remove and close"), this)}
+    , Command1(button(u"Command1"_s, tr("Turn on"), this))
+    , Command2(button(u"Command2"_s, tr("Turn off"), this))
+    , Label2(new QLabel(this))
+{
+    setObjectName(u"hotkey"_s);
+    setWindowTitle(tr("Hotkey"));
+    for (size_t i = 0; i < optKey.size(); ++i) {
+        optKey[i] = new QRadioButton(QString(modifiers[i].name), this);
+        optKey[i]->setObjectName(u"optKey%1"_s.arg(i));
+        connect(optKey[i], &QRadioButton::clicked, this, [this, i] { choose(static_cast<int>(i)); });
+    }
+    cboLetter->setObjectName(u"cboLetter"_s);
+    cboLetter->setAccessibleName(tr("Letter"));
+    for (char letter = 'A'; letter <= 'Z'; ++letter)
+        cboLetter->addItem(QString(QLatin1Char(letter)));
+    cboLetter->setCurrentIndex(-1);
+    Label2->setObjectName(u"Label2"_s);
+    cmdMain[0]->setToolTip(tr("Switches the hotkey off while you choose, and on again"));
+
+    connect(hotok, &QPushButton::clicked, this, &hotkey::confirm);
+    connect(cmdMain[0], &QPushButton::clicked, this, &hotkey::toggle);
+    connect(cmdMain[1], &QPushButton::clicked, this, &hotkey::close);
+    connect(Command1, &QPushButton::clicked, this,
+        [this] { m_module.RegisterLauncherHotkey(cboLetter->currentText()); });
+    connect(Command2, &QPushButton::clicked, this, [this] { m_module.UnregisterLauncherHotkey(); });
+    connect(&m_module, &sethotkey::registrationChanged, this, &hotkey::showState);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::hide);
+    (new moveit(*this))->installOn(*this);
+
+    layOut();
+    SetNew(ShowOnly);
+    showState();
+}
+
+void hotkey::layOut()
+{
+    auto *Label1 = new QLabel(tr("Shows or hides the launcher from anywhere"), this);
+    Label1->setObjectName(u"Label1"_s);
+    Label1->setProperty("heading", true);
+    auto *Image1 = new PictureButton(u"Image1"_s, PictureButton::Picture::Back, tr("Back"), this);
+    connect(Image1, &PictureButton::clicked, this, &QWidget::hide);
+    hotok->setProperty("primary", true);
+    hotok->setDefault(true);
+    Label2->setProperty("quiet", true);
+    Label2->setWordWrap(true);
+
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(18, 12, 12, 16);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(12);
+    grid->addWidget(Label1, 0, 0, 1, 4);
+    grid->addWidget(Image1, 0, 4, Qt::AlignRight);
+    for (int i = 0; i < 3; ++i)
+        grid->addWidget(optKey[static_cast<size_t>(i)], 1, i);
+    grid->addWidget(cboLetter, 1, 3);
+    grid->addWidget(hotok, 1, 4);
+    grid->addWidget(Label2, 2, 0, 1, 5);
+    grid->addWidget(Command1, 3, 0);
+    grid->addWidget(Command2, 3, 1);
+    grid->addWidget(cmdMain[0], 3, 3);
+    grid->addWidget(cmdMain[1], 3, 4);
+}
+
+void hotkey::choose(int index)
+{
+    const Modifier &chosen = modifiers[static_cast<size_t>(index)];
+    m_module.modifierFlags = chosen.flag;
+    m_modifierName = chosen.name;
+}
+
+void hotkey::SetNew(RegisterFlag flag)
+{
+    if (flag == Register)
+        m_module.UnregisterLauncherHotkey();
+    const QString name = Piece(m_module.hotkeyText, u"+"_s, 0);
+    const QString letter = Piece(m_module.hotkeyText, u"+"_s, 1);
+    // A name that is none of the three keeps the flags of the last choice; kept.
+    for (size_t i = 0; i < modifiers.size(); ++i) {
+        if (name == modifiers[i].name) {
+            optKey[i]->setChecked(true);
+            choose(static_cast<int>(i));
+        }
+    }
+    cboLetter->setCurrentIndex(cboLetter->findText(letter, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    if (flag == Register)
+        m_module.RegisterLauncherHotkey(cboLetter->currentText());
+}
+
+void hotkey::confirm()
+{
+    m_module.hotkeyText = m_modifierName + u'+' + cboLetter->currentText();
+    SetNew(Register);
+    // A combination that another program holds is said in words, so the window has to stay for them.
+    if (!m_module.isTaken())
+        hide();
+    m_settings.WriteSetting(u"hotkey"_s, u"hotkey"_s, m_module.hotkeyText);
+}
+
+void hotkey::toggle()
+{
+    if (cmdMain[0]->text() != "OK"_L1) {
+        EnableChoice(true);
+        m_module.UnregisterLauncherHotkey();
+        cmdMain[0]->setText(u"OK"_s);
+    } else {
+        EnableChoice(false);
+        m_module.RegisterLauncherHotkey(cboLetter->currentText());
+        cmdMain[0]->setText(u"NO"_s);
+    }
+}
+
+void hotkey::EnableChoice(bool flag)
+{
+    for (QRadioButton *option : optKey)
+        option->setEnabled(flag);
+    cmdMain[1]->setEnabled(flag);
+    cboLetter->setEnabled(flag);
+}
+
+void hotkey::showState()
+{
+    if (m_module.isTaken())
+        Label2->setText(tr("Another program uses this combination. Choose another one."));
+    else if (m_module.isRegistered())
+        Label2->setText(tr("The hotkey is on."));
+    else
+        Label2->setText(tr("No hotkey is on. Choose a modifier and a letter."));
+}
+
+void hotkey::closeEvent(QCloseEvent *event)
+{
+    m_module.UnregisterLauncherHotkey();
+    BorderlessWindow::closeEvent(event);
+    Q_EMIT unloaded();
+}
+
+} // namespace plum

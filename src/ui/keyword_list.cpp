@@ -1,0 +1,93 @@
+#include "ui/keyword_list.h"
+
+#include "ui/dropped_files.h"
+#include "ui/keyword_delegate.h"
+
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace plum {
+
+KeywordList::KeywordList(const QString &name, AppFaces &faces, QWidget *parent)
+    : QListView(parent)
+{
+    setObjectName(name);
+    setAccessibleName(tr("Apps"));
+    setItemDelegate(new KeywordDelegate(faces, this));
+    setUniformItemSizes(true);
+    setMouseTracking(true);
+    setEditTriggers(NoEditTriggers);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(ScrollPerPixel);
+    setAcceptDrops(true);
+}
+
+QString KeywordList::text() const
+{
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? QString() : selected.front().data().toString();
+}
+
+void KeywordList::selectFirst()
+{
+    setCurrentIndex(model()->index(0, 0));
+    scrollToTop();
+}
+
+void KeywordList::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Left)
+        Q_EMIT leftPressed();
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        Q_EMIT runRequested(text());
+    else
+        QListView::keyPressEvent(event);
+}
+
+void KeywordList::mousePressEvent(QMouseEvent *event)
+{
+    // The right button acts when it is released.
+    if (event->button() != Qt::RightButton)
+        QListView::mousePressEvent(event);
+}
+
+void KeywordList::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::RightButton) {
+        QListView::mouseReleaseEvent(event);
+        return;
+    }
+    if (const QModelIndex under = indexAt(event->position().toPoint()); under.isValid())
+        setCurrentIndex(under);
+    Q_EMIT menuRequested(event->globalPosition().toPoint());
+}
+
+void KeywordList::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QListView::mouseDoubleClickEvent(event);
+    const QModelIndex under = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && under.isValid())
+        Q_EMIT editRequested(under.data().toString());
+}
+
+void KeywordList::dragEnterEvent(QDragEnterEvent *event)
+{
+    acceptFiles(*event);
+}
+
+void KeywordList::dragMoveEvent(QDragMoveEvent *event)
+{
+    acceptFiles(*event);
+}
+
+void KeywordList::dropEvent(QDropEvent *event)
+{
+    const QStringList files = droppedFiles(event->mimeData());
+    if (files.isEmpty())
+        return;
+    event->acceptProposedAction();
+    Q_EMIT fileDropped(files.front());
+}
+
+} // namespace plum

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QListView>
+
+namespace plum {
+
+class AppFaces;
+
+// One of the launcher's two app lists (`List` and `List2`). It tells what the user does with it; what
+// follows from that is the launcher's business.
+class KeywordList final : public QListView
+{
+    Q_OBJECT
+
+public:
+    KeywordList(const QString &name, AppFaces &faces, QWidget *parent);
+
+    // The selected item's text; empty when none is selected.
+    QString text() const;
+
+    void selectFirst();
+
+Q_SIGNALS:
+    void leftPressed();
+    void runRequested(const QString &keyword);
+    void menuRequested(QPoint globalPosition);
+    void editRequested(const QString &keyword);
+    void fileDropped(const QString &path);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+};
+
+} // namespace plum

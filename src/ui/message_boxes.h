@@ -1,0 +1,15 @@
+#pragma once
+
+#include "ui/app_library.h"
+
+namespace plum {
+
+// Messages and questions as boxes of the desktop, above every other window where they are system-modal.
+class MessageBoxes final : public LibraryDialogs
+{
+public:
+    void showMessage(const Message &message) override;
+    bool askYesNo(const QString &question, const QString &title) override;
+};
+
+} // namespace plum

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace plum {
+
+class GlobalHotkey;
+
+// Module `sethotkey`: the one system-wide hotkey and its registration. A combination that another program
+// holds is not reported by the registration itself; `isTaken` tells it to whoever asks.
+class sethotkey final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit sethotkey(GlobalHotkey &port);
+    ~sethotkey() override;
+    Q_DISABLE_COPY_MOVE(sethotkey)
+
+    // Registers the first character of `letter` with the current modifiers, in place of an earlier hotkey.
+    // An empty letter keeps the character of the last registration.
+    void RegisterLauncherHotkey(const QString &letter);
+
+    // Safe when nothing is registered.
+    void UnregisterLauncherHotkey();
+
+    bool isRegistered() const { return m_isRegistered; }
+    bool isTaken() const { return m_isTaken; }
+
+    QString hotkeyText; // "<modifier>+<letter>", e.g. "Alt+Z"
+    quint32 modifierFlags = 0; // 1 Alt, 2 Ctrl, 4 Shift
+    quint32 letterCode = 0; // 65 to 90; 0 before the first registration
+
+Q_SIGNALS:
+    void fired();
+    void registrationChanged();
+
+private:
+    GlobalHotkey &m_port;
+    bool m_isRegistered = false;
+    bool m_isTaken = false;
+};
+
+} // namespace plum

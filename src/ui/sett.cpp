@@ -1,0 +1,121 @@
+#include "ui/sett.h"
+
+#include "ui/app_icon.h"
+#include "ui/theme.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+
+#include <array>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Menu : quint32 {
+    Tray = 1,
+    Settings = 2,
+    AppList = 4,
+    Tools = 8, // the sub-menu `toolsa`
+};
+
+struct Item
+{
+    const char *name;
+    const char *caption;
+    MenuCommand command;
+    quint32 menus;
+    bool startsGroup = false;
+};
+
+constexpr const char *toolsCaption = QT_TRANSLATE_NOOP("plum::sett", "On the web");
+
+constexpr std::array items{
+    Item{"xianshi", QT_TRANSLATE_NOOP("plum::sett", "Show launcher"), MenuCommand::xianshi, Tray},
+    Item{"yctp", QT_TRANSLATE_NOOP("plum::sett", "Hide launcher"), MenuCommand::yctp, Tray},
+    Item{"editok", QT_TRANSLATE_NOOP("plum::sett", "Edit script"), MenuCommand::editok, AppList},
+    Item{"editname", QT_TRANSLATE_NOOP("plum::sett", "Rename"), MenuCommand::editname, AppList},
+    Item{"openthisfold", QT_TRANSLATE_NOOP("plum::sett", "Open folder"), MenuCommand::openthisfold, AppList},
+    Item{"shuoming", QT_TRANSLATE_NOOP("plum::sett", "Guide"), MenuCommand::shuoming, AppList},
+    Item{"delthis", QT_TRANSLATE_NOOP("plum::sett", "Delete"), MenuCommand::delthis, AppList, true},
+    Item{"addnew", QT_TRANSLATE_NOOP("plum::sett", "New app"), MenuCommand::addnew, Settings | AppList, true},
+    Item{"rjsz", QT_TRANSLATE_NOOP("plum::sett", "Hotkey"), MenuCommand::rjsz, Tray | Settings, false},
+    Item{"gfwz", QT_TRANSLATE_NOOP("plum::sett", "Product page"), MenuCommand::gfwz, Tools},
+    Item{"discuss", QT_TRANSLATE_NOOP("plum::sett", "Discussion"), MenuCommand::discuss, Tools},
+    Item{"funcstore", QT_TRANSLATE_NOOP("plum::sett", "Wishes"), MenuCommand::funcstore, Tools},
+    Item{"about", QT_TRANSLATE_NOOP("plum::sett", "About Plum"), MenuCommand::about, Tools, true},
+    Item{"offs", QT_TRANSLATE_NOOP("plum::sett", "Product page"), MenuCommand::offs, Tray},
+    Item{"tuichu", QT_TRANSLATE_NOOP("plum::sett", "Exit"), MenuCommand::tuichu, Settings, true},
+    Item{"guanbi", QT_TRANSLATE_NOOP("plum::sett", "End at once"), MenuCommand::guanbi, Tray, true},
+};
+
+} // namespace
+
+sett::sett()
+{
+    cd.setObjectName(u"cd"_s);
+    mmmm.setObjectName(u"mmmm"_s);
+    list2you.setObjectName(u"list2you"_s);
+    fill(cd, Tray);
+    fill(list2you, AppList);
+    fill(mmmm, Settings);
+
+    QMenu *toolsa = mmmm.addMenu(tr(toolsCaption));
+    toolsa->setObjectName(u"toolsa"_s);
+    fill(*toolsa, Tools);
+    // The sub-menu stands before the way out.
+    mmmm.insertMenu(mmmm.actions().at(mmmm.actions().size() - 3), toolsa);
+
+    m_tray.setObjectName(u"tray"_s);
+    m_tray.setIcon(appIcon());
+    m_tray.setToolTip(QCoreApplication::applicationName());
+    // A tray host may open the menu by itself; a left click always comes here.
+    m_tray.setContextMenu(&cd);
+    connect(&m_tray, &QSystemTrayIcon::activated, this, &sett::trayEvent);
+}
+
+sett::~sett()
+{
+    removeTrayIcon();
+    m_tray.setContextMenu(nullptr);
+}
+
+void sett::fill(QMenu &menu, quint32 which)
+{
+    for (const Item &item : items) {
+        if (!(item.menus & which))
+            continue;
+        if (item.startsGroup && !menu.isEmpty())
+            menu.addSeparator();
+        QAction *action = menu.addAction(tr(item.caption));
+        action->setObjectName(QLatin1StringView(item.name));
+        connect(action, &QAction::triggered, this,
+            [this, command = item.command] { Q_EMIT commandChosen(command); });
+    }
+}
+
+void sett::setTheme(const Theme &theme)
+{
+    for (QMenu *menu : {&cd, &mmmm, &list2you})
+        menu->setStyleSheet(theme.styleSheet());
+}
+
+void sett::addTrayIcon()
+{
+    m_tray.show();
+}
+
+void sett::removeTrayIcon()
+{
+    m_tray.hide();
+}
+
+void sett::trayEvent(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason == QSystemTrayIcon::Trigger || (reason == QSystemTrayIcon::Context && !cd.isVisible()))
+        cd.popup(QCursor::pos());
+}
+
+} // namespace plum

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QMenu>
+#include <QObject>
+#include <QSystemTrayIcon>
+
+#include <memory>
+
+namespace plum {
+
+struct Theme;
+
+// The commands of the settings menus, by the names of their items.
+enum class MenuCommand {
+    addnew, // opens the add panel
+    editok, // opens the edit panel for the selected app
+    editname, // opens the rename panel for the selected app
+    delthis, // deletes the selected app
+    openthisfold, // opens the selected app's folder
+    shuoming, // shows the selected app's guide
+    rjsz, // shows the hotkey window
+    xianshi, // shows the launcher
+    yctp, // hides the launcher
+    tuichu, // exits through the launcher's exit routine
+    guanbi, // ends the process at once
+    about, // the product's home page
+    gfwz, // the product page
+    offs, // the product page
+    discuss, // the discussion page
+    funcstore, // the discussion page
+};
+
+// `sett`: the tray icon and the three pop-up menus. It is never shown itself. On a desktop without a tray it
+// is just the menus.
+class sett final : public QObject
+{
+    Q_OBJECT
+
+public:
+    sett();
+    ~sett() override;
+    Q_DISABLE_COPY_MOVE(sett)
+
+    QMenu cd; // opened from the tray icon
+    QMenu mmmm; // opened from the launcher's menu pictures
+    QMenu list2you; // opened from the launcher's lists
+
+    void setTheme(const Theme &theme);
+
+    void addTrayIcon();
+    void removeTrayIcon();
+    const QSystemTrayIcon &trayIcon() const { return m_tray; }
+
+    // A button was released on the tray icon; opens `cd` for the left and the right one.
+    void trayEvent(QSystemTrayIcon::ActivationReason reason);
+
+Q_SIGNALS:
+    void commandChosen(plum::MenuCommand command);
+
+private:
+    void fill(QMenu &menu, quint32 which);
+
+    QSystemTrayIcon m_tray;
+};
+
+} // namespace plum

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace plum {
+
+class Paths;
+class TextCodec;
+
+// Module `modINI`: the settings in `config\load\set.ini`, with the rules of the private-profile calls.
+// Names are compared without regard to letter case, blanks around names and values do not count, and one pair
+// of quotes around a value is taken off. Of several sections or keys with one name the first counts.
+class SettingsFile
+{
+public:
+    SettingsFile(const Paths &paths, TextCodec &codec)
+        : m_paths(paths)
+        , m_codec(codec)
+    {
+    }
+
+    bool exists() const;
+
+    // At most 1,024 characters; empty when there is no such file, section or key.
+    QString ReadSetting(const QString &section, const QString &key) const;
+
+    // Other lines keep their bytes. A write that fails is silent and leaves the old file.
+    void WriteSetting(const QString &section, const QString &key, const QString &value);
+
+    // The settings file of `programFolder`, which may end in a separator (a drive's root does).
+    static QString pathBelow(const QString &programFolder);
+
+private:
+    QByteArray content() const;
+    QString systemPath() const;
+
+    const Paths &m_paths;
+    TextCodec &m_codec;
+};
+
+// The two operations on a file's bytes.
+QString profileValue(QByteArrayView content, QStringView section, QStringView key, TextCodec &codec);
+QByteArray withProfileValue(
+    const QByteArray &content, QStringView section, QStringView key, QStringView value, TextCodec &codec);
+
+} // namespace plum

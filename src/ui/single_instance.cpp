@@ -1,0 +1,38 @@
+#include "ui/single_instance.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QStandardPaths>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A folder of the user's session: the program folder itself may be read-only.
+QString lockPath(const QString &programFolder)
+{
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (folder.isEmpty())
+        folder = QDir::tempPath();
+    const QByteArray name
+        = QCryptographicHash::hash(programFolder.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
+    return u"%1/plum-%2.lock"_s.arg(folder, QString::fromLatin1(name));
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const QString &programFolder)
+    : m_lock(lockPath(programFolder))
+{
+    // A launcher may run for weeks; only the end of its process makes its claim stale.
+    m_lock.setStaleLockTime(0);
+}
+
+bool SingleInstance::claim()
+{
+    return m_lock.tryLock(0) || m_lock.error() != QLockFile::LockFailedError;
+}
+
+} // namespace plum

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+#include <QString>
+
+namespace plum {
+
+// The program's colours. Light or dark follows the palette that the desktop gives the application.
+struct Theme
+{
+    QColor window;
+    QColor field;
+    QColor text;
+    QColor quiet; // text of less weight, pictures at rest
+    QColor line;
+    QColor hover;
+    QColor accent;
+    QColor onAccent;
+    QColor comment;
+    QColor string;
+    QColor variable;
+    bool isDark = false;
+
+    static Theme of(const QPalette &palette);
+
+    // For the windows of this program and everything in them.
+    QString styleSheet() const;
+};
+
+} // namespace plum

@@ -1,0 +1,13 @@
+#include "ui/zip_unpacker.h"
+
+#include "store/unzip.h"
+
+namespace plum {
+
+bool ZipUnpacker::extract(const QString &packagePath, const QString &folder)
+{
+    Unzip archive(m_paths, m_codec);
+    return archive.Init(packagePath) && archive.unzip(folder);
+}
+
+} // namespace plum

@@ -1,0 +1,186 @@
+#include "desktop/support/ports_test.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class OneManagerTest : public DesktopTest
+{
+protected:
+    void SetUp() override { startDesktop(u"openbox"_s); }
+};
+
+class PointerPort : public PortsTest<OneManagerTest>
+{
+protected:
+    Pointer &pointer() { return platform->pointer(); }
+};
+
+class KeyboardPort : public PortsTest<OneManagerTest>
+{
+protected:
+    Keyboard &keyboard() { return platform->keyboard(); }
+
+    void tap(quint8 key)
+    {
+        keyboard().keyEvent(key, 0);
+        keyboard().keyEvent(key, Keyboard::KeyUp);
+    }
+};
+
+} // namespace
+
+TEST_F(PointerPort, readsWhereItWasMoved)
+{
+    for (const QPoint point : {QPoint(0, 0), QPoint(1279, 899), QPoint(640, 1)}) {
+        pointer().moveTo(point);
+        EXPECT_EQ(pointer().position(), point);
+        EXPECT_EQ(view->pointer(), point);
+    }
+}
+
+TEST_F(PointerPort, clipsAPointOffTheDesktop)
+{
+    pointer().moveTo({-40'000, 100'000});
+    EXPECT_EQ(pointer().position(), QPoint(0, 899));
+}
+
+TEST_F(PointerPort, doesTheEventsOfOneCallInTheOrderOfTheFlags)
+{
+    const QPoint point = inClient(100, 200);
+    pointer().moveTo(point);
+    pointer().buttonEvent(
+        Pointer::RightUp | Pointer::RightDown | Pointer::LeftUp | Pointer::LeftDown | 1 | 32);
+    ASSERT_TRUE(eventually([&] { return probe->seen({u"button"_s}).size() == 4; }));
+    QStringList events;
+    for (const QString &line : probe->seen({u"button"_s}))
+        events += line.section(u' ', 1, 2);
+    EXPECT_EQ(events, (QStringList{u"down 1"_s, u"up 1"_s, u"down 3"_s, u"up 3"_s}));
+}
+
+TEST_F(PointerPort, letsGoOfWhatItPressed)
+{
+    pointer().moveTo(inClient(100, 200));
+    pointer().buttonEvent(Pointer::LeftDown | Pointer::RightDown);
+    EXPECT_TRUE(view->anyButtonDown() || eventually([&] { return view->anyButtonDown(); }));
+    pointer().releaseAll();
+    EXPECT_TRUE(eventually([&] { return !view->anyButtonDown(); }));
+}
+
+TEST_F(KeyboardPort, pressesEveryKeyThatHasASymbol)
+{
+    struct Key
+    {
+        quint8 code;
+        QString symbol;
+    };
+    const Key keys[] = {{8, u"ff08"_s}, {9, u"ff09"_s}, {13, u"ff0d"_s}, {16, u"ffe1"_s}, {17, u"ffe3"_s},
+        {18, u"ffe9"_s}, {27, u"ff1b"_s}, {32, u"20"_s}, {33, u"ff55"_s}, {34, u"ff56"_s}, {35, u"ff57"_s},
+        {36, u"ff50"_s}, {37, u"ff51"_s}, {38, u"ff52"_s}, {39, u"ff53"_s}, {40, u"ff54"_s}, {45, u"ff63"_s},
+        {46, u"ffff"_s}, {48, u"30"_s}, {57, u"39"_s}, {65, u"61"_s}, {90, u"7a"_s}, {112, u"ffbe"_s},
+        {123, u"ffc9"_s}, {91, u"ffeb"_s}};
+    for (const Key &key : keys) {
+        probe->forget();
+        tap(key.code);
+        ASSERT_TRUE(eventually([&] { return probe->seen({u"key up"_s}).size() == 1; })) << int(key.code);
+        EXPECT_EQ(probe->seen({u"key down"_s}).value(0).section(u' ', 2, 2), key.symbol) << int(key.code);
+    }
+}
+
+TEST_F(KeyboardPort, ignoresCodesWithoutAKey)
+{
+    for (const int code : {0, 1, 7, 255})
+        tap(static_cast<quint8>(code));
+    tap('A');
+    ASSERT_TRUE(eventually([&] { return probe->seen({u"key up"_s}).size() == 1; }));
+    EXPECT_EQ(probe->seen({u"key down"_s}).size(), 1);
+}
+
+TEST_F(KeyboardPort, makesNoDifferenceForTheExtendedKey)
+{
+    keyboard().keyEvent('A', Keyboard::ExtendedKey);
+    keyboard().keyEvent('A', Keyboard::ExtendedKey | Keyboard::KeyUp);
+    EXPECT_TRUE(probe->sees(u"key up 61 0 a"_s));
+}
+
+TEST_F(KeyboardPort, keepsItsOrderWithThePointer)
+{
+    const QPoint point = inClient(100, 200);
+    platform->pointer().moveTo(point);
+    keyboard().keyEvent(17, 0);
+    platform->pointer().buttonEvent(Pointer::LeftDown | Pointer::LeftUp);
+    keyboard().keyEvent(17, Keyboard::KeyUp);
+    ASSERT_TRUE(eventually([&] { return probe->seen({u"key up"_s}).size() == 1; }));
+    QStringList events;
+    for (const QString &line : probe->seen({u"key"_s, u"button"_s}))
+        events += line.section(u' ', 0, 1);
+    EXPECT_EQ(events, (QStringList{u"key down"_s, u"button down"_s, u"button up"_s, u"key up"_s}));
+}
+
+TEST_F(KeyboardPort, releasesTheKeyItPressedThoughTheLayoutHasChanged)
+{
+    keyboard().keyEvent('Q', 0);
+    ASSERT_TRUE(eventually([&] { return view->keysDown().size() == 1; }));
+    outputOf(u"setxkbmap"_s, {u"-layout"_s, u"fr"_s});
+    keyboard().keyEvent('Q', Keyboard::KeyUp);
+    EXPECT_TRUE(eventually([&] { return view->keysDown().empty(); }));
+}
+
+TEST_F(KeyboardPort, followsALayoutThatChangesMeanwhile)
+{
+    tap('Q');
+    ASSERT_TRUE(probe->sees(u"key up 71 0 q"_s));
+    probe->forget();
+    outputOf(u"setxkbmap"_s, {u"-layout"_s, u"fr"_s});
+    tap('Q');
+    EXPECT_TRUE(probe->sees(u"key up 71 0 q"_s));
+    probe->forget();
+    outputOf(u"setxkbmap"_s, {u"-layout"_s, u"us,ru"_s});
+    view->lockLayoutGroup(1);
+    ASSERT_EQ(view->layoutGroup(), 1);
+    tap('Q');
+    EXPECT_TRUE(probe->sees(u"key up 71 0 q"_s));
+    probe->forget();
+    view->lockLayoutGroup(0);
+    ASSERT_EQ(view->layoutGroup(), 0);
+    tap('Q');
+    EXPECT_TRUE(probe->sees(u"key up 71 0 q"_s));
+}
+
+TEST_F(KeyboardPort, givesTheKeyboardMapBack)
+{
+    outputOf(u"setxkbmap"_s, {u"-layout"_s, u"ru"_s});
+    const std::vector<xcb_keysym_t> before = view->keyboardMap();
+    for (quint8 letter = 'A'; letter <= 'Z'; ++letter)
+        tap(letter);
+    ASSERT_TRUE(probe->sees(u"key up 7a 0 z"_s));
+    EXPECT_NE(view->keyboardMap(), before);
+    keyboard().releaseAll();
+    EXPECT_EQ(view->keyboardMap(), before);
+    // And makes the keys again when they are needed again.
+    probe->forget();
+    tap('Z');
+    EXPECT_TRUE(probe->sees(u"key up 7a 0 z"_s));
+    keyboard().releaseAll();
+    EXPECT_EQ(view->keyboardMap(), before);
+}
+
+TEST_F(KeyboardPort, keepsItsKeysUntilASlowProgramHasReadThem)
+{
+    outputOf(u"setxkbmap"_s, {u"-layout"_s, u"ru"_s});
+    const std::vector<xcb_keysym_t> before = view->keyboardMap();
+    probe->stop();
+    tap('A');
+    // Longer than the time that is granted to programs which cannot say when they are ready.
+    QProcess waker;
+    waker.start(u"sh"_s, {u"-c"_s, u"sleep 0.6; kill -CONT %1"_s.arg(probe->process().processId())});
+    ASSERT_TRUE(waker.waitForStarted());
+    keyboard().releaseAll();
+    EXPECT_EQ(view->keyboardMap(), before);
+    EXPECT_TRUE(probe->sees(u"key up 61 0 a"_s));
+    EXPECT_TRUE(waker.waitForFinished());
+}
+
+} // namespace plum

@@ -1,0 +1,93 @@
+#include "desktop/support/desktop_test.h"
+
+#include <csignal>
+#include <sys/prctl.h>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList managerCommand(const QString &name)
+{
+    // Shadows and fading would only cost time here.
+    return name == "xfwm4"_L1 ? QStringList{name, u"--compositor=off"_s} : QStringList{name};
+}
+
+} // namespace
+
+void DesktopTest::startDesktop(const QString &windowManager, const QString &layout)
+{
+    ASSERT_TRUE(m_folder.isValid());
+    // Nobody's own settings decide here, and no program finds its way to the session outside.
+    qputenv("HOME", QFile::encodeName(folder()));
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder()));
+    for (const char *variable :
+        {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "SESSION_MANAGER", "QT_QPA_PLATFORM"})
+        qunsetenv(variable);
+    qputenv("LC_ALL", "C.UTF-8");
+    ASSERT_TRUE(startBus());
+
+    m_server = std::make_unique<XServer>(QSize(1280, 900), managerCommand(windowManager));
+    ASSERT_TRUE(m_server->isReady());
+    m_server->useAsDisplay();
+    view.emplace(m_server->display());
+    outputOf(u"setxkbmap"_s, {u"-layout"_s, layout});
+
+    probe = startProbe(u"Probe"_s, probeArea);
+    ASSERT_TRUE(isReadyForUse(*probe));
+}
+
+void DesktopTest::endServer()
+{
+    view.reset();
+    m_server.reset();
+}
+
+void DesktopTest::TearDown()
+{
+    probe.reset();
+    endServer();
+    m_bus.kill();
+    m_bus.waitForFinished();
+    // A service of the session writes its last files when it sees the bus gone.
+    m_folder.setAutoRemove(false);
+    EXPECT_TRUE(eventually([&] { return QDir(folder()).removeRecursively(); }));
+}
+
+bool DesktopTest::startBus()
+{
+    m_bus.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    m_bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
+    QByteArray address;
+    while (!address.endsWith('\n') && m_bus.waitForReadyRead())
+        address += m_bus.readAllStandardOutput();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address.trimmed());
+    return address.endsWith('\n');
+}
+
+std::unique_ptr<Probe> DesktopTest::startProbe(const QString &title, const QRect &rectangle)
+{
+    return std::make_unique<Probe>(*m_server, folder() + u'/' + title + u".log"_s, title, rectangle);
+}
+
+bool DesktopTest::isReadyForUse(Probe &other)
+{
+    return other.hasStarted() && eventually([&] {
+        return view->isViewable(other.window()) && view->isListed(other.window())
+            && view->isActive(other.window()) && other.seen().contains(u"focus in"_s)
+            && view->frameRectangle(other.window()) != view->clientRectangle(other.window());
+    });
+}
+
+QByteArray DesktopTest::outputOf(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    m_server->start(process, program, arguments);
+    EXPECT_TRUE(process.waitForFinished()) << program.toStdString();
+    EXPECT_EQ(process.exitCode(), 0) << program.toStdString() << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
+}
+
+} // namespace plum

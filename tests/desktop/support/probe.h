@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QProcess>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+
+#include <xcb/xcb.h>
+
+namespace plum {
+
+class XServer;
+
+// A window of another program, and what that program has seen.
+class Probe
+{
+public:
+    // Starts the program; `rectangle` is that of the window without a frame.
+    Probe(const XServer &server, const QString &logPath, const QString &title, const QRect &rectangle);
+    ~Probe();
+    Q_DISABLE_COPY_MOVE(Probe)
+
+    // Waits until the program has made its window.
+    bool hasStarted();
+    xcb_window_t window() const { return m_window; }
+
+    // Everything seen since the last forget(), oldest first.
+    QStringList seen() const;
+    // Only what begins with one of `words`.
+    QStringList seen(const QStringList &words) const;
+    void forget();
+
+    // Waits until the program has seen `event`.
+    bool sees(const QString &event) const;
+
+    // The program hangs from now on.
+    void stop();
+
+    bool waitForEnd() { return m_process.waitForFinished(); }
+    QProcess &process() { return m_process; }
+
+private:
+    QStringList lines() const;
+
+    QString m_logPath;
+    QProcess m_process;
+    xcb_window_t m_window = XCB_NONE;
+    qsizetype m_forgotten = 0;
+};
+
+} // namespace plum

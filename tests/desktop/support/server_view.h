@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace plum {
+
+// What an X server itself says about its windows, pointer and keyboard: the other opinion to that of the
+// backend under test, on a connection of its own.
+class ServerView
+{
+public:
+    explicit ServerView(const QString &display);
+    ~ServerView();
+    Q_DISABLE_COPY_MOVE(ServerView)
+
+    xcb_window_t root() const { return m_root; }
+
+    // The window without what the window manager put around it.
+    QRect clientRectangle(xcb_window_t window);
+
+    // The outermost window around `window` below the root, borders included.
+    QRect frameRectangle(xcb_window_t window);
+
+    bool exists(xcb_window_t window);
+    bool isViewable(xcb_window_t window);
+
+    // The window manager's opinion.
+    bool isActive(xcb_window_t window);
+    bool isListed(xcb_window_t window);
+    bool hasState(xcb_window_t window, const char *name);
+
+    // The class of the active window, once the keyboard's input really goes there; empty otherwise.
+    QByteArray classWithKeyboard();
+
+    // Whether the frame of `upper` is stacked above that of `lower`.
+    bool isAbove(xcb_window_t upper, xcb_window_t lower);
+
+    QPoint pointer();
+    bool anyButtonDown();
+    std::vector<int> keysDown();
+
+    // Every symbol of every key.
+    std::vector<xcb_keysym_t> keyboardMap();
+    int layoutGroup();
+    void lockLayoutGroup(int group);
+
+private:
+    std::vector<uint32_t> numbers(xcb_window_t window, const char *property);
+    xcb_atom_t atom(const char *name);
+    xcb_window_t frameOf(xcb_window_t window);
+
+    xcb_connection_t *m_connection;
+    xcb_window_t m_root;
+};
+
+} // namespace plum

@@ -1,0 +1,204 @@
+#include "desktop/support/ports_test.h"
+
+#include <QElapsedTimer>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class WindowsPort : public PortsTest<EveryManagerTest>
+{
+protected:
+    void SetUp() override
+    {
+        PortsTest<EveryManagerTest>::SetUp();
+        ASSERT_TRUE(platform);
+        handle = handleOf(*probe);
+    }
+
+    static WindowHandle handleOf(const Probe &of) { return static_cast<WindowHandle>(of.window()); }
+
+    Windows &windows() { return platform->windows(); }
+    QRect frame() { return view->frameRectangle(probe->window()); }
+
+    WindowHandle handle = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(Under, WindowsPort, everyManager, managerName);
+
+} // namespace
+
+TEST_P(WindowsPort, knowsTheActiveWindow)
+{
+    EXPECT_EQ(windows().foreground(), handle);
+    const auto other = startProbe(u"Other"_s, {700, 500, 300, 200});
+    ASSERT_TRUE(isReadyForUse(*other));
+    EXPECT_EQ(windows().foreground(), handleOf(*other));
+}
+
+TEST_P(WindowsPort, knowsTheWindowUnderThePointer)
+{
+    platform->pointer().moveTo(inClient(250, 150));
+    EXPECT_EQ(windows().underPointer(), handle);
+    // The title bar belongs to the window too.
+    platform->pointer().moveTo(frame().topLeft() + QPoint(frame().width() / 2, 8));
+    EXPECT_EQ(windows().underPointer(), handle);
+    platform->pointer().moveTo({1000, 40});
+    EXPECT_EQ(windows().underPointer(), 0);
+}
+
+TEST_P(WindowsPort, findsAWindowByItsWholeTitle)
+{
+    const auto other = startProbe(u"Überschrift 标题"_s, {700, 500, 300, 200});
+    ASSERT_TRUE(isReadyForUse(*other));
+    EXPECT_EQ(windows().byTitle(u"Überschrift 标题"_s), handleOf(*other));
+    EXPECT_EQ(windows().byTitle(u"Probe"_s), handle);
+    EXPECT_EQ(windows().byTitle(u"Prob"_s), 0);
+    EXPECT_EQ(windows().byTitle(u"probe"_s), 0);
+}
+
+TEST_P(WindowsPort, readsTheRectangleOfTheFrame)
+{
+    EXPECT_EQ(windows().rectangle(handle), frame());
+    EXPECT_NE(windows().rectangle(handle), view->clientRectangle(probe->window()));
+}
+
+TEST_P(WindowsPort, movesTheOuterCornerToThePixel)
+{
+    const QSize size = frame().size();
+    for (const QPoint corner : {QPoint(0, 0), QPoint(417, 133), QPoint(3, 388), QPoint(640, 5)}) {
+        windows().moveTo(handle, corner);
+        EXPECT_EQ(frame(), QRect(corner, size));
+        EXPECT_EQ(windows().rectangle(handle), QRect(corner, size));
+    }
+}
+
+TEST_P(WindowsPort, movesTheFrameToWhereTheInsideOfTheWindowIs)
+{
+    const QPoint inside = view->clientRectangle(probe->window()).topLeft();
+    windows().moveTo(handle, inside);
+    EXPECT_EQ(frame().topLeft(), inside);
+}
+
+TEST_P(WindowsPort, movesAWindowPartlyOffTheScreen)
+{
+    windows().moveTo(handle, {-50, 200});
+    EXPECT_EQ(windows().rectangle(handle), frame());
+    EXPECT_EQ(frame().y(), 200);
+    // How far is for the window manager to say; this one keeps all but the border on the screen.
+    EXPECT_EQ(frame().x(), GetParam() == std::string_view("icewm") ? -5 : -50);
+}
+
+TEST_P(WindowsPort, showsAHiddenWindowAtTheCornerItHad)
+{
+    windows().moveTo(handle, {301, 177});
+    const QRect before = frame();
+    for (int round = 0; round < 3; ++round) {
+        windows().hide(handle);
+        EXPECT_FALSE(view->isViewable(probe->window()));
+        EXPECT_FALSE(view->isListed(probe->window()));
+        EXPECT_EQ(windows().rectangle(handle), before);
+        windows().show(handle);
+        EXPECT_TRUE(view->isViewable(probe->window()));
+        EXPECT_EQ(frame(), before) << round;
+    }
+}
+
+TEST_P(WindowsPort, showsAHiddenWindowWhereItWasMovedMeanwhile)
+{
+    const QSize size = frame().size();
+    windows().hide(handle);
+    windows().moveTo(handle, {99, 88});
+    EXPECT_EQ(windows().rectangle(handle), QRect(QPoint(99, 88), size));
+    windows().show(handle);
+    EXPECT_EQ(frame(), QRect(QPoint(99, 88), size));
+}
+
+TEST_P(WindowsPort, leavesAShownWindowAsItIsWhenAskedToShowIt)
+{
+    const QRect before = frame();
+    windows().show(handle);
+    EXPECT_EQ(frame(), before);
+    EXPECT_TRUE(view->isActive(probe->window()));
+}
+
+TEST_P(WindowsPort, minimisesAndRestores)
+{
+    const QRect before = frame();
+    windows().minimise(handle);
+    EXPECT_FALSE(view->isViewable(probe->window()));
+    EXPECT_TRUE(view->isListed(probe->window()));
+    windows().activate(handle);
+    EXPECT_TRUE(view->isViewable(probe->window()));
+    EXPECT_EQ(windows().foreground(), handle);
+    EXPECT_EQ(windows().rectangle(handle), before);
+    // The frame itself may grow to its size in steps.
+    EXPECT_TRUE(eventually([&] { return frame() == before; }));
+}
+
+TEST_P(WindowsPort, maximisesAShownAndAMinimisedWindow)
+{
+    windows().minimise(handle);
+    windows().maximise(handle);
+    EXPECT_TRUE(view->isViewable(probe->window()));
+    EXPECT_TRUE(eventually([&] { return frame().contains(QRect(0, 0, 1280, 800)); }));
+    EXPECT_EQ(windows().rectangle(handle), frame());
+}
+
+TEST_P(WindowsPort, keepsAWindowAboveTheActiveOne)
+{
+    const auto other = startProbe(u"Other"_s, probeArea.translated(60, 60));
+    ASSERT_TRUE(isReadyForUse(*other));
+    windows().setTopmost(handle);
+    EXPECT_TRUE(view->hasState(probe->window(), "_NET_WM_STATE_ABOVE"));
+    EXPECT_TRUE(eventually([&] { return view->isAbove(probe->window(), other->window()); }));
+    EXPECT_EQ(windows().foreground(), handleOf(*other));
+}
+
+TEST_P(WindowsPort, doesNothingWithAWindowThatHasGone)
+{
+    const auto other = startProbe(u"Other"_s, {700, 500, 300, 200});
+    ASSERT_TRUE(isReadyForUse(*other));
+    const WindowHandle gone = handleOf(*other);
+    other->process().kill();
+    ASSERT_TRUE(eventually([&] { return !view->exists(other->window()); }));
+    const QRect before = frame();
+    for (const WindowHandle none : {gone, WindowHandle(0), WindowHandle(1), WindowHandle(-5)}) {
+        QElapsedTimer elapsed;
+        elapsed.start();
+        windows().close(none);
+        windows().activate(none);
+        windows().hide(none);
+        windows().show(none);
+        windows().minimise(none);
+        windows().maximise(none);
+        windows().moveTo(none, {10, 10});
+        windows().setTopmost(none);
+        EXPECT_EQ(windows().rectangle(none), QRect());
+        EXPECT_LT(elapsed.elapsed(), 500) << none;
+    }
+    EXPECT_EQ(frame(), before);
+}
+
+TEST_P(WindowsPort, keepsOffTheRootWindow)
+{
+    const WindowHandle root = static_cast<WindowHandle>(view->root());
+    windows().hide(root);
+    windows().minimise(root);
+    windows().moveTo(root, {10, 10});
+    EXPECT_TRUE(view->isViewable(view->root()));
+}
+
+TEST_P(WindowsPort, waitsNoLongerThanPromisedForAProgramThatHangs)
+{
+    probe->stop();
+    QElapsedTimer elapsed;
+    elapsed.start();
+    windows().close(handle);
+    EXPECT_LT(elapsed.elapsed(), 5000);
+    EXPECT_EQ(windows().rectangle(handle), frame());
+}
+
+} // namespace plum

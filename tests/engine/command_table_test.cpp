@@ -1,0 +1,103 @@
+#include "support/script_bench.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace plum;
+
+namespace {
+
+// A namespace with a word that occurs twice.
+class Sample final : public TableHandler<Sample>
+{
+public:
+    explicit Sample(const ArgumentReader &reader, WordMatch match = WordMatch::Exact)
+        : TableHandler(reader, match)
+    {
+    }
+
+    static std::span<const Row> table()
+    {
+        static constexpr std::array rows{
+            Row{{u"one", {{{u"a", FieldKind::Text}, {u"b", FieldKind::Number, u"7"}}}, u"The first."},
+                &Sample::first},
+            Row{{u"one", {}, u"Never reached."}, &Sample::second},
+            Row{{u"two", {}, u"The second."}, &Sample::second},
+        };
+        return rows;
+    }
+
+    QStringList calls;
+
+private:
+    void first(const CommandCall &call) { calls += u"first "_s + call.command() + u' ' + call.arguments(); }
+    void second(const CommandCall &call) { calls += u"second "_s + call.arg(1) + u' ' + call.whole(); }
+};
+
+QStringList wordsOf(const QList<CommandInfo> &commands)
+{
+    QStringList words;
+    for (const CommandInfo &info : commands)
+        words += info.word.toString();
+    return words;
+}
+
+} // namespace
+
+TEST(CommandTable, TheFirstRowWithTheWordWins)
+{
+    recording::ScriptBench bench;
+    Sample sample(bench.reader);
+    sample.call(u"one"_s, u"x"_s);
+    sample.call(u"One"_s, u"x"_s);
+    sample.call(u"two"_s, u"\"a\",\"b\""_s);
+    EXPECT_EQ(sample.calls, (QStringList{u"first one x"_s, u"second b a\",\"b"_s}));
+}
+
+TEST(CommandTable, MayMatchLowerCasedWordsAndKeepsWhatTheScriptWrote)
+{
+    recording::ScriptBench bench;
+    Sample sample(bench.reader, WordMatch::LowerCased);
+    sample.call(u"ONE"_s, u"x"_s);
+    EXPECT_EQ(sample.calls, QStringList{u"first ONE x"_s});
+}
+
+TEST(CommandTable, SaysWhichFieldsACommandHas)
+{
+    const std::span<const Field> fields = Sample::table()[0].info.usedFields();
+    ASSERT_EQ(fields.size(), 2U);
+    EXPECT_EQ(fields[1].name, u"b");
+    EXPECT_EQ(fields[1].fallback, u"7");
+    EXPECT_TRUE(Sample::table()[2].info.usedFields().empty());
+}
+
+TEST(CommandTable, AllFieldsMayBeUsed)
+{
+    EXPECT_EQ(TextCommands::table()[0].info.usedFields().size(), static_cast<size_t>(maxFields));
+}
+
+TEST(CommandTable, NamespacesTestTheirWordsInOrder)
+{
+    recording::ScriptBench bench;
+    EXPECT_EQ(wordsOf(bench.mouse.commands()),
+        u"click d_click move r_click get_xy while_click get_x get_y offset after_offset drag drag_to l_down l_up r_down r_up"_s
+            .split(u' '));
+    EXPECT_EQ(wordsOf(bench.keyboard.commands()), u"hotkey key send ensend key_down key_up"_s.split(u' '));
+    EXPECT_EQ(wordsOf(bench.window.commands()), u"get set"_s.split(u' '));
+    EXPECT_EQ(wordsOf(bench.text.commands()), QStringList{u"replace"_s});
+    EXPECT_EQ(wordsOf(bench.time.commands()), QStringList{u"sleep"_s});
+    EXPECT_EQ(wordsOf(bench.print.commands()), QStringList{u"html"_s});
+}
+
+TEST(CommandTable, EveryRowSaysWhatItDoes)
+{
+    recording::ScriptBench bench;
+    for (Handler *handler : std::initializer_list<Handler *>{&bench.mouse, &bench.keyboard, &bench.window,
+             &bench.text, &bench.set, &bench.time, &bench.print, &bench.input}) {
+        for (const CommandInfo &info : handler->commands()) {
+            EXPECT_TRUE(info.summary.endsWith(u'.')) << info.word.toString().toStdString();
+            for (const Field &field : info.usedFields())
+                EXPECT_FALSE(field.name.isEmpty()) << info.word.toString().toStdString();
+        }
+    }
+}

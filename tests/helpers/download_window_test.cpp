@@ -1,0 +1,134 @@
+#include "helpers/download/download_window.h"
+#include "platform/x11/file_paths.h"
+#include "platform/x11/linux_text_codec.h"
+#include "support/temporary_files.h"
+#include "support/test_server.h"
+#include "support/wait_until.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using plum::DownloadRequest;
+using plum::DownloadWindow;
+using plum::test::Nginx;
+using plum::test::TemporaryFiles;
+using plum::test::waitUntil;
+
+TEST(DownloadRequest, TakesTheFourFields)
+{
+    const auto request = DownloadRequest::fromCommandLine(u"http://h/a.zip@@@C:\\in\\@@@b.zip@@@My label"_s);
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->url, u"http://h/a.zip"_s);
+    EXPECT_EQ(request->target, u"C:\\in\\b.zip"_s);
+    EXPECT_EQ(request->label, u"My label"_s);
+}
+
+TEST(DownloadRequest, AnEmptyLabelIsTheFileName)
+{
+    EXPECT_EQ(DownloadRequest::fromCommandLine(u"http://h/a@@@/in@@@b.zip@@@"_s)->label, u"b.zip"_s);
+    EXPECT_EQ(DownloadRequest::fromCommandLine(u"http://h/a@@@/in@@@b.zip"_s)->target, u"\\in\\b.zip"_s);
+}
+
+TEST(DownloadRequest, NeedsAnAddressAndAName)
+{
+    EXPECT_FALSE(DownloadRequest::fromCommandLine(QString()));
+    EXPECT_FALSE(DownloadRequest::fromCommandLine(u"http://h/a"_s));
+    EXPECT_FALSE(DownloadRequest::fromCommandLine(u"http://h/a@@@/in@@@@@@label"_s));
+}
+
+namespace {
+
+class DownloadWindowTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(nginx.start(u"location /slow/ { alias %1/; limit_rate 300k; }"_s.arg(served.folder())));
+        for (int i = 0; i < 2'000'000; ++i)
+            content += static_cast<char>(i * 31 % 251);
+        served.write(u"file.bin"_s, content);
+    }
+
+    std::unique_ptr<DownloadWindow> open(const QString &url)
+    {
+        auto window = std::make_unique<DownloadWindow>(
+            DownloadRequest{url, target.folder() + u"\\sub\\file.bin"_s, u"My label"_s}, paths, codec);
+        window->show();
+        window->start();
+        return window;
+    }
+
+    static QString text(const DownloadWindow &window, const QString &name)
+    {
+        return window.findChild<QLabel *>(name)->text();
+    }
+
+    Nginx nginx;
+    TemporaryFiles served;
+    TemporaryFiles target;
+    plum::FilePaths paths{u"/plum/plum"_s};
+    plum::LinuxTextCodec codec;
+    QByteArray content;
+};
+
+} // namespace
+
+TEST_F(DownloadWindowTest, ShowsHowFarItIsAndCompletes)
+{
+    const auto window = open(nginx.address(u"slow/file.bin"_s));
+    EXPECT_EQ(window->windowTitle(), u"My label"_s);
+    EXPECT_EQ(text(*window, u"label"_s), u"My label"_s);
+    auto *bar = window->findChild<QProgressBar *>(u"bar"_s);
+    ASSERT_TRUE(waitUntil([&] { return bar->value() > 0 && bar->value() < 100; }));
+    EXPECT_TRUE(text(*window, u"figures"_s).contains(u"1.90 MB"_s))
+        << text(*window, u"figures"_s).toStdString();
+    ASSERT_TRUE(waitUntil([&] { return text(*window, u"figures"_s).endsWith(u"/s"_s); }));
+    ASSERT_TRUE(waitUntil([&] { return window->isComplete(); }));
+    EXPECT_EQ(bar->value(), 100);
+    EXPECT_EQ(text(*window, u"state"_s), u"Complete."_s);
+    EXPECT_EQ(window->findChild<QPushButton *>(u"end"_s)->text(), u"Close"_s);
+    EXPECT_EQ(target.read(u"sub/file.bin"_s), content);
+}
+
+TEST_F(DownloadWindowTest, NeverOverwritesAFile)
+{
+    target.write(u"sub/file.bin"_s, "mine");
+    const auto window = open(nginx.address(u"slow/file.bin"_s));
+    ASSERT_TRUE(waitUntil([&] { return window->isComplete(); }));
+    EXPECT_EQ(target.read(u"sub/file.bin"_s), "mine");
+    EXPECT_EQ(target.read(u"sub/file(1).bin"_s), content);
+}
+
+TEST_F(DownloadWindowTest, CancelKeepsWhatHasArrivedAndAgainGoesOn)
+{
+    const auto window = open(nginx.address(u"slow/file.bin"_s));
+    auto *again = window->findChild<QPushButton *>(u"again"_s);
+    EXPECT_FALSE(again->isVisible());
+    ASSERT_TRUE(waitUntil([&] { return !target.read(u"sub/file.bin.dl"_s).isEmpty(); }));
+    window->findChild<QPushButton *>(u"end"_s)->click();
+    EXPECT_EQ(text(*window, u"state"_s), u"Paused."_s);
+    EXPECT_TRUE(content.startsWith(target.read(u"sub/file.bin.dl"_s)));
+    ASSERT_TRUE(again->isVisible());
+    again->click();
+    ASSERT_TRUE(waitUntil([&] { return window->isComplete(); }));
+    EXPECT_EQ(target.read(u"sub/file.bin"_s), content);
+}
+
+TEST_F(DownloadWindowTest, SaysWhatIsWrong)
+{
+    const auto missing = open(nginx.address(u"slow/none.bin"_s));
+    ASSERT_TRUE(
+        waitUntil([&] { return text(*missing, u"state"_s) == u"The server does not have this file."_s; }));
+    const auto refused = open(u"http://127.0.0.1:%1/f"_s.arg(plum::test::freePort()));
+    ASSERT_TRUE(waitUntil([&] { return text(*refused, u"state"_s) == u"The connection broke."_s; }));
+    const auto safe = open(u"https://127.0.0.1/f"_s);
+    EXPECT_EQ(text(*safe, u"state"_s), u"Only plain http:// addresses can be downloaded."_s);
+    target.write(u"sub/file.bin.dl/folder"_s, "x");
+    const auto blocked = open(nginx.address(u"slow/file.bin"_s));
+    ASSERT_TRUE(waitUntil([&] { return blocked->isComplete(); }));
+    EXPECT_EQ(target.read(u"sub/file.bin"_s), content);
+}

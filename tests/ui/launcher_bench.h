@@ -1,0 +1,267 @@
+#pragma once
+
+#include "ui/library_bench.h"
+
+#include "engine/argument_reader.h"
+#include "engine/input_commands.h"
+#include "engine/run_loop.h"
+#include "engine/run_start.h"
+#include "engine/run_state.h"
+#include "engine/set_command.h"
+#include "engine/text_commands.h"
+#include "engine/text_files.h"
+#include "ui/file_entry.h"
+#include "ui/frm_set.h"
+#include "ui/launcher_ui.h"
+#include "ui/message_boxes.h"
+#include "ui/store_door.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+namespace plum::recording {
+
+// A user in front of the boxes that wait for an answer: writes down what they say and presses a button.
+class BoxUser
+{
+public:
+    BoxUser()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
+        m_timer.start(0);
+    }
+
+    QStringList seen; // "text" or "!text" for a system-modal one
+    QStringList titles;
+    QMessageBox::StandardButton answer = QMessageBox::Yes;
+
+private:
+    void look()
+    {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        const bool onTop = box->windowFlags() & Qt::WindowStaysOnTopHint;
+        seen += (onTop ? QStringLiteral("!") : QString()) + box->text();
+        titles += box->windowTitle();
+        if (box->button(answer))
+            box->button(answer)->click();
+        else
+            box->accept();
+    }
+
+    QTimer m_timer;
+};
+
+class RecordingStore final : public StoreDoor
+{
+public:
+    explicit RecordingStore(Log &log)
+        : m_log(log)
+    {
+    }
+
+    void openCatalogue() override { m_log.add(QStringLiteral("store catalogue")); }
+    void install(const QString &name, InstallFlag flag) override
+    {
+        m_log.add(QStringLiteral("store install %1 %2").arg(name).arg(flag));
+    }
+
+private:
+    Log &m_log;
+};
+
+// `os.tips` alone, as the namespace's own handler does it.
+class TipCommands final : public Handler
+{
+public:
+    TipCommands(const ArgumentReader &reader, Launcher &launcher)
+        : m_reader(reader)
+        , m_launcher(launcher)
+    {
+    }
+
+    void call(const QString &, const QString &arguments) override
+    {
+        m_launcher.showTip(m_reader.GetArg(arguments, QStringLiteral(":"), 0, UnknownVariable::IsEmpty));
+    }
+    QList<CommandInfo> commands() const override { return {}; }
+
+private:
+    const ArgumentReader &m_reader;
+    Launcher &m_launcher;
+};
+
+// `note.down <text>` writes its text into the log, so that a test sees which lines ran.
+class NoteCommands final : public Handler
+{
+public:
+    NoteCommands(const ArgumentReader &reader, Log &log)
+        : m_reader(reader)
+        , m_log(log)
+    {
+    }
+
+    void call(const QString &, const QString &arguments) override
+    {
+        m_log.add(QStringLiteral("note ")
+            + m_reader.GetArg(arguments, QStringLiteral(","), 0, UnknownVariable::IsItsName));
+    }
+    QList<CommandInfo> commands() const override
+    {
+        return {{u"down", {{{u"text", FieldKind::Text}}}, u"Writes a text down."}};
+    }
+
+private:
+    const ArgumentReader &m_reader;
+    Log &m_log;
+};
+
+// The real launcher with a real engine on the recording backend and a program folder on the disk.
+class LauncherBench
+{
+public:
+    LauncherBench()
+    {
+        platform.paths().folder = folder.path();
+        waiter.records = false;
+        QDir::setCurrent(folder.path());
+        loop.addNamespace(QStringLiteral("input"), input);
+        loop.addNamespace(QStringLiteral("me"), input);
+        loop.addNamespace(QStringLiteral("set"), set);
+        loop.addNamespace(QStringLiteral("text"), text);
+        loop.addNamespace(QStringLiteral("os"), tips);
+        loop.addNamespace(QStringLiteral("note"), notes);
+        ScriptVocabulary vocabulary;
+        vocabulary.add(QStringLiteral("note"), notes.commands());
+        vocabulary.add(QStringLiteral("input"), input.commands());
+        vocabulary.add(QStringLiteral("set"), set.commands());
+        ui.connectEngine(state, starts, vocabulary);
+    }
+
+    void start()
+    {
+        ui.start();
+        platform.log.clear();
+        EXPECT_TRUE(waitUntil([this] { return ui.window()->isActiveWindow(); }));
+    }
+
+    // Lets the user interface live until `condition` holds; false when it never does.
+    static bool waitUntil(const std::function<bool()> &condition)
+    {
+        for (QDeadlineTimer patience(10000); !condition();) {
+            if (patience.hasExpired())
+                return false;
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        }
+        return true;
+    }
+
+    // Apps whose scripts note their own name, in this order.
+    void addApps(const QStringList &keywords)
+    {
+        for (const QString &keyword : keywords)
+            folder.addApp(keyword, "note.down \"" + keyword.toUtf8() + "\"\r\n");
+        writeBytes(folder.configTxt(), configText(keywords).toUtf8());
+    }
+
+    template <typename Widget = QWidget> Widget *find(const char *name)
+    {
+        auto *found = ui.window()->findChild<Widget *>(QLatin1StringView(name));
+        if (!found)
+            qFatal("no %s in the launcher", name);
+        return found;
+    }
+
+    // A window of its own: the input box or the hotkey window; null when it is not open.
+    static QWidget *topLevel(const char *name)
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == QLatin1StringView(name) && widget->isVisible())
+                return widget;
+        }
+        return nullptr;
+    }
+
+    template <typename Widget = QWidget> static Widget *inBox(const char *name)
+    {
+        QWidget *box = topLevel("shurubox");
+        auto *found = box ? box->findChild<Widget *>(QLatin1StringView(name)) : nullptr;
+        if (!found)
+            qFatal("no %s in the input box", name);
+        return found;
+    }
+
+    static void key(QWidget *widget, int key, const QString &text = {}, Qt::KeyboardModifiers modifiers = {})
+    {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+        QApplication::sendEvent(widget, &press);
+        QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+        QApplication::sendEvent(widget, &release);
+    }
+
+    static void type(QWidget *widget, const QString &text)
+    {
+        for (const QChar c : text)
+            key(widget, c.toUpper().unicode(), c);
+    }
+
+    static void mouse(
+        QWidget *widget, QEvent::Type what, QPoint at, Qt::MouseButton button, Qt::MouseButtons held = {})
+    {
+        QMouseEvent event(what, at, widget->mapToGlobal(at), button, held, {});
+        QApplication::sendEvent(widget, &event);
+    }
+
+    static void click(QWidget *widget, Qt::MouseButton button = Qt::LeftButton, QPoint at = {5, 5})
+    {
+        mouse(widget, QEvent::MouseButtonPress, at, button, button);
+        mouse(widget, QEvent::MouseButtonRelease, at, button);
+    }
+
+    static void drop(QWidget *widget, const QList<QUrl> &urls)
+    {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(widget, &enter);
+        QDropEvent dropped(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(widget, &dropped);
+    }
+
+    QStringList said() const { return platform.log.lines(); }
+
+    ProgramFolder folder;
+    RecordingPlatform platform;
+    RecordingStore store{platform.log};
+    RecordingUnpacker unpacker{platform.log};
+    BoxUser user;
+    LauncherUi ui{{platform, store, unpacker, {QStringLiteral("http://site"), QStringLiteral("http://forum")},
+        [this](int status) { platform.log.add(QStringLiteral("end process %1").arg(status)); },
+        [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }}};
+    RunState state{
+        .runlist = {}, .runidx = {}, .runctx = {}, .vardict = {}, .currentKeyword = {}, .droppedPath = {}};
+    TextFiles files{platform.paths(), platform.textCodec()};
+    RecordingWaiter waiter{platform.log};
+    ArgumentReader reader{
+        {state, ui, platform.clipboard(), platform.pointer(), platform.shell(), platform.paths(), files}};
+    RunLoop loop{state, reader, waiter, ui};
+    RunStart starts{state, loop, files, platform.paths()};
+    InputCommands input{reader, ui, state.vardict};
+    SetCommand set{reader, state.vardict};
+    TextCommands text{reader, state.vardict};
+    TipCommands tips{reader, ui};
+    NoteCommands notes{reader, platform.log};
+};
+
+} // namespace plum::recording
