@@ -167,20 +167,4 @@ TEST_F(KeyboardPort, givesTheKeyboardMapBack)
     EXPECT_EQ(view->keyboardMap(), before);
 }
 
-TEST_F(KeyboardPort, keepsItsKeysUntilASlowProgramHasReadThem)
-{
-    outputOf(u"setxkbmap"_s, {u"-layout"_s, u"ru"_s});
-    const std::vector<xcb_keysym_t> before = view->keyboardMap();
-    probe->stop();
-    tap('A');
-    // Longer than the time that is granted to programs which cannot say when they are ready.
-    QProcess waker;
-    waker.start(u"sh"_s, {u"-c"_s, u"sleep 0.6; kill -CONT %1"_s.arg(probe->process().processId())});
-    ASSERT_TRUE(waker.waitForStarted());
-    keyboard().releaseAll();
-    EXPECT_EQ(view->keyboardMap(), before);
-    EXPECT_TRUE(probe->sees(u"key up 61 0 a"_s));
-    EXPECT_TRUE(waker.waitForFinished());
-}
-
 } // namespace plum

@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstring>
-#include <span>
 #include <string_view>
 
 #include <xkbcommon/xkbcommon-x11.h>
@@ -19,10 +17,8 @@ namespace plum {
 
 namespace {
 
-// How long programs may take to read the new map after an event that needed it, and how long they may take
-// to say that they have, if they can.
+// How long programs may take to read the new map after an event that needed it.
 constexpr qint64 settleMilliseconds = 250;
-constexpr int answerMilliseconds = 1000;
 // Enough for an alphabet, so that a key hardly ever has to change its symbol.
 constexpr size_t mostOwnKeys = 32;
 
@@ -66,15 +62,7 @@ X11Keymap::X11Keymap(X11Connection &connection)
 void X11Keymap::receive(const xcb_generic_event_t &event)
 {
     constexpr uint8_t sentBit = 0x80;
-    const int type = event.response_type & ~sentBit;
-    if (type == XCB_CLIENT_MESSAGE) {
-        const auto &message = reinterpret_cast<const xcb_client_message_event_t &>(event);
-        if (message.window == m_connection.root() && message.format == 32
-            && message.data.data32[0] == m_connection.atom("_NET_WM_PING"))
-            m_awaitsAnswer = m_awaitsAnswer && message.data.data32[2] != m_asked;
-        return;
-    }
-    if (m_firstEvent == 0 || type != m_firstEvent)
+    if (m_firstEvent == 0 || (event.response_type & ~sentBit) != m_firstEvent)
         return;
     // Every XKB event has the same first type; its second byte tells them apart.
     switch (event.pad0) {
@@ -218,7 +206,7 @@ uint16_t X11Keymap::modifierWith(xkb_keysym_t symbol)
 std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
 {
     if (const auto own = std::ranges::find(m_ownKeys, symbol, &OwnKey::symbol); own != m_ownKeys.end()) {
-        m_lastOwnUse = now();
+        own->lastUse = now();
         own->held = true;
         return own->key;
     }
@@ -237,13 +225,11 @@ std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
         const auto unused = std::ranges::find(m_ownKeys, false, &OwnKey::held);
         if (unused == m_ownKeys.end())
             return {};
-        if (!activeProgramHasRead())
-            waitForSettledMap();
+        waitUntilSettled(unused->lastUse);
         spare = unused->key;
         m_ownKeys.erase(unused);
     }
-    m_lastOwnUse = now();
-    m_ownKeys.push_back({*spare, symbol, true});
+    m_ownKeys.push_back({*spare, symbol, true, now()});
     bind(*spare, symbol);
     return spare;
 }
@@ -263,66 +249,19 @@ void X11Keymap::bind(xcb_keycode_t key, xkb_keysym_t symbol)
         m_connection.xcb(), 1, key, static_cast<uint8_t>(symbols.size()), symbols.data());
 }
 
-// Waits until the program of the active window has looked up what our keys mean. It handles its events in
-// order: when it answers a ping, it has handled the keys before it. False for a program that does not answer.
-bool X11Keymap::activeProgramHasRead()
-{
-    const auto active = m_connection.reply(xcb_get_property_reply, xcb_get_property, 0, m_connection.root(),
-        m_connection.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 0, 1);
-    if (!active || xcb_get_property_value_length(active.get()) != sizeof m_asked)
-        return false;
-    std::memcpy(&m_asked, xcb_get_property_value(active.get()), sizeof m_asked);
-    return answersPings(m_asked) && awaitAnswer();
-}
-
-void X11Keymap::waitForSettledMap()
+void X11Keymap::waitUntilSettled(qint64 lastUse)
 {
     m_connection.sync();
-    const qint64 age = now() - m_lastOwnUse;
+    const qint64 age = now() - lastUse;
     if (age < settleMilliseconds)
         QThread::msleep(static_cast<unsigned long>(settleMilliseconds - age));
-}
-
-bool X11Keymap::answersPings(xcb_window_t window)
-{
-    const auto protocols = m_connection.reply(xcb_get_property_reply, xcb_get_property, 0, window,
-        m_connection.atom("WM_PROTOCOLS"), XCB_ATOM_ATOM, 0, 64);
-    if (!protocols || protocols->format != 32)
-        return false;
-    const std::span known(static_cast<const xcb_atom_t *>(xcb_get_property_value(protocols.get())),
-        static_cast<size_t>(xcb_get_property_value_length(protocols.get())) / sizeof(xcb_atom_t));
-    return std::ranges::find(known, m_connection.atom("_NET_WM_PING")) != known.end();
-}
-
-bool X11Keymap::awaitAnswer()
-{
-    const auto watchRoot = [this](uint32_t events) {
-        xcb_change_window_attributes(m_connection.xcb(), m_connection.root(), XCB_CW_EVENT_MASK, &events);
-    };
-    xcb_client_message_event_t ping{};
-    ping.response_type = XCB_CLIENT_MESSAGE;
-    ping.format = 32;
-    ping.window = m_asked;
-    ping.type = m_connection.atom("WM_PROTOCOLS");
-    ping.data.data32[0] = m_connection.atom("_NET_WM_PING");
-    ping.data.data32[2] = m_asked;
-    m_awaitsAnswer = true;
-    watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
-    xcb_send_event(
-        m_connection.xcb(), 0, m_asked, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&ping));
-    const bool answered = m_connection.waitUntil([this] { return !m_awaitsAnswer; }, answerMilliseconds);
-    m_awaitsAnswer = false;
-    watchRoot(XCB_EVENT_MASK_NO_EVENT);
-    return answered;
 }
 
 void X11Keymap::removeOwnKeys()
 {
     if (m_ownKeys.empty() || !m_connection.isOpen())
         return;
-    // Keys may have gone to another window before this one was active, so its answer alone is not enough.
-    activeProgramHasRead();
-    waitForSettledMap();
+    waitUntilSettled(std::ranges::max(m_ownKeys, {}, &OwnKey::lastUse).lastUse);
     for (const OwnKey &own : m_ownKeys)
         bind(own.key, XKB_KEY_NoSymbol);
     m_ownKeys.clear();

@@ -39,7 +39,7 @@ public:
     void noLongerHeld(xcb_keycode_t key);
 
     // Takes back every key that keyFor() made. Programs read the map some time after an event that needs
-    // it, so this waits until the active one has read it or the last such event is a moment old.
+    // it, so this waits until the last such event is a moment old.
     void removeOwnKeys();
 
 private:
@@ -49,6 +49,7 @@ private:
         xcb_keycode_t key;
         xkb_keysym_t symbol;
         bool held;
+        qint64 lastUse; // milliseconds of the monotonic clock
     };
 
     void receive(const xcb_generic_event_t &event);
@@ -58,10 +59,7 @@ private:
     std::optional<xcb_keycode_t> findInAnyGroup(xkb_keysym_t symbol) const;
     bool keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const;
     std::optional<xcb_keycode_t> bindOwnKey(xkb_keysym_t symbol);
-    bool activeProgramHasRead();
-    bool answersPings(xcb_window_t window);
-    bool awaitAnswer();
-    void waitForSettledMap();
+    void waitUntilSettled(qint64 lastUse);
     void bind(xcb_keycode_t key, xkb_keysym_t symbol);
     bool isOwn(xcb_keycode_t key) const;
 
@@ -74,9 +72,6 @@ private:
     bool m_stale = true;
     xkb_layout_index_t m_group = 0;
     std::deque<OwnKey> m_ownKeys; // the longest unused one first
-    xcb_window_t m_asked = XCB_NONE; // the window whose program shall say that it has read the map
-    bool m_awaitsAnswer = false;
-    qint64 m_lastOwnUse = 0; // milliseconds of the monotonic clock
 };
 
 } // namespace plum
