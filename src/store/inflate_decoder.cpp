@@ -1,5 +1,7 @@
 #include "store/inflate_decoder.h"
 
+#include "store/match_copy.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -7,7 +9,6 @@ namespace plum {
 
 namespace {
 
-constexpr qint64 copyUnit = 16; // bytes that a copy moves at once, so it may write this many too many
 constexpr qint64 longestCopy = 258;
 constexpr qint64 outputSlack = longestCopy + 2 * copyUnit; // what one pass of the inner loop may write
 constexpr qint64 inputSlack = 24; // what it may read
@@ -18,54 +19,11 @@ qint64 rangeValue(DecodeEntry entry, quint64 bits)
     return static_cast<qint64>(decode::value(entry) + (all >> decode::codeBits(entry)));
 }
 
-// Copies `length` bytes from `distance` bytes back; may write up to copyUnit bytes behind them.
-inline void wideCopy(quint8 *to, qint64 length, qint64 distance)
-{
-    const quint8 *from = to - distance;
-    quint8 *const end = to + length;
-    if (distance >= copyUnit) {
-        do {
-            std::memcpy(to, from, copyUnit);
-            to += copyUnit;
-            from += copyUnit;
-        } while (to < end);
-    } else if (distance >= 8) {
-        do {
-            std::memcpy(to, from, 8);
-            to += 8;
-            from += 8;
-        } while (to < end);
-    } else if (distance == 1) {
-        std::memset(to, *from, static_cast<size_t>(length));
-    } else {
-        // The pattern is shorter than a word. A whole number of patterns of at least 8 bytes is a distance
-        // that repeats it just as well.
-        const qint64 wide = distance * ((7 + distance) / distance);
-        for (qint64 i = 0; i < wide; ++i)
-            to[i] = from[i];
-        from = to;
-        to += wide;
-        for (; to < end; to += 8, from += 8)
-            std::memcpy(to, from, 8);
-    }
-}
-
 // Always writes two bytes, of which the second may be one too many.
 inline quint8 *putLiterals(quint8 *out, DecodeEntry entry)
 {
     qToLittleEndian(static_cast<quint16>(decode::value(entry)), out);
     return out + decode::codeBits(entry);
-}
-
-// wideCopy without a byte too many. What was copied already serves as the source of the next, longer piece.
-void exactCopy(quint8 *to, qint64 length, qint64 distance)
-{
-    const quint8 *const from = to - distance;
-    for (qint64 copied = 0; copied < length;) {
-        const qint64 part = std::min(length - copied, distance + copied);
-        std::memcpy(to + copied, from, static_cast<size_t>(part));
-        copied += part;
-    }
 }
 
 } // namespace

@@ -327,13 +327,14 @@ bool Unzip::writeEntry(
     if (!isDecoded)
         return false;
 
-    const QDateTime modified = zip::fromDosTime(header.date, header.time);
+    // In UTC once: every use of a local time asks the system for the time zone again.
+    const QDateTime modified = zip::fromDosTime(header.date, header.time).toUTC();
     if (modified.isValid()) {
         // Systems that keep no time of creation refuse the first one.
         file.setFileTime(modified, QFile::FileBirthTime);
         file.setFileTime(modified, QFile::FileModificationTime);
     }
-    file.setFileTime(QDateTime::currentDateTime(), QFile::FileAccessTime);
+    file.setFileTime(QDateTime::currentDateTimeUtc(), QFile::FileAccessTime);
     return true;
 }
 
