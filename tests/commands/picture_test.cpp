@@ -51,7 +51,7 @@ std::array<int, 4> boxOf(const Picture &picture)
 
 using Box = std::array<int, 4>;
 
-// Grey PNG and GIF bytes that claim a size and hold next to nothing.
+// A PNG file that claims a size and holds one pixel.
 QByteArray enormousPng(int width, int height)
 {
     QByteArray bytes = saved(QImage(1, 1, QImage::Format_RGB32), "png");
