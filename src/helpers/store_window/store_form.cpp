@@ -239,17 +239,21 @@ void StoreForm::setLoadingVisible(bool visible)
     loadimgbox->setVisible(visible);
 }
 
+QSize StoreForm::aroundBrowser() const
+{
+    const int strip = weia->isHidden() ? 0 : weia->sizeHint().height();
+    return {2 * frameWidth, 2 * frameWidth + wei->sizeHint().height() + strip};
+}
+
+// Not asked of the browser itself, whose own size follows later while the window is hidden.
 QSize StoreForm::browserSize() const
 {
-    return llq->size();
+    return size() - aroundBrowser();
 }
 
 void StoreForm::resizeForBrowser(QSize browser)
 {
-    layout()->activate();
-    const int around = wei->sizeHint().height() + (weia->isHidden() ? 0 : weia->sizeHint().height());
-    resize(browser + QSize(2 * frameWidth, 2 * frameWidth + around));
-    layout()->activate();
+    resize(browser + aroundBrowser());
 }
 
 void StoreForm::setBrowserWidth(int pixels)

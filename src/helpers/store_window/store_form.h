@@ -60,6 +60,7 @@ private:
     void openPageWindow(StorePageView *page);
     void loadFailed(const QString &reason);
     Qt::Edges edgesAt(QPoint point) const;
+    QSize aroundBrowser() const;
     QSize browserSize() const;
     void resizeForBrowser(QSize browser);
 
