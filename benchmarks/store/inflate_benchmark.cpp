@@ -42,7 +42,8 @@ Bytes text()
 Bytes binary()
 {
     Bytes bytes;
-    for (const char *path : {"/proc/self/exe", "/lib/x86_64-linux-gnu/libc.so.6", "/usr/lib/x86_64-linux-gnu/libQt6Core.so.6"}) {
+    for (const char *path :
+        {"/proc/self/exe", "/lib/x86_64-linux-gnu/libc.so.6", "/usr/lib/x86_64-linux-gnu/libQt6Core.so.6"}) {
         QFile file(QString::fromLatin1(path));
         if (!file.open(QIODevice::ReadOnly))
             continue;
@@ -65,7 +66,8 @@ Bytes picture()
         std::array<quint8, 3> before{};
         for (int x = 0; x < width; ++x) {
             for (size_t c = 0; c < 3; ++c) {
-                const double light = 128 + 60 * std::sin(x * 0.01 + static_cast<double>(c)) + 50 * std::cos(y * 0.013);
+                const double light
+                    = 128 + 60 * std::sin(x * 0.01 + static_cast<double>(c)) + 50 * std::cos(y * 0.013);
                 const auto now = static_cast<quint8>(std::clamp(light + grain(random), 0.0, 255.0));
                 bytes.push_back(static_cast<quint8>(now - before[c]));
                 before[c] = now;

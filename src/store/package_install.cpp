@@ -16,8 +16,8 @@ namespace {
 // Not inside the folder of apps, where a leftover would be taken for an app.
 constexpr QLatin1StringView unpackingFolder("\\config\\unpacking");
 
-constexpr QLatin1StringView leftoverEndings[] = {QLatin1StringView(), QLatin1StringView(".dl"),
-    QLatin1StringView(".dl.cfg")};
+constexpr QLatin1StringView leftoverEndings[]
+    = {QLatin1StringView(), QLatin1StringView(".dl"), QLatin1StringView(".dl.cfg")};
 
 QString packageFile(const Paths &paths, const QString &name)
 {

@@ -34,14 +34,16 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(u"Builds a store out of a folder of apps: plain files for any web server."_s);
+    parser.setApplicationDescription(
+        u"Builds a store out of a folder of apps: plain files for any web server."_s);
     parser.addHelpOption();
     const QCommandLineOption base(u"download-base"_s,
         u"Where the packages will be, ending in /plum/download/ (default: on the same site)."_s, u"address"_s,
         u"/plum/download/"_s);
     parser.addOption(base);
     parser.addPositionalArgument(u"apps"_s, u"The folder of apps, one folder an app."_s);
-    parser.addPositionalArgument(u"output"_s, u"Where the store goes; files of the same names are replaced."_s);
+    parser.addPositionalArgument(
+        u"output"_s, u"Where the store goes; files of the same names are replaced."_s);
     parser.process(application);
     const QStringList folders = parser.positionalArguments();
     if (folders.size() != 2) {

@@ -32,7 +32,8 @@ QStringList filesBelow(const QString &folder)
 {
     QStringList files;
     const QDir root(folder);
-    QDirIterator each(root.absolutePath(), QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDirIterator::Subdirectories);
+    QDirIterator each(
+        root.absolutePath(), QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDirIterator::Subdirectories);
     while (each.hasNext())
         files += root.relativeFilePath(each.next());
     files.sort();

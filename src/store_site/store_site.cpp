@@ -158,8 +158,10 @@ SiteFiles buildSite(const std::vector<PublishedApp> &apps, const QString &downlo
     const QString appPage = part(u"app.html"_s);
     for (const PublishedApp &app : apps) {
         files.emplace_back(appFolder(app) + u"/index.html"_s,
-            page(app.title + u" - Plum store"_s, u"store"_s, fillTemplate(appPage, valuesOf(app, downloadBase))));
-        files.emplace_back(appFolder(app) + u'/' + iconFile(app), app.icon.isEmpty() ? letterIcon(app.name) : app.icon);
+            page(app.title + u" - Plum store"_s, u"store"_s,
+                fillTemplate(appPage, valuesOf(app, downloadBase))));
+        files.emplace_back(
+            appFolder(app) + u'/' + iconFile(app), app.icon.isEmpty() ? letterIcon(app.name) : app.icon);
         files.emplace_back(u"plum/download/"_s + app.name + packageEnding, app.package);
     }
     return files;

@@ -59,8 +59,8 @@ quint32 crc32(QByteArrayView bytes)
 
 void ZipWriter::add(const QString &name, const QByteArray &content, const QDateTime &modified)
 {
-    const Entry entry{name.toUtf8(), crc32(content), content.size(), dosTime(modified.toLocalTime()),
-        m_data.size()};
+    const Entry entry{
+        name.toUtf8(), crc32(content), content.size(), dosTime(modified.toLocalTime()), m_data.size()};
     put(m_data, localSignature);
     put(m_data, version);
     put(m_data, namesAreUtf8);

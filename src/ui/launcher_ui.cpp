@@ -180,10 +180,10 @@ void LauncherUi::exit()
     m.endProcess(EXIT_SUCCESS);
 }
 
-void LauncherUi::addInstalledApp(const QString &keyword)
+void LauncherUi::addApp(const QString &keyword)
 {
     m_faces.forget();
-    m_lists.insertFirst(keyword);
+    m_lists.addToBoth(keyword);
     m_listFile.ConfigSave(m_lists.List.stringList());
 }
 
@@ -240,7 +240,7 @@ void LauncherUi::closeInput()
     resumeNext([this] { m_starts->resume(); });
 }
 
-void LauncherUi::askPackageName(const QString &name)
+void LauncherUi::askName(const QString &name)
 {
     freshBox().showName(name, name);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/launcher.h"
+#include "store/store_host.h"
 #include "ui/app_faces.h"
 #include "ui/app_library.h"
 #include "ui/app_list_file.h"
@@ -30,8 +31,9 @@ enum class MenuCommand;
 struct RunState;
 
 // The launcher as one object: it builds the windows, connects them with the library and the engine, and is
-// what scripts see of it. With a script on the command line it is the input box and the messages alone.
-class LauncherUi final : public QObject, public Launcher
+// what scripts and the store see of it. With a script on the command line it is the input box and the
+// messages alone.
+class LauncherUi final : public QObject, public Launcher, public StoreHost
 {
     Q_OBJECT
 
@@ -69,11 +71,8 @@ public:
     // Ends the process through the launcher's exit routine.
     void exit();
 
-    // Adds an app that was installed from elsewhere to both lists, and saves their order.
-    void addInstalledApp(const QString &keyword);
-
-    // Asks for the keyword of a package that the store is going to install.
-    void askPackageName(const QString &name);
+    void addApp(const QString &keyword) override;
+    void askName(const QString &name) override;
 
     AppLibrary &library() { return m_library; }
     frmSet *window() { return m_window.get(); }
@@ -101,7 +100,7 @@ private:
     void packageDropped(const QString &path);
 
     void choose(MenuCommand command);
-    void addApp();
+    void openAddPanel();
     void editApp(const QString &keyword);
     void editDotScript(const QString &keyword);
     void renameApp(const QString &keyword);

@@ -87,8 +87,9 @@ TEST(PictureFile, ReadsEveryFormat)
     ASSERT_TRUE(jpeg);
     EXPECT_EQ(jpeg->width, 5);
     // One white pixel.
-    const auto gif = decodePicture(QByteArray::fromHex(
-        "474946383961010001008000" "00ffffff000000" "2c00000000010001000002024401003b"));
+    const auto gif = decodePicture(QByteArray::fromHex("474946383961010001008000"
+                                                       "00ffffff000000"
+                                                       "2c00000000010001000002024401003b"));
     ASSERT_TRUE(gif);
     EXPECT_EQ(gif->pixels, std::vector<quint32>{0xffffff});
 }
@@ -169,7 +170,8 @@ TEST(PictureTemplate, BottomIsFoundOnlyFromTheLeftEdgeOn)
 TEST(PictureTemplate, RightEdgeIsSearchedWithCrossedBounds)
 {
     // Rows are searched down to the number of the left edge: the wide row 1 lies above it.
-    EXPECT_EQ(boxOf(drawn({"..........", "...######.", "..........", "...##.....", "..........", ".........."})),
+    EXPECT_EQ(
+        boxOf(drawn({"..........", "...######.", "..........", "...##.....", "..........", ".........."})),
         (Box{3, 1, 4, 3}));
     // Columns are searched down to the number of the top edge: what lies left of it is not seen.
     EXPECT_EQ(boxOf(drawn({"......", "......", "......", "......", ".##...", ".##...", "......"})),

@@ -97,7 +97,8 @@ TEST_F(JavaScriptTest, TheLanguageIsThatOfTheDocument)
         u"18"_s);
     EXPECT_EQ(valueOf(u"typeof ActiveXObject + typeof Enumerator + typeof VBArray"_s),
         u"undefinedundefinedundefined"_s);
-    static const QRegularExpression date(uR"(^(Thu Jan 1|Wed Dec 31) \d\d:\d\d:\d\d (1970|1969) GMT([+-]\d{4})?$)"_s);
+    static const QRegularExpression date(
+        uR"(^(Thu Jan 1|Wed Dec 31) \d\d:\d\d:\d\d (1970|1969) GMT([+-]\d{4})?$)"_s);
     EXPECT_TRUE(date.match(valueOf(u"new Date(0)"_s)).hasMatch()) << valueOf(u"new Date(0)"_s).toStdString();
 }
 

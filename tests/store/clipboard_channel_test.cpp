@@ -78,8 +78,8 @@ TEST_F(Channel, AHelperStartedByAScriptSwitchesItOnAgain)
     bench.channel.setEnabled(false);
     bench.store.showLoadingPicture();
     copied(u"##tarnwick:sending##page"_s);
-    EXPECT_EQ(bench.events(),
-        (QStringList{u"loading 1"_s, u"write page"_s, u"show"_s, u"clipboard clear"_s}));
+    EXPECT_EQ(
+        bench.events(), (QStringList{u"loading 1"_s, u"write page"_s, u"show"_s, u"clipboard clear"_s}));
 }
 
 TEST_F(Channel, AMessageThatWaitedArrivesWhenTheChannelIsSwitchedOn)

@@ -28,17 +28,18 @@ TEST(PackageLink, ANameIsDecodedAndKeepsItsDots)
 
 TEST(PackageLink, OtherLinksAreNone)
 {
-    for (const char *link : {"http://shop.test/plum/download/notes.zip", "http://shop.test/plum/download/notes.WFP",
-             "http://shop.test/plum/notes.wfp", "http://other.test/plum/download/notes.wfp",
-             "https://shop.test/plum/download/notes.wfp", "http://shop.test:81/plum/download/notes.wfp",
-             "http://shop.test/plum/download/../notes.wfp", "http://shop.test/plum/download/.wfp",
-             "file:///plum/download/notes.wfp", ""})
+    for (const char *link : {"http://shop.test/plum/download/notes.zip",
+             "http://shop.test/plum/download/notes.WFP", "http://shop.test/plum/notes.wfp",
+             "http://other.test/plum/download/notes.wfp", "https://shop.test/plum/download/notes.wfp",
+             "http://shop.test:81/plum/download/notes.wfp", "http://shop.test/plum/download/../notes.wfp",
+             "http://shop.test/plum/download/.wfp", "file:///plum/download/notes.wfp", ""})
         EXPECT_FALSE(nameOf(QString::fromLatin1(link))) << link;
 }
 
 TEST(PackageLink, ANameThatIsNoFolderNameIsNone)
 {
-    for (const char *name : {"a%5Cb", "..%5Cb", "a%3Ab", "a%2A", "a%3F", "%22", "a%3C", "a%3E", "a%7C", "a%00", "a%0A"})
+    for (const char *name :
+        {"a%5Cb", "..%5Cb", "a%3Ab", "a%2A", "a%3F", "%22", "a%3C", "a%3E", "a%7C", "a%00", "a%0A"})
         EXPECT_FALSE(nameOf(u"http://shop.test/plum/download/%1.wfp"_s.arg(QLatin1StringView(name)))) << name;
     EXPECT_FALSE(plum::isPackageName(u"."));
     EXPECT_FALSE(plum::isPackageName(u".."));

@@ -25,7 +25,10 @@ public:
     void hideWindow() override { m_log.add(QStringLiteral("hide")); }
     void setCaption(const QString &text) override { m_log.add(QStringLiteral("caption ") + text); }
     void setWindowHeight(int pixels) override { m_log.add(QStringLiteral("height %1").arg(pixels)); }
-    void navigate(const QUrl &address) override { m_log.add(QStringLiteral("navigate ") + address.toString()); }
+    void navigate(const QUrl &address) override
+    {
+        m_log.add(QStringLiteral("navigate ") + address.toString());
+    }
     void writePage(const QString &html) override { m_log.add(QStringLiteral("write ") + html); }
     void clearPage() override { m_log.add(QStringLiteral("clear page")); }
     void setBrowserWidth(int pixels) override { m_log.add(QStringLiteral("browser width %1").arg(pixels)); }
@@ -64,7 +67,10 @@ public:
             onStart();
     }
     bool isBusy() const override { return busy; }
-    void fetchIndex(const QUrl &address) override { m_log.add(QStringLiteral("index ") + address.toString()); }
+    void fetchIndex(const QUrl &address) override
+    {
+        m_log.add(QStringLiteral("index ") + address.toString());
+    }
 
     // Ends the transfer with a status code.
     void end(int code)
@@ -90,8 +96,9 @@ public:
 
     void showMessage(const Message &message) override
     {
-        m_log.add(QStringLiteral("message %1%2").arg(
-            message.text, message.systemModal ? QStringLiteral(" (system-modal)") : QString()));
+        m_log.add(
+            QStringLiteral("message %1%2")
+                .arg(message.text, message.systemModal ? QStringLiteral(" (system-modal)") : QString()));
         if (onMessage)
             onMessage();
     }

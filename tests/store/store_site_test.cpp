@@ -34,7 +34,10 @@ protected:
 
     QJsonArray packages()
     {
-        return QJsonDocument::fromJson(page(u"plum/download/index.json"_s)).object().value("packages"_L1).toArray();
+        return QJsonDocument::fromJson(page(u"plum/download/index.json"_s))
+            .object()
+            .value("packages"_L1)
+            .toArray();
     }
 
     const QString fixtures = QStringLiteral(PLUM_APPS);
@@ -63,8 +66,8 @@ QMultiMap<QString, QString> linksBelow(const QString &folder)
 TEST_F(Generator, WritesThePagesThatTheLauncherOpens)
 {
     ASSERT_EQ(generate(fixtures), 0) << qPrintable(complaints);
-    for (const auto *path : {"plum/workflow_in/index.html", "plum/index.html", "products/tarnwick_plum/index.html",
-             "topic/tarnwick_plum/index.html", "index.html"})
+    for (const auto *path : {"plum/workflow_in/index.html", "plum/index.html",
+             "products/tarnwick_plum/index.html", "topic/tarnwick_plum/index.html", "index.html"})
         EXPECT_TRUE(page(QString::fromLatin1(path)).startsWith("<!doctype html>")) << path;
 }
 
@@ -88,7 +91,8 @@ TEST_F(Generator, EveryLinkOfEveryPageLeadsToAFile)
 TEST_F(Generator, NoPlaceOfATemplateIsLeftEmpty)
 {
     ASSERT_EQ(generate(fixtures), 0);
-    QDirIterator each(files.folder() + u"/out"_s, {u"*.html"_s, u"*.svg"_s}, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator each(
+        files.folder() + u"/out"_s, {u"*.html"_s, u"*.svg"_s}, QDir::Files, QDirIterator::Subdirectories);
     while (each.hasNext()) {
         QFile file(each.next());
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));

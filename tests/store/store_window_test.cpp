@@ -55,8 +55,8 @@ public:
     bool serve(const QString &serverLines = {})
     {
         QProcess::execute(u"cp"_s, {u"-r"_s, QStringLiteral(PLUM_APPS), m_files.folder()});
-        if (QProcess::execute(QStringLiteral(PLUM_STORE),
-                {m_files.folder() + u"/apps"_s, m_files.folder() + u"/out"_s})
+        if (QProcess::execute(
+                QStringLiteral(PLUM_STORE), {m_files.folder() + u"/apps"_s, m_files.folder() + u"/out"_s})
             != 0)
             return false;
         return resume(serverLines);
@@ -146,8 +146,8 @@ protected:
     plum::LoadedStoreTransfers transfers{platform.paths(), platform.textCodec()};
     plum::test::RecordingHost host{platform.log};
     plum::ClipboardChannel channel{platform.clipboard()};
-    plum::webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), platform.textCodec(),
-        {shop.url(), shop.url(u"/plum/download/"_s)}}};
+    plum::webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(),
+        platform.textCodec(), {shop.url(), shop.url(u"/plum/download/"_s)}}};
     int completed = 0;
     int closed = 0;
 };
@@ -283,8 +283,7 @@ TEST_F(StoreWindow, ALinkToAPackageForANewWindowInstallsIt)
 
 TEST_F(StoreWindow, APageReadsNoFilesAndGetsNoPermissions)
 {
-    shop.addPage(u"page.html"_s,
-        pageWithLink("target=_blank href=https://example.org/unset", R"(<script>
+    shop.addPage(u"page.html"_s, pageWithLink("target=_blank href=https://example.org/unset", R"(<script>
             const link = document.getElementById('a');
             (async () => {
                 let file = 'refused', place = 'granted';
@@ -305,10 +304,11 @@ TEST_F(StoreWindow, APageReadsNoFilesAndGetsNoPermissions)
 TEST_F(StoreWindow, APageFromTheClipboardArrivesWholeHoweverLongItIs)
 {
     constexpr int much = 3'000'000; // characters; more than a data: address could carry
-    const QByteArray html = pageWithLink("target=_blank", "<p>\u4F60 \"\\\u2028</p>" + QByteArray(much, 'x')
-        + "<script>document.getElementById('a').href = 'https://example.org/'"
-          " + (document.body.textContent.length > 3e6) + document.querySelector('p').textContent.length"
-          "</script>");
+    const QByteArray html = pageWithLink("target=_blank",
+        "<p>\u4F60 \"\\\u2028</p>" + QByteArray(much, 'x')
+            + "<script>document.getElementById('a').href = 'https://example.org/'"
+              " + (document.body.textContent.length > 3e6) + document.querySelector('p').textContent.length"
+              "</script>");
     platform.clipboard().content = u"##tarnwick:send##"_s + QString::fromUtf8(html);
     Q_EMIT platform.clipboard().changed();
     ASSERT_TRUE(waitUntil([this] { return completed > 0 && hasFocus(); }));

@@ -7,12 +7,14 @@ using plum::fillTemplate;
 
 TEST(TemplateText, TextIsEscapedAndHtmlIsNot)
 {
-    EXPECT_EQ(fillTemplate(u"<p>{{a}}</p>{{{a}}}."_s, {{u"a"_s, u"<&\">"_s}}), u"<p>&lt;&amp;&quot;&gt;</p><&\">."_s);
+    EXPECT_EQ(fillTemplate(u"<p>{{a}}</p>{{{a}}}."_s, {{u"a"_s, u"<&\">"_s}}),
+        u"<p>&lt;&amp;&quot;&gt;</p><&\">."_s);
 }
 
 TEST(TemplateText, AValueIsNeverTakenForAPlace)
 {
-    EXPECT_EQ(fillTemplate(u"{{a}} {{{b}}}"_s, {{u"a"_s, u"{{b}}"_s}, {u"b"_s, u"{{a}}"_s}}), u"{{b}} {{a}}"_s);
+    EXPECT_EQ(
+        fillTemplate(u"{{a}} {{{b}}}"_s, {{u"a"_s, u"{{b}}"_s}, {u"b"_s, u"{{a}}"_s}}), u"{{b}} {{a}}"_s);
 }
 
 TEST(TemplateText, APlaceWithoutAValueStays)

@@ -123,8 +123,8 @@ TEST_F(Store, ANameThatIsNoFolderNameIsRefused)
     for (const char *name : {"..", "a/b", "a\\b", "a:b", "*", "a?", "a|b"}) {
         bench.platform.log.clear();
         bench.store.XzSet(1, QString::fromLatin1(name));
-        EXPECT_EQ(bench.events(),
-            (QStringList{u"message Can not exist *[\\/:*?\"<|>]* (system-modal)"_s})) << name;
+        EXPECT_EQ(bench.events(), (QStringList{u"message Can not exist *[\\/:*?\"<|>]* (system-modal)"_s}))
+            << name;
     }
     bench.platform.log.clear();
     bench.store.XzSet(1, {});
@@ -133,8 +133,8 @@ TEST_F(Store, ANameThatIsNoFolderNameIsRefused)
 
 TEST_F(Store, EveryStatusHasItsTitle)
 {
-    const QStringList titles{u"发送请求..."_s, u"获取远程文件信息..."_s, u"开始接收数据..."_s, u"下载被终止..."_s,
-        u"停止下载"_s, u"暂停下载"_s, u"连接服务器失败"_s, u"发送请求失败"_s};
+    const QStringList titles{u"发送请求..."_s, u"获取远程文件信息..."_s, u"开始接收数据..."_s,
+        u"下载被终止..."_s, u"停止下载"_s, u"暂停下载"_s, u"连接服务器失败"_s, u"发送请求失败"_s};
     for (int code = 1; code <= titles.size(); ++code) {
         bench.platform.log.clear();
         Q_EMIT bench.transfers.Status(code);
@@ -356,8 +356,8 @@ TEST_F(Store, ACalledProgramsPageIsPrepared)
     bench.store.layOut();
     bench.store.showLoadingPicture();
     EXPECT_EQ(bench.events(),
-        (QStringList{u"browser width 325"_s, u"browser height 225"_s, u"clear page"_s, u"lay out"_s,
-            u"loading 1"_s}));
+        (QStringList{
+            u"browser width 325"_s, u"browser height 225"_s, u"clear page"_s, u"lay out"_s, u"loading 1"_s}));
 }
 
 TEST(ShellUrl, SplitsBehindTheSecondHash)

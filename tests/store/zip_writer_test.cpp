@@ -97,7 +97,8 @@ TEST(ZipWriter, ATimeOutsideTheFormatIsMovedIntoIt)
     writer.add(u"a"_s, "x", QDateTime(QDate(1970, 5, 6), QTime(1, 2, 4)));
     constexpr qsizetype dateOffset = 12;
     const QByteArray archive = writer.finish();
-    const auto date = static_cast<quint8>(archive[dateOffset]) | static_cast<quint8>(archive[dateOffset + 1]) << 8;
+    const auto date
+        = static_cast<quint8>(archive[dateOffset]) | static_cast<quint8>(archive[dateOffset + 1]) << 8;
     EXPECT_EQ(date >> 9, 0);
     EXPECT_EQ(date >> 5 & 15, 5);
     EXPECT_EQ(date & 31, 6);

@@ -68,11 +68,12 @@ StorePageView::StorePageView(QWebEngineProfile &profile, QUrl downloadBase, QObj
 
 void StorePageView::restrict()
 {
-    connect(this, &QWebEnginePage::featurePermissionRequested, this,
-        [this](const QUrl &origin, Feature feature) {
+    connect(
+        this, &QWebEnginePage::featurePermissionRequested, this, [this](const QUrl &origin, Feature feature) {
             setFeaturePermission(origin, feature, PermissionDeniedByUser);
         });
-    connect(this, &QWebEnginePage::quotaRequested, this, [](QWebEngineQuotaRequest request) { request.reject(); });
+    connect(this, &QWebEnginePage::quotaRequested, this,
+        [](QWebEngineQuotaRequest request) { request.reject(); });
     connect(this, &QWebEnginePage::registerProtocolHandlerRequested, this,
         [](QWebEngineRegisterProtocolHandlerRequest request) { request.reject(); });
 }
@@ -101,10 +102,12 @@ void StorePageView::loadHasFinished(bool isThere)
     }
     if (!std::exchange(m_waitsForBlank, false))
         return;
-    // A text as JavaScript source, whatever it holds; there is no limit to its length as with data: addresses.
-    const QByteArray text = QJsonDocument(QJsonArray{std::exchange(m_toWrite, {})}).toJson(QJsonDocument::Compact);
-    const QString script = u"document.open();document.write("_s + QString::fromUtf8(text)
-        + u"[0]);document.close();"_s;
+    // A text as JavaScript source, whatever it holds; there is no limit to its length as with data:
+    // addresses.
+    const QByteArray text
+        = QJsonDocument(QJsonArray{std::exchange(m_toWrite, {})}).toJson(QJsonDocument::Compact);
+    const QString script
+        = u"document.open();document.write("_s + QString::fromUtf8(text) + u"[0]);document.close();"_s;
     runJavaScript(script, [this](const QVariant &) {
         m_isComplete = true;
         Q_EMIT completed();
@@ -135,13 +138,14 @@ QWebEnginePage *StorePageView::createWindow(WebWindowType)
 
 void StorePageView::openFocusedLinkOutside()
 {
-    runJavaScript(u"document.activeElement ? document.activeElement.href : ''"_s, [this](const QVariant &value) {
-        const QUrl address(value.toString(), QUrl::StrictMode);
-        if (packageNameOf(address, m_downloadBase))
-            Q_EMIT packageFollowed(address);
-        else if (isWebAddress(address))
-            Q_EMIT outsideOpened(address);
-    });
+    runJavaScript(
+        u"document.activeElement ? document.activeElement.href : ''"_s, [this](const QVariant &value) {
+            const QUrl address(value.toString(), QUrl::StrictMode);
+            if (packageNameOf(address, m_downloadBase))
+                Q_EMIT packageFollowed(address);
+            else if (isWebAddress(address))
+                Q_EMIT outsideOpened(address);
+        });
 }
 
 QStringList StorePageView::chooseFiles(FileSelectionMode, const QStringList &, const QStringList &)
@@ -149,7 +153,8 @@ QStringList StorePageView::chooseFiles(FileSelectionMode, const QStringList &, c
     return {};
 }
 
-void StorePageView::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString &, int, const QString &)
+void StorePageView::javaScriptConsoleMessage(
+    JavaScriptConsoleMessageLevel, const QString &, int, const QString &)
 {
 }
 

@@ -39,9 +39,9 @@ QProgressBar::chunk { background: @accent; border-radius: 3px; }
 QString sheetOf(const StoreColours &colours)
 {
     QString sheet = styleTemplate;
-    const std::pair<QLatin1StringView, QColor> names[] = {{"@window"_L1, colours.window},
-        {"@text"_L1, colours.text}, {"@quiet"_L1, colours.quiet}, {"@line"_L1, colours.line},
-        {"@hover"_L1, colours.hover}, {"@accent"_L1, colours.accent}};
+    const std::pair<QLatin1StringView, QColor> names[]
+        = {{"@window"_L1, colours.window}, {"@text"_L1, colours.text}, {"@quiet"_L1, colours.quiet},
+            {"@line"_L1, colours.line}, {"@hover"_L1, colours.hover}, {"@accent"_L1, colours.accent}};
     for (const auto &[name, colour] : names)
         sheet.replace(name, colour.name());
     return sheet;

@@ -29,7 +29,8 @@ public:
     PrivateBus()
     {
         m_daemon.start(u"dbus-daemon"_s,
-            {u"--session"_s, u"--nofork"_s, u"--print-address"_s, u"--address=unix:dir="_s + m_folder.path()});
+            {u"--session"_s, u"--nofork"_s, u"--print-address"_s,
+                u"--address=unix:dir="_s + m_folder.path()});
         if (m_daemon.waitForReadyRead(30'000))
             m_address = m_daemon.readLine().trimmed();
     }
