@@ -155,7 +155,7 @@ void LauncherUi::makeHotkeyWindow()
 {
     if (m_hotkeyWindow)
         return;
-    m_hotkeyWindow = new hotkey(m_hotkeyModule, m_settings, m_window.get());
+    m_hotkeyWindow = new hotkey(*m_hotkeyModule, m_settings, m_window.get());
     connect(m_hotkeyWindow, &hotkey::unloaded, m_hotkeyWindow, &QObject::deleteLater);
     connect(m_hotkeyWindow, &hotkey::unloaded, this, [this] { m_hotkeyWindow.clear(); });
 }

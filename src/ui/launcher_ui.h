@@ -89,6 +89,7 @@ private:
     void connectWindow();
     void connectMenus();
     void toggle();
+    void insistOnFocus();
     void runKeyword(const QString &keyword, bool remembersPath);
     void guarded(const std::function<void()> &run);
     void fail(const RunTimeError &error);
@@ -125,7 +126,7 @@ private:
     AppLibrary m_library;
     AppFaces m_faces;
     SettingsFile m_settings;
-    sethotkey m_hotkeyModule;
+    std::unique_ptr<sethotkey> m_hotkeyModule; // with the launcher alone: a script start registers nothing
 
     // Where a package comes from whose name the box asks for: 0 the store, 1 dropped onto the lists. Nothing
     // sets it back to 0; kept.
