@@ -202,7 +202,7 @@ void LauncherUi::exit()
     m.endProcess(EXIT_SUCCESS);
 }
 
-void LauncherUi::addApp(const QString &keyword)
+void LauncherUi::addInstalledApp(const QString &keyword)
 {
     m_faces.forget();
     m_lists.addToBoth(keyword);
@@ -262,7 +262,7 @@ void LauncherUi::closeInput()
     resumeNext([this] { m_starts->resume(); });
 }
 
-void LauncherUi::askName(const QString &name)
+void LauncherUi::askPackageName(const QString &name)
 {
     freshBox().showName(name, name);
 }

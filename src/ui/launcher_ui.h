@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/launcher.h"
-#include "store/store_host.h"
 #include "ui/app_faces.h"
 #include "ui/app_library.h"
 #include "ui/app_list_file.h"
@@ -31,9 +30,9 @@ enum class MenuCommand;
 struct RunState;
 
 // The launcher as one object: it builds the windows, connects them with the library and the engine, and is
-// what scripts and the store see of it. With a script on the command line it is the input box and the
+// what scripts see of it. With a script on the command line it is the input box and the
 // messages alone.
-class LauncherUi final : public QObject, public Launcher, public StoreHost
+class LauncherUi final : public QObject, public Launcher
 {
     Q_OBJECT
 
@@ -71,8 +70,11 @@ public:
     // Ends the process through the launcher's exit routine.
     void exit();
 
-    void addApp(const QString &keyword) override;
-    void askName(const QString &name) override;
+    // Adds an app from the store to the lists that do not hold it yet, and saves their order.
+    void addInstalledApp(const QString &keyword);
+
+    // Asks for the keyword of a package that the store is going to install.
+    void askPackageName(const QString &name);
 
     AppLibrary &library() { return m_library; }
     frmSet *window() { return m_window.get(); }

@@ -347,8 +347,8 @@ TEST_F(FrmSetTest, anAppFromTheStoreIsListedOnceAndSaved)
 {
     addApps({u"one"_s});
     start();
-    ui.addApp(u"new"_s);
-    ui.addApp(u"one"_s);
+    ui.addInstalledApp(u"new"_s);
+    ui.addInstalledApp(u"one"_s);
     EXPECT_EQ(listed("List"), QStringList({u"one"_s, u"new"_s}));
     EXPECT_EQ(listed("List2"), QStringList({u"new"_s, u"one"_s}));
     EXPECT_EQ(bytesOf(folder.configTxt()), "one\r\nnew\r\n");

@@ -96,7 +96,7 @@ public:
         save("input", topLevel("shurubox"));
         ui.showTip(u"Dear Ann,\nthe report is ready.\n亲爱的安，报告已经准备好了。"_s);
         save("tip", topLevel("shurubox"));
-        ui.askName(u"date"_s);
+        ui.askPackageName(u"date"_s);
         click(inBox("Image2"));
         save("name", topLevel("shurubox"));
         click(inBox("Label4"));

@@ -256,12 +256,12 @@ TEST_F(ShuruboxTest, aNameForAStorePackageGoesToTheStore)
 {
     folder.addApp(u"Calc"_s);
     start();
-    ui.askName(u"Calc"_s);
+    ui.askPackageName(u"Calc"_s);
     click(inBox("Image2"));
     EXPECT_EQ(inBox<QLabel>("Label6")->text(), u"Calc  already exists"_s);
     inBox<QLineEdit>("Text4")->setText(u"new"_s);
     key(inBox("Text4"), Qt::Key_Return);
-    ui.askName(u"Calc"_s);
+    ui.askPackageName(u"Calc"_s);
     click(inBox("Label3"));
     EXPECT_EQ(said(), QStringList({u"store install new 1"_s, u"store install Calc 0"_s}));
 }
@@ -269,7 +269,7 @@ TEST_F(ShuruboxTest, aNameForAStorePackageGoesToTheStore)
 TEST_F(ShuruboxTest, aNameThatLeavesTheLibraryKeepsTheBoxOpen)
 {
     start();
-    ui.askName(u"../x"_s);
+    ui.askPackageName(u"../x"_s);
     click(inBox("Image2"));
     EXPECT_TRUE(topLevel("shurubox"));
     EXPECT_TRUE(said().isEmpty());
@@ -278,7 +278,7 @@ TEST_F(ShuruboxTest, aNameThatLeavesTheLibraryKeepsTheBoxOpen)
 TEST_F(ShuruboxTest, theDetailsShowThePackageAndLeadBack)
 {
     start();
-    ui.askName(u"calc"_s);
+    ui.askPackageName(u"calc"_s);
     click(inBox("Label4"));
     EXPECT_TRUE(inBox("setupbox")->isVisible());
     EXPECT_EQ(inBox<QLineEdit>("Text2")->text(), u"calc"_s);
