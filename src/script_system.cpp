@@ -53,19 +53,20 @@ ScriptSystem::ScriptSystem(
               platform.session(), platform.windows(), launcher, m_notices})
     , m_input(m_reader, launcher, m_state.vardict)
 {
-    m_loop.addNamespace(u"mouse"_s, m_mouse);
-    m_loop.addNamespace(u"keyboard"_s, m_keyboard);
-    m_loop.addNamespace(u"file"_s, m_file);
-    m_loop.addNamespace(u"net"_s, m_net);
-    m_loop.addNamespace(u"text"_s, m_text);
-    m_loop.addNamespace(u"set"_s, m_set);
-    m_loop.addNamespace(u"webbox"_s, m_webbox);
-    m_loop.addNamespace(u"time"_s, m_time);
-    m_loop.addNamespace(u"window"_s, m_window);
-    m_loop.addNamespace(u"print"_s, m_print);
-    m_loop.addNamespace(u"os"_s, m_os);
-    m_loop.addNamespace(u"input"_s, m_input);
-    m_loop.addNamespace(u"me"_s, m_input);
+    m_namespaces = {{u"mouse"_s, &m_mouse}, {u"keyboard"_s, &m_keyboard}, {u"file"_s, &m_file},
+        {u"net"_s, &m_net}, {u"text"_s, &m_text}, {u"set"_s, &m_set}, {u"webbox"_s, &m_webbox},
+        {u"time"_s, &m_time}, {u"window"_s, &m_window}, {u"print"_s, &m_print}, {u"os"_s, &m_os},
+        {u"input"_s, &m_input}, {u"me"_s, &m_input}};
+    for (const auto &[name, handler] : m_namespaces)
+        m_loop.addNamespace(name, *handler);
+}
+
+ScriptVocabulary ScriptSystem::vocabulary() const
+{
+    ScriptVocabulary vocabulary;
+    for (const auto &[name, handler] : m_namespaces)
+        vocabulary.add(name, handler->commands());
+    return vocabulary;
 }
 
 } // namespace plum

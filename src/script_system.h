@@ -22,6 +22,10 @@
 #include "engine/text_commands.h"
 #include "engine/text_files.h"
 #include "engine/time_commands.h"
+#include "ui/script_vocabulary.h"
+
+#include <utility>
+#include <vector>
 
 namespace plum {
 
@@ -38,6 +42,9 @@ public:
 
     RunState &state() { return m_state; }
     RunStart &starts() { return m_starts; }
+
+    // Every namespace with its table, for the editor.
+    ScriptVocabulary vocabulary() const;
 
 private:
     RunState m_state;
@@ -63,6 +70,8 @@ private:
     PrintCommands m_print;
     OsCommands m_os;
     InputCommands m_input;
+
+    std::vector<std::pair<QString, Handler *>> m_namespaces;
 };
 
 } // namespace plum

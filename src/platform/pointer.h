@@ -23,7 +23,8 @@ public:
     // The current position. Without a desktop: 0,0.
     virtual QPoint position() = 0;
 
-    // Moves the pointer. A point off the desktop is clipped to it by the system, without an error.
+    // Moves the pointer. A point off the desktop is clipped to it by the system, without an error. While a
+    // button of this object is down the pointer may pass points on the way, so that programs see a drag.
     virtual void moveTo(QPoint point) = 0;
 
     // Sends one event at the current position. Returns before the receiver has seen it; events keep

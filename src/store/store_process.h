@@ -2,6 +2,7 @@
 
 #include "store/store_view.h"
 
+#include <QJsonObject>
 #include <QProcess>
 #include <QTimer>
 

@@ -104,11 +104,6 @@ QByteArray page(const QString &title, const QString &place, const QString &conte
     return fillTemplate(part(u"page.html"_s), values).toUtf8();
 }
 
-QString anchor(const QString &category)
-{
-    return u"c-"_s + encoded(category.toLower());
-}
-
 QByteArray catalogue(const std::vector<PublishedApp> &apps, const QString &downloadBase)
 {
     std::map<QString, QString> cards; // by category
@@ -118,9 +113,10 @@ QByteArray catalogue(const std::vector<PublishedApp> &apps, const QString &downl
 
     QString sections;
     QString links;
+    int number = 0;
     for (const auto &[category, content] : cards) {
-        const TemplateValues values{
-            {u"category"_s, category}, {u"anchor"_s, anchor(category)}, {u"cards"_s, content}};
+        const QString anchor = u"category%1"_s.arg(++number);
+        const TemplateValues values{{u"category"_s, category}, {u"anchor"_s, anchor}, {u"cards"_s, content}};
         sections += fillTemplate(part(u"category.html"_s), values);
         links += fillTemplate(u"<a href=\"#{{anchor}}\">{{category}}</a>\n"_s, values);
     }

@@ -159,6 +159,11 @@ void LauncherUi::runKeyword(const QString &keyword, bool remembersPath)
     });
 }
 
+void LauncherUi::runAll()
+{
+    guarded([this] { m_starts->runAll(); });
+}
+
 void LauncherUi::guarded(const std::function<void()> &run)
 {
     try {
@@ -250,7 +255,11 @@ void LauncherUi::showTip(const QString &text)
 void LauncherUi::confirmInput(const QString &variable, const QString &text)
 {
     m_state->vardict.SetVar(variable, text);
+    const bool isOver = m_state->runidx[0] >= m_state->runlist.size();
     guarded([this] { m_starts->resume(); });
+    // A script on the command line ends after its last line, also when that line was the question.
+    if (isOver && m_state->endsWithRun())
+        endProcess();
 }
 
 void LauncherUi::closeInput()

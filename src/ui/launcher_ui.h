@@ -61,6 +61,9 @@ public:
     // The engine is built on this object, so it comes later. Nothing is shown before.
     void connectEngine(RunState &state, RunStart &starts, ScriptVocabulary vocabulary);
 
+    // Runs the whole run list: a script on the command line.
+    void runAll();
+
     // The normal start: the list, the tray icon, the hotkey, the window.
     void start();
 

@@ -217,8 +217,8 @@ uint16_t X11Keymap::modifierWith(xkb_keysym_t symbol)
 
 std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
 {
-    m_lastOwnUse = now();
     if (const auto own = std::ranges::find(m_ownKeys, symbol, &OwnKey::symbol); own != m_ownKeys.end()) {
+        m_lastOwnUse = now();
         own->held = true;
         return own->key;
     }
@@ -237,10 +237,12 @@ std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
         const auto unused = std::ranges::find(m_ownKeys, false, &OwnKey::held);
         if (unused == m_ownKeys.end())
             return {};
-        letProgramsRead();
+        if (!activeProgramHasRead())
+            waitForSettledMap();
         spare = unused->key;
         m_ownKeys.erase(unused);
     }
+    m_lastOwnUse = now();
     m_ownKeys.push_back({*spare, symbol, true});
     bind(*spare, symbol);
     return spare;
@@ -261,18 +263,21 @@ void X11Keymap::bind(xcb_keycode_t key, xkb_keysym_t symbol)
         m_connection.xcb(), 1, key, static_cast<uint8_t>(symbols.size()), symbols.data());
 }
 
-// Waits until the programs that got our keys have looked up what they mean. The program of the active window
-// handles its events in order: when it answers a ping, it has handled the keys before it. Many programs do
-// not answer; those get a fixed time.
-void X11Keymap::letProgramsRead()
+// Waits until the program of the active window has looked up what our keys mean. It handles its events in
+// order: when it answers a ping, it has handled the keys before it. False for a program that does not answer.
+bool X11Keymap::activeProgramHasRead()
 {
     const auto active = m_connection.reply(xcb_get_property_reply, xcb_get_property, 0, m_connection.root(),
         m_connection.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 0, 1);
-    if (active && xcb_get_property_value_length(active.get()) == sizeof m_asked) {
-        std::memcpy(&m_asked, xcb_get_property_value(active.get()), sizeof m_asked);
-        if (answersPings(m_asked))
-            awaitAnswer();
-    }
+    if (!active || xcb_get_property_value_length(active.get()) != sizeof m_asked)
+        return false;
+    std::memcpy(&m_asked, xcb_get_property_value(active.get()), sizeof m_asked);
+    return answersPings(m_asked) && awaitAnswer();
+}
+
+void X11Keymap::waitForSettledMap()
+{
+    m_connection.sync();
     const qint64 age = now() - m_lastOwnUse;
     if (age < settleMilliseconds)
         QThread::msleep(static_cast<unsigned long>(settleMilliseconds - age));
@@ -289,7 +294,7 @@ bool X11Keymap::answersPings(xcb_window_t window)
     return std::ranges::find(known, m_connection.atom("_NET_WM_PING")) != known.end();
 }
 
-void X11Keymap::awaitAnswer()
+bool X11Keymap::awaitAnswer()
 {
     const auto watchRoot = [this](uint32_t events) {
         xcb_change_window_attributes(m_connection.xcb(), m_connection.root(), XCB_CW_EVENT_MASK, &events);
@@ -305,17 +310,19 @@ void X11Keymap::awaitAnswer()
     watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     xcb_send_event(
         m_connection.xcb(), 0, m_asked, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&ping));
-    m_connection.waitUntil([this] { return !m_awaitsAnswer; }, answerMilliseconds);
+    const bool answered = m_connection.waitUntil([this] { return !m_awaitsAnswer; }, answerMilliseconds);
     m_awaitsAnswer = false;
     watchRoot(XCB_EVENT_MASK_NO_EVENT);
+    return answered;
 }
 
 void X11Keymap::removeOwnKeys()
 {
     if (m_ownKeys.empty() || !m_connection.isOpen())
         return;
-    m_connection.sync();
-    letProgramsRead();
+    // Keys may have gone to another window before this one was active, so its answer alone is not enough.
+    activeProgramHasRead();
+    waitForSettledMap();
     for (const OwnKey &own : m_ownKeys)
         bind(own.key, XKB_KEY_NoSymbol);
     m_ownKeys.clear();

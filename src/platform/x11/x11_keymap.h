@@ -58,9 +58,10 @@ private:
     std::optional<xcb_keycode_t> findInAnyGroup(xkb_keysym_t symbol) const;
     bool keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const;
     std::optional<xcb_keycode_t> bindOwnKey(xkb_keysym_t symbol);
-    void letProgramsRead();
+    bool activeProgramHasRead();
     bool answersPings(xcb_window_t window);
-    void awaitAnswer();
+    bool awaitAnswer();
+    void waitForSettledMap();
     void bind(xcb_keycode_t key, xkb_keysym_t symbol);
     bool isOwn(xcb_keycode_t key) const;
 

@@ -74,11 +74,19 @@ std::unique_ptr<Probe> DesktopTest::startProbe(const QString &title, const QRect
 
 bool DesktopTest::isReadyForUse(Probe &other)
 {
-    return other.hasStarted() && eventually([&] {
+    const auto isFramed = [&] {
         return view->isViewable(other.window()) && view->isListed(other.window())
-            && view->isActive(other.window()) && other.seen().contains(u"focus in"_s)
             && view->frameRectangle(other.window()) != view->clientRectangle(other.window());
-    });
+    };
+    if (!other.hasStarted() || !eventually(isFramed)) {
+        ADD_FAILURE() << "started: " << other.hasStarted() << ", shown: " << view->isViewable(other.window())
+                      << ", listed: " << view->isListed(other.window());
+        return false;
+    }
+    // A window that was there before the manager had come up quite is not made active by itself.
+    if (!view->isActive(other.window()))
+        view->activate(other.window());
+    return eventually([&] { return view->isActive(other.window()) && other.seen().contains(u"focus in"_s); });
 }
 
 QByteArray DesktopTest::outputOf(const QString &program, const QStringList &arguments)
@@ -88,6 +96,14 @@ QByteArray DesktopTest::outputOf(const QString &program, const QStringList &argu
     EXPECT_TRUE(process.waitForFinished()) << program.toStdString();
     EXPECT_EQ(process.exitCode(), 0) << program.toStdString() << process.readAllStandardError().toStdString();
     return process.readAllStandardOutput();
+}
+
+QByteArray DesktopTest::clipboardText()
+{
+    QProcess xclip;
+    m_server->start(xclip, u"xclip"_s, {u"-o"_s, u"-selection"_s, u"clipboard"_s});
+    EXPECT_TRUE(xclip.waitForFinished());
+    return xclip.readAllStandardOutput();
 }
 
 } // namespace plum

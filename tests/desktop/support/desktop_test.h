@@ -41,6 +41,9 @@ protected:
     // Waits until the window manager has given the window to the user: shown, framed, active.
     bool isReadyForUse(Probe &other);
 
+    // What another program finds on the clipboard; empty when there is nothing.
+    QByteArray clipboardText();
+
     // Runs `program` to its end and returns what it wrote.
     QByteArray outputOf(const QString &program, const QStringList &arguments);
 

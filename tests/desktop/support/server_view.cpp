@@ -143,6 +143,21 @@ bool ServerView::isAbove(xcb_window_t upper, xcb_window_t lower)
     return std::find(first, last, frameOf(lower)) < std::find(first, last, frameOf(upper));
 }
 
+void ServerView::activate(xcb_window_t window)
+{
+    constexpr uint32_t fromUser = 2;
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom("_NET_ACTIVE_WINDOW");
+    event.data.data32[0] = fromUser;
+    xcb_send_event(m_connection, 0, m_root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<const char *>(&event));
+    xcb_flush(m_connection);
+}
+
 QPoint ServerView::pointer()
 {
     const auto at

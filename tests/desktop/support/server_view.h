@@ -41,6 +41,9 @@ public:
     // Whether the frame of `upper` is stacked above that of `lower`.
     bool isAbove(xcb_window_t upper, xcb_window_t lower);
 
+    // Asks the window manager to give the window the keyboard.
+    void activate(xcb_window_t window);
+
     QPoint pointer();
     bool anyButtonDown();
     std::vector<int> keysDown();

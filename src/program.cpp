@@ -1,0 +1,114 @@
+#include "program.h"
+
+#include "engine/run_time_error.h"
+#include "platform/paths.h"
+#include "ui/theme.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void say(const QString &line)
+{
+    StandardErrorNotices().tell(line);
+}
+
+// A script that was loaded as one long line was most likely saved with line feeds alone.
+bool looksLikeLineFeedsOnly(const QStringList &lines)
+{
+    return lines.size() == 1 && lines.front().contains(u'\n');
+}
+
+} // namespace
+
+Program::Program(const QString &programPath)
+    : m_platform(createPlatform(programPath))
+    , m_addresses(StoreAddresses::built())
+    , m_unpacker(m_platform->paths(), m_platform->textCodec())
+    , m_ui({.platform = *m_platform,
+          .store = m_door,
+          .unpacker = m_unpacker,
+          .sites = {m_addresses.site.toString(QUrl::StripTrailingSlash),
+              m_addresses.site.toString(QUrl::StripTrailingSlash)},
+          .endProcess = [this](int status) { end(status); },
+          .report = &say})
+    , m_channel(m_platform->clipboard())
+    , m_storeWindow({.program = StoreProcess::besideThisProgram(),
+          .downloadBase = m_addresses.downloadBase,
+          .dark = Theme::of(QApplication::palette()).isDark})
+    , m_transfers(m_platform->paths(), m_platform->textCodec())
+    , m_store({m_storeWindow, m_transfers, m_channel, m_host, m_platform->shell(), m_platform->paths(),
+          m_platform->textCodec(), m_addresses})
+    , m_scripts(*m_platform, m_ui, m_store, QFileInfo(programPath).completeBaseName())
+    , m_instance(m_platform->paths().programFolder())
+{
+    m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
+    m_platform->onEndRequested([this] { m_ui.endProcess(); });
+}
+
+bool Program::startLauncher()
+{
+    if (!m_instance.claim())
+        return false;
+    // Apps are opened by paths relative to the program folder.
+    QDir::setCurrent(m_platform->paths().programFolder());
+    m_ui.start();
+    return true;
+}
+
+void Program::runScript(const QString &commandLine)
+{
+    const RunStart::CommandLineScript script = m_scripts.starts().prepareCommandLine(commandLine);
+    if (script.path.isEmpty())
+        say(u"\"%1\" is not the path of a script (it does not end in \".wf\"); nothing is run."_s.arg(
+            commandLine));
+    else if (!script.loaded)
+        say(u"cannot read %1; nothing is run."_s.arg(script.path));
+    else if (looksLikeLineFeedsOnly(m_scripts.state().runlist))
+        say(u"%1 has no CR LF line ends and is therefore one single line."_s.arg(script.path));
+    m_ui.runAll();
+}
+
+// Ends without unwinding: a script may be anywhere inside nested waits.
+void Program::end(int status)
+{
+    m_platform->releaseDesktop();
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+void Program::Door::openCatalogue()
+{
+    m_program.m_store.openStore();
+}
+
+void Program::Door::install(const QString &name, InstallFlag flag)
+{
+    m_program.m_store.XzSet(flag == ByName ? 1 : 0, name);
+}
+
+void Program::Host::showMessage(const Message &message)
+{
+    m_program.m_ui.showMessage(message);
+}
+
+void Program::Host::askName(const QString &name)
+{
+    m_program.m_ui.askPackageName(name);
+}
+
+void Program::Host::addApp(const QString &keyword)
+{
+    m_program.m_ui.addInstalledApp(keyword);
+}
+
+} // namespace plum

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "script_system.h"
+#include "store/clipboard_channel.h"
+#include "store/loaded_store_transfers.h"
+#include "store/store_host.h"
+#include "store/store_process.h"
+#include "store/webbox.h"
+#include "ui/launcher_ui.h"
+#include "ui/single_instance.h"
+#include "ui/store_door.h"
+#include "ui/zip_unpacker.h"
+
+#include <memory>
+
+namespace plum {
+
+// The whole program: a platform, the launcher, the script engine and the store, made once and wired together.
+class Program
+{
+public:
+    explicit Program(const QString &programPath);
+    Q_DISABLE_COPY_MOVE(Program)
+
+    // The launcher. False when another one runs for the same program folder; the process then ends silently.
+    bool startLauncher();
+
+    // Runs the script that `commandLine` names, with the launcher hidden. The process ends with the script's
+    // last line; this returns when the script is suspended, has failed, or does not exist.
+    void runScript(const QString &commandLine);
+
+private:
+    // The launcher and the store want each other; each sees an interface that passes its wishes on.
+    class Door final : public StoreDoor
+    {
+    public:
+        explicit Door(Program &program)
+            : m_program(program)
+        {
+        }
+        void openCatalogue() override;
+        void install(const QString &name, InstallFlag flag) override;
+
+    private:
+        Program &m_program;
+    };
+    class Host final : public StoreHost
+    {
+    public:
+        explicit Host(Program &program)
+            : m_program(program)
+        {
+        }
+        void showMessage(const Message &message) override;
+        void askName(const QString &name) override;
+        void addApp(const QString &keyword) override;
+
+    private:
+        Program &m_program;
+    };
+
+    [[noreturn]] void end(int status);
+
+    std::unique_ptr<Platform> m_platform;
+    StoreAddresses m_addresses;
+    Door m_door{*this};
+    Host m_host{*this};
+    ZipUnpacker m_unpacker;
+    LauncherUi m_ui;
+    ClipboardChannel m_channel;
+    StoreProcess m_storeWindow;
+    LoadedStoreTransfers m_transfers;
+    webbox m_store;
+    ScriptSystem m_scripts;
+    SingleInstance m_instance;
+};
+
+} // namespace plum

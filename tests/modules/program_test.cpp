@@ -1,0 +1,100 @@
+// What the real program loads, and how it ends while a script waits for a module.
+
+#include "support/temporary_files.h"
+#include "support/test_server.h"
+#include "support/wait_until.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using plum::test::OddServer;
+using plum::test::TemporaryFiles;
+using plum::test::waitUntil;
+
+namespace {
+
+class ProgramTest : public testing::Test
+{
+protected:
+    ~ProgramTest() override
+    {
+        m_plum.kill();
+        m_plum.waitForFinished();
+    }
+
+    // Runs `lines` without a display and waits until the last of them begins.
+    void runUntilTheLastOf(const QStringList &lines)
+    {
+        QStringList script = lines;
+        script.insert(script.size() - 1, u"file.save \"%1/marker\",\"x\",\"append\""_s.arg(m_files.folder()));
+        const QString path = m_files.write(u"main.wf"_s, script.join(u"\r\n"_s).toUtf8());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(u"DISPLAY"_s);
+        environment.remove(u"WAYLAND_DISPLAY"_s);
+        m_plum.setProcessEnvironment(environment);
+        m_plum.start(QStringLiteral(PLUM_PROGRAMS_FOLDER "/plum"), {path});
+        ASSERT_TRUE(waitUntil([this] { return !m_files.read(u"marker"_s).isEmpty(); }));
+    }
+
+    QByteArray loaded() const
+    {
+        QFile maps(u"/proc/%1/maps"_s.arg(m_plum.processId()));
+        return maps.open(QIODevice::ReadOnly) ? maps.readAll() : QByteArray();
+    }
+
+    bool endsOnRequest()
+    {
+        m_plum.terminate();
+        return m_plum.waitForFinished() && m_plum.exitStatus() == QProcess::NormalExit;
+    }
+
+    QProcess m_plum;
+    TemporaryFiles m_files;
+};
+
+const QString longWait = QStringLiteral("time.sleep \"60000\"");
+
+} // namespace
+
+TEST_F(ProgramTest, APlainScriptLoadsNoModule)
+{
+    runUntilTheLastOf({u"set.a \"1\""_s, longWait});
+    EXPECT_TRUE(loaded().contains("libQt6Core"));
+    for (const char *library : {"libQt6Network", "libQt6Qml", "libQt6WebEngine", "plum-http", "plum-js"})
+        EXPECT_FALSE(loaded().contains(library)) << library;
+}
+
+TEST_F(ProgramTest, AFetchLoadsTheNetworkAlone)
+{
+    OddServer server;
+    runUntilTheLastOf({u"net.get \"%1\",\"a\""_s.arg(server.address(u"text"_s)), longWait});
+    EXPECT_TRUE(loaded().contains("plum-http"));
+    EXPECT_FALSE(loaded().contains("libQt6Qml"));
+}
+
+TEST_F(ProgramTest, JavaScriptIsLoadedWhenItIsCalled)
+{
+    m_files.write(u"f.js"_s, "function f() { return 6 * 7; }");
+    runUntilTheLastOf({u"file.call_js \"_pfold_/f.js\",\"f\",\"\",\"x\""_s, longWait});
+    EXPECT_TRUE(loaded().contains("plum-js"));
+    EXPECT_EQ(m_files.read(u"marker"_s), "42\r\n");
+}
+
+TEST_F(ProgramTest, EndsWhileItWaitsForAServer)
+{
+    OddServer server;
+    runUntilTheLastOf({u"set.a \"1\""_s, u"net.get \"%1\",\"a\""_s.arg(server.address(u"held"_s))});
+    EXPECT_TRUE(endsOnRequest());
+}
+
+TEST_F(ProgramTest, EndsWhileAScriptNeverDoes)
+{
+    m_files.write(u"f.js"_s, "function f() { while (true) ; }");
+    m_files.write(
+        u"g.js"_s, "function g() { return /^(a+)+$/.test('aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaab'); }");
+    runUntilTheLastOf({u"set.a \"1\""_s, u"file.call_js \"_pfold_/f.js\",\"f\",\"\",\"x\""_s});
+    EXPECT_TRUE(endsOnRequest());
+    QFile::remove(m_files.folder() + u"/marker"_s);
+    runUntilTheLastOf({u"set.a \"1\""_s, u"file.call_js \"_pfold_/g.js\",\"g\",\"\",\"x\""_s});
+    EXPECT_TRUE(endsOnRequest());
+}
