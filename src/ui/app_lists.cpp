@@ -38,6 +38,14 @@ void AppLists::append(const QString &keyword)
     List.setStringList(List.stringList() << keyword);
 }
 
+void AppLists::addToBoth(const QString &keyword)
+{
+    for (QStringListModel *model : {&List, &List2}) {
+        if (!model->stringList().contains(keyword))
+            model->setStringList(model->stringList() << keyword);
+    }
+}
+
 void AppLists::insertFirst(const QString &keyword)
 {
     insertFirstInto(List, keyword);

@@ -17,6 +17,9 @@ public:
 
     void append(const QString &keyword);
 
+    // Adds an app from the store at the end of each list that does not hold it.
+    void addToBoth(const QString &keyword);
+
     // Puts `keyword` at the top of both lists; it is listed once.
     void insertFirst(const QString &keyword);
 

@@ -98,6 +98,8 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     m_hint = new QLabel(panel);
     m_hint->setObjectName(u"hint"_s);
     m_hint->setProperty("quiet", true);
+    m_hint->setTextFormat(Qt::RichText);
+    m_hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_hint->hide();
 
     auto *head = new QHBoxLayout;

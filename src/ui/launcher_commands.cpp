@@ -20,7 +20,7 @@ void LauncherUi::choose(MenuCommand command)
     const QString selected = m_window->selectedKeyword();
     switch (command) {
     case MenuCommand::addnew:
-        addApp();
+        openAddPanel();
         break;
     case MenuCommand::editok:
         editApp(selected);
@@ -71,7 +71,7 @@ void LauncherUi::openPage(const QString &address)
     m.platform.shell().open(address, {}, ShowState::Normal);
 }
 
-void LauncherUi::addApp()
+void LauncherUi::openAddPanel()
 {
     m_window->editPanel().openForAdding();
     m_window->showEditPanel();
@@ -155,7 +155,7 @@ void LauncherUi::makeHotkeyWindow()
 {
     if (m_hotkeyWindow)
         return;
-    m_hotkeyWindow = new hotkey(m_hotkeyModule, m_settings, m_window.get());
+    m_hotkeyWindow = new hotkey(*m_hotkeyModule, m_settings, m_window.get());
     connect(m_hotkeyWindow, &hotkey::unloaded, m_hotkeyWindow, &QObject::deleteLater);
     connect(m_hotkeyWindow, &hotkey::unloaded, this, [this] { m_hotkeyWindow.clear(); });
 }

@@ -15,9 +15,21 @@
 #include "ui/shurubox.h"
 #include "ui/store_door.h"
 
+#include <QApplication>
+#include <QTimer>
+
+#include <chrono>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto focusPatience = 150ms;
+
+} // namespace
 
 LauncherUi::LauncherUi(Surroundings surroundings)
     : m(std::move(surroundings))
@@ -26,13 +38,13 @@ LauncherUi::LauncherUi(Surroundings surroundings)
           m_lists, m_listFile})
     , m_faces(m_library, m.platform.paths())
     , m_settings(m.platform.paths(), m.platform.textCodec())
-    , m_hotkeyModule(m.platform.hotkey())
 {
 }
 
 LauncherUi::~LauncherUi()
 {
-    m_hotkeyModule.disconnect(this);
+    if (m_hotkeyModule)
+        m_hotkeyModule->disconnect(this);
     delete m_box;
     delete m_hotkeyWindow;
 }
@@ -55,10 +67,11 @@ void LauncherUi::start()
     connectMenus();
     m_menus->addTrayIcon();
 
-    connect(&m_hotkeyModule, &sethotkey::fired, this, &LauncherUi::toggle);
-    connect(&m_hotkeyModule, &sethotkey::registrationChanged, this, &LauncherUi::showHint);
+    m_hotkeyModule = std::make_unique<sethotkey>(m.platform.hotkey());
+    connect(m_hotkeyModule.get(), &sethotkey::fired, this, &LauncherUi::toggle);
+    connect(m_hotkeyModule.get(), &sethotkey::registrationChanged, this, &LauncherUi::showHint);
     if (m_settings.exists()) {
-        m_hotkeyModule.hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
+        m_hotkeyModule->hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
         makeHotkeyWindow();
         m_hotkeyWindow->SetNew(hotkey::Register);
     }
@@ -108,7 +121,15 @@ void LauncherUi::showAndActivate()
     m_window->raise();
     m_window->activateWindow();
     m_window->focusKeywordBox();
-    m.platform.windows().activate(static_cast<WindowHandle>(m_window->winId()));
+    QTimer::singleShot(focusPatience, this, &LauncherUi::insistOnFocus);
+}
+
+// A window manager that guards the focus has to be asked by the system's own means. That call waits for its
+// answer, so it comes only when the window has been painted and is still not active.
+void LauncherUi::insistOnFocus()
+{
+    if (m_window->isVisible() && !QApplication::activeWindow())
+        m.platform.windows().activate(static_cast<WindowHandle>(m_window->winId()));
 }
 
 void LauncherUi::toggle()
@@ -121,8 +142,8 @@ void LauncherUi::toggle()
 
 void LauncherUi::showHint()
 {
-    m_window->setHint(m_hotkeyModule.isRegistered() ? QString()
-                                                    : tr("No hotkey yet.")
+    m_window->setHint(m_hotkeyModule->isRegistered() ? QString()
+                                                     : tr("No hotkey yet.")
                 + u" <a href='hotkey' style='color:%1'>%2</a>"_s.arg(
                     m_window->theme().accent.name(), tr("Choose one")));
 }
@@ -174,7 +195,8 @@ void LauncherUi::leaveDesktop()
 {
     if (m_menus)
         m_menus->removeTrayIcon();
-    m_hotkeyModule.UnregisterLauncherHotkey();
+    if (m_hotkeyModule)
+        m_hotkeyModule->UnregisterLauncherHotkey();
 }
 
 void LauncherUi::exit()
@@ -188,7 +210,7 @@ void LauncherUi::exit()
 void LauncherUi::addInstalledApp(const QString &keyword)
 {
     m_faces.forget();
-    m_lists.insertFirst(keyword);
+    m_lists.addToBoth(keyword);
     m_listFile.ConfigSave(m_lists.List.stringList());
 }
 

@@ -30,7 +30,8 @@ enum class MenuCommand;
 struct RunState;
 
 // The launcher as one object: it builds the windows, connects them with the library and the engine, and is
-// what scripts see of it. With a script on the command line it is the input box and the messages alone.
+// what scripts see of it. With a script on the command line it is the input box and the
+// messages alone.
 class LauncherUi final : public QObject, public Launcher
 {
     Q_OBJECT
@@ -72,7 +73,7 @@ public:
     // Ends the process through the launcher's exit routine.
     void exit();
 
-    // Adds an app that was installed from elsewhere to both lists, and saves their order.
+    // Adds an app from the store to the lists that do not hold it yet, and saves their order.
     void addInstalledApp(const QString &keyword);
 
     // Asks for the keyword of a package that the store is going to install.
@@ -93,6 +94,7 @@ private:
     void connectWindow();
     void connectMenus();
     void toggle();
+    void insistOnFocus();
     void runKeyword(const QString &keyword, bool remembersPath);
     void guarded(const std::function<void()> &run);
     void fail(const RunTimeError &error);
@@ -104,7 +106,7 @@ private:
     void packageDropped(const QString &path);
 
     void choose(MenuCommand command);
-    void addApp();
+    void openAddPanel();
     void editApp(const QString &keyword);
     void editDotScript(const QString &keyword);
     void renameApp(const QString &keyword);
@@ -129,7 +131,7 @@ private:
     AppLibrary m_library;
     AppFaces m_faces;
     SettingsFile m_settings;
-    sethotkey m_hotkeyModule;
+    std::unique_ptr<sethotkey> m_hotkeyModule; // with the launcher alone: a script start registers nothing
 
     // Where a package comes from whose name the box asks for: 0 the store, 1 dropped onto the lists. Nothing
     // sets it back to 0; kept.

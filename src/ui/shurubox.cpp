@@ -24,6 +24,15 @@ constexpr QSize inputSize(420, 152);
 constexpr QSize boxSize(420, 172);
 constexpr QSize tipSize(420, 200);
 
+// A prompt of several lines makes the box higher, up to a limit.
+QSize inputSizeFor(const QLabel &prompt)
+{
+    constexpr int promptWidth = 350;
+    constexpr int oneLine = 32;
+    const int more = std::clamp(prompt.heightForWidth(promptWidth) - oneLine, 0, 400);
+    return inputSize + QSize(0, more);
+}
+
 QLabel *label(const QString &name, const QString &text, QWidget *parent)
 {
     auto *made = new QLabel(text, parent);
@@ -191,7 +200,7 @@ void shurubox::bringUp(QWidget *panel)
 {
     m_panels->setCurrentWidget(panel);
     Image1->setVisible(panel == m_inputPanel || panel == m_tipPanel);
-    setFixedSize(panel == m_tipPanel ? tipSize : panel == m_inputPanel ? inputSize : boxSize);
+    setFixedSize(panel == m_tipPanel ? tipSize : panel == m_inputPanel ? inputSizeFor(*title) : boxSize);
     if (!isVisible())
         wincenter();
     show();

@@ -343,6 +343,17 @@ TEST_F(FrmSetTest, aFileDroppedOnTheKeywordBoxBecomesTheDroppedFile)
     EXPECT_EQ(typed(), QString());
 }
 
+TEST_F(FrmSetTest, anAppFromTheStoreIsListedOnceAndSaved)
+{
+    addApps({u"one"_s});
+    start();
+    ui.addInstalledApp(u"new"_s);
+    ui.addInstalledApp(u"one"_s);
+    EXPECT_EQ(listed("List"), QStringList({u"one"_s, u"new"_s}));
+    EXPECT_EQ(listed("List2"), QStringList({u"new"_s, u"one"_s}));
+    EXPECT_EQ(bytesOf(folder.configTxt()), "one\r\nnew\r\n");
+}
+
 TEST_F(FrmSetTest, theMenuPicturesOpenTheSettingsMenu)
 {
     start();

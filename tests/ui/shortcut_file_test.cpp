@@ -1,8 +1,12 @@
 #include "platform/shortcut_file.h"
 
 #include "platform/x11/desktop_entry.h"
+#include "platform/x11/file_paths.h"
 #include "platform/x11/linux_text_codec.h"
+#include "platform/x11/x11_shell.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -153,6 +157,28 @@ TEST_F(ShortcutTest, lengthsThatPointOutsideAreSafe)
         }
     }
     SUCCEED();
+}
+
+TEST_F(ShortcutTest, filesOnTheDiskAreReadByTheirEnding)
+{
+    const QTemporaryDir folder;
+    const FilePaths paths(folder.path() + u"/plum"_s);
+    X11Shell shell(paths);
+    const auto file = [&](const QString &name, const QByteArray &bytes) {
+        const QString path = folder.path() + u'/' + name;
+        QFile made(path);
+        EXPECT_TRUE(made.open(QIODevice::WriteOnly) && made.write(bytes) == bytes.size());
+        return path;
+    };
+    const QByteArray link = header(2) + localInfo("C:\\x.exe");
+    EXPECT_EQ(shell.shortcutTarget(file(u"a.lnk"_s, link)), u"C:\\x.exe"_s);
+    EXPECT_EQ(
+        shell.shortcutTarget(file(u"b.lnk"_s, header(0x8) + u16(5) + "c.txt")), folder.path() + u"\\c.txt"_s);
+    EXPECT_EQ(shell.shortcutTarget(file(u"x.desktop"_s, "[Desktop Entry]\nType=Link\nURL=file:///tmp\n")),
+        u"/tmp"_s);
+    for (const QString &unchanged : {file(u"broken.lnk"_s, "nothing"), file(u"a.txt"_s, link),
+             file(u"A.LNK"_s, link), folder.path() + u"/missing.lnk"_s, folder.path()})
+        EXPECT_EQ(shell.shortcutTarget(unchanged), unchanged);
 }
 
 TEST(DesktopEntry, readsTheProgramOfAnApplication)

@@ -64,6 +64,17 @@ TEST_F(ShuruboxTest, confirmingAnEmptyEntryStoresNothingAndResumes)
     EXPECT_EQ(state.vardict.GetVar(u"who"_s), QString());
 }
 
+TEST_F(ShuruboxTest, aLongPromptIsShownWhole)
+{
+    run({u"input.text \"who\",\"short\""_s});
+    const int height = topLevel("shurubox")->height();
+    ui.showInput(u"A prompt that goes on "_s.repeated(20), u"who"_s);
+    EXPECT_GT(topLevel("shurubox")->height(), height);
+    QApplication::processEvents();
+    const auto *prompt = inBox<QLabel>("title");
+    EXPECT_GE(prompt->height(), prompt->heightForWidth(prompt->width()));
+}
+
 TEST_F(ShuruboxTest, enterInTheEntryConfirms)
 {
     run({u"input.text \"who\",\"?\""_s, u"note.down set.who"_s});
