@@ -10,12 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A folder of the user's session: the program folder itself may be read-only.
+// A folder of the user's: the program folder itself may be read-only.
 QString lockPath(const QString &programFolder)
 {
-    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (folder.isEmpty())
-        folder = QDir::tempPath();
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    QDir().mkpath(folder);
     const QByteArray name
         = QCryptographicHash::hash(programFolder.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
     return u"%1/plum-%2.lock"_s.arg(folder, QString::fromLatin1(name));
