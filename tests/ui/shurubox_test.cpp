@@ -290,8 +290,9 @@ TEST(Shurubox, aNameThatDiffersInLetterCaseAloneExists)
 {
     recording::LibraryBench bench;
     bench.folder.addApp(u"Calc"_s);
+    const AppLibrary &apps = bench.library;
     shurubox box(bench.shell,
-        {.exists = [&](const QString &keyword) { return bench.library.exists(keyword); },
+        {.exists = [&](const QString &keyword) { return apps.exists(keyword); },
             .isUsableName = [](const QString &) { return true; }},
         nullptr);
     box.setAttribute(Qt::WA_DeleteOnClose, false);
