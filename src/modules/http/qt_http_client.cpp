@@ -5,6 +5,10 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
+#include <algorithm>
+#include <array>
+#include <optional>
+
 namespace plum {
 
 namespace {
@@ -20,8 +24,7 @@ bool isHttp(const QUrl &url)
 QNetworkRequest requestFor(const QUrl &url)
 {
     QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setMaximumRedirectsAllowed(mostRedirections);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
@@ -91,26 +94,61 @@ private:
     bool m_tooLarge = false;
 };
 
+// Where an answer sends the client on to; nothing for one that is final.
+std::optional<QUrl> redirection(const QNetworkReply &reply)
+{
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const QByteArray location = reply.rawHeader("Location");
+    constexpr std::array redirecting{301, 302, 303, 307, 308};
+    if (location.isEmpty() || std::ranges::find(redirecting, status) == redirecting.end())
+        return {};
+    return reply.url().resolved(QUrl(QString::fromUtf8(location)));
+}
+
+bool keepsMethod(int status)
+{
+    return status == 307 || status == 308;
+}
+
+// One exchange after the other, until an answer is final. Redirections are followed here and not by Qt, which
+// at times loses a body that it has to send again. `body` is null for a GET.
+HttpReply exchange(const QString &url, const QByteArray &contentType, QIODevice *body)
+{
+    QUrl address(url.trimmed());
+    for (int redirections = 0; isHttp(address) && redirections <= mostRedirections; ++redirections) {
+        QNetworkRequest request = requestFor(address);
+        QNetworkAccessManager manager;
+        QNetworkReply *reply = nullptr;
+        if (body) {
+            request.setHeader(QNetworkRequest::ContentTypeHeader, contentType);
+            body->seek(0);
+            reply = manager.post(request, body);
+        } else {
+            reply = manager.get(request);
+        }
+        const HttpReply answer = Arrival(*reply).wait();
+        const std::optional<QUrl> next = redirection(*reply);
+        if (answer.status == 0 || !next)
+            return answer;
+        if (address.scheme() == QLatin1StringView("https") && next->scheme() != address.scheme())
+            return {};
+        if (!keepsMethod(answer.status))
+            body = nullptr;
+        address = *next;
+    }
+    return {};
+}
+
 } // namespace
 
 HttpReply QtHttpClient::get(const QString &url)
 {
-    const QUrl address(url.trimmed());
-    if (!isHttp(address))
-        return {};
-    QNetworkAccessManager manager;
-    return Arrival(*manager.get(requestFor(address))).wait();
+    return exchange(url, {}, nullptr);
 }
 
 HttpReply QtHttpClient::post(const QString &url, const QByteArray &contentType, QIODevice &body)
 {
-    const QUrl address(url.trimmed());
-    if (!isHttp(address))
-        return {};
-    QNetworkRequest request = requestFor(address);
-    request.setHeader(QNetworkRequest::ContentTypeHeader, contentType);
-    QNetworkAccessManager manager;
-    return Arrival(*manager.post(request, &body)).wait();
+    return exchange(url, contentType, &body);
 }
 
 } // namespace plum

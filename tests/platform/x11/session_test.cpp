@@ -237,7 +237,7 @@ TEST_F(SessionTest, ServicesThatNeverAnswerCostTwoSecondsAtMost)
     const qint64 lock = elapsed.restart();
     EXPECT_EQ(session.restart(), Outcome::Unavailable);
     const qint64 restart = elapsed.elapsed();
-    EXPECT_EQ(saver.calls().size(), 1);
+    EXPECT_FALSE(saver.calls().isEmpty());
     EXPECT_EQ(manager.calls().size(), 2);
     // Qt's own patience would be 25 seconds; the rest is for a loaded machine.
     EXPECT_LT(lock, 10'000);
