@@ -21,9 +21,8 @@ protected:
     void startWithPicture(const char *manager)
     {
         startDesktop(QString::fromLatin1(manager));
-        ASSERT_TRUE(eventually([&] {
-            return view->isComposited() == (manager == std::string_view("xfwm4_compositing"));
-        }));
+        ASSERT_TRUE(eventually(
+            [&] { return view->isComposited() == (manager == std::string_view("xfwm4_compositing")); }));
         showPicture(window);
     }
 };
