@@ -9,7 +9,7 @@ namespace {
 constexpr QRect onTheLeft{100, 60, 320, 250};
 constexpr QRect onTheRight{1500, 200, 320, 250};
 
-// A desktop of 2560 x 900 whose main screen is the left half.
+// A desktop of 2560 x 900 that can be cut in two.
 class SearchScreens : public SearchTest
 {
 protected:
@@ -24,6 +24,7 @@ protected:
 
     void xrandr(const QStringList &arguments) { outputOf(u"xrandr"_s, arguments); }
 
+    // The main screen is the left half.
     void placeScreensSideBySide()
     {
         xrandr(
@@ -64,8 +65,8 @@ TEST_F(SearchScreens, areBothReachedByARegion)
 
 TEST_F(SearchScreens, areBothClickedOn)
 {
-    // The server keeps the pointer where one of its outputs shows something, and it has a single one: here
-    // that shows both halves, and the two screens are what programs are told.
+    // The server keeps the pointer on what its single output shows, so here that shows both halves, and
+    // programs are told that these are two screens.
     xrandr({u"--setmonitor"_s, u"*left"_s, u"1280/300x900/200+0+0"_s, u"screen"_s});
     xrandr({u"--setmonitor"_s, u"right"_s, u"1280/300x900/200+1280+0"_s, u"none"_s});
     showPicture(onTheRight, u"Right"_s);
@@ -97,8 +98,9 @@ TEST_F(SearchScreens, mayChangeTheirSizeWhileAScriptSearches)
         return logged().size() > enough;
     }));
     // In the middle of a change a search may see nothing, but never anything wrong; then all is as before.
-    EXPECT_EQ(logged().count(spot) + logged().count(u"none"_s), logged().size());
-    EXPECT_TRUE(eventually([&, before = logged().size()] { return logged().lastIndexOf(spot) > before; }));
+    const QStringList meanwhile = logged();
+    EXPECT_EQ(meanwhile.count(spot) + meanwhile.count(u"none"_s), meanwhile.size());
+    EXPECT_TRUE(eventually([&] { return logged().lastIndexOf(spot) > meanwhile.size(); }));
     program().terminate();
     expectGoodEnd();
 }
