@@ -11,13 +11,15 @@ namespace {
 
 QStringList managerCommand(const QString &name)
 {
+    if (name == "xfwm4_compositing"_L1)
+        return {u"xfwm4"_s, u"--compositor=on"_s};
     // Shadows and fading would only cost time here.
     return name == "xfwm4"_L1 ? QStringList{name, u"--compositor=off"_s} : QStringList{name};
 }
 
 } // namespace
 
-void DesktopTest::startDesktop(const QString &windowManager, const QString &layout)
+void DesktopTest::startDesktop(const QString &windowManager, const QString &layout, QSize screen)
 {
     ASSERT_TRUE(m_folder.isValid());
     // Nobody's own settings decide here, and no program finds its way to the session outside.
@@ -29,7 +31,7 @@ void DesktopTest::startDesktop(const QString &windowManager, const QString &layo
     qputenv("LC_ALL", "C.UTF-8");
     ASSERT_TRUE(startBus());
 
-    m_server = std::make_unique<XServer>(QSize(1280, 900), managerCommand(windowManager));
+    m_server = std::make_unique<XServer>(screen, managerCommand(windowManager));
     ASSERT_TRUE(m_server->isReady());
     m_server->useAsDisplay();
     view.emplace(m_server->display());
@@ -67,9 +69,10 @@ bool DesktopTest::startBus()
     return address.endsWith('\n');
 }
 
-std::unique_ptr<Probe> DesktopTest::startProbe(const QString &title, const QRect &rectangle)
+std::unique_ptr<Probe> DesktopTest::startProbe(
+    const QString &title, const QRect &rectangle, const QString &picture)
 {
-    return std::make_unique<Probe>(*m_server, folder() + u'/' + title + u".log"_s, title, rectangle);
+    return std::make_unique<Probe>(*m_server, folder() + u'/' + title + u".log"_s, title, rectangle, picture);
 }
 
 bool DesktopTest::isReadyForUse(Probe &other)

@@ -32,11 +32,14 @@ class DesktopTest : public testing::Test
 protected:
     static constexpr QRect probeArea{200, 150, 500, 300};
 
-    // `layout` is what setxkbmap takes, several layouts separated by commas.
-    void startDesktop(const QString &windowManager, const QString &layout = QStringLiteral("us"));
+    // `layout` is what setxkbmap takes, several layouts separated by commas. "xfwm4" does not composite,
+    // "xfwm4_compositing" does.
+    void startDesktop(const QString &windowManager, const QString &layout = QStringLiteral("us"),
+        QSize screen = {1280, 900});
     void TearDown() override;
 
-    std::unique_ptr<Probe> startProbe(const QString &title, const QRect &rectangle);
+    std::unique_ptr<Probe> startProbe(
+        const QString &title, const QRect &rectangle, const QString &picture = {});
 
     // Waits until the window manager has given the window to the user: shown, framed, active.
     bool isReadyForUse(Probe &other);

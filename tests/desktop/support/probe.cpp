@@ -12,16 +12,19 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
-Probe::Probe(const XServer &server, const QString &logPath, const QString &title, const QRect &rectangle)
+Probe::Probe(const XServer &server, const QString &logPath, const QString &title, const QRect &rectangle,
+    const QString &picture)
     : m_logPath(logPath)
 {
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
-    server.start(m_process, QStringLiteral(PLUM_PROBE),
-        {logPath, title,
-            u"%1,%2,%3,%4"_s.arg(rectangle.x())
-                .arg(rectangle.y())
-                .arg(rectangle.width())
-                .arg(rectangle.height())});
+    QStringList arguments{logPath, title,
+        u"%1,%2,%3,%4"_s.arg(rectangle.x())
+            .arg(rectangle.y())
+            .arg(rectangle.width())
+            .arg(rectangle.height())};
+    if (!picture.isEmpty())
+        arguments += {picture, u"%1,%2"_s.arg(picturePlace.x()).arg(picturePlace.y())};
+    server.start(m_process, QStringLiteral(PLUM_PROBE), arguments);
 }
 
 Probe::~Probe()

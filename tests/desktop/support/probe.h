@@ -15,8 +15,13 @@ class XServer;
 class Probe
 {
 public:
-    // Starts the program; `rectangle` is that of the window without a frame.
-    Probe(const XServer &server, const QString &logPath, const QString &title, const QRect &rectangle);
+    // Where a picture is shown in the window, in physical pixels.
+    static constexpr QPoint picturePlace{60, 120};
+
+    // Starts the program; `rectangle` is that of the window without a frame. With a `picture`, a file's path,
+    // the window shows it.
+    Probe(const XServer &server, const QString &logPath, const QString &title, const QRect &rectangle,
+        const QString &picture = {});
     ~Probe();
     Q_DISABLE_COPY_MOVE(Probe)
 

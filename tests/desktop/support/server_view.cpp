@@ -115,6 +115,29 @@ bool ServerView::hasState(xcb_window_t window, const char *name)
     return std::ranges::count(numbers(window, "_NET_WM_STATE"), atom(name)) > 0;
 }
 
+bool ServerView::isComposited()
+{
+    const auto owner = owned(xcb_get_selection_owner_reply(
+        m_connection, xcb_get_selection_owner(m_connection, atom("_NET_WM_CM_S0")), nullptr));
+    return owner && owner->owner != XCB_NONE;
+}
+
+xcb_window_t ServerView::windowTitled(const QByteArray &title)
+{
+    for (const xcb_window_t window : numbers(m_root, "_NET_CLIENT_LIST")) {
+        const auto found = owned(xcb_get_property_reply(m_connection,
+            xcb_get_property(
+                m_connection, 0, window, atom("_NET_WM_NAME"), XCB_GET_PROPERTY_TYPE_ANY, 0, 256),
+            nullptr));
+        if (found
+            && QByteArrayView(static_cast<const char *>(xcb_get_property_value(found.get())),
+                   xcb_get_property_value_length(found.get()))
+                == title)
+            return window;
+    }
+    return XCB_NONE;
+}
+
 QByteArray ServerView::classWithKeyboard()
 {
     const std::vector<uint32_t> active = numbers(m_root, "_NET_ACTIVE_WINDOW");
@@ -156,6 +179,17 @@ void ServerView::activate(xcb_window_t window)
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
         reinterpret_cast<const char *>(&event));
     xcb_flush(m_connection);
+}
+
+uint32_t ServerView::pixel(QPoint point)
+{
+    const auto image = owned(xcb_get_image_reply(m_connection,
+        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root, static_cast<int16_t>(point.x()),
+            static_cast<int16_t>(point.y()), 1, 1, ~uint32_t(0)),
+        nullptr));
+    return image && image->length > 0
+        ? *reinterpret_cast<const uint32_t *>(xcb_get_image_data(image.get())) & 0xffffff
+        : 0;
 }
 
 QPoint ServerView::pointer()

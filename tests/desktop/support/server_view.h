@@ -35,6 +35,12 @@ public:
     bool isListed(xcb_window_t window);
     bool hasState(xcb_window_t window, const char *name);
 
+    // Whether the window manager composes the screen from pictures of the windows.
+    bool isComposited();
+
+    // The window of exactly this title; XCB_NONE when the window manager has none.
+    xcb_window_t windowTitled(const QByteArray &title);
+
     // The class of the active window, once the keyboard's input really goes there; empty otherwise.
     QByteArray classWithKeyboard();
 
@@ -43,6 +49,9 @@ public:
 
     // Asks the window manager to give the window the keyboard.
     void activate(xcb_window_t window);
+
+    // What the screen shows there, 0xRRGGBB.
+    uint32_t pixel(QPoint point);
 
     QPoint pointer();
     bool anyButtonDown();
