@@ -1,5 +1,7 @@
 #include "desktop/support/desktop_test.h"
 
+#include <QElapsedTimer>
+
 #include <csignal>
 #include <sys/prctl.h>
 
@@ -77,7 +79,19 @@ std::unique_ptr<Probe> DesktopTest::startProbe(
 
 bool DesktopTest::isReadyForUse(Probe &other)
 {
+    // A window manager that has not come up quite loses a wish now and then, so it is told again.
+    QElapsedTimer sinceAsked;
+    sinceAsked.start();
+    const auto askAgain = [&](void (ServerView::*ask)(xcb_window_t)) {
+        constexpr qint64 patience = 1000; // milliseconds
+        if (sinceAsked.elapsed() > patience) {
+            ((*view).*ask)(other.window());
+            sinceAsked.restart();
+        }
+    };
     const auto isFramed = [&] {
+        if (!view->isViewable(other.window()))
+            askAgain(&ServerView::map);
         return view->isViewable(other.window()) && view->isListed(other.window())
             && view->frameRectangle(other.window()) != view->clientRectangle(other.window());
     };
@@ -89,7 +103,11 @@ bool DesktopTest::isReadyForUse(Probe &other)
     // A window that was there before the manager had come up quite is not made active by itself.
     if (!view->isActive(other.window()))
         view->activate(other.window());
-    return eventually([&] { return view->isActive(other.window()) && other.seen().contains(u"focus in"_s); });
+    return eventually([&] {
+        if (!view->isActive(other.window()))
+            askAgain(&ServerView::activate);
+        return view->isActive(other.window()) && other.seen().contains(u"focus in"_s);
+    });
 }
 
 QByteArray DesktopTest::outputOf(const QString &program, const QStringList &arguments)

@@ -166,6 +166,12 @@ bool ServerView::isAbove(xcb_window_t upper, xcb_window_t lower)
     return std::find(first, last, frameOf(lower)) < std::find(first, last, frameOf(upper));
 }
 
+void ServerView::map(xcb_window_t window)
+{
+    xcb_map_window(m_connection, window);
+    xcb_flush(m_connection);
+}
+
 void ServerView::activate(xcb_window_t window)
 {
     constexpr uint32_t fromUser = 2;

@@ -47,6 +47,9 @@ public:
     // Whether the frame of `upper` is stacked above that of `lower`.
     bool isAbove(xcb_window_t upper, xcb_window_t lower);
 
+    // Asks to show the window, as its own program does.
+    void map(xcb_window_t window);
+
     // Asks the window manager to give the window the keyboard.
     void activate(xcb_window_t window);
 
