@@ -3,9 +3,11 @@
 #include <QDeadlineTimer>
 #include <QProcessEnvironment>
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <xcb/xcb.h>
@@ -34,49 +36,86 @@ void stop(QProcess &process)
     }
 }
 
-// Whether the root window has a property of this name.
-bool rootHas(xcb_connection_t *connection, xcb_window_t root, const QByteArray &name)
+// The first value of a window's property of 32-bit values; nothing when it has no such property.
+std::optional<uint32_t> firstValue(xcb_connection_t *connection, xcb_window_t window, const QByteArray &name)
 {
     const auto atom = std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)>(
         xcb_intern_atom_reply(connection,
             xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.constData()), nullptr),
         &std::free);
     if (!atom)
-        return false;
+        return {};
     const auto property = std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)>(
         xcb_get_property_reply(connection,
-            xcb_get_property(connection, 0, root, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, 1), nullptr),
+            xcb_get_property(connection, 0, window, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, 1), nullptr),
         &std::free);
-    return property && property->type != XCB_ATOM_NONE;
+    if (!property || xcb_get_property_value_length(property.get()) < 4)
+        return {};
+    return *static_cast<const uint32_t *>(xcb_get_property_value(property.get()));
 }
 
-// Waits until the window manager has said on the root window that it is there and what it can do.
+// Sleeps until the server has sent something, unless it has already, and takes it.
+void awaitEvents(xcb_connection_t *connection, int milliseconds)
+{
+    const auto take = [connection] {
+        bool any = false;
+        while (void *event = xcb_poll_for_event(connection)) {
+            std::free(event);
+            any = true;
+        }
+        return any;
+    };
+    xcb_flush(connection);
+    if (take())
+        return;
+    pollfd descriptor{xcb_get_file_descriptor(connection), POLLIN, 0};
+    poll(&descriptor, 1, milliseconds);
+    take();
+}
+
+// Waits until the window manager has said on the root window that it is there and what it can do, and until
+// it has taken a window under its care: while it comes up, it loses one now and then.
 bool waitForWindowManager(const QString &display)
 {
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
+    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> owner(
         xcb_connect(display.toLatin1().constData(), nullptr), &xcb_disconnect);
-    if (xcb_connection_has_error(connection.get()))
+    xcb_connection_t *connection = owner.get();
+    if (xcb_connection_has_error(connection))
         return false;
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data->root;
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection.get(), root, XCB_CW_EVENT_MASK, &events);
+    xcb_change_window_attributes(connection, root, XCB_CW_EVENT_MASK, &events);
 
-    QDeadlineTimer deadline(startTime);
-    while (!xcb_connection_has_error(connection.get()) && !deadline.hasExpired()) {
-        if (rootHas(connection.get(), root, "_NET_SUPPORTED")
-            && rootHas(connection.get(), root, "_NET_SUPPORTING_WM_CHECK"))
-            return true;
-        bool changed = false;
-        while (void *event = xcb_poll_for_event(connection.get())) {
-            std::free(event);
-            changed = true;
-        }
-        if (!changed) {
-            pollfd descriptor{xcb_get_file_descriptor(connection.get()), POLLIN, 0};
-            poll(&descriptor, 1, static_cast<int>(deadline.remainingTime()));
-        }
+    constexpr int lookAgain = 500; // milliseconds
+    const QDeadlineTimer deadline(startTime);
+    const auto goesOn = [&] { return !xcb_connection_has_error(connection) && !deadline.hasExpired(); };
+    while (!firstValue(connection, root, "_NET_SUPPORTED")
+        || !firstValue(connection, root, "_NET_SUPPORTING_WM_CHECK")) {
+        if (!goesOn())
+            return false;
+        awaitEvents(connection, lookAgain);
     }
-    return false;
+
+    const xcb_window_t trial = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, trial, root, 0, 0, 10, 10, 0,
+        XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    // A window that wants no input is not given the keyboard, so nothing of it stays behind.
+    const std::array<uint32_t, 9> noInput{1, 0};
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, trial, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, 32,
+        static_cast<uint32_t>(noInput.size()), noInput.data());
+    while (!firstValue(connection, trial, "WM_STATE")) {
+        if (!goesOn())
+            return false;
+        xcb_map_window(connection, trial);
+        awaitEvents(connection, lookAgain);
+    }
+    xcb_destroy_window(connection, trial);
+    while (firstValue(connection, root, "_NET_CLIENT_LIST") == trial) {
+        if (!goesOn())
+            return false;
+        awaitEvents(connection, lookAgain);
+    }
+    return true;
 }
 
 } // namespace
