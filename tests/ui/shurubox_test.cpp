@@ -290,7 +290,7 @@ TEST(Shurubox, aNameThatDiffersInLetterCaseAloneExists)
 {
     recording::LibraryBench bench;
     bench.folder.addApp(u"Calc"_s);
-    const AppLibrary &apps = bench.library;
+    const AppLibrary &apps = bench.appLibrary;
     shurubox box(bench.shell,
         {.exists = [&](const QString &keyword) { return apps.exists(keyword); },
             .isUsableName = [](const QString &) { return true; }},
