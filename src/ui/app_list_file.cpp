@@ -28,7 +28,7 @@ QString configText(const QStringList &keywords)
 void ListSubfolders(QStringList &list, const QString &folder, const Paths &paths)
 {
     list += QDir(paths.toSystem(folder))
-                .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
+                .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
 }
 
 QString AppListFile::systemPath() const

@@ -373,6 +373,16 @@ TEST_F(AppLibraryTest, listAppsSkipsFiles)
     EXPECT_EQ(names, QStringList({u"first"_s, u"A"_s, u"b"_s}));
 }
 
+TEST_F(AppLibraryTest, listAppsSkipsNoFolderButTheTwoThatAreNone)
+{
+    folder.addApp(u".dotted"_s);
+    folder.addApp(u"...x"_s);
+    writeBytes(folder.apps(u".file"_s), "x");
+    QStringList names;
+    appLibrary.ListApps(names);
+    EXPECT_EQ(names, QStringList({u"...x"_s, u".dotted"_s}));
+}
+
 TEST_F(AppLibraryTest, openAppFolderOpensItOrTheLibrary)
 {
     appLibrary.OpenAppFolder(u"a"_s);
