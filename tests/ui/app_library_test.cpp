@@ -209,6 +209,28 @@ TEST_F(AppLibraryTest, renameToAnExistingKeywordSaysSoAndChangesNothing)
     EXPECT_FALSE(QFile::exists(folder.configTxt()));
 }
 
+TEST_F(AppLibraryTest, aPlainFileTakesItsNameToo)
+{
+    folder.addApp(u"a"_s, "A");
+    writeBytes(folder.apps(u"taken"_s), "x");
+    EXPECT_FALSE(appLibrary.CreateApp(u"taken"_s, u"new"_s));
+    EXPECT_FALSE(appLibrary.RenameApp(u"a"_s, u"TAKEN"_s));
+    EXPECT_EQ(said(),
+        QStringList({u"message The Keyword already exists, whether it is renamed ?"_s,
+            u"message! Keyword already exists"_s}));
+    EXPECT_EQ(appLibrary.DropPackage(u"/tmp/taken.wfp"_s), AppLibrary::Dropped::NeedsName);
+    EXPECT_EQ(bytesOf(folder.apps(u"taken"_s)), "x");
+}
+
+TEST_F(AppLibraryTest, deletingANameThatAFileHasRemovesTheItemAlone)
+{
+    writeBytes(folder.apps(u"taken"_s), "x");
+    lists.List.setStringList({u"taken"_s});
+    EXPECT_TRUE(appLibrary.DeleteApp(u"taken"_s));
+    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_EQ(bytesOf(folder.apps(u"taken"_s)), "x");
+}
+
 TEST_F(AppLibraryTest, renameToNothingIsIgnoredSilently)
 {
     folder.addApp(u"a"_s);
