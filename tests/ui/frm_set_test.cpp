@@ -354,6 +354,14 @@ TEST_F(FrmSetTest, anAppFromTheStoreIsListedOnceAndSaved)
     EXPECT_EQ(bytesOf(folder.configTxt()), "one\r\nnew\r\n");
 }
 
+TEST_F(FrmSetTest, anAppFromTheStoreLeavesTheOrderAloneWhenAScriptOpenedTheStore)
+{
+    addApps({u"zoo"_s, u"ant"_s});
+    state.runctx[1] = u"jb"_s;
+    ui.addInstalledApp(u"new"_s);
+    EXPECT_EQ(bytesOf(folder.configTxt()), "zoo\r\nant\r\nnew\r\n");
+}
+
 TEST_F(FrmSetTest, theMenuPicturesOpenTheSettingsMenu)
 {
     start();
