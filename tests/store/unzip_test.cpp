@@ -192,6 +192,18 @@ TEST(UnzipInit, RefusesAMultiDiskArchive)
     EXPECT_EQ(bench.errors, (QStringList{u"Unknown header@-1"_s, u"Unknown header@0"_s}));
 }
 
+TEST(UnzipInit, CountsTheEntriesOfThisDisk)
+{
+    UnzipBench bench;
+    QByteArray archive = buildArchive({storedEntry("a", "x"), storedEntry("b", "y")});
+    archive.replace(archive.size() - 12, 2, littleEndian16(7)); // those of all disks
+    ASSERT_TRUE(bench.init(archive));
+    EXPECT_EQ(bench.reader.Count(), 2);
+    archive.replace(archive.size() - 14, 2, littleEndian16(1));
+    ASSERT_TRUE(bench.init(archive));
+    EXPECT_EQ(bench.reader.Count(), 1);
+}
+
 TEST(Unzip, WritesFilesAndFolders)
 {
     UnzipBench bench;
