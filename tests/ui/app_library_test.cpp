@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <sys/mount.h>
+#include <sys/stat.h>
 
 namespace plum {
 
@@ -439,6 +440,14 @@ TEST_F(AppLibraryTest, guides)
     folder.addApp(u"a"_s, "//guide:hello\r\nmouse.click\r\n");
     EXPECT_EQ(appLibrary.guide(u"a"_s).content, u"hello"_s);
     EXPECT_EQ(appLibrary.guide({}).kind, AppGuide::Kind::None);
+}
+
+TEST_F(AppLibraryTest, aScriptThatIsNoFileIsNotWaitedFor)
+{
+    ASSERT_TRUE(QDir().mkpath(folder.apps(u"pipe"_s)));
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder.script(u"pipe"_s)).constData(), 0600), 0);
+    EXPECT_EQ(appLibrary.guide(u"pipe"_s).kind, AppGuide::Kind::None);
+    EXPECT_EQ(appLibrary.scriptText(u"pipe"_s, u"main.wf"_s), QString());
 }
 
 TEST_F(AppLibraryTest, aScriptIsReadWithoutItsFinalLineEnd)
