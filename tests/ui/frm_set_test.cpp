@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QStackedLayout>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -371,6 +372,31 @@ TEST_F(FrmSetTest, theMenuPicturesOpenTheSettingsMenu)
     ui.window()->showEditPanel();
     click(find("Image8"));
     EXPECT_TRUE(topLevel("mmmm"));
+}
+
+TEST_F(FrmSetTest, openingAMenuBringsTheWindowToTheForeground)
+{
+    addApps({u"one"_s});
+    start();
+    QWidget other;
+    QObject context;
+    QList<QWindow *> focused; // the menu takes the focus after the launcher has it
+    QObject::connect(
+        qApp, &QGuiApplication::focusWindowChanged, &context, [&](QWindow *window) { focused += window; });
+    const auto bringsForward = [&](const std::function<void()> &action, const char *menu) {
+        other.show();
+        other.activateWindow();
+        EXPECT_TRUE(waitUntil([&] { return QGuiApplication::focusWindow() == other.windowHandle(); }));
+        focused.clear();
+        action();
+        EXPECT_TRUE(waitUntil([&] { return focused.contains(ui.window()->windowHandle()); })) << menu;
+        topLevel(menu)->hide();
+    };
+
+    bringsForward([this] { click(find("Image6")); }, "mmmm");
+    bringsForward([this] { rightClick("List", 0); }, "list2you");
+    ui.window()->showEditPanel();
+    bringsForward([this] { click(find("Image8")); }, "mmmm");
 }
 
 TEST_F(FrmSetTest, exitGivesBackTrayIconAndHotkeyAndEnds)
