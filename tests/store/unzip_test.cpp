@@ -356,6 +356,37 @@ TEST(Unzip, ChecksEncryptionBeforeTheMethodAndTheSignatureFirst)
     EXPECT_EQ(bench.errors, (QStringList{u"Invalid signature@0"_s, u"Encryption not supported@0"_s}));
 }
 
+TEST(Unzip, MakesAFolderWithoutLookingAtItsLocalHeader)
+{
+    UnzipBench bench;
+    BuiltEntry folder = storedEntry("deep/er/", {});
+    folder.localOffset = 1000;
+    folder.flags = 1;
+    folder.method = 99;
+    EXPECT_TRUE(bench.run(buildArchive({folder, storedEntry("b", "y")})));
+    EXPECT_EQ(bench.errors, QStringList());
+    EXPECT_TRUE(QFileInfo(bench.systemTarget() + u"/deep/er"_s).isDir());
+}
+
+TEST(Unzip, DecodesNothingForAnEntryWithoutContent)
+{
+    UnzipBench bench;
+    BuiltEntry entry{.name = "f", .data = "\x07 no DEFLATE", .uncompressedSize = 0, .method = 8};
+    EXPECT_TRUE(bench.run(buildArchive({entry})));
+    EXPECT_EQ(bench.errors, QStringList());
+    EXPECT_EQ(bench.progress, QStringList());
+    EXPECT_EQ(bench.content(u"f"_s), "");
+}
+
+TEST(Unzip, DecodesZeroBitsForAnEntryWithoutData)
+{
+    UnzipBench bench;
+    BuiltEntry entry{.name = "f", .data = {}, .uncompressedSize = 3, .method = 8};
+    EXPECT_TRUE(bench.run(buildArchive({entry})));
+    EXPECT_EQ(bench.errors, QStringList{u"InStream depleated@0"_s});
+    EXPECT_EQ(bench.content(u"f"_s), QByteArray(3, '\0'));
+}
+
 TEST(Unzip, LeavesAFailedEntryAtFullSize)
 {
     UnzipBench bench;
