@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -144,6 +145,19 @@ protected:
         xdotool(QStringList{u"key"_s, u"--delay"_s, u"30"_s} + keys.split(u' '));
     }
 
+    static QRect activeGeometry()
+    {
+        const QString said = xdotool({u"getactivewindow"_s, u"getwindowgeometry"_s, u"--shell"_s});
+        const auto number = [&said](const QString &name) {
+            return QRegularExpression(name + u"=(-?\\d+)"_s).match(said).captured(1).toInt();
+        };
+        return {number(u"X"_s), number(u"Y"_s), number(u"WIDTH"_s), number(u"HEIGHT"_s)};
+    }
+    static void movePointer(QPoint to)
+    {
+        xdotool({u"mousemove"_s, QString::number(to.x()), QString::number(to.y())});
+    }
+
     // The browser's process takes its keyboard focus a little after its window: a key may come too early.
     static bool pressUntil(const QString &key, const std::function<bool()> &condition)
     {
@@ -253,6 +267,37 @@ TEST_F(StoreWindow, TheWindowManagersRequestHidesIt)
     ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
     // With this key openbox asks the window to close.
     ASSERT_TRUE(pressUntil(u"alt+F4"_s, [this] { return closed > 0; }));
+    EXPECT_TRUE(waitUntil([] { return !isVisible(u"Plum"_s); }));
+}
+
+TEST_F(StoreWindow, ItsPictureHidesItAndItsBarMovesIt)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("href=/"));
+    ASSERT_TRUE(shop.serve());
+    ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
+
+    const QRect before = activeGeometry();
+    const QPoint grip = before.topLeft() + QPoint(200, 18);
+    movePointer(grip);
+    xdotool({u"mousedown"_s, u"1"_s});
+    int step = 0; // the window manager takes the window over with one of the first motions
+    EXPECT_TRUE(waitUntil([&] {
+        movePointer(grip + QPoint(-10 - ++step % 2, 10));
+        return activeGeometry() != before;
+    }));
+    movePointer(grip + QPoint(-60, 40));
+    // It may have been taken over a motion late.
+    const auto isClose = [](QPoint off) { return off.manhattanLength() <= 24; };
+    EXPECT_TRUE(
+        waitUntil([&] { return isClose(activeGeometry().topLeft() - before.topLeft() - QPoint(-60, 40)); }));
+    EXPECT_EQ(activeGeometry().size(), before.size());
+    xdotool({u"mouseup"_s, u"1"_s});
+
+    const QPoint picture = activeGeometry().topRight() + QPoint(-20, 18);
+    movePointer(picture);
+    xdotool({u"click"_s, u"1"_s});
+    ASSERT_TRUE(waitUntil([this] { return closed > 0; }));
+    EXPECT_FALSE(channel.isEnabled());
     EXPECT_TRUE(waitUntil([] { return !isVisible(u"Plum"_s); }));
 }
 
