@@ -80,6 +80,18 @@ TEST_F(Store, Mode1DownloadsThePackageOfTheName)
     EXPECT_TRUE(bench.hasApp(u"notes"_s));
 }
 
+TEST_F(Store, ANameWithSignsOfAnAddressIsStillAName)
+{
+    bench.store.XzSet(1, u"a#b%c d你"_s);
+    EXPECT_EQ(bench.events(),
+        startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
+    bench.transfers.end(4);
+    bench.platform.log.clear();
+    follow(u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s);
+    EXPECT_EQ(bench.events(),
+        startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
+}
+
 TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
 {
     bench.store.XzSet(1, u"notes"_s);

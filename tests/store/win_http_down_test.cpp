@@ -370,6 +370,16 @@ TEST(WinHttpDown, UnderstandsAChunkedAnswer)
     EXPECT_EQ(bench.content(u"a.wfp"_s), "content");
 }
 
+TEST(WinHttpDown, KeepsABodyThatCameCompressedAsItCame)
+{
+    Bench bench;
+    const QByteArray body = QByteArray::fromHex("1f8b08000000000000034bce07000e0f5d2e02000000");
+    bench.server.answer({httpAnswer(
+        "200 OK", {"Content-Encoding: gzip", "Content-Length: " + QByteArray::number(body.size())}, body)});
+    EXPECT_EQ(bench.run(), completed);
+    EXPECT_EQ(bench.content(u"a.wfp"_s), body);
+}
+
 TEST(WinHttpDown, RenamesThePartialFileAfter416)
 {
     Bench bench;
@@ -414,8 +424,8 @@ TEST(WinHttpDown, Accepts302AsAnAnswerAndFollowsNothing)
 TEST(WinHttpDown, RefusesEveryOtherStatus)
 {
     for (const QByteArray status : {"201 Created", "204 No Content", "301 Moved", "303 See Other",
-             "307 Temporary", "400 Bad Request", "401 Unauthorized", "403 Forbidden", "404 Not Found",
-             "500 Internal Server Error", "503 Service Unavailable"}) {
+             "307 Temporary", "400 Bad Request", "401 Unauthorized", "403 Forbidden", "407 Proxy",
+             "404 Not Found", "500 Internal Server Error", "503 Service Unavailable"}) {
         SCOPED_TRACE(status.constData());
         Bench bench;
         bench.server.answer({httpAnswer(status, {"Location: /b", "Content-Length: 4"}, "page")});
