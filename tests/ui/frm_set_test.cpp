@@ -152,6 +152,45 @@ TEST_F(FrmSetTest, enterInTheKeywordBoxRunsNothingWhileAResultIsSelected)
     EXPECT_TRUE(said().isEmpty());
 }
 
+TEST_F(FrmSetTest, typingOnForgetsTheSelectedResult)
+{
+    addApps({u"notes"_s, u"no"_s});
+    start();
+    type(text8(), u"n"_s);
+    key(text8(), Qt::Key_Down);
+    key(find("List2"), Qt::Key_Left);
+    type(text8(), u"o"_s);
+    EXPECT_EQ(find<KeywordList>("List2")->text(), QString());
+    key(text8(), Qt::Key_Return);
+    EXPECT_EQ(said(), QStringList(u"note notes"_s));
+}
+
+TEST_F(FrmSetTest, aKeywordThatIsListedTwiceIsFoundTwice)
+{
+    writeBytes(folder.configTxt(), "b\r\nab\r\nb\r\nB\r\n");
+    start();
+    type(text8(), u"b"_s);
+    EXPECT_EQ(listed("List2"), QStringList({u"b"_s, u"ab"_s, u"b"_s}));
+    key(text8(), Qt::Key_Backspace);
+    EXPECT_EQ(listed("List2"), listed("List"));
+    EXPECT_TRUE(inFront("List2"));
+}
+
+TEST_F(FrmSetTest, downIntoAListWithoutItemsSelectsNothing)
+{
+    start();
+    for (const QString &letters : {u""_s, u"x"_s}) {
+        type(text8(), letters);
+        key(text8(), Qt::Key_Down);
+        QWidget *list = find(letters.isEmpty() ? "List" : "List2");
+        EXPECT_TRUE(list->hasFocus());
+        key(list, Qt::Key_Return);
+        EXPECT_TRUE(said().isEmpty());
+        key(list, Qt::Key_Left);
+        EXPECT_TRUE(keywordBoxHasFocus());
+    }
+}
+
 TEST_F(FrmSetTest, downWithTextEntersTheResults)
 {
     addApps({u"a1"_s, u"b1"_s, u"b2"_s});
