@@ -354,6 +354,14 @@ TEST_F(FrmSetTest, anAppFromTheStoreIsListedOnceAndSaved)
     EXPECT_EQ(bytesOf(folder.configTxt()), "one\r\nnew\r\n");
 }
 
+TEST_F(FrmSetTest, anAppFromTheStoreDuringAScriptStartIsAddedToTheSavedOrder)
+{
+    addApps({u"two"_s, u"one"_s});
+    ui.addInstalledApp(u"new"_s);
+    ui.addInstalledApp(u"one"_s);
+    EXPECT_EQ(bytesOf(folder.configTxt()), "two\r\none\r\nnew\r\n");
+}
+
 TEST_F(FrmSetTest, theMenuPicturesOpenTheSettingsMenu)
 {
     start();
