@@ -231,6 +231,19 @@ TEST_F(MouseScript, UnknownCommandsDoNothing)
     EXPECT_EQ(bench.eventsOf(u"mouse."_s), QStringList());
 }
 
+TEST(MouseClicks, ShareTheirCounterWithAClickInsideTheirWaits)
+{
+    recording::ScriptBench bench;
+    int waits = 0;
+    bench.waiter.onWait = [&] {
+        if (++waits == 1)
+            bench.clicks.doubleClick(2);
+    };
+    bench.clicks.leftClick(3);
+    EXPECT_EQ(bench.events().count(u"mouse 2"_s), 1) << "the double clicks counted to the end of both";
+    EXPECT_EQ(bench.events().count(u"mouse 6"_s), 4);
+}
+
 TEST(MouseClicks, RepeatAsOftenAsAsked)
 {
     recording::ScriptBench bench;

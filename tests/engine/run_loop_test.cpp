@@ -220,6 +220,16 @@ TEST_F(Suspension, OtherCommandsOfOsGoOn)
     EXPECT_EQ(probe.calls, QStringList{u"b|"_s});
 }
 
+TEST_F(Suspension, AlsoComesWithACommandKeptFromTheLineBefore)
+{
+    bench.run({u"nothing.tips x"_s, u"os \"hello\""_s, u"file.b "_s});
+    EXPECT_EQ(bench.events().last(), u"tip hello"_s);
+    EXPECT_EQ(bench.state.runidx[0], 2);
+    bench.run({u"nothing.text x"_s, u"input \"who\",\"Your name?\""_s, u"file.b "_s});
+    EXPECT_EQ(bench.events().last(), u"input Your name?|who"_s);
+    EXPECT_EQ(probe.calls, QStringList());
+}
+
 TEST_F(Suspension, OnTheLastLineKeepsTheVariables)
 {
     recording::ProbeHandler os;

@@ -118,6 +118,14 @@ TEST(TextReplace, FewerThanSevenPiecesAreASubscriptError)
         RunTimeError::SubscriptOutOfRange);
 }
 
+TEST(TextReplace, ASinglePieceIsAllSevenAndStoresNothing)
+{
+    ScriptBench bench;
+    bench.runKeepingVariables({u"text.replace \"r\""_s});
+    EXPECT_TRUE(bench.state.vardict.contains(u"r"_s));
+    EXPECT_EQ(bench.variable(u"r"_s), QString());
+}
+
 TEST(TextReplace, ACountOrStartThatIsNoNumberIsATypeMismatch)
 {
     for (const QString &numbers : {u"\"x\",\"\""_s, u"\"\",\"x\""_s}) {

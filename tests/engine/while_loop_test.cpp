@@ -165,6 +165,12 @@ TEST_F(WhileLoop, LeavesItsBoundsInTheSharedIndices)
     EXPECT_EQ(bench.state.runidx[1], 3) << "the last line of the list";
 }
 
+TEST_F(WhileLoop, AStartWithoutArgumentsHasThoseOfTheLineBefore)
+{
+    EXPECT_EQ(
+        orderOf({u"file.a \"count\",\"3\""_s, u"while.start"_s, u"file.b "_s, u"while.end"_s}), u"abbb"_s);
+}
+
 TEST_F(WhileLoop, AStartSetsTheIndexOfItsBody)
 {
     bench.run({u"file.a "_s, u"while.start \"count\",\"2\""_s, u"file.b "_s});
