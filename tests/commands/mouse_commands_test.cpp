@@ -78,6 +78,8 @@ TEST_F(MouseScript, APointOutOfRangeOrNoPointIsAnError)
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.move \"40000:1\""_s}); }), RunTimeError::Overflow);
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.move \"a:b\""_s}); }), RunTimeError::TypeMismatch);
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.drag \"1:1\",\"x\""_s}); }), RunTimeError::TypeMismatch);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.drag_to"_s}); }), RunTimeError::TypeMismatch);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.after_offset"_s}); }), RunTimeError::TypeMismatch);
 }
 
 TEST_F(MouseScript, GetStoresThePosition)
@@ -109,6 +111,12 @@ TEST_F(MouseScript, OffsetsWrapAtSixteenBits)
 {
     bench.platform.pointer().at = QPoint(32767, 0);
     EXPECT_EQ(bench.eventsOf(u"mouse.offset \"1:0\""_s), QStringList{u"move -32768 0"_s});
+}
+
+TEST_F(MouseScript, OffsetFromAPlaceBeyondSixteenBitsOverflows)
+{
+    bench.platform.pointer().at = QPoint(32768, 0);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.offset \"-1:0\""_s}); }), RunTimeError::Overflow);
 }
 
 TEST_F(MouseScript, WhileClickRepeatsItsCount)

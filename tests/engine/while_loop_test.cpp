@@ -101,6 +101,11 @@ TEST_F(WhileLoop, TheCountMayBeAVariable)
     EXPECT_EQ(probe.calls.size(), 3);
 }
 
+TEST_F(WhileLoop, UnknownVariablesAreTheirNamesInModeAndCount)
+{
+    EXPECT_EQ(passes(u"set.count,set.3"_s), 3);
+}
+
 TEST_F(WhileLoop, TheCountIsReadAtTheEnd)
 {
     EXPECT_EQ(orderOf({u"set.n \"1\""_s, u"while.start \"count\",set.n"_s, u"set.n \"3\""_s, u"file.a "_s,
