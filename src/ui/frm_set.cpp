@@ -64,7 +64,7 @@ frmSet::frmSet(AppLists &lists, AppFaces &faces, const ScriptVocabulary &vocabul
     addeditbox->setTheme(theme());
     connect(this, &BorderlessWindow::themeChanged, addeditbox, &EditPanel::setTheme);
     connect(addeditbox, &EditPanel::back, this, &frmSet::showMainPanel);
-    connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::settingsMenuRequested);
+    connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::openSettingsMenu);
     connect(editnamebox, &RenamePanel::back, this, &frmSet::showMainPanel);
     showMainPanel();
 }
@@ -133,7 +133,8 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     connect(m_hint, &QLabel::linkActivated, this, &frmSet::hotkeyRequested);
     connect(store, &PictureButton::clicked, this, &frmSet::storeRequested);
     connect(menuimg, &PictureButton::clicked, this, &frmSet::hotkeyRequested);
-    connect(Image6, &PictureButton::clicked, this, [this, Image6] { menuBelow(*Image6); });
+    connect(Image6, &PictureButton::clicked, this,
+        [this, Image6] { openSettingsMenu(Image6->mapToGlobal(QPoint(0, Image6->height()))); });
     connect(Image7, &PictureButton::clicked, this, &frmSet::exitRequested);
     return panel;
 }
@@ -152,10 +153,10 @@ void frmSet::connectList(KeywordList &list, ListMarker marker)
     connect(&list, &KeywordList::fileDropped, this, &frmSet::packageDropped);
 }
 
-void frmSet::menuBelow(const PictureButton &picture)
+void frmSet::openSettingsMenu(QPoint globalPosition)
 {
     activateWindow();
-    Q_EMIT settingsMenuRequested(picture.mapToGlobal(QPoint(0, picture.height())));
+    Q_EMIT settingsMenuRequested(globalPosition);
 }
 
 void frmSet::showPanel(QWidget *panel)

@@ -14,7 +14,6 @@ class AppLists;
 class EditPanel;
 class FileEntry;
 class KeywordList;
-class PictureButton;
 class RenamePanel;
 class ScriptVocabulary;
 
@@ -76,7 +75,7 @@ private:
     void filter();
     void runFirst();
     void moveIntoList();
-    void menuBelow(const PictureButton &picture);
+    void openSettingsMenu(QPoint globalPosition);
 
     AppLists &m_lists;
     ListMarker m_marker = ListMarker::List;

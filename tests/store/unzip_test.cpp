@@ -192,6 +192,18 @@ TEST(UnzipInit, RefusesAMultiDiskArchive)
     EXPECT_EQ(bench.errors, (QStringList{u"Unknown header@-1"_s, u"Unknown header@0"_s}));
 }
 
+TEST(UnzipInit, CountsTheEntriesOfThisDisk)
+{
+    UnzipBench bench;
+    QByteArray archive = buildArchive({storedEntry("a", "x"), storedEntry("b", "y")});
+    archive.replace(archive.size() - 12, 2, littleEndian16(7)); // those of all disks
+    ASSERT_TRUE(bench.init(archive));
+    EXPECT_EQ(bench.reader.Count(), 2);
+    archive.replace(archive.size() - 14, 2, littleEndian16(1));
+    ASSERT_TRUE(bench.init(archive));
+    EXPECT_EQ(bench.reader.Count(), 1);
+}
+
 TEST(Unzip, WritesFilesAndFolders)
 {
     UnzipBench bench;
@@ -342,6 +354,37 @@ TEST(Unzip, ChecksEncryptionBeforeTheMethodAndTheSignatureFirst)
     entry.localSignature = 0;
     EXPECT_TRUE(bench.run(buildArchive({entry})));
     EXPECT_EQ(bench.errors, (QStringList{u"Invalid signature@0"_s, u"Encryption not supported@0"_s}));
+}
+
+TEST(Unzip, MakesAFolderWithoutLookingAtItsLocalHeader)
+{
+    UnzipBench bench;
+    BuiltEntry folder = storedEntry("deep/er/", {});
+    folder.localOffset = 1000;
+    folder.flags = 1;
+    folder.method = 99;
+    EXPECT_TRUE(bench.run(buildArchive({folder, storedEntry("b", "y")})));
+    EXPECT_EQ(bench.errors, QStringList());
+    EXPECT_TRUE(QFileInfo(bench.systemTarget() + u"/deep/er"_s).isDir());
+}
+
+TEST(Unzip, DecodesNothingForAnEntryWithoutContent)
+{
+    UnzipBench bench;
+    BuiltEntry entry{.name = "f", .data = "\x07 no DEFLATE", .uncompressedSize = 0, .method = 8};
+    EXPECT_TRUE(bench.run(buildArchive({entry})));
+    EXPECT_EQ(bench.errors, QStringList());
+    EXPECT_EQ(bench.progress, QStringList());
+    EXPECT_EQ(bench.content(u"f"_s), "");
+}
+
+TEST(Unzip, DecodesZeroBitsForAnEntryWithoutData)
+{
+    UnzipBench bench;
+    BuiltEntry entry{.name = "f", .data = {}, .uncompressedSize = 3, .method = 8};
+    EXPECT_TRUE(bench.run(buildArchive({entry})));
+    EXPECT_EQ(bench.errors, QStringList{u"InStream depleated@0"_s});
+    EXPECT_EQ(bench.content(u"f"_s), QByteArray(3, '\0'));
 }
 
 TEST(Unzip, LeavesAFailedEntryAtFullSize)

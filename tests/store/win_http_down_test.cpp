@@ -240,6 +240,17 @@ TEST(WinHttpDown, StopDeletesTheConfigFileAloneAndTheNextStartIsNumbered)
     EXPECT_EQ(bench.server.ranges().back(), "bytes=0-");
 }
 
+TEST(WinHttpDown, AConfigFileAloneIsLeftAloneToo)
+{
+    Bench bench;
+    const QByteArray url = bench.server.url(u"a.wfp"_s).toUtf8();
+    bench.write(u"a.wfp.dl.cfg"_s, url);
+    bench.server.answer({ok("content").chopped(3), Then::Reset});
+    EXPECT_EQ(bench.run(), (QList{1, 2, 3, 4}));
+    EXPECT_EQ(bench.files(), (QStringList{u"a(1).wfp.dl"_s, u"a(1).wfp.dl.cfg"_s, u"a.wfp.dl.cfg"_s}));
+    EXPECT_EQ(bench.content(u"a.wfp.dl.cfg"_s), url);
+}
+
 TEST(WinHttpDown, StopAndPauseDoNothingWhenIdleAndStartNothingWhenBusy)
 {
     Bench bench;
@@ -330,6 +341,24 @@ TEST(WinHttpDown, ShowsAHundredPercentWithoutALength)
     EXPECT_EQ(bench.percents.front(), 100.0F);
     EXPECT_EQ(bench.texts[0], u"1 bytes"_s);
     EXPECT_EQ(bench.content(u"a.wfp"_s), "content");
+}
+
+TEST(WinHttpDown, AnEmptyBodyIsAnEmptyFile)
+{
+    Bench bench;
+    bench.server.answer({ok({})});
+    EXPECT_EQ(bench.run(), completed);
+    EXPECT_EQ(bench.files(), QStringList{u"a.wfp"_s});
+    EXPECT_EQ(bench.content(u"a.wfp"_s), QByteArray());
+    EXPECT_TRUE(bench.percents.isEmpty());
+}
+
+TEST(WinHttpDown, FindsTheLengthInAnyLetterCase)
+{
+    Bench bench;
+    bench.server.answer({httpAnswer("200 OK", {"cONTENT-lENGTH: 2048"}, QByteArray(2048, 'x'))});
+    EXPECT_EQ(bench.run(), completed);
+    EXPECT_EQ(bench.texts[0], u"2.00 KB"_s);
 }
 
 TEST(WinHttpDown, UnderstandsAChunkedAnswer)

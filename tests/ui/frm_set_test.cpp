@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QStackedLayout>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -43,7 +44,13 @@ protected:
         return list->visualRect(list->model()->index(row, 0)).center();
     }
 
-    // Opens the edit panel for an app of `List`, as a user does through the list menu.
+    bool isCentred()
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const QSize free = (screen.size() - ui.window()->size()) / 2;
+        return ui.window()->pos() == screen.topLeft() + QPoint(free.width(), free.height());
+    }
+
     void rightClick(const char *name, int row)
     {
         QApplication::processEvents();
@@ -69,11 +76,7 @@ TEST_F(FrmSetTest, startShowsTheAppsInTheirOrderInTheMiddleOfTheScreen)
     EXPECT_TRUE(ui.window()->isVisible());
     EXPECT_EQ(listed("List"), QStringList({u"zoo"_s, u"ant"_s}));
     EXPECT_EQ(ui.window()->size(), find("okbox")->size());
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    EXPECT_EQ(ui.window()->pos(),
-        screen.topLeft()
-            + QPoint(
-                (screen.width() - ui.window()->width()) / 2, (screen.height() - ui.window()->height()) / 2));
+    EXPECT_TRUE(isCentred());
     EXPECT_TRUE(ui.window()->windowFlags() & Qt::FramelessWindowHint);
     EXPECT_EQ(state.runctx[1], u"bao"_s);
 }
@@ -235,7 +238,8 @@ TEST_F(FrmSetTest, rightReleaseSelectsTheItemAndOpensTheListMenu)
     rightClick("List", 1);
     EXPECT_EQ(find<KeywordList>("List")->text(), u"two"_s);
     EXPECT_EQ(ui.window()->selectedKeyword(), u"two"_s);
-    EXPECT_TRUE(topLevel("list2you"));
+    ASSERT_TRUE(topLevel("list2you"));
+    EXPECT_EQ(topLevel("list2you")->pos(), viewport("List")->mapToGlobal(rowCentre("List", 1)));
 
     type(text8(), u"on"_s);
     rightClick("List2", 0);
@@ -261,6 +265,17 @@ TEST_F(FrmSetTest, doubleClickOnAResultOpensItsSecondScript)
     click(find("Image5"));
     EXPECT_EQ(bytesOf(folder.apps(u"note/.main.wf"_s)), "first\r\nsecond");
     EXPECT_EQ(bytesOf(folder.script(u"note"_s)), "note.down \"note\"\r\n");
+}
+
+TEST_F(FrmSetTest, doubleClickAmongAllAppsOpensNothing)
+{
+    addApps({u"note"_s});
+    start();
+    QApplication::processEvents();
+    mouse(
+        viewport("List"), QEvent::MouseButtonDblClick, rowCentre("List", 0), Qt::LeftButton, Qt::LeftButton);
+    EXPECT_TRUE(find("okbox")->isVisible());
+    EXPECT_EQ(state.runctx[0], QString());
 }
 
 TEST_F(FrmSetTest, aPackageDroppedOnAListIsInstalled)
@@ -373,6 +388,31 @@ TEST_F(FrmSetTest, theMenuPicturesOpenTheSettingsMenu)
     EXPECT_TRUE(topLevel("mmmm"));
 }
 
+TEST_F(FrmSetTest, openingAMenuBringsTheWindowToTheForeground)
+{
+    addApps({u"one"_s});
+    start();
+    QWidget other;
+    QObject context;
+    QList<QWindow *> focused; // the menu takes the focus after the launcher has it
+    QObject::connect(
+        qApp, &QGuiApplication::focusWindowChanged, &context, [&](QWindow *window) { focused += window; });
+    const auto bringsForward = [&](const std::function<void()> &action, const char *menu) {
+        other.show();
+        other.activateWindow();
+        EXPECT_TRUE(waitUntil([&] { return QGuiApplication::focusWindow() == other.windowHandle(); }));
+        focused.clear();
+        action();
+        EXPECT_TRUE(waitUntil([&] { return focused.contains(ui.window()->windowHandle()); })) << menu;
+        topLevel(menu)->hide();
+    };
+
+    bringsForward([this] { click(find("Image6")); }, "mmmm");
+    bringsForward([this] { rightClick("List", 0); }, "list2you");
+    ui.window()->showEditPanel();
+    bringsForward([this] { click(find("Image8")); }, "mmmm");
+}
+
 TEST_F(FrmSetTest, exitGivesBackTrayIconAndHotkeyAndEnds)
 {
     writeBytes(folder.setIni(), "[hotkey]\r\nhotkey=Alt+Z\r\n");
@@ -392,17 +432,22 @@ TEST_F(FrmSetTest, closingTheWindowGoesThroughTheExitRoutine)
 TEST_F(FrmSetTest, backLeadsToTheMainPanel)
 {
     start();
-    for (const auto &[show, picture] :
-        {std::pair(&frmSet::showEditPanel, "Image9"), std::pair(&frmSet::showRenamePanel, "Image11")}) {
+    type(text8(), u"ab"_s);
+    for (const auto &[show, panel, picture] : {std::tuple(&frmSet::showEditPanel, "addeditbox", "Image9"),
+             std::tuple(&frmSet::showRenamePanel, "editnamebox", "Image11")}) {
+        find<QLineEdit>("Text8")->setCursorPosition(0);
         (ui.window()->*show)();
         EXPECT_FALSE(find("okbox")->isVisible());
-        EXPECT_NE(ui.window()->size(), find("okbox")->size());
+        EXPECT_EQ(ui.window()->size(), find(panel)->size());
+        EXPECT_TRUE(isCentred()) << panel;
         click(find(picture));
         EXPECT_TRUE(find("okbox")->isVisible());
         EXPECT_FALSE(find("addeditbox")->isVisible());
         EXPECT_FALSE(find("editnamebox")->isVisible());
         EXPECT_EQ(ui.window()->size(), find("okbox")->size());
+        EXPECT_TRUE(isCentred()) << picture;
         EXPECT_TRUE(keywordBoxHasFocus());
+        EXPECT_EQ(find<QLineEdit>("Text8")->cursorPosition(), 2);
     }
 }
 
@@ -410,7 +455,8 @@ TEST_F(FrmSetTest, theHotkeyPictureShowsTheHotkeyWindow)
 {
     start();
     click(find("menuimg"));
-    EXPECT_TRUE(topLevel("hotkey"));
+    ASSERT_TRUE(topLevel("hotkey"));
+    EXPECT_EQ(topLevel("hotkey")->parentWidget(), ui.window());
 }
 
 TEST_F(FrmSetTest, theStorePictureOpensTheCatalogue)
@@ -433,7 +479,10 @@ TEST_F(FrmSetTest, aPressOnTheMainPanelFocusesTheKeywordBox)
 TEST_F(FrmSetTest, draggingATitleOrPanelMovesTheWindow)
 {
     start();
-    for (const char *handle : {"title", "okbox"}) {
+    for (const auto &[show, handle] : {std::pair(&frmSet::showMainPanel, "title"),
+             std::pair(&frmSet::showMainPanel, "okbox"), std::pair(&frmSet::showEditPanel, "addeditbox"),
+             std::pair(&frmSet::showRenamePanel, "editnamebox")}) {
+        (ui.window()->*show)();
         const QPoint before = ui.window()->pos();
         QWidget *grip = find(handle);
         mouse(grip, QEvent::MouseButtonPress, {4, 4}, Qt::LeftButton, Qt::LeftButton);

@@ -2,6 +2,7 @@
 
 #include "ui/shurubox.h"
 
+#include <QAbstractScrollArea>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -143,6 +144,8 @@ TEST_F(ShuruboxTest, aTipShowsItsTextOnTopAndClosingItGoesOn)
     EXPECT_EQ(inBox<QPlainTextEdit>("tipsbox")->toPlainText(), u"7"_s);
     EXPECT_TRUE(inBox("tipsbox")->isVisible());
     EXPECT_TRUE(topLevel("shurubox")->windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_EQ(topLevel("shurubox")->parentWidget(), ui.window());
+    EXPECT_FALSE(topLevel("shurubox")->isModal());
     click(inBox("Image1"));
     EXPECT_EQ(said(), QStringList(u"note on"_s));
 }
@@ -271,6 +274,17 @@ TEST_F(ShuruboxTest, aNameForAStorePackageGoesToTheStore)
     EXPECT_EQ(said(), QStringList({u"store install new 1"_s, u"store install Calc 0"_s}));
 }
 
+TEST_F(ShuruboxTest, afterADroppedPackageANameIsAlwaysForThatOne)
+{
+    addApps({u"calc"_s});
+    start();
+    drop(find<QAbstractScrollArea>("List")->viewport(), {QUrl::fromLocalFile(u"/tmp/calc.wfp"_s)});
+    key(inBox("Text4"), Qt::Key_Escape);
+    ui.askPackageName(u"chess"_s);
+    click(inBox("Image2"));
+    EXPECT_EQ(said(), QStringList(u"extract /tmp/calc.wfp|"_s + folder.apps(u"chess"_s)));
+}
+
 TEST_F(ShuruboxTest, aNameThatLeavesTheLibraryKeepsTheBoxOpen)
 {
     start();
@@ -295,7 +309,7 @@ TEST(Shurubox, aNameThatDiffersInLetterCaseAloneExists)
 {
     recording::LibraryBench bench;
     bench.folder.addApp(u"Calc"_s);
-    const AppLibrary &apps = bench.library;
+    const AppLibrary &apps = bench.appLibrary;
     shurubox box(bench.shell,
         {.exists = [&](const QString &keyword) { return apps.exists(keyword); },
             .isUsableName = [](const QString &) { return true; }},

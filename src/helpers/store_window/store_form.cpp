@@ -4,7 +4,6 @@
 #include "store_colours.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -216,7 +215,8 @@ void StoreForm::clearPage()
 
 void StoreForm::setCaption(const QString &text)
 {
-    const QString shown = text.isEmpty() ? QGuiApplication::applicationDisplayName() : text;
+    // A window without a name could not be told from others in a list of windows.
+    const QString shown = text.isEmpty() ? u"Plum"_s : text;
     m_caption->setText(shown);
     setWindowTitle(shown);
 }
