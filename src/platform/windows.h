@@ -46,6 +46,7 @@ public:
     // Shows a hidden window again with the same outer corner that it had.
     virtual void show(WindowHandle window) = 0;
 
+    // A hidden window comes back by these: as an icon, or over the whole screen.
     virtual void minimise(WindowHandle window) = 0;
     virtual void maximise(WindowHandle window) = 0;
 

@@ -210,7 +210,7 @@ void LauncherUi::exit()
 void LauncherUi::addInstalledApp(const QString &keyword)
 {
     m_faces.forget();
-    // A script start shows no list and has not loaded one, but what is saved is the whole order.
+    // A script start shows no list and has read none: saving its empty one would lose the user's order.
     if (!m_window)
         m_lists.List.setStringList(m_listFile.load());
     m_lists.addToBoth(keyword);

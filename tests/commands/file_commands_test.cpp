@@ -146,6 +146,16 @@ TEST(FileCallJs, AnAddressIsFetched)
         (QStringList{u"get http://h/f.js"_s, u"javascript function f(){}// end\nf();"_s}));
 }
 
+TEST(FileCallJs, OnlyHttpInSmallLettersIsAnAddress)
+{
+    ScriptBench bench;
+    bench.http.answer = {200, {}, "x"};
+    EXPECT_EQ(bench.eventsOf(u"file.call_js \"HTTP://h/f.js\",\"f\",\"\",\"x\""_s),
+        QStringList{u"javascript f();"_s});
+    EXPECT_EQ(bench.eventsOf(u"file.call_js \"https://h/f.js\",\"f\",\"\",\"x\""_s).first(),
+        u"get https://h/f.js"_s);
+}
+
 TEST(FileCallJs, HtmlDiscardsTheResult)
 {
     ScriptBench bench;

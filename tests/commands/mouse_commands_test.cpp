@@ -78,6 +78,8 @@ TEST_F(MouseScript, APointOutOfRangeOrNoPointIsAnError)
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.move \"40000:1\""_s}); }), RunTimeError::Overflow);
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.move \"a:b\""_s}); }), RunTimeError::TypeMismatch);
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.drag \"1:1\",\"x\""_s}); }), RunTimeError::TypeMismatch);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.drag_to"_s}); }), RunTimeError::TypeMismatch);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.after_offset"_s}); }), RunTimeError::TypeMismatch);
 }
 
 TEST_F(MouseScript, GetStoresThePosition)
@@ -109,6 +111,12 @@ TEST_F(MouseScript, OffsetsWrapAtSixteenBits)
 {
     bench.platform.pointer().at = QPoint(32767, 0);
     EXPECT_EQ(bench.eventsOf(u"mouse.offset \"1:0\""_s), QStringList{u"move -32768 0"_s});
+}
+
+TEST_F(MouseScript, OffsetFromAPlaceBeyondSixteenBitsOverflows)
+{
+    bench.platform.pointer().at = QPoint(32768, 0);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.offset \"-1:0\""_s}); }), RunTimeError::Overflow);
 }
 
 TEST_F(MouseScript, WhileClickRepeatsItsCount)
@@ -229,6 +237,19 @@ TEST_F(MouseScript, UnknownCommandsDoNothing)
     EXPECT_EQ(bench.eventsOf(u"mouse.m_click"_s), QStringList());
     EXPECT_EQ(bench.eventsOf(u"mouse.Click"_s), QStringList());
     EXPECT_EQ(bench.eventsOf(u"mouse."_s), QStringList());
+}
+
+TEST(MouseClicks, ShareTheirCounterWithAClickInsideTheirWaits)
+{
+    recording::ScriptBench bench;
+    int waits = 0;
+    bench.waiter.onWait = [&] {
+        if (++waits == 1)
+            bench.clicks.doubleClick(2);
+    };
+    bench.clicks.leftClick(3);
+    EXPECT_EQ(bench.events().count(u"mouse 2"_s), 1) << "the double clicks counted to the end of both";
+    EXPECT_EQ(bench.events().count(u"mouse 6"_s), 4);
 }
 
 TEST(MouseClicks, RepeatAsOftenAsAsked)

@@ -150,6 +150,16 @@ TEST(TextCodecs, PagesComeBackWhole)
     EXPECT_EQ(BytesToText(*gb2312, codec), level1);
 }
 
+TEST(TextCodecs, AMarkIsNotPartOfASystemText)
+{
+    plum::LinuxTextCodec codec;
+    EXPECT_EQ(codec.fromSystem("\xEF\xBB\xBF"
+                               "set.a"),
+        u"set.a"_s);
+    EXPECT_EQ(codec.fromSystem("\xEF\xBB\xBF"), QString());
+    EXPECT_EQ(codec.toSystem(u"é"), "\xC3\xA9");
+}
+
 TEST(TextCodecs, BytesThatAreNoTextDoNotHideTheRest)
 {
     plum::LinuxTextCodec codec;

@@ -147,6 +147,18 @@ TEST_P(WindowsPort, maximisesAShownAndAMinimisedWindow)
     EXPECT_EQ(windows().rectangle(handle), frame());
 }
 
+TEST_P(WindowsPort, bringsAHiddenWindowBackMaximisedOrMinimised)
+{
+    windows().hide(handle);
+    windows().maximise(handle);
+    EXPECT_TRUE(view->isViewable(probe->window()));
+    EXPECT_TRUE(eventually([&] { return frame().contains(QRect(0, 0, 1280, 800)); }));
+    windows().hide(handle);
+    windows().minimise(handle);
+    EXPECT_FALSE(view->isViewable(probe->window()));
+    EXPECT_TRUE(view->isListed(probe->window()));
+}
+
 TEST_P(WindowsPort, keepsAWindowAboveTheActiveOne)
 {
     const auto other = startProbe(u"Other"_s, probeArea.translated(60, 60));

@@ -408,12 +408,12 @@ TEST_F(FrmSetTest, anAppFromTheStoreIsListedOnceAndSaved)
     EXPECT_EQ(bytesOf(folder.configTxt()), "one\r\nnew\r\n");
 }
 
-TEST_F(FrmSetTest, anAppFromTheStoreLeavesTheOrderAloneWhenAScriptOpenedTheStore)
+TEST_F(FrmSetTest, anAppFromTheStoreDuringAScriptStartIsAddedToTheSavedOrder)
 {
-    addApps({u"zoo"_s, u"ant"_s});
-    state.runctx[1] = u"jb"_s;
+    addApps({u"two"_s, u"one"_s});
     ui.addInstalledApp(u"new"_s);
-    EXPECT_EQ(bytesOf(folder.configTxt()), "zoo\r\nant\r\nnew\r\n");
+    ui.addInstalledApp(u"one"_s);
+    EXPECT_EQ(bytesOf(folder.configTxt()), "two\r\none\r\nnew\r\n");
 }
 
 TEST_F(FrmSetTest, theMenuPicturesOpenTheSettingsMenu)

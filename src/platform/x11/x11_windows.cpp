@@ -82,6 +82,12 @@ bool X11Windows::isViewable(xcb_window_t window)
     return found && found->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
+// Off the screen and unknown to the window manager, which a minimised window is not.
+bool X11Windows::isHidden(xcb_window_t window)
+{
+    return !isViewable(window) && state(window).value_or(State::Withdrawn) == State::Withdrawn;
+}
+
 bool X11Windows::exists(xcb_window_t window)
 {
     return window != XCB_NONE
@@ -278,6 +284,8 @@ void X11Windows::minimise(WindowHandle window)
 {
     if (!exists(id(window)))
         return;
+    if (isHidden(id(window)))
+        show(window);
     askManager(id(window), "WM_CHANGE_STATE", {static_cast<quint32>(State::Iconic)});
     waitFor(id(window), [&] { return state(id(window)) == State::Iconic; });
 }
@@ -286,7 +294,9 @@ void X11Windows::maximise(WindowHandle window)
 {
     if (!exists(id(window)))
         return;
-    if (state(id(window)) == State::Iconic)
+    if (isHidden(id(window)))
+        show(window);
+    else if (state(id(window)) == State::Iconic)
         activate(window);
     askManager(id(window), "_NET_WM_STATE",
         {addState, m_connection.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
