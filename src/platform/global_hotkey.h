@@ -37,8 +37,13 @@ public:
     // second at most.
     virtual void takeKeysFrom(WindowHandle window) = 0;
 
+    // The time of the system's clock that stamps presses, in milliseconds; it runs over, so that only the
+    // difference of two times means something.
+    virtual quint32 now() = 0;
+
 Q_SIGNALS:
-    void fired();
+    // `time` is that of the press, which may have waited until the program was ready for it.
+    void fired(quint32 time);
 };
 
 } // namespace plum

@@ -62,23 +62,28 @@ void LauncherUi::start()
 {
     m_state->runctx[1] = u"bao"_s;
     m_state->runidx[2] = 0;
-    m_lists.List.setStringList(m_listFile.load());
     m_window = std::make_unique<frmSet>(m_lists, m_faces, m_vocabulary);
+    startHotkey(); // first of all that takes time: what is pressed from now on is not lost
     connectWindow();
+    m_lists.List.setStringList(m_listFile.load());
     m_menus = std::make_unique<sett>();
     connectMenus();
     m_menus->addTrayIcon();
+    showHint();
+    showAndActivate();
+}
 
+void LauncherUi::startHotkey()
+{
     m_hotkeyModule = std::make_unique<sethotkey>(m.platform.hotkey());
     connect(m_hotkeyModule.get(), &sethotkey::fired, this, &LauncherUi::toggle);
     connect(m_hotkeyModule.get(), &sethotkey::registrationChanged, this, &LauncherUi::showHint);
-    if (m_settings.exists()) {
-        m_hotkeyModule->hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
-        makeHotkeyWindow();
-        m_hotkeyWindow->SetNew(hotkey::Register);
-    }
-    showHint();
-    showAndActivate();
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &LauncherUi::noteSeen);
+    if (!m_settings.exists())
+        return;
+    m_hotkeyModule->hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
+    makeHotkeyWindow();
+    m_hotkeyWindow->SetNew(hotkey::Register);
 }
 
 void LauncherUi::connectWindow()
@@ -134,27 +139,37 @@ void LauncherUi::showAndActivate()
 // answer, so it comes only when the window has been painted and is still not active.
 void LauncherUi::insistOnFocus()
 {
+    noteSeen();
     if (m_window->isVisible() && !QApplication::activeWindow())
         m.platform.windows().activate(static_cast<WindowHandle>(m_window->winId()));
 }
 
-// A window that the user has not been shown yet, or that waits on another virtual desktop, counts as hidden.
-bool LauncherUi::isOnScreen() const
+// The launcher has been shown once, to somebody who may from now on want it to go.
+void LauncherUi::noteSeen()
 {
-    return m_window->isVisible() && m_window->windowHandle()->isExposed();
+    if (m_window && m_window->isVisible() && !m_seenSince)
+        m_seenSince = m.platform.hotkey().now();
 }
 
-void LauncherUi::toggle()
+// Whether a press of that time found the launcher shown: while it starts nobody has seen it, and on another
+// virtual desktop nobody sees it.
+bool LauncherUi::isOnScreen(quint32 time)
+{
+    return m_window->isVisible() && m_seenSince && static_cast<qint32>(time - *m_seenSince) > 0
+        && m.platform.windows().isOnScreen(static_cast<WindowHandle>(m_window->winId()));
+}
+
+void LauncherUi::toggle(quint32 time)
 {
     GlobalHotkey &port = m.platform.hotkey();
     const auto window = static_cast<WindowHandle>(m_window->winId());
-    if (isOnScreen()) {
+    if (isOnScreen(time)) {
         m_window->hide();
         port.takeKeysFrom(window);
         return;
     }
-    // What is shown anew comes to the desktop where the user is.
-    m_window->hide();
+    if (m_window->isVisible())
+        m.platform.windows().bringHere(window);
     showAndActivate();
     port.giveKeysTo(window);
 }

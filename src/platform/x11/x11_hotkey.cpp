@@ -27,8 +27,16 @@ std::vector<uint16_t> withMixtures(uint16_t modifiers, const std::array<uint16_t
 X11Hotkey::X11Hotkey(X11Connection &connection, X11Keymap &keymap)
     : m_connection(connection)
     , m_keymap(keymap)
-    , m_grab([this] { QMetaObject::invokeMethod(this, &X11Hotkey::answerPress, Qt::QueuedConnection); })
+    , m_grab([this](xcb_timestamp_t time) {
+        QMetaObject::invokeMethod(
+            this, [this, time] { answerPress(time); }, Qt::QueuedConnection);
+    })
 {
+    m_connection.addReceiver([this](const xcb_generic_event_t &event) {
+        const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+        if (event.response_type == XCB_PROPERTY_NOTIFY && change.window == m_clock)
+            m_now = change.time;
+    });
     // One change of layout comes as many events; asking the server has to wait until they are over.
     m_keymap.onChange([this] {
         if (m_wanted && !std::exchange(m_mustFollow, true))
@@ -117,11 +125,28 @@ void X11Hotkey::follow()
         take(*grab);
 }
 
-void X11Hotkey::answerPress()
+quint32 X11Hotkey::now()
+{
+    if (!m_connection.isOpen())
+        return 0;
+    const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    m_clock = xcb_generate_id(m_connection.xcb());
+    xcb_create_window(m_connection.xcb(), XCB_COPY_FROM_PARENT, m_clock, m_connection.root(), -1, -1, 1, 1, 0,
+        XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    xcb_change_property(
+        m_connection.xcb(), XCB_PROP_MODE_APPEND, m_clock, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr);
+    m_now.reset();
+    constexpr int patience = 1000; // milliseconds
+    m_connection.waitUntil([this] { return m_now.has_value(); }, patience);
+    xcb_destroy_window(m_connection.xcb(), m_clock);
+    return m_now.value_or(0);
+}
+
+void X11Hotkey::answerPress(xcb_timestamp_t time)
 {
     m_isAnswered = false;
     if (m_wanted)
-        Q_EMIT fired();
+        Q_EMIT fired(time);
     if (!m_isAnswered)
         m_grab.passKeysOn();
 }

@@ -25,6 +25,7 @@ public:
     void unregisterHotkey() override;
     void giveKeysTo(WindowHandle window) override;
     void takeKeysFrom(WindowHandle window) override;
+    quint32 now() override;
 
 private:
     struct Combination
@@ -46,13 +47,15 @@ private:
     bool take(const Grab &grab);
     void letGo();
     void follow();
-    void answerPress();
+    void answerPress(xcb_timestamp_t time);
 
     X11Connection &m_connection;
     X11Keymap &m_keymap;
     std::optional<Combination> m_wanted;
     Grab m_held;
     X11KeyGrab m_grab;
+    xcb_window_t m_clock = XCB_NONE; // a window whose changes the server stamps with its time
+    std::optional<xcb_timestamp_t> m_now;
     bool m_isAnswered = false; // somebody has said where the keys go
     bool m_mustFollow = false; // the keyboard has changed and follow() is on its way
 };

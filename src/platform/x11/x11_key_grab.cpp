@@ -24,7 +24,7 @@ constexpr auto betweenLooks = 2ms;
 
 } // namespace
 
-X11KeyGrab::X11KeyGrab(std::function<void()> pressed)
+X11KeyGrab::X11KeyGrab(std::function<void(xcb_timestamp_t time)> pressed)
     : m_pressed(std::move(pressed))
 {
     if (!m_connection.isOpen())
@@ -76,8 +76,8 @@ bool X11KeyGrab::take(xcb_keycode_t key, const std::vector<uint16_t> &modifiers)
     }
     std::vector<xcb_void_cookie_t> requests;
     for (const uint16_t each : modifiers) {
-        requests.push_back(xcb_grab_key_checked(m_connection.xcb(), 0, m_connection.root(), each, key,
-            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
+        requests.push_back(xcb_grab_key_checked(
+            m_connection.xcb(), 0, m_connection.root(), each, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }
     bool all = true;
     for (const xcb_void_cookie_t request : requests) {
@@ -153,8 +153,8 @@ void X11KeyGrab::run()
             if (m_ends || !m_connection.isOpen())
                 return;
         }
-        std::array<pollfd, 2> descriptors{pollfd{xcb_get_file_descriptor(m_connection.xcb()), POLLIN, 0},
-            pollfd{m_wake, POLLIN, 0}};
+        std::array<pollfd, 2> descriptors{
+            pollfd{xcb_get_file_descriptor(m_connection.xcb()), POLLIN, 0}, pollfd{m_wake, POLLIN, 0}};
         poll(descriptors.data(), descriptors.size(), sleep ? static_cast<int>(sleep->count()) : -1);
         eventfd_t count;
         eventfd_read(m_wake, &count);
@@ -175,7 +175,7 @@ void X11KeyGrab::receive(const xcb_generic_event_t &event)
         m_pressTime = key.time;
         m_deadline = Clock::now() + answerPatience;
         m_wish.reset();
-        m_pressed();
+        m_pressed(key.time);
     } else if (key.detail == m_key) {
         // The release ends it all by itself; a press is a repetition.
         if (isPress)
@@ -218,10 +218,24 @@ bool X11KeyGrab::isFulfilled(const Wish &wish)
         return true;
     const bool isWindow = focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != m_connection.root();
     if (!wish.isToHaveIt)
-        return isWindow && focus->focus != wish.window;
-    // Windows of one program differ in the low bits alone.
-    const uint32_t program = ~xcb_get_setup(m_connection.xcb())->resource_id_mask;
-    return isWindow && (focus->focus & program) == (wish.window & program);
+        return isWindow && focus->focus != wish.window && !isOfManager(focus->focus);
+    return isWindow && sameProgram(focus->focus, wish.window);
+}
+
+// Whether it is one of the windows in which a window manager keeps the focus while it looks for a better
+// place.
+bool X11KeyGrab::isOfManager(xcb_window_t window)
+{
+    const auto found = m_connection.reply(xcb_get_property_reply, xcb_get_property, 0, m_connection.root(),
+        m_connection.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1);
+    return found && xcb_get_property_value_length(found.get()) == sizeof(xcb_window_t)
+        && sameProgram(window, *static_cast<const xcb_window_t *>(xcb_get_property_value(found.get())));
+}
+
+// Windows of one program differ in the low bits alone.
+bool X11KeyGrab::sameProgram(xcb_window_t one, xcb_window_t other) const
+{
+    return ((one ^ other) & ~xcb_get_setup(m_connection.xcb())->resource_id_mask) == 0;
 }
 
 } // namespace plum

@@ -21,7 +21,7 @@ class X11KeyGrab
 {
 public:
     // `pressed` is called in the thread, once a press, however long the key is held.
-    explicit X11KeyGrab(std::function<void()> pressed);
+    explicit X11KeyGrab(std::function<void(xcb_timestamp_t time)> pressed);
     ~X11KeyGrab();
     Q_DISABLE_COPY_MOVE(X11KeyGrab)
 
@@ -57,13 +57,15 @@ private:
     void run();
     void receive(const xcb_generic_event_t &event);
     std::optional<std::chrono::milliseconds> advance();
+    bool isOfManager(xcb_window_t window);
+    bool sameProgram(xcb_window_t one, xcb_window_t other) const;
     bool isFulfilled(const Wish &wish);
     void allow(xcb_allow_t mode, xcb_timestamp_t time);
     void wish(const Wish &wish, Clock::duration patience);
     void wake();
 
     X11Connection m_connection;
-    std::function<void()> m_pressed;
+    std::function<void(xcb_timestamp_t time)> m_pressed;
     int m_wake = -1; // a counter that ends the thread's sleep
 
     std::mutex m_mutex; // for all that follows

@@ -91,7 +91,8 @@ QString nameOf(const QWidget &widget)
             }
         }
     }
-    if (qobject_cast<const QAbstractItemView *>(&widget) && widget.window()->inherits("QComboBoxPrivateContainer"))
+    if (qobject_cast<const QAbstractItemView *>(&widget)
+        && widget.window()->inherits("QComboBoxPrivateContainer"))
         return u"dropped list"_s;
     if (widget.inherits("QSystemTrayIconSys"))
         return u"tray icon"_s;

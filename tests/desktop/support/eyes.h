@@ -45,8 +45,8 @@ public:
     // What is there right now; nothing when the program does not answer.
     std::vector<Control> look();
 
-    // By "window/name", e.g. "frmSet/Text8". Not shown when there is none of that name; a shown one goes before
-    // others of its name.
+    // By "window/name", e.g. "frmSet/Text8". Not shown when there is none of that name; a shown one goes
+    // before others of its name.
     Control see(const QString &path);
 
 private:

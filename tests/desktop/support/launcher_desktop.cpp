@@ -16,8 +16,10 @@ void LauncherDesktop::prepare(const QString &windowManager)
     write(u"config/load/set.ini"_s, "[hotkey]\r\nhotkey=Alt+Z\r\n");
 
     // The desktop's way to open things is a program that writes down what it is given.
-    write(u"bin/xdg-open"_s, "#!/bin/sh\nprintf '%s\\n' \"$1\" >> '" + QFile::encodeName(programFolder()) + "/opened.txt'\n");
-    QFile::setPermissions(programFolder() + u"/bin/xdg-open"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    write(u"bin/xdg-open"_s,
+        "#!/bin/sh\nprintf '%s\\n' \"$1\" >> '" + QFile::encodeName(programFolder()) + "/opened.txt'\n");
+    QFile::setPermissions(
+        programFolder() + u"/bin/xdg-open"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 void LauncherDesktop::TearDown()
@@ -63,7 +65,7 @@ QStringList LauncherDesktop::opened() const
 
 void LauncherDesktop::startProgram(const QStringList &arguments)
 {
-    const QString socket = folder() + u"/eyes"_s;
+    const QString socket = folder() + u"/eyes%1"_s.arg(++m_starts);
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", QFile::encodeName(programFolder()) + "/bin:" + path);
     qputenv("PLUM_EYES", QFile::encodeName(socket));
@@ -125,8 +127,10 @@ void LauncherDesktop::chooseForApp(const QString &keyword, const QString &item)
 
 void LauncherDesktop::answer(const QString &text, const QString &button)
 {
-    ASSERT_TRUE(eventually([&] { return isShown(u"message/message"_s) && textOf(u"message/message"_s) == text; }))
-        << "no message \"" << text.toStdString() << "\" but \"" << textOf(u"message/message"_s).toStdString() << '"';
+    ASSERT_TRUE(eventually([&] {
+        return isShown(u"message/message"_s) && textOf(u"message/message"_s) == text;
+    })) << "no message \""
+        << text.toStdString() << "\" but \"" << textOf(u"message/message"_s).toStdString() << '"';
     click(u"message/"_s + button);
     ASSERT_TRUE(disappears(u"message/message"_s));
 }

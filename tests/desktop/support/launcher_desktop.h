@@ -95,6 +95,7 @@ private:
     Control stillControl(const QString &path);
 
     QProcess m_launcher;
+    int m_starts = 0;
     std::optional<Eyes> m_eyes;
 };
 
