@@ -4,6 +4,7 @@
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
 #include "engine/text_functions.h"
+#include "platform/global_hotkey.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
 #include "platform/windows.h"
@@ -17,6 +18,7 @@
 
 #include <QApplication>
 #include <QTimer>
+#include <QWindow>
 
 #include <chrono>
 
@@ -60,23 +62,28 @@ void LauncherUi::start()
 {
     m_state->runctx[1] = u"bao"_s;
     m_state->runidx[2] = 0;
-    m_lists.List.setStringList(m_listFile.load());
     m_window = std::make_unique<frmSet>(m_lists, m_faces, m_vocabulary);
+    startHotkey(); // first of all that takes time: what is pressed from now on is not lost
     connectWindow();
+    m_lists.List.setStringList(m_listFile.load());
     m_menus = std::make_unique<sett>();
     connectMenus();
     m_menus->addTrayIcon();
+    showHint();
+    showAndActivate();
+}
 
+void LauncherUi::startHotkey()
+{
     m_hotkeyModule = std::make_unique<sethotkey>(m.platform.hotkey());
     connect(m_hotkeyModule.get(), &sethotkey::fired, this, &LauncherUi::toggle);
     connect(m_hotkeyModule.get(), &sethotkey::registrationChanged, this, &LauncherUi::showHint);
-    if (m_settings.exists()) {
-        m_hotkeyModule->hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
-        makeHotkeyWindow();
-        m_hotkeyWindow->SetNew(hotkey::Register);
-    }
-    showHint();
-    showAndActivate();
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &LauncherUi::noteSeen);
+    if (!m_settings.exists())
+        return;
+    m_hotkeyModule->hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
+    makeHotkeyWindow();
+    m_hotkeyWindow->SetNew(hotkey::Register);
 }
 
 void LauncherUi::connectWindow()
@@ -121,6 +128,10 @@ void LauncherUi::showAndActivate()
     m_window->raise();
     m_window->activateWindow();
     m_window->focusKeywordBox();
+    // A window that is hidden and shown again within a moment never lost the keyboard for Qt, which therefore
+    // does not tell it that it is active again.
+    if (QGuiApplication::focusWindow() == m_window->windowHandle() && !QApplication::activeWindow())
+        QApplication::setActiveWindow(m_window.get());
     QTimer::singleShot(focusPatience, this, &LauncherUi::insistOnFocus);
 }
 
@@ -128,16 +139,39 @@ void LauncherUi::showAndActivate()
 // answer, so it comes only when the window has been painted and is still not active.
 void LauncherUi::insistOnFocus()
 {
+    noteSeen();
     if (m_window->isVisible() && !QApplication::activeWindow())
         m.platform.windows().activate(static_cast<WindowHandle>(m_window->winId()));
 }
 
-void LauncherUi::toggle()
+// The launcher has been shown once, to somebody who may from now on want it to go.
+void LauncherUi::noteSeen()
 {
-    if (m_window->isVisible())
+    if (m_window && m_window->isVisible() && !m_seenSince)
+        m_seenSince = m.platform.hotkey().now();
+}
+
+// Whether a press of that time found the launcher shown: while it starts nobody has seen it, and on another
+// virtual desktop nobody sees it.
+bool LauncherUi::isOnScreen(quint32 time)
+{
+    return m_window->isVisible() && m_seenSince && static_cast<qint32>(time - *m_seenSince) > 0
+        && m.platform.windows().isOnScreen(static_cast<WindowHandle>(m_window->winId()));
+}
+
+void LauncherUi::toggle(quint32 time)
+{
+    GlobalHotkey &port = m.platform.hotkey();
+    const auto window = static_cast<WindowHandle>(m_window->winId());
+    if (isOnScreen(time)) {
         m_window->hide();
-    else
-        showAndActivate();
+        port.takeKeysFrom(window);
+        return;
+    }
+    if (m_window->isVisible())
+        m.platform.windows().bringHere(window);
+    showAndActivate();
+    port.giveKeysTo(window);
 }
 
 void LauncherUi::showHint()

@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace plum {
 
@@ -93,7 +94,10 @@ public:
 private:
     void connectWindow();
     void connectMenus();
-    void toggle();
+    void startHotkey();
+    void noteSeen();
+    bool isOnScreen(quint32 time);
+    void toggle(quint32 time);
     void insistOnFocus();
     void runKeyword(const QString &keyword, bool remembersPath);
     void guarded(const std::function<void()> &run);
@@ -132,6 +136,8 @@ private:
     AppFaces m_faces;
     SettingsFile m_settings;
     std::unique_ptr<sethotkey> m_hotkeyModule; // with the launcher alone: a script start registers nothing
+
+    std::optional<quint32> m_seenSince; // by the hotkey's clock
 
     // Where a package comes from whose name the box asks for: 0 the store, 1 dropped onto the lists. Nothing
     // sets it back to 0; kept.

@@ -146,10 +146,10 @@ TEST_F(HotkeyTest, aHiddenLauncherIsShownWithTheKeywordBoxFocusedAndThenHidden)
 {
     startWith("Alt+Z");
     ui.hideLauncher();
-    Q_EMIT platform.hotkey().fired();
+    Q_EMIT platform.hotkey().fired(1);
     EXPECT_TRUE(launcherVisible());
     EXPECT_EQ(ui.window()->focusWidget(), find("Text8"));
-    Q_EMIT platform.hotkey().fired();
+    Q_EMIT platform.hotkey().fired(1);
     EXPECT_FALSE(launcherVisible());
 }
 

@@ -159,6 +159,21 @@ WindowHandle X11Windows::underPointer()
     return handle(client == XCB_NONE ? at->child : client);
 }
 
+// Some window managers leave the windows of the other desktops where they are and paint over them.
+bool X11Windows::isOnThisDesktop(xcb_window_t window)
+{
+    const std::vector<quint32> desktop = numbers(window, "_NET_WM_DESKTOP");
+    const std::vector<quint32> current = numbers(m_connection.root(), "_NET_CURRENT_DESKTOP");
+    constexpr quint32 every = 0xffffffff;
+    return desktop.empty() || current.empty() || desktop.front() == every
+        || desktop.front() == current.front();
+}
+
+bool X11Windows::isOnScreen(WindowHandle window)
+{
+    return isViewable(id(window)) && isOnThisDesktop(id(window));
+}
+
 WindowHandle X11Windows::byTitle(const QString &wanted)
 {
     for (const xcb_window_t window : topLevels()) {
@@ -337,6 +352,15 @@ void X11Windows::moveTo(WindowHandle window, QPoint corner)
         requestMove(id(window), corner + QPoint(1, 1));
     requestMove(id(window), corner);
     waitFor(id(window), [&] { return rectangle(window).topLeft() == corner; });
+}
+
+void X11Windows::bringHere(WindowHandle window)
+{
+    if (isOnThisDesktop(id(window)))
+        return;
+    const std::vector<quint32> current = numbers(m_connection.root(), "_NET_CURRENT_DESKTOP");
+    askManager(id(window), "_NET_WM_DESKTOP", {current.front(), fromUser});
+    waitFor(id(window), [&] { return isOnThisDesktop(id(window)); });
 }
 
 void X11Windows::setTopmost(WindowHandle window)
