@@ -4,6 +4,7 @@
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
 #include "engine/text_functions.h"
+#include "platform/global_hotkey.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
 #include "platform/windows.h"
@@ -17,6 +18,7 @@
 
 #include <QApplication>
 #include <QTimer>
+#include <QWindow>
 
 #include <chrono>
 
@@ -121,6 +123,10 @@ void LauncherUi::showAndActivate()
     m_window->raise();
     m_window->activateWindow();
     m_window->focusKeywordBox();
+    // A window that is hidden and shown again within a moment never lost the keyboard for Qt, which therefore
+    // does not tell it that it is active again.
+    if (QGuiApplication::focusWindow() == m_window->windowHandle() && !QApplication::activeWindow())
+        QApplication::setActiveWindow(m_window.get());
     QTimer::singleShot(focusPatience, this, &LauncherUi::insistOnFocus);
 }
 
@@ -132,12 +138,25 @@ void LauncherUi::insistOnFocus()
         m.platform.windows().activate(static_cast<WindowHandle>(m_window->winId()));
 }
 
+// A window that the user has not been shown yet, or that waits on another virtual desktop, counts as hidden.
+bool LauncherUi::isOnScreen() const
+{
+    return m_window->isVisible() && m_window->windowHandle()->isExposed();
+}
+
 void LauncherUi::toggle()
 {
-    if (m_window->isVisible())
+    GlobalHotkey &port = m.platform.hotkey();
+    const auto window = static_cast<WindowHandle>(m_window->winId());
+    if (isOnScreen()) {
         m_window->hide();
-    else
-        showAndActivate();
+        port.takeKeysFrom(window);
+        return;
+    }
+    // What is shown anew comes to the desktop where the user is.
+    m_window->hide();
+    showAndActivate();
+    port.giveKeysTo(window);
 }
 
 void LauncherUi::showHint()

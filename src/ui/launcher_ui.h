@@ -93,6 +93,7 @@ public:
 private:
     void connectWindow();
     void connectMenus();
+    bool isOnScreen() const;
     void toggle();
     void insistOnFocus();
     void runKeyword(const QString &keyword, bool remembersPath);

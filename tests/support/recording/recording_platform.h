@@ -190,6 +190,8 @@ public:
 
     bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
     void unregisterHotkey() override;
+    void giveKeysTo(WindowHandle) override { m_log.add(QStringLiteral("hotkey give keys")); }
+    void takeKeysFrom(WindowHandle) override { m_log.add(QStringLiteral("hotkey take keys")); }
 
     bool succeeds = true;
 
