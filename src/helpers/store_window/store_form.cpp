@@ -3,8 +3,8 @@
 #include "loading_picture.h"
 #include "store_colours.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -216,7 +216,7 @@ void StoreForm::clearPage()
 
 void StoreForm::setCaption(const QString &text)
 {
-    const QString shown = text.isEmpty() ? QGuiApplication::applicationDisplayName() : text;
+    const QString shown = text.isEmpty() ? u"Plum"_s : text;
     m_caption->setText(shown);
     setWindowTitle(shown);
 }
@@ -285,6 +285,10 @@ void StoreForm::bringUp()
     show();
     raise();
     activateWindow();
+    // A window that had the keyboard when it was hidden is at times taken to have it still; its widgets then
+    // hear nothing of getting it again.
+    if (QGuiApplication::focusWindow() == windowHandle())
+        QApplication::setActiveWindow(this);
     llq->setFocus();
 }
 
