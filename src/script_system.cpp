@@ -28,8 +28,8 @@ clsWaitableTimer::Clock clockOfSeconds()
 ScriptSystem::ScriptSystem(
     Platform &platform, Shell &shell, Launcher &launcher, StorePage &storePage, const QString &executableName)
     : m_files(platform.paths(), platform.textCodec())
-    , m_reader({m_state, launcher, platform.clipboard(), platform.pointer(), shell,
-          platform.paths(), m_files})
+    , m_reader(
+          {m_state, launcher, platform.clipboard(), platform.pointer(), shell, platform.paths(), m_files})
     , m_waiter(platform.timers(), executableName, clockOfSeconds())
     , m_loop(m_state, m_reader, m_waiter, launcher)
     , m_starts(m_state, m_loop, m_files, platform.paths())
@@ -38,10 +38,9 @@ ScriptSystem::ScriptSystem(
     , m_mouse(m_reader, {platform.pointer(), m_clicks, m_waiter, m_state.vardict, launcher})
     , m_keyboard(m_reader, platform.keyboard(), platform.clipboard(), m_waiter)
     , m_file(m_reader,
-          {m_state, platform.paths(), platform.textCodec(), m_files, shell, m_http,
-              platform.javaScript(), storePage})
-    , m_net(m_reader,
-          {m_http, m_upload, platform.textCodec(), shell, platform.paths(), m_state.vardict})
+          {m_state, platform.paths(), platform.textCodec(), m_files, shell, m_http, platform.javaScript(),
+              storePage})
+    , m_net(m_reader, {m_http, m_upload, platform.textCodec(), shell, platform.paths(), m_state.vardict})
     , m_text(m_reader, m_state.vardict)
     , m_set(m_reader, m_state.vardict)
     , m_webbox(m_reader, shell, platform.paths())
