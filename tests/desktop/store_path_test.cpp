@@ -41,7 +41,8 @@ protected:
         clickInPage(u"#search"_s);
         ASSERT_TRUE(pageShows(u"document.activeElement.id == 'search'"_s));
         hands->type(word);
-        ASSERT_TRUE(pageShows(u"document.querySelectorAll(\".card:not([hidden])\").length == %1"_s.arg(found)));
+        ASSERT_TRUE(
+            pageShows(u"document.querySelectorAll(\".card:not([hidden])\").length == %1"_s.arg(found)));
     }
 
     // The strip at the window's lower edge, with a bar that has begun to fill.

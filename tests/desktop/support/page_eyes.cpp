@@ -76,7 +76,8 @@ QString PageEyes::pagePath() const
         return {};
     socket.write("GET /json/list HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n");
     const QByteArray head = readLines(socket).toLower();
-    const qint64 length = head.mid(head.indexOf("content-length:") + 15).split('\r')[0].trimmed().toLongLong();
+    const qint64 length
+        = head.mid(head.indexOf("content-length:") + 15).split('\r')[0].trimmed().toLongLong();
     if (!waitFor(socket, length))
         return {};
     for (const QJsonValue &target : QJsonDocument::fromJson(socket.read(length)).array()) {

@@ -76,8 +76,9 @@ QPoint StoreDesktop::pageOrigin()
 
 void StoreDesktop::clickInPage(const QString &selector)
 {
-    const QString middle = u"(() => { const r = document.querySelector('%1').getBoundingClientRect();"
-                           " return [Math.round(r.x + r.width / 2), Math.round(r.y + r.height / 2)]; })()"_s.arg(selector);
+    const QString middle
+        = u"(() => { const r = document.querySelector('%1').getBoundingClientRect();"
+          " return [Math.round(r.x + r.width / 2), Math.round(r.y + r.height / 2)]; })()"_s.arg(selector);
     const QPoint origin = pageOrigin();
     const QJsonArray at = m_page->see(middle).toArray();
     ASSERT_EQ(at.size(), 2) << selector.toStdString();
