@@ -2,10 +2,9 @@
 
 #include "store/loaded_store_transfers.h"
 #include "store/store_process.h"
+#include "support/shop.h"
 #include "support/x_server.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTcpServer>
@@ -17,84 +16,11 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using plum::test::Shop;
 using plum::test::TemporaryFiles;
+using plum::test::waitUntil;
 
 namespace {
-
-// Waits with a living event loop; false after half a minute.
-bool waitUntil(const std::function<bool()> &condition)
-{
-    const QDeadlineTimer deadline(30'000);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
-        QThread::msleep(2);
-    }
-    return true;
-}
-
-quint16 freePort()
-{
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
-}
-
-// A generated store behind nginx.
-class Shop
-{
-public:
-    // Adds to the starter apps; to be called before serve().
-    void addApp(const QString &name, const QByteArray &file)
-    {
-        m_files.write(u"apps/%1/main.wf"_s.arg(name), "os.tips \"x\"\r\n");
-        m_files.write(u"apps/%1/content"_s.arg(name), file);
-    }
-
-    void addPage(const QString &name, const QByteArray &html) { m_files.write(u"out/"_s + name, html); }
-
-    bool serve(const QString &serverLines = {})
-    {
-        QProcess::execute(u"cp"_s, {u"-r"_s, QStringLiteral(PLUM_APPS), m_files.folder()});
-        if (QProcess::execute(
-                QStringLiteral(PLUM_STORE), {m_files.folder() + u"/apps"_s, m_files.folder() + u"/out"_s})
-            != 0)
-            return false;
-        return resume(serverLines);
-    }
-
-    bool resume(const QString &serverLines = {})
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"PLUM_STORE_NGINX"_s, serverLines);
-        m_server.setProcessEnvironment(environment);
-        m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_server.start(QStringLiteral(PLUM_SERVE_STORE), {m_files.folder() + u"/out"_s, address()});
-        return waitUntil([this] {
-            QTcpSocket socket;
-            socket.connectToHost(QHostAddress::LocalHost, m_port);
-            return socket.waitForConnected(200);
-        });
-    }
-
-    void cut()
-    {
-        m_server.terminate();
-        m_server.waitForFinished();
-    }
-
-    ~Shop() { cut(); }
-
-    QUrl url(const QString &path = {}) const { return QUrl(u"http://"_s + address() + path); }
-
-private:
-    QString address() const { return u"127.0.0.1:%1"_s.arg(m_port); }
-
-    TemporaryFiles m_files;
-    QProcess m_server;
-    const quint16 m_port = freePort();
-};
 
 class StoreWindow : public testing::Test
 {
@@ -219,7 +145,7 @@ TEST_F(StoreWindow, ADownloadCutInTheMiddleGoesOnLater)
 {
     QByteArray content(3'000'000, Qt::Uninitialized);
     QRandomGenerator(7).generate(content.begin(), content.end());
-    shop.addApp(u"big"_s, content);
+    shop.addApp(u"big"_s, "os.tips \"x\"\r\n", content);
     ASSERT_TRUE(shop.serve(u"limit_rate 500k;"_s));
     ASSERT_TRUE(show(shop.url(u"/plum/workflow_in/index.html"_s)));
 

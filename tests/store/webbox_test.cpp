@@ -1,6 +1,7 @@
 #include "store_bench.h"
 
 #include "store/download_texts.h"
+#include "support/file_size_limit.h"
 #include "zip_writer.h"
 
 #include <QCryptographicHash>
@@ -187,6 +188,33 @@ TEST_F(Store, SaysInstalledEvenWhenThePackageIsNoArchive)
     EXPECT_EQ(bench.events(), success + QStringList({u"add app notes"_s, u"caption Download completed"_s}));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+}
+
+TEST_F(Store, AFullDiskLeavesNoHalfApp)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    plum::ZipWriter archive;
+    archive.add(u"main.wf"_s, "script", QDateTime::currentDateTime());
+    archive.add(u"picture"_s, QByteArray(500'000, 'x'), QDateTime::currentDateTime());
+    bench.files.write(u"notes.wfp"_s, archive.finish());
+    bench.platform.log.clear();
+    {
+        const plum::test::FileSizeLimit limit(100'000);
+        complete();
+    }
+    EXPECT_EQ(bench.events(),
+        (QStringList{
+            u"message There is no room left on the disk. The package was not installed. (system-modal)"_s,
+            u"caption Download completed"_s}));
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/config/unpacking"_s));
+
+    // With room again the same package installs.
+    bench.store.XzSet(1, u"notes"_s);
+    bench.files.write(u"notes.wfp"_s, archive.finish());
+    complete();
+    EXPECT_EQ(script(u"notes"_s), "script");
 }
 
 TEST_F(Store, ADownloadBesideAnOlderPackageInstallsTheOlderOne)

@@ -1,5 +1,6 @@
 #include "store_form.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -177,6 +178,10 @@ void StoreForm::bringUp()
     show();
     raise();
     activateWindow();
+    // A window that had the keyboard when it was hidden is at times taken to have it still; its widgets then
+    // hear nothing of getting it again.
+    if (QGuiApplication::focusWindow() == windowHandle())
+        QApplication::setActiveWindow(this);
 }
 
 void StoreForm::closeEvent(QCloseEvent *event)
