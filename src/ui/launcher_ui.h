@@ -65,7 +65,7 @@ public:
     // Runs the whole run list: a script on the command line.
     void runAll();
 
-    // The normal start: the list, the tray icon, the hotkey, the window.
+    // The normal start: the list, the hotkey, the window, and soon after it the tray icon.
     void start();
 
     // Shows the launcher in front of the other windows, ready for a keyword.
@@ -93,8 +93,9 @@ public:
 
 private:
     void connectWindow();
-    void connectMenus();
     void startHotkey();
+    void completeStart();
+    sett &menus(); // made when they are first asked for
     void noteSeen();
     bool isOnScreen(quint32 time);
     void toggle(quint32 time);
@@ -143,6 +144,7 @@ private:
     // sets it back to 0; kept.
     qint16 m_installMode = 0;
 
+    bool m_isComplete = false;
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<sett> m_menus;
     QPointer<hotkey> m_hotkeyWindow;
