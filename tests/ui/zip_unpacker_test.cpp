@@ -1,6 +1,6 @@
-#include "ui/zip_unpacker.h"
 #include "store/zip_builder.h"
 #include "ui/library_bench.h"
+#include "ui/zip_unpacker.h"
 
 #include <gtest/gtest.h>
 
@@ -34,8 +34,8 @@ protected:
 
 TEST_F(DroppedPackageTest, becomesAnApp)
 {
-    const QString package
-        = put(buildArchive({storedEntry("main.wf", "os.tips \"1\"\r\n"), deflatedEntry("pictures/a", "aaaa")}));
+    const QString package = put(
+        buildArchive({storedEntry("main.wf", "os.tips \"1\"\r\n"), deflatedEntry("pictures/a", "aaaa")}));
     EXPECT_EQ(apps.DropPackage(package), AppLibrary::Dropped::Done);
     EXPECT_EQ(log.lines(), QStringList(u"message! Successfully"_s));
     EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "os.tips \"1\"\r\n");
