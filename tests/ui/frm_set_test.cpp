@@ -218,6 +218,7 @@ TEST_F(FrmSetTest, enterInAListWithoutSelectionRunsNothing)
 
 TEST_F(FrmSetTest, aListedTextThatIsNoFolderNameIsNotRun)
 {
+    addApps({u"one"_s}); // the folder of apps exists, so that the way out of it does
     const QString outside = u"../../outside"_s;
     writeBytes(folder.path() + u"/outside/main.wf"_s, "note.down \"outside\"\r\n");
     writeBytes(folder.configTxt(), configText({outside}).toUtf8());
