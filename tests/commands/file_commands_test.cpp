@@ -78,6 +78,16 @@ TEST(FileCall, StartsHiddenAndShowsTheStore)
         (QStringList{u"open p.exe|-a|0"_s, u"store layout"_s, u"store loading"_s}));
 }
 
+TEST(FileCall, ResolvesTheScriptsFolder)
+{
+    ScriptBench bench;
+    bench.state.runctx[0] = u"C:\\a\\main.wf"_s;
+    EXPECT_EQ(
+        bench.eventsOf(u"file.call \"_pfold_/p.exe\",\"/x\",\"\""_s).first(), u"open C:\\a\\p.exe|/x|0"_s);
+    EXPECT_EQ(
+        bench.eventsOf(u"file.open \"_pfold_/p.exe\",\"/x\",\"\""_s).first(), u"open C:\\a\\p.exe|/x|1"_s);
+}
+
 TEST(FileCall, HtmlSizesTheBrowserAndEmptiesIt)
 {
     ScriptBench bench;

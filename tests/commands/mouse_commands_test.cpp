@@ -94,9 +94,19 @@ TEST_F(MouseScript, GetStoresThePosition)
 TEST_F(MouseScript, GetTakesOnlyItsFirstField)
 {
     bench.platform.pointer().at = QPoint(10, 20);
-    bench.runKeepingVariables({u"mouse.get_xy \"p\",\"q\""_s});
+    bench.runKeepingVariables(
+        {u"mouse.get_xy \"p\",\"q\""_s, u"mouse.get_x \"x\",\"q\""_s, u"mouse.get_y \"y\",\"q\""_s});
     EXPECT_EQ(bench.variable(u"p"_s), u"10:20"_s);
-    EXPECT_EQ(bench.state.vardict.size(), 1);
+    EXPECT_EQ(bench.variable(u"x"_s), u"10"_s);
+    EXPECT_EQ(bench.variable(u"y"_s), u"20"_s);
+    EXPECT_EQ(bench.state.vardict.size(), 3);
+}
+
+TEST_F(MouseScript, MovesTakeOnlyTheirFirstField)
+{
+    EXPECT_EQ(bench.eventsOf(u"mouse.move \"10:20\",\"30:40\""_s), QStringList{u"move 10 20"_s});
+    EXPECT_EQ(bench.eventsOf(u"mouse.offset \"1:1\",\"30:40\""_s), QStringList{u"move 11 21"_s});
+    EXPECT_EQ(bench.eventsOf(u"mouse.move ,\"30:40\""_s), QStringList());
 }
 
 TEST_F(MouseScript, OffsetMovesFromWhereThePointerIs)

@@ -172,6 +172,21 @@ TEST_F(FrmSetTest, enterInAListWithoutSelectionRunsNothing)
     EXPECT_TRUE(said().isEmpty());
 }
 
+TEST_F(FrmSetTest, aListedTextThatIsNoFolderNameIsNotRun)
+{
+    addApps({u"one"_s}); // the folder of apps exists, so that the way out of it does
+    const QString outside = u"../../outside"_s;
+    writeBytes(folder.path() + u"/outside/main.wf"_s, "note.down \"outside\"\r\n");
+    writeBytes(folder.configTxt(), configText({outside}).toUtf8());
+    start();
+    state.currentKeyword = u"before"_s;
+    key(text8(), Qt::Key_Down);
+    EXPECT_EQ(find<KeywordList>("List")->text(), outside);
+    key(find("List"), Qt::Key_Return);
+    EXPECT_TRUE(said().isEmpty());
+    EXPECT_EQ(state.currentKeyword, u"before"_s);
+}
+
 TEST_F(FrmSetTest, runningAnAppWithoutFolderRunsNoLine)
 {
     writeBytes(folder.configTxt(), "gone\r\n..\\..\\x\r\n");

@@ -27,8 +27,8 @@ protected:
         for (int i = 0;; ++i) {
             const QString script = QString(20000, i % 2 == 0 ? u'a' : u'b');
             const QString keyword = u"new%1"_s.arg(i);
-            const bool done[] = {library.CreateApp(keyword, script), library.SaveApp(u"kept7"_s, script),
-                library.RenameApp(keyword, keyword + u"x"_s), library.DeleteApp(keyword + u"x"_s)};
+            const bool done[] = {appLibrary.CreateApp(keyword, script), library.SaveApp(u"kept7"_s, script),
+                appLibrary.RenameApp(keyword, keyword + u"x"_s), library.DeleteApp(keyword + u"x"_s)};
             for (const bool each : done) {
                 if (!each || write(report, "o", 1) != 1)
                     _exit(1);
@@ -142,16 +142,16 @@ TEST_F(LibraryStrainTest, aKillDuringOperationsLosesNoLineAndNoScript)
 
 TEST_F(LibraryStrainTest, filesThatCannotGrowKeepTheOldScriptOrderAndSettings)
 {
-    ASSERT_TRUE(library.CreateApp(u"note"_s, u"old"_s));
+    ASSERT_TRUE(appLibrary.CreateApp(u"note"_s, u"old"_s));
     SettingsFile settings(paths, codec);
     settings.WriteSetting(u"hotkey"_s, u"hotkey"_s, u"Alt+Z"_s);
     const QByteArray before = bytesOf(folder.setIni());
     log.clear();
     {
         const FileSizeLimit limit(2);
-        EXPECT_FALSE(library.SaveApp(u"note"_s, u"a longer script"_s));
-        EXPECT_FALSE(library.CreateApp(u"other"_s, u"a longer script"_s));
-        EXPECT_TRUE(library.RenameApp(u"note"_s, u"letter"_s));
+        EXPECT_FALSE(appLibrary.SaveApp(u"note"_s, u"a longer script"_s));
+        EXPECT_FALSE(appLibrary.CreateApp(u"other"_s, u"a longer script"_s));
+        EXPECT_TRUE(appLibrary.RenameApp(u"note"_s, u"letter"_s));
         settings.WriteSetting(u"hotkey"_s, u"hotkey"_s, u"Ctrl+Q"_s);
     }
     EXPECT_EQ(said(),
@@ -161,7 +161,7 @@ TEST_F(LibraryStrainTest, filesThatCannotGrowKeepTheOldScriptOrderAndSettings)
     EXPECT_EQ(bytesOf(folder.configTxt()), "note\r\n");
     EXPECT_EQ(bytesOf(folder.setIni()), before);
     // What could not be saved is saved with the next change.
-    EXPECT_TRUE(library.CreateApp(u"other"_s, {}));
+    EXPECT_TRUE(appLibrary.CreateApp(u"other"_s, {}));
     EXPECT_EQ(bytesOf(folder.configTxt()), "letter\r\nother\r\n");
 }
 
@@ -178,10 +178,10 @@ TEST_F(LibraryStrainTest, aReadOnlyProgramFolderIsReadAndNeverChanged)
             GTEST_SKIP() << "rights cannot be taken away here";
         load();
         EXPECT_EQ(lists.List.stringList(), QStringList({u"note"_s, u"mail"_s}));
-        EXPECT_FALSE(library.CreateApp(u"new"_s, {}));
-        EXPECT_FALSE(library.SaveApp(u"note"_s, u"new"_s));
-        EXPECT_FALSE(library.RenameApp(u"note"_s, u"letter"_s));
-        EXPECT_FALSE(library.DeleteApp(u"note"_s));
+        EXPECT_FALSE(appLibrary.CreateApp(u"new"_s, {}));
+        EXPECT_FALSE(appLibrary.SaveApp(u"note"_s, u"new"_s));
+        EXPECT_FALSE(appLibrary.RenameApp(u"note"_s, u"letter"_s));
+        EXPECT_FALSE(appLibrary.DeleteApp(u"note"_s));
         settings.WriteSetting(u"hotkey"_s, u"hotkey"_s, u"Ctrl+Q"_s);
         listFile.ConfigSave({u"mail"_s});
         EXPECT_EQ(settings.ReadSetting(u"hotkey"_s, u"hotkey"_s), u"Alt+Z"_s);

@@ -158,7 +158,7 @@ TEST_F(ShuruboxTest, anUnknownVariableInATipIsEmpty)
 
 TEST_F(ShuruboxTest, enterAndEscOnATipAbandonTheRun)
 {
-    for (const int abandoning : {Qt::Key_Return, Qt::Key_Escape}) {
+    for (const int abandoning : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
         run({u"os.tips \"tip\""_s, u"note.down \"on\""_s});
         key(inBox("tipsbox"), abandoning);
         EXPECT_FALSE(topLevel("shurubox"));
