@@ -52,7 +52,8 @@ private:
             = request.sliced(request.indexOf(range) + range.size()).split('-').first().toLongLong();
         const qint64 left = m_content.size() - from;
         if (left <= 0) {
-            socket.write("HTTP/1.1 416 Range Not Satisfiable\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
+            socket.write(
+                "HTTP/1.1 416 Range Not Satisfiable\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
             socket.disconnectFromHost();
             return;
         }

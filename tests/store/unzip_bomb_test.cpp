@@ -91,7 +91,8 @@ public:
     {
         QDir().mkpath(folder);
         const QByteArray options = "size=" + QByteArray::number(bytes);
-        m_isThere = unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+        m_isThere = unshare(CLONE_NEWNS) == 0
+            && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
             && mount("none", m_folder.constData(), "tmpfs", 0, options.constData()) == 0;
     }
     ~SmallDisk()
@@ -209,8 +210,8 @@ TEST(UnzipBomb, AFullDiskIsToldForEveryKindOfEntryAndTheOthersArrive)
 {
     UnzipBench bench;
     const QByteArray content = noise(200'000);
-    bench.write(buildArchive({storedEntry("stored", content), deflatedEntry("deflated", content),
-        deflatedEntry("short", "x")}));
+    bench.write(buildArchive(
+        {storedEntry("stored", content), deflatedEntry("deflated", content), deflatedEntry("short", "x")}));
     const FileSizeLimit limit(100'000);
     ASSERT_TRUE(bench.reader.Init(bench.archivePath()));
     EXPECT_TRUE(bench.reader.unzip(bench.targetPath()));

@@ -190,6 +190,13 @@ void StoreForm::closeEvent(QCloseEvent *event)
     Q_EMIT closeRequested();
 }
 
+// The strip is about a download that the user has seen; one that goes on shows it again.
+void StoreForm::hideEvent(QHideEvent *event)
+{
+    weia->hide();
+    QWidget::hideEvent(event);
+}
+
 void StoreForm::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
