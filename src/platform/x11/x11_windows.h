@@ -58,6 +58,8 @@ private:
     std::optional<State> state(xcb_window_t window);
     bool hasState(xcb_window_t window, const char *name);
     bool isViewable(xcb_window_t window);
+    bool isListed(xcb_window_t window);
+    bool isWhole(xcb_window_t window);
     bool exists(xcb_window_t window);
     bool managerSupports(const char *name);
     FrameExtents frameExtents(xcb_window_t window);
