@@ -25,6 +25,7 @@ A script's lines end in CR LF. docs/scripting.md describes the language.
 
 int main(int argc, char **argv)
 {
+    plum::prepareStandardStreams();
     const QString commandLine = plum::commandLine(argc, argv);
     if (commandLine == "--help"_L1) {
         std::fputs(usage, stdout);

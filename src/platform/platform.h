@@ -58,6 +58,10 @@ struct StartEnvironment
     QString notice; // something the user should know about the desktop, in one line; usually empty
 };
 
+// Makes what the process prints reach the console that it was started from, where that does not happen by
+// itself. Called first of all.
+void prepareStandardStreams();
+
 // Chooses the system's way to the display (Qt reads it when the application object is made).
 // `needsDesktop` is false for a script start, which can do without one.
 StartEnvironment prepareEnvironment(bool needsDesktop);

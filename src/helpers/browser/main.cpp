@@ -13,6 +13,7 @@ using namespace Qt::StringLiterals;
 // Shows an address or a piece of HTML. The one argument says which; see BrowserRequest.
 int main(int argc, char **argv)
 {
+    plum::prepareStandardStreams();
     const auto request = plum::BrowserRequest::fromCommandLine(plum::commandLine(argc, argv));
     const plum::StartEnvironment environment = plum::prepareEnvironment(true);
     if (!environment.hasDesktop) {

@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 // Downloads one file and shows how it goes. The one argument is address@@@folder@@@file name@@@label.
 int main(int argc, char **argv)
 {
+    plum::prepareStandardStreams();
     const auto request = plum::DownloadRequest::fromCommandLine(plum::commandLine(argc, argv));
     if (!request) {
         std::fputs("usage: download.exe ADDRESS@@@FOLDER@@@NAME@@@LABEL\n", stderr);

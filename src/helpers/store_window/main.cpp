@@ -1,5 +1,4 @@
 #include "launcher_link.h"
-#include "platform/web_sandbox.h"
 #include "store_form.h"
 
 #include <QApplication>
@@ -17,15 +16,6 @@ bool hasDarkPalette()
 {
     const QPalette palette = QApplication::palette();
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-}
-
-// What the browser engine reads from the environment when its first object is made.
-void prepareEngine(bool dark)
-{
-    prepareWebSandbox();
-    if (dark)
-        qputenv("QTWEBENGINE_CHROMIUM_FLAGS",
-            qgetenv("QTWEBENGINE_CHROMIUM_FLAGS") + " --blink-settings=preferredColorScheme=0");
 }
 
 void obey(const WindowMessage &command, StoreForm &form)
@@ -75,9 +65,9 @@ int main(int argc, char **argv)
     parser.addOptions({downloadBase, darkOption});
     parser.process(application);
     const bool dark = parser.isSet(darkOption) || hasDarkPalette();
-    prepareEngine(dark);
 
-    StoreForm form(QUrl(parser.value(downloadBase)), dark);
+    const std::unique_ptr<StoreForm> made = makeStoreForm(QUrl(parser.value(downloadBase)), dark);
+    StoreForm &form = *made;
     LauncherLink link;
     QObject::connect(&link, &LauncherLink::commandArrived, &form,
         [&form](const WindowMessage &command) { obey(command, form); });

@@ -1,8 +1,5 @@
 #include "store_form.h"
 
-#include "loading_picture.h"
-#include "store_colours.h"
-
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -11,10 +8,8 @@
 #include <QProgressBar>
 #include <QScreen>
 #include <QShortcut>
-#include <QStackedLayout>
 #include <QToolButton>
-#include <QWebEngineLoadingInfo>
-#include <QWebEngineView>
+#include <QVBoxLayout>
 #include <QWindow>
 
 namespace plum {
@@ -23,11 +18,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize usualBrowserSize(1000, 584);
 constexpr int frameWidth = 4; // a press here resizes the window
 
 const QString styleTemplate = uR"(
-QWidget#wei, QWidget#weia, QWidget#loadimgbox { background: @window; }
+QWidget#wei, QWidget#weia, QWidget#loadimgbox, QWidget#content { background: @window; }
 QLabel { color: @text; }
 QLabel#loadt, QLabel#sizes { color: @quiet; }
 QToolButton#Image1 { border: none; border-radius: 6px; color: @quiet; font-size: 16px; padding: 3px 9px; }
@@ -49,66 +43,26 @@ QString sheetOf(const StoreColours &colours)
 
 } // namespace
 
-StoreForm::StoreForm(const QUrl &downloadBase, bool dark)
+StoreForm::StoreForm(bool dark)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint)
-    , m_dark(dark)
-    , m_page(new StorePageView(m_profile, downloadBase, this))
+    , m_colours(storeColours(dark))
 {
-    makeThrowAway(m_profile);
     setObjectName(u"webbox"_s);
-    build();
-    connectPage(*m_page);
-    connect(m_page, &StorePageView::completed, this, [this] { loadimgbox->hide(); });
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &StoreForm::closeRequested);
-    setCaption({});
-    Command1_Click();
-}
-
-StoreForm::~StoreForm()
-{
-    // The page must go before its profile.
-    delete llq;
-    delete m_page;
-}
-
-void StoreForm::build()
-{
-    const StoreColours colours = storeColours(m_dark);
-    setStyleSheet(sheetOf(colours));
+    setStyleSheet(sheetOf(m_colours));
     setMouseTracking(true);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &StoreForm::closeRequested);
+}
 
-    llq = new QWebEngineView;
-    llq->setObjectName(u"llq"_s);
-    llq->setPage(m_page);
-    llq->setContextMenuPolicy(Qt::NoContextMenu);
-    m_page->setBackgroundColor(colours.window);
-
-    loadimgbox = new QWidget;
-    loadimgbox->setObjectName(u"loadimgbox"_s);
-    m_picture = new LoadingPicture(colours.line, colours.accent, loadimgbox);
-    loadt = new QLabel(loadimgbox);
-    loadt->setObjectName(u"loadt"_s);
-    loadt->setAlignment(Qt::AlignCenter);
-    loadt->setWordWrap(true);
-    auto *picture = new QVBoxLayout(loadimgbox);
-    picture->addStretch();
-    picture->addWidget(m_picture, 0, Qt::AlignHCenter);
-    picture->addSpacing(10);
-    picture->addWidget(loadt);
-    picture->addStretch();
-
-    auto *pages = new QStackedLayout;
-    pages->setStackingMode(QStackedLayout::StackAll);
-    pages->addWidget(llq);
-    pages->addWidget(loadimgbox);
-    pages->setCurrentWidget(loadimgbox);
-
+void StoreForm::build(QLayout *content)
+{
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(frameWidth, frameWidth, frameWidth, frameWidth);
     layout->setSpacing(0);
     layout->addWidget(buildBar());
-    layout->addLayout(pages, 1);
+    layout->addLayout(content, 1);
     layout->addWidget(buildStrip());
+    setCaption({});
+    Command1_Click();
 }
 
 QWidget *StoreForm::buildBar()
@@ -159,61 +113,6 @@ QWidget *StoreForm::buildStrip()
     return weia;
 }
 
-void StoreForm::connectPage(StorePageView &page)
-{
-    connect(&page, &StorePageView::completed, this, &StoreForm::completed);
-    connect(&page, &StorePageView::packageFollowed, this, &StoreForm::packageFollowed);
-    connect(&page, &StorePageView::outsideOpened, this, &StoreForm::outsideOpened);
-    connect(&page, &StorePageView::windowOpened, this, &StoreForm::openPageWindow);
-    connect(&page, &QWebEnginePage::loadingChanged, this, [this, &page](const QWebEngineLoadingInfo &info) {
-        if (&page == m_page && info.status() == QWebEngineLoadingInfo::LoadFailedStatus)
-            loadFailed(info.errorString());
-    });
-    connect(&page, &QWebEnginePage::renderProcessTerminated, this,
-        [this, &page](QWebEnginePage::RenderProcessTerminationStatus status) {
-            if (&page == m_page && status != QWebEnginePage::NormalTerminationStatus)
-                loadFailed(tr("the page's process ended"));
-        });
-}
-
-void StoreForm::openPageWindow(StorePageView *page)
-{
-    auto *window = new QWebEngineView;
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setPage(page);
-    window->setContextMenuPolicy(Qt::NoContextMenu);
-    window->resize(usualBrowserSize);
-    connect(page, &QWebEnginePage::titleChanged, window, &QWidget::setWindowTitle);
-    connect(page, &QWebEnginePage::windowCloseRequested, window, &QWidget::close);
-    connect(page, &StorePageView::packageFollowed, window, &QWidget::close);
-    connectPage(*page);
-    window->show();
-}
-
-void StoreForm::loadFailed(const QString &reason)
-{
-    m_picture->hide();
-    loadt->setText(tr("This page cannot be shown.\n%1").arg(reason));
-    loadimgbox->show();
-}
-
-void StoreForm::showAddress(const QUrl &address)
-{
-    setLoadingVisible(true);
-    m_page->showAddress(address);
-}
-
-void StoreForm::writePage(const QString &html)
-{
-    setLoadingVisible(true);
-    m_page->write(html);
-}
-
-void StoreForm::clearPage()
-{
-    m_page->showAddress(QUrl(u"about:blank"_s));
-}
-
 void StoreForm::setCaption(const QString &text)
 {
     const QString shown = text.isEmpty() ? QGuiApplication::applicationDisplayName() : text;
@@ -230,13 +129,6 @@ void StoreForm::setProgress(const QJsonObject &fields)
                          .arg(fields.value("done"_L1).toString(), fields.value("total"_L1).toString(),
                              fields.value("speed"_L1).toString()));
     weia->show();
-}
-
-void StoreForm::setLoadingVisible(bool visible)
-{
-    m_picture->setVisible(visible);
-    loadt->setText(tr("Loading…"));
-    loadimgbox->setVisible(visible);
 }
 
 QSize StoreForm::aroundBrowser() const
@@ -285,7 +177,6 @@ void StoreForm::bringUp()
     show();
     raise();
     activateWindow();
-    llq->setFocus();
 }
 
 void StoreForm::closeEvent(QCloseEvent *event)
@@ -296,10 +187,9 @@ void StoreForm::closeEvent(QCloseEvent *event)
 
 void StoreForm::paintEvent(QPaintEvent *)
 {
-    const StoreColours colours = storeColours(m_dark);
     QPainter painter(this);
-    painter.fillRect(rect(), colours.window);
-    painter.setPen(colours.line);
+    painter.fillRect(rect(), m_colours.window);
+    painter.setPen(m_colours.line);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

@@ -1,43 +1,42 @@
 #pragma once
 
-#include "store_browser.h"
+#include "store_colours.h"
 
 #include <QJsonObject>
-#include <QWebEngineProfile>
+#include <QUrl>
 #include <QWidget>
 
+#include <memory>
+
 class QLabel;
+class QLayout;
 class QProgressBar;
-class QWebEngineView;
 
 namespace plum {
 
-class LoadingPicture;
-
-// The store window `webbox`: borderless, the page below a bar that moves the window, a strip with the
-// progress of a download below the page.
-class StoreForm final : public QWidget
+// The store window `webbox`: borderless, its content below a bar that moves the window, a strip with the
+// progress of a download below the content.
+class StoreForm : public QWidget
 {
     Q_OBJECT
 
 public:
-    StoreForm(const QUrl &downloadBase, bool dark);
-    ~StoreForm() override;
+    explicit StoreForm(bool dark);
 
-    void showAddress(const QUrl &address);
-    void writePage(const QString &html);
-    void clearPage();
+    virtual void showAddress(const QUrl &address) = 0;
+    virtual void writePage(const QString &html) = 0;
+    virtual void clearPage() = 0;
+    virtual void setLoadingVisible(bool visible) = 0;
+    virtual void bringUp();
+
     void setCaption(const QString &text);
     void setProgress(const QJsonObject &fields);
-    void setLoadingVisible(bool visible);
     void setBrowserWidth(int pixels);
     void setBrowserHeight(int pixels);
     void setWindowHeight(int pixels);
 
     // The layout: the window takes the browser's size and what is around it, in the middle of the screen.
     void Command1_Click();
-
-    void bringUp();
 
 Q_SIGNALS:
     void closeRequested();
@@ -46,6 +45,13 @@ Q_SIGNALS:
     void outsideOpened(const QUrl &address);
 
 protected:
+    static constexpr QSize usualBrowserSize{1000, 584};
+
+    // Lays the window out around its content. Called once.
+    void build(QLayout *content);
+
+    const StoreColours &colours() const { return m_colours; }
+
     void closeEvent(QCloseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -53,30 +59,23 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void build();
     QWidget *buildBar();
     QWidget *buildStrip();
-    void connectPage(StorePageView &page);
-    void openPageWindow(StorePageView *page);
-    void loadFailed(const QString &reason);
     Qt::Edges edgesAt(QPoint point) const;
     QSize aroundBrowser() const;
     QSize browserSize() const;
     void resizeForBrowser(QSize browser);
 
-    QWebEngineProfile m_profile;
-    const bool m_dark;
-    StorePageView *m_page;
-    QWebEngineView *llq = nullptr; // the browser
+    const StoreColours m_colours;
     QWidget *wei = nullptr; // the bar at the top
     QLabel *m_caption = nullptr;
     QWidget *weia = nullptr; // the strip at the bottom
     QProgressBar *m_bar = nullptr;
     QLabel *m_sizes = nullptr;
     QLabel *m_percent = nullptr;
-    QWidget *loadimgbox = nullptr; // covers the page while it loads
-    LoadingPicture *m_picture = nullptr;
-    QLabel *loadt = nullptr; // what it says
 };
+
+// The form that this build has.
+std::unique_ptr<StoreForm> makeStoreForm(const QUrl &downloadBase, bool dark);
 
 } // namespace plum

@@ -22,6 +22,10 @@ bool xServerAnswers()
 
 } // namespace
 
+void prepareStandardStreams()
+{
+}
+
 StartEnvironment prepareEnvironment(bool needsDesktop)
 {
     const bool inWayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");

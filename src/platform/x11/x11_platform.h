@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/lazy.h"
 #include "platform/platform.h"
 #include "platform/x11/file_paths.h"
 #include "platform/x11/linux_text_codec.h"
@@ -19,26 +20,7 @@
 
 #include <QSocketNotifier>
 
-#include <optional>
-
 namespace plum {
-
-// A part that is made when it is first asked for.
-template <typename Part> class Lazy
-{
-public:
-    template <typename... Arguments> Part &get(Arguments &&...arguments)
-    {
-        if (!m_part)
-            m_part.emplace(std::forward<Arguments>(arguments)...);
-        return *m_part;
-    }
-
-    Part *ifMade() { return m_part ? &*m_part : nullptr; }
-
-private:
-    std::optional<Part> m_part;
-};
 
 // The ports on Linux with an X server; without one, whatever needs a display does nothing.
 class X11Platform final : public Platform

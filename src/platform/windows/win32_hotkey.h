@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/global_hotkey.h"
+
+namespace plum {
+
+class HiddenWindow;
+
+class Win32Hotkey final : public GlobalHotkey
+{
+    Q_OBJECT
+
+public:
+    explicit Win32Hotkey(HiddenWindow &window);
+    ~Win32Hotkey() override;
+
+    bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
+    void unregisterHotkey() override;
+
+private:
+    HiddenWindow &m_window;
+    bool m_isRegistered = false;
+};
+
+} // namespace plum

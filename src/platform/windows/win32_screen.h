@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/screen.h"
+
+#include <vector>
+
+namespace plum {
+
+// The picture on the screen through gdi32.
+class Win32Screen final : public Screen
+{
+public:
+    QSize mainScreenSize() override;
+    QRect desktop() override;
+    Capture capture(const QRect &region) override;
+
+private:
+    std::vector<quint32> m_pixels;
+};
+
+} // namespace plum
