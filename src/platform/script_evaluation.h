@@ -9,7 +9,8 @@
 
 namespace plum {
 
-// One evaluation of a script in a thread of its own, so that the user interface lives whatever the script does.
+// One evaluation of a script in a thread of its own, so that the user interface lives whatever the script
+// does.
 class ScriptEvaluation : public QThread
 {
 public:

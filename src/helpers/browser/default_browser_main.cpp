@@ -11,8 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Shows an address or a piece of HTML in the default browser, for a Plum that was built without a browser of its
-// own. The one argument says which; see BrowserRequest. The browser has its own way with titles.
+// Shows an address or a piece of HTML in the default browser, for a Plum that was built without a browser of
+// its own. The one argument says which; see BrowserRequest. The browser has its own way with titles.
 int main(int argc, char **argv)
 {
     plum::prepareStandardStreams();

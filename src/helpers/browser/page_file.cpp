@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF"); // browsers believe it before anything in the page
+constexpr char utf8Mark[] = "\xEF\xBB\xBF"; // browsers believe it before anything in the page
 
 } // namespace
 

@@ -1,8 +1,8 @@
 #include "modules/js/classic_text.h"
 
-#include <QJSEngine>
+#include "platform/classic_number.h"
 
-#include <cmath>
+#include <QJSEngine>
 
 namespace plum {
 
@@ -10,23 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int mostDigits = 15;
-
 // A list of the text, or nothing when the conversion fails.
 constexpr QLatin1StringView converter("(function(toText) { return function(value) { try { return "
                                       "[toText(value)]; } catch (error) { } }; })(String)");
 
 } // namespace
-
-QString classicNumber(double number)
-{
-    if (std::isnan(number))
-        return u"-1.#IND"_s;
-    if (std::isinf(number))
-        return number > 0 ? u"1.#INF"_s : u"-1.#INF"_s;
-    // Minus zero has no sign there.
-    return number == 0 ? u"0"_s : QString::number(number, 'G', mostDigits);
-}
 
 ClassicText::ClassicText(QJSEngine &engine)
     : m_convert(engine.evaluate(converter))

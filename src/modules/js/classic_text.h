@@ -24,6 +24,4 @@ private:
     QJSValue m_convert;
 };
 
-QString classicNumber(double number);
-
 } // namespace plum

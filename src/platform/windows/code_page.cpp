@@ -10,8 +10,7 @@ namespace {
 std::optional<QString> converted(unsigned codePage, QByteArrayView bytes)
 {
     const auto length = static_cast<int>(bytes.size());
-    const int needed
-        = MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), length, nullptr, 0);
+    const int needed = MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), length, nullptr, 0);
     if (needed == 0)
         return {};
     QString text(needed, Qt::Uninitialized);
@@ -25,7 +24,8 @@ QString withReplacements(unsigned codePage, QByteArrayView bytes)
 {
     QString text;
     while (!bytes.isEmpty()) {
-        const bool isDouble = IsDBCSLeadByteEx(codePage, static_cast<BYTE>(bytes.front())) && bytes.size() > 1;
+        const bool isDouble
+            = IsDBCSLeadByteEx(codePage, static_cast<BYTE>(bytes.front())) && bytes.size() > 1;
         const qsizetype length = isDouble ? 2 : 1;
         const std::optional<QString> character = converted(codePage, bytes.first(length));
         text += character.value_or(QChar(QChar::ReplacementCharacter));
@@ -55,8 +55,8 @@ QByteArray toCodePage(unsigned codePage, QStringView text)
     const auto *characters = reinterpret_cast<const wchar_t *>(text.utf16());
     const auto length = static_cast<int>(text.size());
     // Without the flag a character that is missing would become one that looks like it.
-    const int needed = WideCharToMultiByte(
-        codePage, WC_NO_BEST_FIT_CHARS, characters, length, nullptr, 0, "?", nullptr);
+    const int needed
+        = WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, characters, length, nullptr, 0, "?", nullptr);
     QByteArray bytes(needed, Qt::Uninitialized);
     WideCharToMultiByte(
         codePage, WC_NO_BEST_FIT_CHARS, characters, length, bytes.data(), needed, "?", nullptr);

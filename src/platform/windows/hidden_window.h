@@ -7,9 +7,9 @@
 
 namespace plum {
 
-// A window that is never shown. It owns what this program puts on the clipboard and receives the messages that
-// the system sends to windows alone. It is a top-level window, because the end of the session is told to no
-// other.
+// A window that is never shown. It owns what this program puts on the clipboard and receives the messages
+// that the system sends to windows alone. It is a top-level window, because the end of the session is told to
+// no other.
 class HiddenWindow
 {
 public:

@@ -1,5 +1,6 @@
 #include "platform/windows/jscript.h"
 
+#include "platform/classic_number.h"
 #include "platform/script_evaluation.h"
 #include "platform/windows/com_apartment.h"
 #include "platform/windows/script_host.h"
@@ -19,8 +20,7 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-constexpr CLSID engineClass{
-    0xf414c260, 0x6ac0, 0x11cf, {0xb6, 0xd1, 0x00, 0xaa, 0x00, 0xbb, 0xbb, 0x58}};
+constexpr CLSID engineClass{0xf414c260, 0x6ac0, 0x11cf, {0xb6, 0xd1, 0x00, 0xaa, 0x00, 0xbb, 0xbb, 0x58}};
 
 // A value of the engine, freed with this object.
 struct Value : VARIANT
@@ -34,6 +34,8 @@ struct Value : VARIANT
 // conversion fails.
 std::optional<QString> textOf(VARIANT &value)
 {
+    if (value.vt == VT_R8)
+        return classicNumber(value.dblVal);
     Value text;
     if (value.vt == VT_NULL
         || FAILED(VariantChangeTypeEx(&text, &value, plainLanguage, VARIANT_ALPHABOOL, VT_BSTR)))
@@ -105,8 +107,7 @@ private:
         if (FAILED(evaluated))
             return {false, host.error().isEmpty() ? description : host.error()};
         const std::optional<QString> text = textOf(value);
-        return text ? JavaScript::Result{true, *text}
-                    : JavaScript::Result{false, u"The value is no text."_s};
+        return text ? JavaScript::Result{true, *text} : JavaScript::Result{false, u"The value is no text."_s};
     }
 
     const QString m_program;

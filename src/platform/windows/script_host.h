@@ -6,8 +6,8 @@
 
 namespace plum {
 
-// What the script engine wants of its host: somebody to tell about errors. It lives longer than the engine and
-// is therefore not counted.
+// What the script engine wants of its host: somebody to tell about errors. It lives longer than the engine
+// and is therefore not counted.
 class ScriptHost final : public IActiveScriptSite
 {
 public:

@@ -4,9 +4,9 @@
 
 namespace plum {
 
-// Starts `program`, a full path, with `commandLine` as the text behind its name. `showCommand` is how its first
-// window appears. The program finds libraries in `libraryFolder` too, if one is named, and whatever it starts does
-// so as well. False when the system refuses.
+// Starts `program`, a full path, with `commandLine` as the text behind its name. `showCommand` is how its
+// first window appears. The program finds libraries in `libraryFolder` too, if one is named, and whatever it
+// starts does so as well. False when the system refuses.
 bool startProcess(
     const QString &program, const QString &commandLine, int showCommand, const QString &libraryFolder = {});
 

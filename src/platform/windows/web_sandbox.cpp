@@ -3,6 +3,8 @@
 namespace plum {
 
 // The sandbox runs under every account here.
-void prepareWebSandbox() { }
+void prepareWebSandbox()
+{
+}
 
 } // namespace plum

@@ -6,8 +6,8 @@
 
 namespace plum {
 
-// Key events as the system numbers them: a virtual key goes out as it is, code 0 and unknown codes too. What a
-// letter key types is up to the receiver's keyboard layout.
+// Key events as the system numbers them: a virtual key goes out as it is, code 0 and unknown codes too. What
+// a letter key types is up to the receiver's keyboard layout.
 class Win32Keyboard final : public Keyboard
 {
 public:

@@ -87,8 +87,8 @@ bool Win32Shell::open(const QString &target, const QString &parameters, ShowStat
 bool Win32Shell::startHelper(const QString &program, const QString &commandLine, ShowState state)
 {
     // The helpers lie in folders of their own and use this program's libraries.
-    return startProcess(QString(program).replace(u'/', u'\\'), commandLine, static_cast<int>(state),
-        m_paths.programFolder());
+    return startProcess(
+        QString(program).replace(u'/', u'\\'), commandLine, static_cast<int>(state), m_paths.programFolder());
 }
 
 QString Win32Shell::desktopFolder()

@@ -40,8 +40,7 @@ void Win32Timers::set(Handle timer, qint64 dueTime)
 bool Win32Timers::waitOrPump(Handle timer)
 {
     const HANDLE watched = native(timer);
-    const DWORD woken
-        = MsgWaitForMultipleObjectsEx(1, &watched, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    const DWORD woken = MsgWaitForMultipleObjectsEx(1, &watched, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     QCoreApplication::processEvents();
     // There is nothing to wait for where the timer is none.
     return woken == WAIT_OBJECT_0 || woken == WAIT_FAILED;

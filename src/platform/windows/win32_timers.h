@@ -4,8 +4,8 @@
 
 namespace plum {
 
-// The kernel's own waitable timers. A timer of a name that exists already, in this process or in another one of
-// the session, is that timer.
+// The kernel's own waitable timers. A timer of a name that exists already, in this process or in another one
+// of the session, is that timer.
 class Win32Timers final : public WaitableTimers
 {
 public:

@@ -39,6 +39,11 @@ void waitFor(HWND window, const std::function<bool()> &condition)
     const ULONGLONG end = GetTickCount64() + reactionTime;
     while (IsWindow(window) && !condition() && GetTickCount64() < end)
         Sleep(glance);
+    // The first sign of a change comes before its last. A program that answers has done with it.
+    const ULONGLONG now = GetTickCount64();
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutW(
+        window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, static_cast<UINT>(std::max(end, now + 1) - now), &answer);
 }
 
 void setShowState(HWND window, int state)
@@ -115,7 +120,8 @@ void Win32Windows::activate(WindowHandle window)
         return;
     if (IsIconic(activated))
         setShowState(activated, SW_RESTORE);
-    // Only the program that had the last input may pass the attention on. A move by nothing makes it this one.
+    // Only the program that had the last input may pass the attention on. A move by nothing makes it this
+    // one.
     if (!SetForegroundWindow(activated)) {
         mouse_event(MOUSEEVENTF_MOVE, 0, 0, 0, 0);
         SetForegroundWindow(activated);
