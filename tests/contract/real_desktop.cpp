@@ -9,6 +9,8 @@
 #include <QElapsedTimer>
 #include <QProcess>
 
+#include <gtest/gtest.h>
+
 namespace plum::contract {
 
 using namespace Qt::StringLiterals;
@@ -70,6 +72,11 @@ private:
     Run m_run;
 };
 
+std::string asText(const QRect &r)
+{
+    return u"%1,%2 %3x%4"_s.arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).toStdString();
+}
+
 bool shows(Screen &screen, QPoint point, quint32 colour)
 {
     const Capture capture = screen.capture({point, QSize(1, 1)});
@@ -113,9 +120,9 @@ std::unique_ptr<PeerWindow> RealDesktop::openWindow(
     });
     if (!isReady) {
         const QRect said = platform.windows().rectangle(window->handle());
-        qWarning().noquote() << "not ready:" << window->handle() << "in front"
-                             << platform.windows().foreground() << "frame" << window->frame() << said
-                             << window->seen({u""_s});
+        ADD_FAILURE() << "window " << window->handle() << ", in front " << platform.windows().foreground()
+                      << ", frame " << asText(window->frame()) << " or " << asText(said) << ", saw "
+                      << window->seen({QString()}).join(u"; "_s).toStdString();
         return nullptr;
     }
     window->forget();

@@ -47,7 +47,9 @@ TEST_F(TimersPort, tellThatANameIsTaken)
     const auto second = timers().create(u"taken"_s);
     EXPECT_NE(second.handle, 0);
     EXPECT_TRUE(second.nameExisted);
-    EXPECT_FALSE(timers().create(u"free"_s).nameExisted);
+    const auto other = timers().create(u"free"_s);
+    EXPECT_FALSE(other.nameExisted);
+    timers().close(other.handle);
     timers().close(first.handle);
     timers().close(second.handle);
 }
@@ -61,13 +63,18 @@ TEST_F(TimersPort, giveANameBackWithTheirLastTimer)
     EXPECT_TRUE(third.nameExisted);
     timers().close(second.handle);
     timers().close(third.handle);
-    EXPECT_FALSE(timers().create(u"shared"_s).nameExisted);
+    const auto last = timers().create(u"shared"_s);
+    EXPECT_FALSE(last.nameExisted);
+    timers().close(last.handle);
 }
 
 TEST_F(TimersPort, ignoreHandleZero)
 {
     timers().close(0);
-    waitFor(startedTimer(1));
+    const auto timer = startedTimer(1);
+    waitFor(timer);
+    timers().close(timer);
+    timers().close(0);
 }
 
 TEST_F(TimersPort, areDueSoonerOrLater)

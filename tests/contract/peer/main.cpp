@@ -1,9 +1,9 @@
+#include "contract/contract_desktop.h"
+#include "contract/peer/outer_frame.h"
 #include "platform/clipboard.h"
 #include "platform/global_hotkey.h"
 #include "platform/platform.h"
 #include "support/event_log.h"
-
-#include "contract/contract_desktop.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -69,7 +69,7 @@ private:
         const auto asText = [](const QRect &r) {
             return u"%1,%2,%3,%4"_s.arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
         };
-        const QString now = u"frame "_s + asText(frameGeometry()) + u"\ninside "_s + asText(geometry());
+        const QString now = u"frame "_s + asText(plum::contract::outerFrame(*this)) + u"\ninside "_s + asText(geometry());
         if (std::exchange(m_said, now) != now)
             m_log.write(now);
     }
