@@ -1,8 +1,12 @@
 # One place for what every target of this project is compiled with.
 add_library(plum_options INTERFACE)
 target_compile_features(plum_options INTERFACE cxx_std_20)
-target_compile_options(plum_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wno-error=deprecated-declarations)
+if(MSVC)
+    target_compile_options(plum_options INTERFACE /W4 /utf-8)
+else()
+    target_compile_options(plum_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wno-error=deprecated-declarations)
+endif()
 target_compile_definitions(plum_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
 if(PLUM_SANITIZE)

@@ -39,6 +39,8 @@ void waitFor(HWND window, const std::function<bool()> &condition)
     const ULONGLONG end = GetTickCount64() + reactionTime;
     while (IsWindow(window) && !condition() && GetTickCount64() < end)
         Sleep(glance);
+    if (!IsWindow(window))
+        return;
     // The first sign of a change comes before its last. A program that answers has done with it.
     const ULONGLONG now = GetTickCount64();
     DWORD_PTR answer = 0;
