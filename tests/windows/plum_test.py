@@ -6,7 +6,7 @@ import shutil
 import subprocess
 import unittest
 
-from wine_desktop import WineDesktop, until
+from wine_desktop import PATIENCE, WineDesktop, until
 
 PROGRAM_FOLDER = pathlib.Path(os.environ["PLUM_WINDOWS_FOLDER"])
 PEER = pathlib.Path(os.environ["PLUM_WINDOWS_PEER"])
@@ -53,10 +53,16 @@ class PlumTest(unittest.TestCase):
 
     def run_script(self, *lines, encoding="utf-8"):
         """Runs a script to its end; what it says is an error."""
-        script = self.write("test.wf", "".join(line + "\r\n" for line in lines).encode(encoding))
-        program = self.start_plum(script, stderr=subprocess.PIPE)
-        _, said = program.communicate(timeout=120)
-        self.assertEqual((program.returncode, said.decode(errors="replace").strip()), (0, ""))
+        self.assertEqual(self.said_by(self.write("test.wf", "".join(line + "\r\n" for line in lines)
+                                                 .encode(encoding))), "")
+
+    def said_by(self, script):
+        """Runs a script to its good end and returns what the program wrote to its standard error."""
+        said = self.desktop.path("said")
+        with said.open("wb") as stream:
+            program = self.start_plum(script, stderr=stream)
+            self.assertEqual(program.wait(timeout=PATIENCE), 0)
+        return said.read_text(errors="replace").strip()
 
     # The other side, with the eyes and hands of an X program.
 

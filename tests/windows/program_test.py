@@ -4,7 +4,6 @@
 """
 
 import http.server
-import pathlib
 import shutil
 import subprocess
 import threading
@@ -12,7 +11,7 @@ import time
 import unittest
 
 from plum_test import PEER, PlumTest
-from wine_desktop import until, windows_path
+from wine_desktop import until
 
 
 class Launcher(PlumTest):
@@ -236,11 +235,9 @@ class Scripts(PlumTest):
 
     def test_tells_the_line_of_an_error(self):
         script = self.write("bad.wf", 'set.a "1"\r\nmouse.move "here"\r\n')
-        program = self.start_plum(script, stderr=subprocess.PIPE)
-        _, said = program.communicate(timeout=120)
-        self.assertEqual(program.returncode, 0)
-        self.assertIn(b"bad.wf", said)
-        self.assertIn(b"2", said)
+        said = self.said_by(script)
+        self.assertIn("bad.wf", said)
+        self.assertIn("2", said)
 
     def test_runs_below_a_folder_with_blanks_and_chinese(self):
         folder = self.drive / "Program Files" / "Plum 梅子"
