@@ -12,12 +12,6 @@ protected:
     void SetUp() override { startDesktop(u"openbox"_s); }
 };
 
-class PointerPort : public PortsTest<OneManagerTest>
-{
-protected:
-    Pointer &pointer() { return platform->pointer(); }
-};
-
 class KeyboardPort : public PortsTest<OneManagerTest>
 {
 protected:
@@ -31,43 +25,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(PointerPort, readsWhereItWasMoved)
-{
-    for (const QPoint point : {QPoint(0, 0), QPoint(1279, 899), QPoint(640, 1)}) {
-        pointer().moveTo(point);
-        EXPECT_EQ(pointer().position(), point);
-        EXPECT_EQ(view->pointer(), point);
-    }
-}
-
-TEST_F(PointerPort, clipsAPointOffTheDesktop)
-{
-    pointer().moveTo({-40'000, 100'000});
-    EXPECT_EQ(pointer().position(), QPoint(0, 899));
-}
-
-TEST_F(PointerPort, doesTheEventsOfOneCallInTheOrderOfTheFlags)
-{
-    const QPoint point = inClient(100, 200);
-    pointer().moveTo(point);
-    pointer().buttonEvent(
-        Pointer::RightUp | Pointer::RightDown | Pointer::LeftUp | Pointer::LeftDown | 1 | 32);
-    ASSERT_TRUE(eventually([&] { return probe->seen({u"button"_s}).size() == 4; }));
-    QStringList events;
-    for (const QString &line : probe->seen({u"button"_s}))
-        events += line.section(u' ', 1, 2);
-    EXPECT_EQ(events, (QStringList{u"down 1"_s, u"up 1"_s, u"down 3"_s, u"up 3"_s}));
-}
-
-TEST_F(PointerPort, letsGoOfWhatItPressed)
-{
-    pointer().moveTo(inClient(100, 200));
-    pointer().buttonEvent(Pointer::LeftDown | Pointer::RightDown);
-    EXPECT_TRUE(view->anyButtonDown() || eventually([&] { return view->anyButtonDown(); }));
-    pointer().releaseAll();
-    EXPECT_TRUE(eventually([&] { return !view->anyButtonDown(); }));
-}
 
 TEST_F(KeyboardPort, pressesEveryKeyThatHasASymbol)
 {
@@ -87,36 +44,6 @@ TEST_F(KeyboardPort, pressesEveryKeyThatHasASymbol)
         ASSERT_TRUE(eventually([&] { return probe->seen({u"key up"_s}).size() == 1; })) << int(key.code);
         EXPECT_EQ(probe->seen({u"key down"_s}).value(0).section(u' ', 2, 2), key.symbol) << int(key.code);
     }
-}
-
-TEST_F(KeyboardPort, ignoresCodesWithoutAKey)
-{
-    for (const int code : {0, 1, 7, 255})
-        tap(static_cast<quint8>(code));
-    tap('A');
-    ASSERT_TRUE(eventually([&] { return probe->seen({u"key up"_s}).size() == 1; }));
-    EXPECT_EQ(probe->seen({u"key down"_s}).size(), 1);
-}
-
-TEST_F(KeyboardPort, makesNoDifferenceForTheExtendedKey)
-{
-    keyboard().keyEvent('A', Keyboard::ExtendedKey);
-    keyboard().keyEvent('A', Keyboard::ExtendedKey | Keyboard::KeyUp);
-    EXPECT_TRUE(probe->sees(u"key up 61 0 a"_s));
-}
-
-TEST_F(KeyboardPort, keepsItsOrderWithThePointer)
-{
-    const QPoint point = inClient(100, 200);
-    platform->pointer().moveTo(point);
-    keyboard().keyEvent(17, 0);
-    platform->pointer().buttonEvent(Pointer::LeftDown | Pointer::LeftUp);
-    keyboard().keyEvent(17, Keyboard::KeyUp);
-    ASSERT_TRUE(eventually([&] { return probe->seen({u"key up"_s}).size() == 1; }));
-    QStringList events;
-    for (const QString &line : probe->seen({u"key"_s, u"button"_s}))
-        events += line.section(u' ', 0, 1);
-    EXPECT_EQ(events, (QStringList{u"key down"_s, u"button down"_s, u"button up"_s, u"key up"_s}));
 }
 
 TEST_F(KeyboardPort, releasesTheKeyItPressedThoughTheLayoutHasChanged)

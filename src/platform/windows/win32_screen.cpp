@@ -27,9 +27,9 @@ struct DeleteBitmap
 };
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteBitmap>;
 
-// Copies a part of the screen, layered windows included, into a bitmap of its own; what the screen does not
-// have is black.
-Bitmap copyOfScreen(HDC screen, const QRect &region)
+// Copies a part of the screen, layered windows included, into a bitmap of its own; what the desktop does not
+// have is black. Only what it has is asked for: Wine copies nothing from the left of the screen.
+Bitmap copyOfScreen(HDC screen, const QRect &region, const QRect &desktop)
 {
     const MemoryContext memory(CreateCompatibleDC(screen));
     Bitmap bitmap(CreateCompatibleBitmap(screen, region.width(), region.height()));
@@ -37,8 +37,11 @@ Bitmap copyOfScreen(HDC screen, const QRect &region)
         return {};
     const HGDIOBJ before = SelectObject(memory.get(), bitmap.get());
     PatBlt(memory.get(), 0, 0, region.width(), region.height(), BLACKNESS);
-    const bool isCopied = BitBlt(memory.get(), 0, 0, region.width(), region.height(), screen, region.x(),
-        region.y(), SRCCOPY | CAPTUREBLT);
+    const QRect part = region & desktop;
+    const QPoint to = part.topLeft() - region.topLeft();
+    const bool isCopied = part.isEmpty()
+        || BitBlt(memory.get(), to.x(), to.y(), part.width(), part.height(), screen, part.x(), part.y(),
+            SRCCOPY | CAPTUREBLT);
     SelectObject(memory.get(), before);
     return isCopied ? std::move(bitmap) : Bitmap();
 }
@@ -61,7 +64,7 @@ Capture Win32Screen::capture(const QRect &region)
     if (region.isEmpty() || qint64(region.width()) * region.height() > maxPixels)
         return {};
     const ScreenContext screen(GetDC(nullptr));
-    const Bitmap bitmap = screen ? copyOfScreen(screen.get(), region) : Bitmap();
+    const Bitmap bitmap = screen ? copyOfScreen(screen.get(), region, desktop()) : Bitmap();
     if (!bitmap)
         return {};
 

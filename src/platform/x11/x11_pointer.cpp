@@ -2,6 +2,9 @@
 
 #include "platform/x11/x11_connection.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -24,6 +27,18 @@ qint16 coordinate(int value)
 
 QPoint X11Pointer::position()
 {
+    // A window manager may hold the pointer until it has looked at the click that begins a drag.
+    if (const auto awaited = std::exchange(m_awaited, {})) {
+        constexpr int longest = 200; // milliseconds
+        const QDeadlineTimer deadline(longest);
+        while (serverPosition() != *awaited && !deadline.hasExpired())
+            QThread::msleep(1);
+    }
+    return serverPosition();
+}
+
+QPoint X11Pointer::serverPosition()
+{
     const auto at = m_connection.reply(xcb_query_pointer_reply, xcb_query_pointer, m_connection.root());
     return at ? QPoint(at->root_x, at->root_y) : QPoint();
 }
@@ -40,6 +55,7 @@ void X11Pointer::moveTo(QPoint point)
         for (int step = 1; step < steps; ++step)
             sendMotion(from + (point - from) * step / steps);
         m_drag = {from, point};
+        m_awaited = point;
     }
     sendMotion(point);
     m_connection.flush();

@@ -2,6 +2,8 @@
 
 #include "platform/pointer.h"
 
+#include <optional>
+
 namespace plum {
 
 class X11Connection;
@@ -21,6 +23,7 @@ public:
     void releaseAll() override;
 
 private:
+    QPoint serverPosition();
     void sendMotion(QPoint point);
     void finishDrag();
     void sendButton(quint8 button, bool down);
@@ -33,6 +36,7 @@ private:
 
     X11Connection &m_connection;
     Drag m_drag; // the last move with a button down; two equal points when there was none
+    std::optional<QPoint> m_awaited; // where a move with a button down goes that may not have happened yet
     bool m_leftIsDown = false;
     bool m_rightIsDown = false;
 };

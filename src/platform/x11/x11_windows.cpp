@@ -109,7 +109,8 @@ std::vector<xcb_window_t> X11Windows::topLevels()
     std::vector<xcb_window_t> windows = numbers(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
     if (windows.empty())
         windows = numbers(m_connection.root(), "_NET_CLIENT_LIST");
-    if (windows.empty()) {
+    // The list of a manager that has one may be empty; the root then has children all the same.
+    if (windows.empty() && !managerSupports("_NET_CLIENT_LIST")) {
         const auto tree = m_connection.reply(xcb_query_tree_reply, xcb_query_tree, m_connection.root());
         if (tree) {
             const xcb_window_t *children = xcb_query_tree_children(tree.get());
@@ -118,6 +119,33 @@ std::vector<xcb_window_t> X11Windows::topLevels()
     }
     std::ranges::reverse(windows);
     return windows;
+}
+
+bool X11Windows::isListed(xcb_window_t window)
+{
+    return contains(numbers(m_connection.root(), "_NET_CLIENT_LIST"), window)
+        || contains(numbers(m_connection.root(), "_NET_CLIENT_LIST_STACKING"), window);
+}
+
+// Whether the frame around the window, which may grow in steps, has reached the window's size.
+bool X11Windows::isWhole(xcb_window_t window)
+{
+    if (!isViewable(window))
+        return false;
+    xcb_window_t frame = window;
+    while (const auto tree = m_connection.reply(xcb_query_tree_reply, xcb_query_tree, frame)) {
+        if (tree->parent == m_connection.root() || tree->parent == XCB_NONE)
+            break;
+        frame = tree->parent;
+    }
+    const auto inner = m_connection.reply(xcb_get_geometry_reply, xcb_get_geometry, window);
+    const auto outer = m_connection.reply(xcb_get_geometry_reply, xcb_get_geometry, frame);
+    const auto at = clientCorner(window);
+    if (!inner || !outer || !at)
+        return false;
+    const int border = 2 * outer->border_width;
+    return QRect(outer->x, outer->y, outer->width + border, outer->height + border)
+        .contains(QRect(*at, QSize(inner->width, inner->height)));
 }
 
 // The program's window inside a window manager's frame: the first one below `window`, level by level, that
@@ -229,7 +257,8 @@ bool X11Windows::waitFor(xcb_window_t window, const std::function<bool()> &condi
         xcb_change_window_attributes(m_connection.xcb(), watched, XCB_CW_EVENT_MASK, &events);
     };
     watch(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
-    watch(m_connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    // Frames are children of the root.
+    watch(m_connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     const bool happened = m_connection.waitUntil(condition, reactionTime);
     watch(window, XCB_EVENT_MASK_NO_EVENT);
     watch(m_connection.root(), XCB_EVENT_MASK_NO_EVENT);
@@ -261,7 +290,7 @@ void X11Windows::activate(WindowHandle window)
     if (!exists(id(window)))
         return;
     askManager(id(window), "_NET_ACTIVE_WINDOW", {fromUser, XCB_CURRENT_TIME});
-    waitFor(id(window), [&] { return foreground() == window && isViewable(id(window)); });
+    waitFor(id(window), [&] { return foreground() == window && isWhole(id(window)); });
 }
 
 void X11Windows::hide(WindowHandle window)
@@ -279,7 +308,8 @@ void X11Windows::hide(WindowHandle window)
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
         reinterpret_cast<const char *>(&event));
     waitFor(id(window), [&] {
-        return !isViewable(id(window)) && state(id(window)).value_or(State::Withdrawn) == State::Withdrawn;
+        return !isViewable(id(window)) && state(id(window)).value_or(State::Withdrawn) == State::Withdrawn
+            && !isListed(id(window));
     });
 }
 
@@ -289,7 +319,10 @@ void X11Windows::show(WindowHandle window)
         return;
     const QRect before = m_hidden.take(window);
     xcb_map_window(m_connection.xcb(), id(window));
-    waitFor(id(window), [&] { return isViewable(id(window)) && state(id(window)) == State::Normal; });
+    waitFor(id(window), [&] {
+        return isWhole(id(window)) && state(id(window)) == State::Normal
+            && (isListed(id(window)) || !managerSupports("_NET_CLIENT_LIST"));
+    });
     // A manager places a window anew that comes back.
     if (before.isValid())
         moveTo(window, before.topLeft());
@@ -318,7 +351,7 @@ void X11Windows::maximise(WindowHandle window)
             m_connection.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), fromUser});
     waitFor(id(window), [&] {
         return hasState(id(window), "_NET_WM_STATE_MAXIMIZED_VERT")
-            && hasState(id(window), "_NET_WM_STATE_MAXIMIZED_HORZ");
+            && hasState(id(window), "_NET_WM_STATE_MAXIMIZED_HORZ") && isWhole(id(window));
     });
 }
 

@@ -62,6 +62,8 @@ private:
     bool isViewable(xcb_window_t window);
     bool isHidden(xcb_window_t window);
     bool isOnThisDesktop(xcb_window_t window);
+    bool isListed(xcb_window_t window);
+    bool isWhole(xcb_window_t window);
     bool exists(xcb_window_t window);
     bool managerSupports(const char *name);
     FrameExtents frameExtents(xcb_window_t window);

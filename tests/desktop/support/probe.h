@@ -1,9 +1,9 @@
 #pragma once
 
+#include "support/program_log.h"
+
 #include <QProcess>
 #include <QRect>
-#include <QString>
-#include <QStringList>
 
 #include <xcb/xcb.h>
 
@@ -30,10 +30,10 @@ public:
     xcb_window_t window() const { return m_window; }
 
     // Everything seen since the last forget(), oldest first.
-    QStringList seen() const;
+    QStringList seen() const { return m_log.seen(); }
     // Only what begins with one of `words`.
-    QStringList seen(const QStringList &words) const;
-    void forget();
+    QStringList seen(const QStringList &words) const { return m_log.seen(words); }
+    void forget() { m_log.forget(); }
 
     // Waits until the program has seen `event`.
     bool sees(const QString &event) const;
@@ -45,12 +45,9 @@ public:
     QProcess &process() { return m_process; }
 
 private:
-    QStringList lines() const;
-
-    QString m_logPath;
+    test::ProgramLog m_log;
     QProcess m_process;
     xcb_window_t m_window = XCB_NONE;
-    qsizetype m_forgotten = 0;
 };
 
 } // namespace plum

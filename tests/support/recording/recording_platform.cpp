@@ -8,7 +8,9 @@ using namespace Qt::StringLiterals;
 
 void RecordingPointer::moveTo(QPoint point)
 {
-    at = point;
+    at = bounds.isEmpty() ? point
+                          : QPoint(std::clamp(point.x(), bounds.left(), bounds.right()),
+                              std::clamp(point.y(), bounds.top(), bounds.bottom()));
     m_log.add(u"move %1 %2"_s.arg(point.x()).arg(point.y()));
 }
 
@@ -41,13 +43,43 @@ void RecordingWindows::record(const char *what, WindowHandle window)
     m_log.add(u"window %1 %2"_s.arg(QLatin1StringView(what)).arg(window));
 }
 
+WindowHandle RecordingWindows::byTitle(const QString &title)
+{
+    const WindowHandle window = titles.value(title);
+    return m_hidden.contains(window) ? 0 : window;
+}
+
+void RecordingWindows::activate(WindowHandle window)
+{
+    record("activate", window);
+    if (rectangles.contains(window))
+        foregroundWindow = window;
+}
+
+void RecordingWindows::hide(WindowHandle window)
+{
+    record("hide", window);
+    m_hidden.insert(window);
+}
+
+void RecordingWindows::show(WindowHandle window)
+{
+    record("show", window);
+    m_hidden.remove(window);
+}
+
 void RecordingWindows::moveTo(WindowHandle window, QPoint corner)
 {
+    if (const auto known = rectangles.find(window); known != rectangles.end())
+        known->moveTopLeft(corner);
     m_log.add(u"window move %1 %2 %3"_s.arg(window).arg(corner.x()).arg(corner.y()));
 }
 
 Capture RecordingScreen::capture(const QRect &region)
 {
+    constexpr qint64 most = 1 << 28; // pixels
+    if (region.isEmpty() || static_cast<qint64>(region.width()) * region.height() > most)
+        return {};
     m_captured.assign(static_cast<size_t>(region.width()) * static_cast<size_t>(region.height()), 0);
     for (int y = 0; y < region.height(); ++y) {
         for (int x = 0; x < region.width(); ++x) {

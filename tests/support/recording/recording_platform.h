@@ -18,6 +18,7 @@
 #include "platform/windows.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include <functional>
@@ -51,6 +52,7 @@ public:
     void releaseAll() override { m_log.add(QStringLiteral("mouse release all")); }
 
     QPoint at;
+    QRect bounds; // of the desktop, to which points are clipped; without it they are left as they are
 
 private:
     Log &m_log;
@@ -90,6 +92,8 @@ private:
     Log &m_log;
 };
 
+// Windows that a test tells of. Those whose rectangle is known behave as the port says; every call is written
+// down, whatever its handle.
 class RecordingWindows final : public Windows
 {
 public:
@@ -100,13 +104,13 @@ public:
 
     WindowHandle foreground() override { return foregroundWindow; }
     WindowHandle underPointer() override { return windowUnderPointer; }
-    WindowHandle byTitle(const QString &title) override { return titles.value(title); }
+    WindowHandle byTitle(const QString &title) override;
     bool isOnScreen(WindowHandle) override { return windowsAreOnScreen; }
     QRect rectangle(WindowHandle window) override { return rectangles.value(window); }
     void close(WindowHandle window) override { record("close", window); }
-    void activate(WindowHandle window) override { record("activate", window); }
-    void hide(WindowHandle window) override { record("hide", window); }
-    void show(WindowHandle window) override { record("show", window); }
+    void activate(WindowHandle window) override;
+    void hide(WindowHandle window) override;
+    void show(WindowHandle window) override;
     void minimise(WindowHandle window) override { record("minimise", window); }
     void maximise(WindowHandle window) override { record("maximise", window); }
     void moveTo(WindowHandle window, QPoint corner) override;
@@ -123,6 +127,7 @@ private:
     void record(const char *what, WindowHandle window);
 
     Log &m_log;
+    QSet<WindowHandle> m_hidden;
 };
 
 // A screen whose pixels a test paints.

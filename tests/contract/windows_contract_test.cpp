@@ -1,0 +1,245 @@
+#include "contract/contract_test.h"
+
+#include "platform/pointer.h"
+#include "platform/screen.h"
+
+#include <QElapsedTimer>
+
+namespace plum::contract {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QRect otherArea{720, 480, 300, 200};
+
+// What can be seen through the port alone.
+class WindowsPort : public ContractTest
+{
+protected:
+    void SetUp() override
+    {
+        ContractTest::SetUp();
+        if (!platform)
+            return;
+        window = openWindow();
+        ASSERT_TRUE(window);
+        handle = window->handle();
+    }
+
+    Windows &windows() { return platform->windows(); }
+
+    std::unique_ptr<PeerWindow> window;
+    WindowHandle handle = 0;
+};
+
+// What the program itself, the pointer or the screen has to tell.
+class WindowsOnScreen : public WindowsPort
+{
+protected:
+    bool isVisible() { return isPainted(window->inside().topLeft(), PeerWindow::topLeftCorner); }
+
+    bool isPainted(QPoint point, quint32 colour)
+    {
+        const Capture capture = platform->screen().capture({point, QSize(1, 1)});
+        return !capture.isEmpty() && (capture.pixels.front() & 0xffffff) == colour;
+    }
+
+    // Whether the pointer finds `window` at a point. The pointer may be held up on its way by events of the
+    // moves before.
+    bool isAt(QPoint point, WindowHandle wanted)
+    {
+        return waitUntil([&] {
+            platform->pointer().moveTo(point);
+            return windows().underPointer() == wanted;
+        });
+    }
+};
+
+} // namespace
+
+TEST_F(WindowsPort, knowsTheWindowInFront)
+{
+    EXPECT_EQ(windows().foreground(), handle);
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    EXPECT_EQ(windows().foreground(), other->handle());
+}
+
+TEST_F(WindowsPort, findsAWindowByItsWholeTitle)
+{
+    const auto other = openWindow(u"Überschrift 标题"_s, otherArea);
+    ASSERT_TRUE(other);
+    EXPECT_EQ(windows().byTitle(u"Überschrift 标题"_s), other->handle());
+    EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);
+    EXPECT_EQ(windows().byTitle(u"Peer windo"_s), 0);
+    EXPECT_EQ(windows().byTitle(u"eer window"_s), 0);
+    EXPECT_EQ(windows().byTitle(u"No such window"_s), 0);
+}
+
+TEST_F(WindowsPort, readsTheRectangleWithTheFrame)
+{
+    EXPECT_EQ(windows().rectangle(handle), window->frame());
+    EXPECT_TRUE(windows().rectangle(handle).contains(window->inside(), true));
+}
+
+TEST_F(WindowsPort, movesTheOuterCornerAndKeepsTheSize)
+{
+    const QSize size = windows().rectangle(handle).size();
+    for (const QPoint corner : {QPoint(0, 0), QPoint(417, 133), QPoint(3, 388), QPoint(640, 5)}) {
+        windows().moveTo(handle, corner);
+        EXPECT_EQ(windows().rectangle(handle), QRect(corner, size));
+        EXPECT_TRUE(waitUntil([&] { return window->frame() == QRect(corner, size); }));
+    }
+}
+
+TEST_F(WindowsPort, movesAWindowPartlyOffTheScreen)
+{
+    const QSize size = windows().rectangle(handle).size();
+    windows().moveTo(handle, {-50, 200});
+    EXPECT_EQ(windows().rectangle(handle), QRect(QPoint(-50, 200), size));
+}
+
+TEST_F(WindowsPort, hidesFromTheListsAndShowsAtTheSameCorner)
+{
+    windows().moveTo(handle, {301, 177});
+    const QRect before = windows().rectangle(handle);
+    for (int round = 0; round < 3; ++round) {
+        windows().hide(handle);
+        EXPECT_EQ(windows().rectangle(handle), before);
+        windows().show(handle);
+        EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);
+        EXPECT_EQ(windows().rectangle(handle), before) << round;
+    }
+}
+
+TEST_F(WindowsPort, activatesAWindowBehindAnother)
+{
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    windows().activate(handle);
+    EXPECT_EQ(windows().foreground(), handle);
+    windows().activate(other->handle());
+    EXPECT_EQ(windows().foreground(), other->handle());
+}
+
+TEST_F(WindowsPort, doesNothingWithAWindowThatIsNot)
+{
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    const WindowHandle gone = other->handle();
+    other->kill();
+    ASSERT_TRUE(waitUntil([&] { return windows().byTitle(u"Other"_s) == 0; }));
+    const QRect before = windows().rectangle(handle);
+    for (const WindowHandle none : {gone, WindowHandle(0), WindowHandle(1), WindowHandle(-5)}) {
+        windows().close(none);
+        windows().activate(none);
+        windows().hide(none);
+        windows().show(none);
+        windows().minimise(none);
+        windows().maximise(none);
+        windows().moveTo(none, {10, 10});
+        windows().setTopmost(none);
+        EXPECT_EQ(windows().rectangle(none), QRect()) << none;
+    }
+    EXPECT_EQ(windows().rectangle(handle), before);
+    EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);
+}
+
+TEST_F(WindowsPort, aHiddenWindowHasNoTitleToBeFoundBy)
+{
+    windows().hide(handle);
+    EXPECT_EQ(windows().byTitle(u"Peer window"_s), 0);
+}
+
+TEST_F(WindowsOnScreen, isTheOneUnderThePointer)
+{
+    EXPECT_TRUE(isAt(window->inside().center(), handle));
+    EXPECT_TRUE(isAt({1150, 40}, 0));
+}
+
+TEST_F(WindowsOnScreen, isUnderThePointerWithItsTitleBar)
+{
+    const QRect frame = window->frame();
+    EXPECT_TRUE(isAt({frame.center().x(), (frame.top() + window->inside().top()) / 2}, handle));
+}
+
+TEST_F(WindowsOnScreen, hiddenIsNotThereAndShownIsThereAgain)
+{
+    windows().hide(handle);
+    EXPECT_TRUE(isAt(window->inside().center(), 0));
+    EXPECT_TRUE(waitUntil([&] { return !isVisible(); }));
+    windows().show(handle);
+    EXPECT_TRUE(isAt(window->inside().center(), handle));
+    EXPECT_TRUE(waitUntil([&] { return isVisible(); }));
+}
+
+TEST_F(WindowsOnScreen, minimisedIsRestoredByActivating)
+{
+    const QRect before = windows().rectangle(handle);
+    windows().minimise(handle);
+    EXPECT_TRUE(isAt(before.center(), 0));
+    EXPECT_TRUE(waitUntil([&] { return !window->seen({u"minimised"_s}).isEmpty(); }));
+    EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);
+    windows().activate(handle);
+    EXPECT_EQ(windows().foreground(), handle);
+    EXPECT_EQ(windows().rectangle(handle), before);
+    EXPECT_TRUE(isAt(before.center(), handle));
+    EXPECT_TRUE(waitUntil([&] { return isVisible(); }));
+}
+
+TEST_F(WindowsOnScreen, maximisedFillsTheScreen)
+{
+    windows().maximise(handle);
+    EXPECT_TRUE(waitUntil([&] { return !window->seen({u"maximised"_s}).isEmpty(); }));
+    const QSize screen = platform->screen().mainScreenSize();
+    const QRect rectangle = windows().rectangle(handle);
+    EXPECT_GE(rectangle.width(), screen.width());
+    EXPECT_GE(rectangle.height(), screen.height() - 60); // a task bar may have its place
+}
+
+TEST_F(WindowsOnScreen, maximisesWhatWasMinimised)
+{
+    windows().minimise(handle);
+    ASSERT_TRUE(waitUntil([&] { return !window->seen({u"minimised"_s}).isEmpty(); }));
+    windows().maximise(handle);
+    EXPECT_TRUE(waitUntil([&] { return !window->seen({u"maximised"_s}).isEmpty(); }));
+    EXPECT_GE(windows().rectangle(handle).width(), platform->screen().mainScreenSize().width());
+}
+
+TEST_F(WindowsOnScreen, topmostStaysAboveTheOneInFront)
+{
+    const QRect area = window->inside();
+    const auto other = openWindow(u"Other"_s, area.translated(60, 60));
+    ASSERT_TRUE(other);
+    const QPoint both = area.center() + QPoint(60, 60);
+    ASSERT_TRUE(isAt(both, other->handle()));
+    const QRect before = windows().rectangle(handle);
+    windows().setTopmost(handle);
+    EXPECT_TRUE(isAt(both, handle));
+    EXPECT_EQ(windows().rectangle(handle), before);
+    EXPECT_EQ(windows().foreground(), other->handle());
+}
+
+TEST_F(WindowsOnScreen, isAskedToClose)
+{
+    windows().close(handle);
+    EXPECT_TRUE(waitUntil([&] { return !window->seen({u"close"_s}).isEmpty(); }));
+    EXPECT_TRUE(waitUntil([&] { return windows().byTitle(u"Peer window"_s) == 0; }));
+}
+
+TEST_F(WindowsOnScreen, thatHangsIsNotWaitedFor)
+{
+    tap('H');
+    ASSERT_TRUE(waitUntil([&] { return !window->seen({u"hangs"_s}).isEmpty(); }));
+    QElapsedTimer time;
+    time.start();
+    windows().moveTo(handle, {40, 50});
+    EXPECT_FALSE(windows().rectangle(handle).isEmpty());
+    windows().minimise(handle);
+    windows().close(handle);
+    // Each at most half a second; the program hangs for four.
+    EXPECT_LT(time.elapsed(), 2500);
+}
+
+} // namespace plum::contract

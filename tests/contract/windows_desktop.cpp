@@ -1,0 +1,31 @@
+#include "contract/real_desktop.h"
+
+#include <array>
+
+namespace plum::contract {
+
+namespace {
+
+constexpr std::array table{
+    Exception{"WindowsPort.aHiddenWindowHasNoTitleToBeFoundBy", "The system finds a hidden window by its title too."},
+    Exception{"WindowsOnScreen.isUnderThePointerWithItsTitleBar",
+        "Under Wine the title bar is the window manager's and nobody's for the pointer."},
+};
+
+// The desktop on which the tests were started, Wine's or Windows' own.
+class WindowsDesktop final : public RealDesktop
+{
+public:
+    const char *name() const override { return "Windows"; }
+    bool prepare() override { return true; }
+    std::span<const Exception> exceptions() const override { return table; }
+};
+
+} // namespace
+
+std::unique_ptr<Desktop> Desktop::create()
+{
+    return std::make_unique<WindowsDesktop>();
+}
+
+} // namespace plum::contract
