@@ -28,7 +28,10 @@ protected:
         HotkeyPort::SetUp();
         if (!platform)
             return;
-        QObject::connect(&hotkey(), &GlobalHotkey::fired, [this] { ++fired; });
+        QObject::connect(&hotkey(), &GlobalHotkey::fired, [this](quint32 time) {
+            ++fired;
+            firedAt = time;
+        });
         window = openWindow();
         ASSERT_TRUE(window);
     }
@@ -54,12 +57,12 @@ protected:
     {
         window->forget();
         press(modifiers, key);
-        return waitUntil(
-            [&] { return !window->seen({u"key down %1"_s.arg(int(key), 0, 16)}).isEmpty(); });
+        return waitUntil([&] { return !window->seen({u"key down %1"_s.arg(int(key), 0, 16)}).isEmpty(); });
     }
 
     std::unique_ptr<PeerWindow> window;
     int fired = 0;
+    quint32 firedAt = 0;
 };
 
 } // namespace
@@ -87,6 +90,23 @@ TEST_F(HotkeyPressed, firesOncePerPress)
     EXPECT_TRUE(firesOn({alt}, 'Z'));
     EXPECT_EQ(fired, 2);
     EXPECT_TRUE(window->seen({u"key down 5a"_s}).isEmpty());
+}
+
+TEST_F(HotkeyPressed, tellsWhenItWasPressed)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    const quint32 before = hotkey().now();
+    ASSERT_TRUE(firesOn({alt}, 'Z'));
+    const quint32 after = hotkey().now();
+    EXPECT_GE(static_cast<qint32>(firedAt - before), 0);
+    EXPECT_GE(static_cast<qint32>(after - firedAt), 0);
+}
+
+TEST_F(HotkeyPressed, keysAfterItReachTheWindowWhereNobodySaysElse)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    ASSERT_TRUE(firesOn({alt}, 'Z'));
+    EXPECT_TRUE(reachesTheWindow({}, 'M'));
 }
 
 TEST_F(HotkeyPressed, takesEachMixtureOfModifiers)
@@ -131,8 +151,7 @@ TEST_F(HotkeyPressed, isGivenBack)
 
 TEST_F(HotkeyPressed, ofAnotherProgramIsRefused)
 {
-    auto other = start(
-        {u"hold"_s, QString::number(GlobalHotkey::Control), QString::number(int('M'))});
+    auto other = start({u"hold"_s, QString::number(GlobalHotkey::Control), QString::number(int('M'))});
     ASSERT_TRUE(waitUntil([&] { return !other->answer(u"holds"_s).isNull(); }));
     ASSERT_EQ(other->answer(u"holds"_s), u"yes");
 

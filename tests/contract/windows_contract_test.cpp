@@ -139,6 +139,7 @@ TEST_F(WindowsPort, doesNothingWithAWindowThatIsNot)
         windows().minimise(none);
         windows().maximise(none);
         windows().moveTo(none, {10, 10});
+        windows().bringHere(none);
         windows().setTopmost(none);
         EXPECT_EQ(windows().rectangle(none), QRect()) << none;
     }
@@ -196,6 +197,30 @@ TEST_F(WindowsOnScreen, maximisedFillsTheScreen)
     const QRect rectangle = windows().rectangle(handle);
     EXPECT_GE(rectangle.width(), screen.width());
     EXPECT_GE(rectangle.height(), screen.height() - 60); // a task bar may have its place
+}
+
+TEST_F(WindowsOnScreen, isThereUnlessItIsHiddenOrMinimised)
+{
+    EXPECT_FALSE(windows().isOnScreen(0));
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    windows().hide(handle);
+    EXPECT_FALSE(windows().isOnScreen(handle));
+    windows().show(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    windows().minimise(handle);
+    EXPECT_FALSE(windows().isOnScreen(handle));
+    windows().activate(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    window->kill();
+    EXPECT_TRUE(waitUntil([&] { return !windows().isOnScreen(handle); }));
+}
+
+TEST_F(WindowsOnScreen, staysWhereItIsWhenItIsHereAlready)
+{
+    const QRect before = windows().rectangle(handle);
+    windows().bringHere(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    EXPECT_EQ(windows().rectangle(handle), before);
 }
 
 TEST_F(WindowsOnScreen, maximisesWhatWasMinimised)

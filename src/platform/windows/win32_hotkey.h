@@ -16,6 +16,10 @@ public:
 
     bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
     void unregisterHotkey() override;
+    // The system alone decides where keys go.
+    void giveKeysTo(WindowHandle) override { }
+    void takeKeysFrom(WindowHandle) override { }
+    quint32 now() override;
 
 private:
     HiddenWindow &m_window;
