@@ -114,7 +114,7 @@ public:
     RecordingUnpacker unpacker{log};
     AppLists lists;
     AppListFile listFile{paths, codec};
-    AppLibrary library{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
+    AppLibrary appLibrary{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
 };
 
 } // namespace plum::recording
