@@ -56,8 +56,8 @@ const Codes &fixedCodes()
         std::vector<quint8> literals(deflate::literalSymbols, 8);
         std::fill(literals.begin() + 144, literals.begin() + 256, quint8{9});
         std::fill(literals.begin() + 256, literals.begin() + 280, quint8{7});
-        return Codes{PrefixCode(std::move(literals)),
-            PrefixCode(std::vector<quint8>(deflate::deflateDistances, 5))};
+        return Codes{
+            PrefixCode(std::move(literals)), PrefixCode(std::vector<quint8>(deflate::deflateDistances, 5))};
     }();
     return codes;
 }
