@@ -16,7 +16,7 @@ public:
 
     bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
     void unregisterHotkey() override;
-    // The system alone decides where keys go.
+    // Keys go where they always go: the system hands them to the window in front as they come.
     void giveKeysTo(WindowHandle) override { }
     void takeKeysFrom(WindowHandle) override { }
     quint32 now() override;

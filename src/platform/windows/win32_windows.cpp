@@ -72,7 +72,7 @@ QRect outerRectangle(HWND window)
     return {area.left, area.top, area.right - area.left, area.bottom - area.top};
 }
 
-// Windows of another virtual desktop count as visible, but are not composed into the picture.
+// Windows on other virtual desktops are shown as far as they know, but cloaked.
 bool isCloaked(HWND window)
 {
     DWORD reasons = 0;
@@ -182,11 +182,11 @@ void Win32Windows::moveTo(WindowHandle window, QPoint corner)
 
 void Win32Windows::bringHere(WindowHandle window)
 {
-    if (!isCloaked(native(window)))
-        return;
-    // A window appears on the desktop that the user sees.
-    hide(window);
-    show(window);
+    // A hidden window comes back on the desktop that the user sees.
+    if (isCloaked(native(window))) {
+        hide(window);
+        show(window);
+    }
 }
 
 void Win32Windows::setTopmost(WindowHandle window)
