@@ -81,12 +81,23 @@ class PlumTest(unittest.TestCase):
     def has_keyboard(self, program):
         return self.xdotool("getactivewindow") in self.windows_of(program)
 
-    def active_title(self):
-        return self.xdotool("getactivewindow", "getwindowname")
-
-    def start_notepad(self, *arguments):
-        self.desktop.wine("notepad", *arguments)
+    def start_notepad(self, *arguments, **options):
+        self.desktop.wine("notepad", *arguments, **options)
         until(lambda: self.has_keyboard("notepad.exe"), "notepad")
+        until(lambda: self.focus() == "Edit", "notepad's text")
+
+    def focus(self):
+        """The class of the control that has the keyboard; "dialog" behind it when that is in a dialog."""
+        return self.desktop.run_wine(PEER, "focus").strip()
+
+    def save_as(self, name):
+        """Answers notepad's dialog for a file of letters in the folder in which it was started."""
+        until(lambda: len(self.windows_of("notepad.exe")) > 1, "the dialog")
+        dialog = self.windows_of("notepad.exe")
+        until(lambda: self.xdotool("getactivewindow") in dialog and self.focus() == "Edit dialog",
+              "the dialog's entry")
+        keys = ",".join(f'"{letter}"' for letter in name)
+        self.run_script(f'keyboard.key {keys},"enter"')
 
     def clipboard(self):
         return subprocess.run(["xclip", "-o", "-selection", "clipboard", "-target", "UTF8_STRING"],

@@ -8,6 +8,7 @@
 //   peer put TEXT                     puts the text on the clipboard and ends
 //   peer read FILE SECTION KEY        prints the UTF-16 units of a private-profile value, hexadecimal
 //   peer write FILE SECTION KEY VALUE
+//   peer focus                        prints the class of the control that has the keyboard, and "dialog" for one there
 //   peer code-page                    prints the number of the ANSI code page
 
 namespace {
@@ -23,6 +24,21 @@ int putOnClipboard(const std::wstring &text)
     const bool isThere = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
     CloseClipboard();
     return isThere ? 0 : 1;
+}
+
+int sayFocus()
+{
+    const HWND front = GetForegroundWindow();
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    wchar_t name[64] = L"";
+    wchar_t frontName[64] = L"";
+    if (GetGUIThreadInfo(GetWindowThreadProcessId(front, nullptr), &info) && info.hwndFocus)
+        GetClassNameW(info.hwndFocus, name, 64);
+    GetClassNameW(front, frontName, 64);
+    const bool isDialog = std::wstring(frontName) == L"#32770"; // the class of all dialogs
+    std::printf("%ls%s\n", name, isDialog ? " dialog" : "");
+    return 0;
 }
 
 } // namespace
@@ -42,6 +58,8 @@ int wmain(int argc, wchar_t **argv)
     }
     if (task == L"write" && argc == 6)
         return WritePrivateProfileStringW(argv[3], argv[4], argv[5], argv[2]) ? 0 : 1;
+    if (task == L"focus")
+        return sayFocus();
     if (task == L"code-page") {
         std::printf("%u\n", GetACP());
         return 0;
