@@ -47,8 +47,8 @@ public:
             }
             place = m_older[slot(place)];
         }
-        const bool isWorthIt = best.length > shortest
-            || (best.length == shortest && best.distance <= farthestOfShortest);
+        const bool isWorthIt
+            = best.length > shortest || (best.length == shortest && best.distance <= farthestOfShortest);
         return isWorthIt ? best : Match();
     }
 

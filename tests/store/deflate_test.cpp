@@ -24,11 +24,13 @@ void expectRoundTrip(const QByteArray &content)
 {
     const QByteArray packed = plum::deflated(content);
     std::vector<quint8> output(static_cast<size_t>(content.size()));
-    const std::span input(reinterpret_cast<const quint8 *>(packed.data()), static_cast<size_t>(packed.size()));
+    const std::span input(
+        reinterpret_cast<const quint8 *>(packed.data()), static_cast<size_t>(packed.size()));
     const auto ours = plum::Inflate(input, output, false);
     EXPECT_EQ(ours.outcome, plum::InflateOutcome::Done);
     EXPECT_EQ(ours.written, content.size());
-    EXPECT_TRUE(std::ranges::equal(output, content, {}, {}, [](char byte) { return static_cast<quint8>(byte); }));
+    EXPECT_TRUE(
+        std::ranges::equal(output, content, {}, {}, [](char byte) { return static_cast<quint8>(byte); }));
 
     z_stream zlib{};
     ASSERT_EQ(inflateInit2(&zlib, -15), Z_OK);
@@ -88,7 +90,8 @@ TEST(Deflate, RepetitionsOfEveryLengthComeBack)
 
 TEST(Deflate, RepetitionsFromEveryDistanceComeBack)
 {
-    for (const qsizetype distance : {1, 2, 3, 4, 255, 256, 257, 4095, 4096, 4097, 32766, 32767, 32768, 32769}) {
+    for (const qsizetype distance :
+        {1, 2, 3, 4, 255, 256, 257, 4095, 4096, 4097, 32766, 32767, 32768, 32769}) {
         const QByteArray start = noise(distance);
         expectRoundTrip(start + start + start.first(std::min<qsizetype>(distance, 100)));
     }
@@ -108,7 +111,8 @@ TEST(Deflate, IsAboutAsSmallAsTheBestOfZlib)
     const QByteArray binary = program.read(1'000'000);
     QByteArray script;
     for (int i = 0; i < 3000; ++i)
-        script += "mouse.click \"" + QByteArray::number(i * 7 % 1920) + ':' + QByteArray::number(i % 1080) + "\"\r\n";
+        script += "mouse.click \"" + QByteArray::number(i * 7 % 1920) + ':' + QByteArray::number(i % 1080)
+            + "\"\r\n";
     for (const QByteArray &content : {binary, script, QByteArray("os.tips \"hello, hello, hello\"\r\n")})
         EXPECT_LT(plum::deflated(content).size(), zlibsSize(content) * 102 / 100 + 4);
 }
@@ -124,7 +128,8 @@ TEST(PrefixCode, KeepsToTheLongestLengthAndIsComplete)
     std::vector<quint32> counts{1, 1}; // each as frequent as all before it: the best code would be a comb
     constexpr quint64 most = 1U << 30;
     while (counts.size() < 40)
-        counts.push_back(static_cast<quint32>(std::min(std::accumulate(counts.begin(), counts.end(), quint64{0}), most)));
+        counts.push_back(
+            static_cast<quint32>(std::min(std::accumulate(counts.begin(), counts.end(), quint64{0}), most)));
     for (const int longest : {7, 15}) {
         const PrefixCode code = PrefixCode::of(counts, longest);
         double used = 0;
