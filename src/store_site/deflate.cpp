@@ -15,6 +15,11 @@ namespace {
 constexpr size_t stepsInBlock = 32768;
 constexpr qsizetype mostStored = 65535; // bytes in a stored block
 
+// What the code length alphabet has besides the lengths.
+constexpr quint8 lastLengthAgain = 16;
+constexpr quint8 shortRunOfZeros = 17;
+constexpr quint8 longRunOfZeros = 18;
+
 enum BlockType : quint32 { Stored = 0, Fixed = 1, Dynamic = 2 };
 
 // A number as its symbol and what is added to the symbol's base.
@@ -105,11 +110,11 @@ std::vector<LengthSymbol> lengthSymbols(std::span<const quint8> lengths)
             const size_t part = std::min<size_t>(run, length > 0 ? 6 : 138);
             run -= part;
             if (length > 0)
-                symbols.push_back({16, static_cast<quint8>(part - 3), 2});
+                symbols.push_back({lastLengthAgain, static_cast<quint8>(part - 3), 2});
             else if (part <= 10)
-                symbols.push_back({17, static_cast<quint8>(part - 3), 3});
+                symbols.push_back({shortRunOfZeros, static_cast<quint8>(part - 3), 3});
             else
-                symbols.push_back({18, static_cast<quint8>(part - 11), 7});
+                symbols.push_back({longRunOfZeros, static_cast<quint8>(part - 11), 7});
         }
         symbols.insert(symbols.end(), run, {length});
     }

@@ -109,7 +109,9 @@ QByteArray ZipWriter::finish() const
         directory += entry.name;
     }
     constexpr qsizetype most = std::numeric_limits<quint32>::max();
-    if (m_data.size() + directory.size() > most || m_entries.size() >= std::numeric_limits<quint16>::max())
+    const bool isTooLarge = m_data.size() + directory.size() > most
+        || std::ranges::any_of(m_entries, [](const Entry &entry) { return entry.size > most; });
+    if (isTooLarge || m_entries.size() >= std::numeric_limits<quint16>::max())
         return {};
 
     QByteArray archive = m_data + directory;

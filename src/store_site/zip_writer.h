@@ -8,16 +8,16 @@
 
 namespace plum {
 
-// Builds a ZIP archive in memory that every tool opens: entries deflated where that makes them
-// smaller, names in UTF-8.
+// Builds a ZIP archive in memory that every tool opens: entries deflated where that makes them smaller, names
+// in UTF-8.
 class ZipWriter
 {
 public:
     // `name` has "/" between folders. `modified` is kept in local time, to two seconds.
     void add(const QString &name, const QByteArray &content, const QDateTime &modified);
 
-    // The archive. Empty when it would be larger than the format holds without extensions (4 GiB or 65,535
-    // entries).
+    // The archive. Empty when it, or a file in it, would be larger than the format holds without extensions
+    // (4 GiB or 65,535 entries).
     QByteArray finish() const;
 
 private:

@@ -193,7 +193,8 @@ void StoreForm::closeEvent(QCloseEvent *event)
 // The strip is about a download that the user has seen; one that goes on shows it again.
 void StoreForm::hideEvent(QHideEvent *event)
 {
-    weia->hide();
+    if (!event->spontaneous())
+        weia->hide();
     QWidget::hideEvent(event);
 }
 
