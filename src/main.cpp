@@ -48,7 +48,7 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
     plum::installTranslation(application);
 
-    plum::Program program(QFile::decodeName(argv[0]));
+    plum::Program program(QFile::decodeName(argv[0]), environment.hasDesktop);
     if (isScriptStart)
         program.runScript(commandLine);
     else if (!program.startLauncher())

@@ -30,7 +30,7 @@ bool looksLikeLineFeedsOnly(const QStringList &lines)
 
 } // namespace
 
-Program::Program(const QString &programPath)
+Program::Program(const QString &programPath, bool hasDesktop)
     : m_platform(createPlatform(programPath))
     , m_addresses(StoreAddresses::built())
     , m_unpacker(m_platform->paths(), m_platform->textCodec())
@@ -40,7 +40,8 @@ Program::Program(const QString &programPath)
           .sites = {m_addresses.site.toString(QUrl::StripTrailingSlash),
               m_addresses.site.toString(QUrl::StripTrailingSlash)},
           .endProcess = [this](int status) { end(status); },
-          .report = &say})
+          .report = &say,
+          .hasDesktop = hasDesktop})
     , m_channel(m_platform->clipboard())
     , m_storeWindow({.program = StoreProcess::besideThisProgram(),
           .downloadBase = m_addresses.downloadBase,

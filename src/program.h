@@ -21,7 +21,8 @@ namespace plum {
 class Program
 {
 public:
-    explicit Program(const QString &programPath);
+    // Without a desktop only `runScript` makes sense.
+    Program(const QString &programPath, bool hasDesktop);
     Q_DISABLE_COPY_MOVE(Program)
 
     // The launcher. False when another one runs for the same program folder; the process then ends silently.

@@ -293,13 +293,22 @@ shurubox &LauncherUi::freshBox()
     return *m_box;
 }
 
+// What a script shows without a display would otherwise wait in silence for ever.
+void LauncherUi::reportUnseen(const QString &what, const QString &text)
+{
+    if (!m.hasDesktop)
+        m.report(u"%1 %2: %3"_s.arg(m_state->runctx[0], what, text.simplified()));
+}
+
 void LauncherUi::showInput(const QString &prompt, const QString &variable)
 {
+    reportUnseen(u"asks, and nobody can answer without a display"_s, prompt);
     freshBox().showInput(prompt, variable);
 }
 
 void LauncherUi::showTip(const QString &text)
 {
+    reportUnseen(u"shows a tip, and nobody can close it without a display"_s, text);
     freshBox().showTip(text);
 }
 
@@ -351,7 +360,9 @@ void LauncherUi::confirmName(const QString &name, bool checked)
 
 void LauncherUi::showMessage(const Message &message)
 {
-    m_messages.showMessage(message);
+    reportUnseen(u"says"_s, message.text);
+    if (m.hasDesktop)
+        m_messages.showMessage(message);
 }
 
 void LauncherUi::hideLauncher()

@@ -53,6 +53,7 @@ public:
         Sites sites;
         std::function<void(int status)> endProcess; // in order, at once
         std::function<void(const QString &line)> report; // one line on standard error
+        bool hasDesktop = true; // somebody can see windows and answer them
     };
 
     explicit LauncherUi(Surroundings surroundings);
@@ -124,6 +125,7 @@ private:
     void showHint();
     void openPage(const QString &address);
     void leaveDesktop();
+    void reportUnseen(const QString &what, const QString &text);
 
     Surroundings m;
     RunState *m_state = nullptr;

@@ -64,6 +64,18 @@ TEST_F(ProgramTest, APlainScriptLoadsNoModule)
         EXPECT_FALSE(loaded().contains(library)) << library;
 }
 
+TEST_F(ProgramTest, WhatNobodyCanSeeIsSaidInWords)
+{
+    runUntilTheLastOf({u"os.find_pic \"/no/such.png\""_s, u"os.tips \"read this\""_s});
+    QString said;
+    EXPECT_TRUE(waitUntil([&] {
+        m_plum.waitForReadyRead(1);
+        said += QString::fromUtf8(m_plum.readAllStandardError());
+        return said.contains(u"shows a tip, and nobody can close it without a display: read this"_s);
+    })) << qPrintable(said);
+    EXPECT_TRUE(said.contains(u"says: image\\no\\such.pngcan not finf"_s)) << qPrintable(said);
+}
+
 TEST_F(ProgramTest, AFetchLoadsTheNetworkAlone)
 {
     OddServer server;
