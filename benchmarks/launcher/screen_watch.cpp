@@ -1,3 +1,4 @@
+#include <cstdio>
 #include "screen_watch.h"
 
 #include <algorithm>
@@ -192,8 +193,17 @@ std::optional<Clock::time_point> ScreenWatch::awaitSign(const Sign &sign, std::c
     while (!shows(sign)) {
         bool hasChanged = false;
         while (!hasChanged) {
-            if (Clock::now() > end)
+            if (Clock::now() > end) {
+                const uint32_t *seen = grab(sign.around);
+                int n = 0;
+                for (const auto &pixel : sign.pixels) {
+                    const int at = (pixel.y - sign.around.y) * sign.around.width + pixel.x - sign.around.x;
+                    if ((seen[at] & colourBits) != pixel.colour && n++ < 20)
+                        fprintf(stderr, "%d,%d is %06x not %06x\n", pixel.x, pixel.y, seen[at] & colourBits, pixel.colour);
+                }
+                fprintf(stderr, "%d of %zu differ\n", n, sign.pixels.size());
                 return {};
+            }
             while (const auto event = owned(xcb_poll_for_event(m_connection)))
                 hasChanged |= (event->response_type & 0x7f) == m_damageEvent;
             if (!hasChanged)

@@ -120,6 +120,10 @@ void LauncherUi::showAndActivate()
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
+    // For a moment Qt takes a hidden window for the one that still has the keyboard. Shown again within that
+    // moment it would get the keyboard without becoming active: no caret, no focus frame.
+    if (!QApplication::activeWindow() && QGuiApplication::focusWindow() == m_window->windowHandle())
+        QApplication::setActiveWindow(m_window.get());
     m_window->focusKeywordBox();
     QTimer::singleShot(focusPatience, this, &LauncherUi::insistOnFocus);
 }
