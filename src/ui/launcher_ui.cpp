@@ -7,10 +7,10 @@
 #include "platform/platform.h"
 #include "platform/shell.h"
 #include "platform/windows.h"
+#include "ui/app_icon.h"
 #include "ui/edit_panel.h"
 #include "ui/frm_set.h"
 #include "ui/hotkey_window.h"
-#include "ui/rename_panel.h"
 #include "ui/sett.h"
 #include "ui/shurubox.h"
 #include "ui/store_door.h"
@@ -28,6 +28,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto focusPatience = 150ms;
+constexpr auto firstKeysTime = 100ms;
+constexpr auto paintPatience = 2s;
 
 } // namespace
 
@@ -63,9 +65,6 @@ void LauncherUi::start()
     m_lists.List.setStringList(m_listFile.load());
     m_window = std::make_unique<frmSet>(m_lists, m_faces, m_vocabulary);
     connectWindow();
-    m_menus = std::make_unique<sett>();
-    connectMenus();
-    m_menus->addTrayIcon();
 
     m_hotkeyModule = std::make_unique<sethotkey>(m.platform.hotkey());
     connect(m_hotkeyModule.get(), &sethotkey::fired, this, &LauncherUi::toggle);
@@ -77,6 +76,19 @@ void LauncherUi::start()
     }
     showHint();
     showAndActivate();
+    connect(m_window.get(), &frmSet::firstPainted, this,
+        [this] { QTimer::singleShot(firstKeysTime, this, &LauncherUi::completeStart); });
+    // A window that nobody can see yet is not painted.
+    QTimer::singleShot(paintPatience, this, &LauncherUi::completeStart);
+}
+
+// What nobody needs in order to press the hotkey and to type comes when the window is there.
+void LauncherUi::completeStart()
+{
+    if (std::exchange(m_isComplete, true))
+        return;
+    m_window->setWindowIcon(appIcon());
+    menus().addTrayIcon();
 }
 
 void LauncherUi::connectWindow()
@@ -94,25 +106,27 @@ void LauncherUi::connectWindow()
     connect(window, &frmSet::hotkeyRequested, this, &LauncherUi::showHotkeyWindow);
     connect(window, &frmSet::storeRequested, this, [this] { m.store.openCatalogue(); });
     connect(window, &frmSet::exitRequested, this, &LauncherUi::exit);
-
-    EditPanel &editor = window->editPanel();
-    connect(&editor, &EditPanel::saveRequested, this, &LauncherUi::saveEdited);
-    connect(&editor, &EditPanel::filesDropped, this, [this](const QStringList &paths) {
+    connect(window, &frmSet::settingsMenuRequested, this,
+        [this](QPoint position) { menus().mmmm.popup(position); });
+    connect(window, &frmSet::listMenuRequested, this,
+        [this](QPoint position) { menus().list2you.popup(position); });
+    connect(window, &frmSet::saveRequested, this, &LauncherUi::saveEdited);
+    connect(window, &frmSet::filesDroppedOnEditor, this, [this](const QStringList &paths) {
         for (const QString &path : paths)
             m_window->editPanel().appendScriptLine(m.platform.shell().shortcutTarget(path));
     });
-    connect(&window->renamePanel(), &RenamePanel::confirmed, this, &LauncherUi::confirmRename);
+    connect(window, &frmSet::renameConfirmed, this, &LauncherUi::confirmRename);
 }
 
-void LauncherUi::connectMenus()
+sett &LauncherUi::menus()
 {
-    m_menus->setTheme(m_window->theme());
-    connect(m_window.get(), &BorderlessWindow::themeChanged, m_menus.get(), &sett::setTheme);
-    connect(m_menus.get(), &sett::commandChosen, this, &LauncherUi::choose);
-    connect(m_window.get(), &frmSet::settingsMenuRequested, &m_menus->mmmm,
-        [this](QPoint position) { m_menus->mmmm.popup(position); });
-    connect(m_window.get(), &frmSet::listMenuRequested, &m_menus->list2you,
-        [this](QPoint position) { m_menus->list2you.popup(position); });
+    if (!m_menus) {
+        m_menus = std::make_unique<sett>();
+        m_menus->setTheme(m_window->theme());
+        connect(m_window.get(), &BorderlessWindow::themeChanged, m_menus.get(), &sett::setTheme);
+        connect(m_menus.get(), &sett::commandChosen, this, &LauncherUi::choose);
+    }
+    return *m_menus;
 }
 
 void LauncherUi::showAndActivate()

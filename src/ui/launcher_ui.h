@@ -64,7 +64,7 @@ public:
     // Runs the whole run list: a script on the command line.
     void runAll();
 
-    // The normal start: the list, the tray icon, the hotkey, the window.
+    // The normal start: the list, the hotkey, the window, and soon after it the tray icon.
     void start();
 
     // Shows the launcher in front of the other windows, ready for a keyword.
@@ -92,7 +92,8 @@ public:
 
 private:
     void connectWindow();
-    void connectMenus();
+    void completeStart();
+    sett &menus(); // made when they are first asked for
     void toggle();
     void insistOnFocus();
     void runKeyword(const QString &keyword, bool remembersPath);
@@ -137,6 +138,7 @@ private:
     // sets it back to 0; kept.
     qint16 m_installMode = 0;
 
+    bool m_isComplete = false;
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<sett> m_menus;
     QPointer<hotkey> m_hotkeyWindow;
