@@ -2,20 +2,20 @@
 // the words, and answers each with one line:
 //   learn NAME MS                      remembers what the screen shows; "ok"
 //   press KEYS                         "ok"
-//   key KEYS FROM TO MS                presses keys while the screen shows FROM; milliseconds until it shows TO
-//   await FROM TO MS                   milliseconds until it shows TO
-//   start KEY FROM TO MS STDIN COMMAND...  starts a program and presses KEY as soon as its window is mapped and
+//   key KEYS FROM TO MS                presses keys while the screen shows FROM; milliseconds until it shows
+//   TO await FROM TO MS                   milliseconds until it shows TO start KEY FROM TO MS STDIN
+//   COMMAND...  starts a program and presses KEY as soon as its window is mapped and
 //                                      has the keyboard; process number, milliseconds from the start until
 //                                      mapped, until ready for the key, and until the screen shows TO
 // A time that does not come is answered with "never".
 #include "screen_watch.h"
 
+#include <csignal>
 #include <fcntl.h>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
 #include <sys/prctl.h>
-#include <csignal>
 #include <unistd.h>
 
 namespace plum {

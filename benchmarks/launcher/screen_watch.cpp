@@ -1,4 +1,3 @@
-#include <cstdio>
 #include "screen_watch.h"
 
 #include <algorithm>
@@ -27,8 +26,9 @@ constexpr uint32_t colourBits = 0xffffff;
 
 xcb_keysym_t symbolOf(const std::string &name)
 {
-    static const std::map<std::string, xcb_keysym_t> names{{"alt", 0xffe9}, {"ctrl", 0xffe3}, {"shift", 0xffe1},
-        {"super", 0xffeb}, {"space", 0x20}, {"Return", 0xff0d}, {"Escape", 0xff1b}, {"BackSpace", 0xff08}};
+    static const std::map<std::string, xcb_keysym_t> names{{"alt", 0xffe9}, {"ctrl", 0xffe3},
+        {"shift", 0xffe1}, {"super", 0xffeb}, {"space", 0x20}, {"Return", 0xff0d}, {"Escape", 0xff1b},
+        {"BackSpace", 0xff08}};
     if (const auto found = names.find(name); found != names.end())
         return found->second;
     if (name.size() != 1)
@@ -42,8 +42,8 @@ xcb_keycode_t codeOf(xcb_connection_t *connection, const std::string &name)
     const xcb_setup_t *setup = xcb_get_setup(connection);
     const auto first = setup->min_keycode;
     const auto count = static_cast<uint8_t>(setup->max_keycode - first + 1);
-    const auto map = owned(
-        xcb_get_keyboard_mapping_reply(connection, xcb_get_keyboard_mapping(connection, first, count), nullptr));
+    const auto map = owned(xcb_get_keyboard_mapping_reply(
+        connection, xcb_get_keyboard_mapping(connection, first, count), nullptr));
     const xcb_keysym_t *symbols = xcb_get_keyboard_mapping_keysyms(map.get());
     for (int code = 0; code < count; ++code) {
         if (symbols[code * map->keysyms_per_keycode] == symbol)
@@ -74,8 +74,8 @@ ScreenWatch::ScreenWatch()
         m_connection, xcb_shm_attach_checked(m_connection, m_segment, static_cast<uint32_t>(id), 0)));
     shmctl(id, IPC_RMID, nullptr);
 
-    const auto version = owned(xcb_damage_query_version_reply(
-        m_connection, xcb_damage_query_version(m_connection, 1, 1), nullptr));
+    const auto version = owned(
+        xcb_damage_query_version_reply(m_connection, xcb_damage_query_version(m_connection, 1, 1), nullptr));
     const xcb_query_extension_reply_t *damage = xcb_get_extension_data(m_connection, &xcb_damage_id);
     if (!version || !damage || !damage->present)
         throw std::runtime_error("the X server does not tell of changes");
@@ -111,7 +111,8 @@ Picture ScreenWatch::learn(std::chrono::milliseconds duration)
         const uint32_t *seen = grab(all);
         if (picture.pixels.empty()) {
             picture.pixels.resize(count);
-            std::transform(seen, seen + count, picture.pixels.begin(), [](uint32_t p) { return p & colourBits; });
+            std::transform(
+                seen, seen + count, picture.pixels.begin(), [](uint32_t p) { return p & colourBits; });
             continue;
         }
         for (size_t i = 0; i < count; ++i) {
@@ -193,17 +194,8 @@ std::optional<Clock::time_point> ScreenWatch::awaitSign(const Sign &sign, std::c
     while (!shows(sign)) {
         bool hasChanged = false;
         while (!hasChanged) {
-            if (Clock::now() > end) {
-                const uint32_t *seen = grab(sign.around);
-                int n = 0;
-                for (const auto &pixel : sign.pixels) {
-                    const int at = (pixel.y - sign.around.y) * sign.around.width + pixel.x - sign.around.x;
-                    if ((seen[at] & colourBits) != pixel.colour && n++ < 20)
-                        fprintf(stderr, "%d,%d is %06x not %06x\n", pixel.x, pixel.y, seen[at] & colourBits, pixel.colour);
-                }
-                fprintf(stderr, "%d of %zu differ\n", n, sign.pixels.size());
+            if (Clock::now() > end)
                 return {};
-            }
             while (const auto event = owned(xcb_poll_for_event(m_connection)))
                 hasChanged |= (event->response_type & 0x7f) == m_damageEvent;
             if (!hasChanged)

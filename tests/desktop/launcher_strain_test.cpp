@@ -80,7 +80,8 @@ TEST_F(LauncherStrainTest, hiddenAndShownInOneGoItsKeywordBoxHasTheKeyboard)
         press(u"alt+z"_s);
         ASSERT_TRUE(eventually([&] { return !isShown(); }));
         press(u"alt+z"_s);
-        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard() && keywordBoxLooksFocused(); })) << turn;
+        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard() && keywordBoxLooksFocused(); }))
+            << turn;
     }
 }
 

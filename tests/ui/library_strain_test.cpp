@@ -154,8 +154,7 @@ TEST_F(LibraryStrainTest, filesThatCannotGrowKeepTheOldScriptOrderAndSettings)
         EXPECT_TRUE(library.RenameApp(u"note"_s, u"letter"_s));
         settings.WriteSetting(u"hotkey"_s, u"hotkey"_s, u"Ctrl+Q"_s);
     }
-    EXPECT_EQ(said(),
-        QStringList({u"message! Error"_s, u"message! Error"_s, u"message! Successfully"_s}));
+    EXPECT_EQ(said(), QStringList({u"message! Error"_s, u"message! Error"_s, u"message! Successfully"_s}));
     EXPECT_EQ(bytesOf(folder.script(u"letter"_s)), "old");
     EXPECT_FALSE(QFile::exists(folder.apps(u"other"_s)));
     EXPECT_EQ(bytesOf(folder.configTxt()), "note\r\n");

@@ -4,8 +4,8 @@
 
 namespace plum {
 
-// Where the session bus listens; empty for none. Asked for by name, the library would start a session bus where
-// there is none, and leave it behind.
+// Where the session bus listens; empty for none. Asked for by name, the library would start a session bus
+// where there is none, and leave it behind.
 QString sessionBusAddress();
 
 QString systemBusAddress();

@@ -48,8 +48,7 @@ public:
     // Connects unless the bus stays silent until `deadline`.
     Bus(const QString &address, const QDeadlineTimer &deadline)
         : m_name(u"plum-session-%1"_s.arg(quintptr(this)))
-        , m_connection(
-              address.isEmpty() || isSilentBus(address, static_cast<int>(deadline.remainingTime()))
+        , m_connection(address.isEmpty() || isSilentBus(address, static_cast<int>(deadline.remainingTime()))
                   ? QDBusConnection(m_name)
                   : QDBusConnection::connectToBus(address, m_name))
     {

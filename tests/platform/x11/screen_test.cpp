@@ -151,7 +151,8 @@ protected:
     void setMonitor(const QString &name, const QString &geometry, const QString &output)
     {
         QProcess xrandr;
-        server.start(xrandr, QStringLiteral("xrandr"), {QStringLiteral("--setmonitor"), name, geometry, output});
+        server.start(
+            xrandr, QStringLiteral("xrandr"), {QStringLiteral("--setmonitor"), name, geometry, output});
         ASSERT_TRUE(xrandr.waitForFinished());
         ASSERT_EQ(xrandr.exitCode(), 0) << xrandr.readAllStandardError().toStdString();
     }
