@@ -134,11 +134,11 @@ void LauncherUi::showAndActivate()
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
-    // For a moment Qt takes a hidden window for the one that still has the keyboard. Shown again within that
-    // moment it would get the keyboard without becoming active: no caret, no focus frame.
-    if (!QApplication::activeWindow() && QGuiApplication::focusWindow() == m_window->windowHandle())
-        QApplication::setActiveWindow(m_window.get());
     m_window->focusKeywordBox();
+    // A window that is hidden and shown again within a moment never lost the keyboard for Qt, which therefore
+    // does not tell it that it is active again.
+    if (QGuiApplication::focusWindow() == m_window->windowHandle() && !QApplication::activeWindow())
+        QApplication::setActiveWindow(m_window.get());
     QTimer::singleShot(focusPatience, this, &LauncherUi::insistOnFocus);
 }
 
