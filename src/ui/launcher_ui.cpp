@@ -88,7 +88,7 @@ void LauncherUi::completeStart()
     if (std::exchange(m_isComplete, true))
         return;
     m_window->setWindowIcon(appIcon());
-    menus().addTrayIcon();
+    m.platform.whenTrayAnswers([this] { menus().addTrayIcon(); });
 }
 
 void LauncherUi::connectWindow()

@@ -1,5 +1,8 @@
 #include "desktop/support/desktop_test.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <QDir>
 
 #include <sys/socket.h>
@@ -67,7 +70,31 @@ protected:
         return false;
     }
 
+    void togglesAndTakesTheKeyboard()
+    {
+        for (int turn = 0; turn < 2; ++turn) {
+            press(u"alt+z"_s);
+            ASSERT_TRUE(eventually([&] { return !isShown(); }));
+            press(u"alt+z"_s);
+            ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
+        }
+    }
+
     QProcess m_launcher;
+};
+
+// A service that takes every call and never answers.
+class HangingService final : public QDBusVirtualObject
+{
+public:
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &, const QDBusConnection &) override
+    {
+        ++calls;
+        return true;
+    }
+
+    int calls = 0;
 };
 
 } // namespace
@@ -97,14 +124,24 @@ TEST_F(LauncherStrainTest, aSessionBusThatHangsHoldsNothingUp)
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
 
     startLauncher();
-    for (int turn = 0; turn < 2; ++turn) {
-        press(u"alt+z"_s);
-        ASSERT_TRUE(eventually([&] { return !isShown(); }));
-        press(u"alt+z"_s);
-        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
-    }
+    togglesAndTakesTheKeyboard();
     EXPECT_TRUE(m_launcher.readAllStandardError().startsWith("plum: The session bus does not answer"));
     close(listener);
+}
+
+TEST_F(LauncherStrainTest, aTrayThatHangsHoldsNothingUp)
+{
+    HangingService tray;
+    {
+        QDBusConnection bus
+            = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), u"tray"_s);
+        ASSERT_TRUE(bus.registerVirtualObject(u"/"_s, &tray, QDBusConnection::SubPath));
+        ASSERT_TRUE(bus.registerService(u"org.kde.StatusNotifierWatcher"_s));
+    }
+    startLauncher();
+    ASSERT_TRUE(eventually([&] { return tray.calls > 0; }));
+    togglesAndTakesTheKeyboard();
+    QDBusConnection::disconnectFromBus(u"tray"_s);
 }
 
 } // namespace plum

@@ -330,6 +330,7 @@ public:
     RecordingTimers &timers() override { return m_timers; }
     RecordingWindows &windows() override { return m_windows; }
     void onEndRequested(std::function<void()> end) override { endRequested = std::move(end); }
+    void whenTrayAnswers(std::function<void()> then) override { then(); }
     void releaseDesktop() override;
 
     Log log;
