@@ -63,7 +63,8 @@ protected:
 
 TEST_F(ClipboardPort, givesBackWhatWasSet)
 {
-    for (const QString &text : {u"hello"_s, mixed, QString(), u" "_s, u"one\r\ntwo\nthree\r\n"_s, longText()}) {
+    for (const QString &text :
+        {u"hello"_s, mixed, QString(), u" "_s, u"one\r\ntwo\nthree\r\n"_s, longText()}) {
         clipboard().setText(text);
         EXPECT_EQ(clipboard().text(), text);
     }

@@ -30,9 +30,9 @@ public:
     virtual QRect inside() = 0;
 
     // What the program has seen since the last forget(), only what begins with one of `words`:
-    //   key down|up CODE MODIFIERS [TEXT]   CODE is a Qt::Key, hexadecimal; MODIFIERS 2 shift, 4 control, 8 alt
-    //   button down|up 1|3 X Y              and "double click 1|3 X Y"
-    //   focus in, focus out, minimised, maximised, normal, close
+    //   key down|up CODE MODIFIERS [TEXT]   CODE is a Qt::Key, hexadecimal; MODIFIERS 2 shift, 4 control, 8
+    //   alt button down|up 1|3 X Y              and "double click 1|3 X Y" focus in, focus out, minimised,
+    //   maximised, normal, close
     virtual QStringList seen(const QStringList &words) = 0;
     virtual void forget() = 0;
 

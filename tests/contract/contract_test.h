@@ -37,8 +37,8 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    std::unique_ptr<PeerWindow> openWindow(const QString &title = QStringLiteral("Peer window"),
-        const QRect &inside = {200, 150, 500, 300});
+    std::unique_ptr<PeerWindow> openWindow(
+        const QString &title = QStringLiteral("Peer window"), const QRect &inside = {200, 150, 500, 300});
 
     // Starts the peer program for a task of `words`; the first names it.
     std::unique_ptr<PeerProgram> start(const QStringList &words) { return desktop().start(words); }

@@ -77,8 +77,8 @@ TEST_F(PathsPort, programFolderHasNoSeparatorAtItsEnd)
 
 TEST_F(PathsPort, programFolderIsThatOfTheProgram)
 {
-    EXPECT_EQ(asScriptsWriteIt(paths().programFolder()),
-        asScriptsWriteIt(QCoreApplication::applicationDirPath()));
+    EXPECT_EQ(
+        asScriptsWriteIt(paths().programFolder()), asScriptsWriteIt(QCoreApplication::applicationDirPath()));
 }
 
 TEST_F(PathsPort, takeEitherSeparator)
@@ -118,15 +118,15 @@ TEST_F(PathsPort, haveNothingToDoWithTheEmptyOne)
 TEST_F(ShellPort, startsAProgramWithItsParametersAsWords)
 {
     const QString log = folder() + u"/said"_s;
-    EXPECT_TRUE(shell().open(peer(), u"\"%1\" arguments one \"two words\" 中文"_s.arg(log), ShowState::Normal));
+    EXPECT_TRUE(
+        shell().open(peer(), u"\"%1\" arguments one \"two words\" 中文"_s.arg(log), ShowState::Normal));
     EXPECT_EQ(answer(u"said"_s), u"arguments <one><two words><中文>");
 }
 
 TEST_F(ShellPort, startsAProgramByAPathWithEitherSeparator)
 {
     const QString log = folder() + u"/said"_s;
-    EXPECT_TRUE(
-        shell().open(asScriptsWriteIt(peer()), u"\"%1\" arguments x"_s.arg(log), ShowState::Normal));
+    EXPECT_TRUE(shell().open(asScriptsWriteIt(peer()), u"\"%1\" arguments x"_s.arg(log), ShowState::Normal));
     EXPECT_EQ(answer(u"said"_s), u"arguments <x>");
 }
 
@@ -184,8 +184,8 @@ TEST_F(ShellPort, readsWhereAShortcutPoints)
     constexpr quint32 infoHeader = 0x1C;
     const auto volumeEnd = infoHeader + static_cast<quint32>(volume.size());
     const auto suffix = volumeEnd + static_cast<quint32>(target.size()) + 1;
-    const QByteArray info = number(infoHeader) + number(1) + number(infoHeader) + number(volumeEnd) + number(0)
-        + number(suffix) + volume + target + '\0' + '\0';
+    const QByteArray info = number(infoHeader) + number(1) + number(infoHeader) + number(volumeEnd)
+        + number(0) + number(suffix) + volume + target + '\0' + '\0';
     const QByteArray link = number(0x4C) + QByteArray::fromHex("0114020000000000C000000000000046") + number(2)
         + QByteArray(36, '\0') + number(1) + QByteArray(12, '\0')
         + number(static_cast<quint32>(info.size() + 4)) + info;

@@ -54,8 +54,7 @@ protected:
     {
         window->forget();
         press(modifiers, key);
-        return waitUntil(
-            [&] { return !window->seen({u"key down %1"_s.arg(int(key), 0, 16)}).isEmpty(); });
+        return waitUntil([&] { return !window->seen({u"key down %1"_s.arg(int(key), 0, 16)}).isEmpty(); });
     }
 
     std::unique_ptr<PeerWindow> window;
@@ -131,8 +130,7 @@ TEST_F(HotkeyPressed, isGivenBack)
 
 TEST_F(HotkeyPressed, ofAnotherProgramIsRefused)
 {
-    auto other = start(
-        {u"hold"_s, QString::number(GlobalHotkey::Control), QString::number(int('M'))});
+    auto other = start({u"hold"_s, QString::number(GlobalHotkey::Control), QString::number(int('M'))});
     ASSERT_TRUE(waitUntil([&] { return !other->answer(u"holds"_s).isNull(); }));
     ASSERT_EQ(other->answer(u"holds"_s), u"yes");
 

@@ -110,8 +110,7 @@ TEST_F(KeyboardPort, makesNoDifferenceOfTheTwinWhereALetterHasNone)
 {
     keyboard().keyEvent('A', Keyboard::ExtendedKey);
     keyboard().keyEvent('A', Keyboard::ExtendedKey | Keyboard::KeyUp);
-    EXPECT_EQ(
-        events(*window, {u"key"_s}, 2, 5), (QStringList{u"key down 41 0 a"_s, u"key up 41 0 a"_s}));
+    EXPECT_EQ(events(*window, {u"key"_s}, 2, 5), (QStringList{u"key down 41 0 a"_s, u"key up 41 0 a"_s}));
 }
 
 TEST_F(KeyboardPort, takesCodesThatNameNoKey)
@@ -135,8 +134,7 @@ TEST_F(KeyboardPort, letsGoOfWhatItPressed)
     window->forget();
     keyboard().releaseAll();
     tap('A');
-    EXPECT_EQ(
-        events(*window, {u"key"_s}, 2, 5), (QStringList{u"key down 41 0 a"_s, u"key up 41 0 a"_s}));
+    EXPECT_EQ(events(*window, {u"key"_s}, 2, 5), (QStringList{u"key down 41 0 a"_s, u"key up 41 0 a"_s}));
 }
 
 } // namespace plum::contract

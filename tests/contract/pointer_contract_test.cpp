@@ -118,8 +118,8 @@ TEST_F(PointerEvents, keepTheirOrderWithTheKeyboard)
     tap('A');
     platform->keyboard().keyEvent(17, Keyboard::KeyUp);
     EXPECT_EQ(events(*window, {u"key"_s, u"button"_s}, 6, 2),
-        (QStringList{u"key down"_s, u"button down"_s, u"button up"_s, u"key down"_s, u"key up"_s,
-            u"key up"_s}));
+        (QStringList{
+            u"key down"_s, u"button down"_s, u"button up"_s, u"key down"_s, u"key up"_s, u"key up"_s}));
 }
 
 TEST_F(PointerEvents, doNotWaitForTheReceiver)

@@ -51,8 +51,8 @@ private:
             for (int x = area.left(); x <= area.right(); ++x) {
                 const QPoint fromTopLeft = QPoint(x, y) - area.topLeft();
                 const QPoint fromBottomRight = area.bottomRight() - QPoint(x, y);
-                screen.pixels[static_cast<size_t>(y * screenSize.width() + x)]
-                    = square.contains(fromTopLeft)   ? topLeftCorner
+                screen.pixels[static_cast<size_t>(y * screenSize.width() + x)] = square.contains(fromTopLeft)
+                    ? topLeftCorner
                     : square.contains(fromBottomRight) ? bottomRightCorner
                                                        : background;
             }
@@ -68,7 +68,8 @@ constexpr const char *noPrograms
     = "No other program takes part; every call is written down and asserted in the tests of the commands.";
 constexpr const char *noTime = "No real time passes: a timer is due when the test says so.";
 constexpr const char *noFiles = "Paths are only rewritten; no file of the disk is looked up.";
-constexpr const char *ownCodec = "Latin-1 stands in for GB2312, so that a test sees which encoding was asked for.";
+constexpr const char *ownCodec
+    = "Latin-1 stands in for GB2312, so that a test sees which encoding was asked for.";
 constexpr const char *noEngine = "An evaluation gives the answer that the test has set.";
 
 constexpr std::array table{

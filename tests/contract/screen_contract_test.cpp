@@ -38,7 +38,8 @@ TEST_F(ScreenPort, copiesEveryPixelOfAWindow)
     const QRect inside = window->inside();
     const Capture capture = screen().capture(inside);
     ASSERT_EQ(capture.size, inside.size());
-    ASSERT_EQ(capture.pixels.size(), static_cast<size_t>(inside.width()) * static_cast<size_t>(inside.height()));
+    ASSERT_EQ(
+        capture.pixels.size(), static_cast<size_t>(inside.width()) * static_cast<size_t>(inside.height()));
     int wrong = 0;
     for (int y = 0; y < inside.height(); ++y) {
         for (int x = 0; x < inside.width(); ++x) {
@@ -74,7 +75,9 @@ TEST_F(ScreenPort, whatLiesOffTheDesktopIsBlack)
     platform->windows().moveTo(window->handle(), {-100, 100});
     const QRect all = screen().desktop();
     const int row = platform->windows().rectangle(window->handle()).center().y();
-    ASSERT_TRUE(waitUntil([&] { return pixel(screen().capture({all.left(), row, 1, 1}), 0, 0) == PeerWindow::background; }));
+    ASSERT_TRUE(waitUntil([&] {
+        return pixel(screen().capture({all.left(), row, 1, 1}), 0, 0) == PeerWindow::background;
+    }));
 
     const Capture edge = screen().capture({all.left() - 5, row, 8, 1});
     ASSERT_EQ(edge.size, QSize(8, 1));
@@ -108,8 +111,8 @@ TEST_F(ScreenPort, goesOnAfterASmallCapture)
     ASSERT_EQ(capture.size, all.size());
     const QPoint corner = window->inside().topLeft() - all.topLeft();
     EXPECT_EQ(pixel(capture, corner.x(), corner.y()), PeerWindow::topLeftCorner);
-    EXPECT_EQ(pixel(screen().capture({window->inside().topLeft(), QSize(1, 1)}), 0, 0),
-        PeerWindow::topLeftCorner);
+    EXPECT_EQ(
+        pixel(screen().capture({window->inside().topLeft(), QSize(1, 1)}), 0, 0), PeerWindow::topLeftCorner);
 }
 
 } // namespace plum::contract

@@ -55,8 +55,12 @@ TEST_F(TextCodecPort, writesAQuestionMarkForWhatTheEncodingLacks)
 
 TEST_F(TextCodecPort, leavesTheMarkOfUtf8OutOfTheText)
 {
-    EXPECT_EQ(codec().fromSystem("\xEF\xBB\xBF" "a"), u"a");
-    EXPECT_EQ(codec().fromUtf8("\xEF\xBB\xBF" "a"), u"a");
+    EXPECT_EQ(codec().fromSystem("\xEF\xBB\xBF"
+                                 "a"),
+        u"a");
+    EXPECT_EQ(codec().fromUtf8("\xEF\xBB\xBF"
+                               "a"),
+        u"a");
 }
 
 TEST_F(TextCodecPort, readsUtf8WithAMarkAsTheSystemsText)
@@ -68,7 +72,8 @@ TEST_F(TextCodecPort, readsUtf8)
 {
     EXPECT_EQ(codec().fromUtf8("caf\xC3\xA9 \xE4\xB8\xAD\xF0\x9F\x98\x80"), u"café 中\U0001F600");
     EXPECT_EQ(codec().fromUtf8(QByteArray()), QString());
-    const QString broken = codec().fromUtf8("a\xFF" "b");
+    const QString broken = codec().fromUtf8("a\xFF"
+                                            "b");
     EXPECT_EQ(broken, u"a\uFFFDb");
 }
 
@@ -154,8 +159,7 @@ TEST_F(JavaScriptPort, letsTheInterfaceLive)
     QTimer ticking;
     QObject::connect(&ticking, &QTimer::timeout, [&] { ++ticks; });
     ticking.start(5);
-    EXPECT_EQ(
-        valueOf(u"var end = new Date().getTime() + 400; while (new Date().getTime() < end) ; 'done'"_s),
+    EXPECT_EQ(valueOf(u"var end = new Date().getTime() + 400; while (new Date().getTime() < end) ; 'done'"_s),
         u"done");
     EXPECT_GE(ticks, 5);
 }

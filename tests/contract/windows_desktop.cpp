@@ -7,7 +7,8 @@ namespace plum::contract {
 namespace {
 
 constexpr std::array table{
-    Exception{"WindowsPort.aHiddenWindowHasNoTitleToBeFoundBy", "The system finds a hidden window by its title too."},
+    Exception{"WindowsPort.aHiddenWindowHasNoTitleToBeFoundBy",
+        "The system finds a hidden window by its title too."},
     Exception{"WindowsOnScreen.isUnderThePointerWithItsTitleBar",
         "Under Wine the title bar is the window manager's and nobody's for the pointer."},
 };

@@ -65,13 +65,14 @@ private:
 
 TEST_F(PrivateProfile, isReadAsTheSystemReadsIt)
 {
-    for (const QByteArray text : {"[hotkey]\r\nhotkey=Ctrl+Q\r\n", "[HotKey]\r\nHOTKEY=Alt+A",
-             " \t[hotkey] \r\n  hotkey \t=  Alt+A \t\r\n", "[hotkey]\r\nhotkey=\" a \"\r\n",
-             "[hotkey]\r\nhotkey='a'\r\n", "[hotkey]\r\nhotkey=\"\"a\"\"\r\n", "[hotkey]\r\nhotkey=\"a'\r\n",
-             "[hotkey]\r\nhotkey=\"\r\n", "[other]\r\nhotkey=x\r\n", "[hotkey]\r\nother=x\r\n", "hotkey=x\r\n",
-             "", "[hotkey]\r\nhotkey=\r\n", "[hotkey]\r\nhotkey=a=b\r\n", "[hotkey]\nhotkey=one\n",
-             "[hotkey]\r\n;hotkey=comment\r\nhotkey=value\r\n", "[hotkey]\r\nhotkey=1\r\nhotkey=2\r\n",
-             "[a]\r\nhotkey=1\r\n[hotkey]\r\nhotkey=2\r\n[hotkey]\r\nhotkey=3\r\n"}) {
+    for (const QByteArray text :
+        {"[hotkey]\r\nhotkey=Ctrl+Q\r\n", "[HotKey]\r\nHOTKEY=Alt+A",
+            " \t[hotkey] \r\n  hotkey \t=  Alt+A \t\r\n", "[hotkey]\r\nhotkey=\" a \"\r\n",
+            "[hotkey]\r\nhotkey='a'\r\n", "[hotkey]\r\nhotkey=\"\"a\"\"\r\n", "[hotkey]\r\nhotkey=\"a'\r\n",
+            "[hotkey]\r\nhotkey=\"\r\n", "[other]\r\nhotkey=x\r\n", "[hotkey]\r\nother=x\r\n", "hotkey=x\r\n",
+            "", "[hotkey]\r\nhotkey=\r\n", "[hotkey]\r\nhotkey=a=b\r\n", "[hotkey]\nhotkey=one\n",
+            "[hotkey]\r\n;hotkey=comment\r\nhotkey=value\r\n", "[hotkey]\r\nhotkey=1\r\nhotkey=2\r\n",
+            "[a]\r\nhotkey=1\r\n[hotkey]\r\nhotkey=2\r\n[hotkey]\r\nhotkey=3\r\n"}) {
         put(text);
         EXPECT_EQ(profileValue(content(), u"hotkey", u"hotkey", codec()), bySystem(u"hotkey"_s, u"hotkey"_s))
             << text.toStdString();

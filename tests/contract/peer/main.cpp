@@ -14,13 +14,12 @@
 
 // Another program on the same desktop. The first argument is the file for what it has to say, the second its
 // task:
-//   window TITLE X,Y,W,H    shows a window and writes down what reaches it; the key H makes it hang for a while
-//   copy FILE               puts the file's text on the clipboard, by Qt, and stays
-//   leave FILE              the same through the port, and ends as plum does
-//   paste                   says what is on the clipboard, by Qt, and ends
-//   hold MODIFIERS KEY      holds a hotkey, through the port
-//   arguments ...           says its arguments, each in brackets, and ends
-//   command-line ...        says what follows these two words on its command line, which may be one argument
+//   window TITLE X,Y,W,H    shows a window and writes down what reaches it; the key H makes it hang for a
+//   while copy FILE               puts the file's text on the clipboard, by Qt, and stays leave FILE the same
+//   through the port, and ends as plum does paste                   says what is on the clipboard, by Qt, and
+//   ends hold MODIFIERS KEY      holds a hotkey, through the port arguments ...           says its arguments,
+//   each in brackets, and ends command-line ...        says what follows these two words on its command line,
+//   which may be one argument
 
 using namespace Qt::StringLiterals;
 using plum::contract::PeerWindow;
@@ -69,7 +68,8 @@ private:
         const auto asText = [](const QRect &r) {
             return u"%1,%2,%3,%4"_s.arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
         };
-        const QString now = u"frame "_s + asText(plum::contract::outerFrame(*this)) + u"\ninside "_s + asText(geometry());
+        const QString now
+            = u"frame "_s + asText(plum::contract::outerFrame(*this)) + u"\ninside "_s + asText(geometry());
         if (std::exchange(m_said, now) != now)
             m_log.write(now);
     }
@@ -91,7 +91,8 @@ int main(int argc, char **argv)
 {
     const QString line = plum::commandLine(argc, argv);
     if (const QString mark = u" command-line "_s; line.contains(mark)) {
-        EventLog(line.section(mark, 0, 0), EventLog::KeyNames::Portable).write(u"line "_s + line.section(mark, 1));
+        EventLog(line.section(mark, 0, 0), EventLog::KeyNames::Portable)
+            .write(u"line "_s + line.section(mark, 1));
         return 0;
     }
 
