@@ -224,7 +224,8 @@ TEST(FileRead, APipeDoesNotStopTheScript)
     ScriptBench bench;
     TemporaryFiles files;
     const QString pipe = files.folder() + u"/pipe"_s;
-    ASSERT_EQ(std::system(("mkfifo " + pipe.toStdString()).c_str()), 0);
+    if (std::system(("mkfifo " + pipe.toStdString()).c_str()) != 0)
+        GTEST_SKIP() << "This system has no pipes in its folders.";
     EXPECT_EQ(resultOf(bench, u"file.read \"%1\",\"\",\"x\""_s.arg(pipe)), QString());
 }
 
@@ -334,7 +335,10 @@ TEST_F(FolderOpTest, DelfoldKeepsTheLibraryAndWhatIsOutside)
 
 TEST_F(FolderOpTest, DelfoldOfALinkKeepsWhatItPointsTo)
 {
-    QFile::link(files.folder() + u"/outside"_s, files.folder() + u"/config/apps/linked"_s);
+    const QString link = files.folder() + u"/config/apps/linked"_s;
+    QFile::link(files.folder() + u"/outside"_s, link);
+    if (!QFileInfo(link).isSymbolicLink())
+        GTEST_SKIP() << "Qt makes shortcuts on this system, not links.";
     plum::FolderOp(u"delfold"_s, files.folder() + u"\\config\\apps\\linked"_s, paths);
     EXPECT_FALSE(exists(u"config/apps/linked"_s));
     EXPECT_TRUE(exists(u"outside/keep.txt"_s));

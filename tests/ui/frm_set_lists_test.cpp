@@ -294,14 +294,15 @@ TEST_F(FrmSetTest, aDroppedPackageCanReplaceTheExistingApp)
 
 TEST_F(FrmSetTest, filesDroppedOnTheEditorAddALineEach)
 {
-    platform.shell().shortcuts.insert(u"/tmp/b.lnk"_s, u"C:\\b.exe"_s);
+    platform.shell().shortcuts.insert(QDir::toNativeSeparators(u"/tmp/b.lnk"_s), u"C:\\b.exe"_s);
     addApps({u"note"_s});
     start();
     rightClick("List", 0);
     listAction("editok")->trigger();
     QList<QUrl> urls{QUrl::fromLocalFile(u"/tmp/a.txt"_s), QUrl::fromLocalFile(u"/tmp/b.lnk"_s)};
     drop(viewport("Text4"), urls);
-    EXPECT_EQ(find<ScriptEditor>("Text4")->script(), u"note.down \"note\"\r\n/tmp/a.txt\r\nC:\\b.exe\r\n"_s);
+    EXPECT_EQ(find<ScriptEditor>("Text4")->script(),
+        u"note.down \"note\"\r\n%1\r\nC:\\b.exe\r\n"_s.arg(QDir::toNativeSeparators(u"/tmp/a.txt"_s)));
 }
 
 TEST_F(FrmSetTest, aThousandFilesDroppedOnTheEditorAddAThousandLines)
@@ -317,12 +318,12 @@ TEST_F(FrmSetTest, aThousandFilesDroppedOnTheEditorAddAThousandLines)
 
 TEST_F(FrmSetTest, aFileDroppedOnTheKeywordBoxBecomesTheDroppedFile)
 {
-    platform.shell().shortcuts.insert(u"/tmp/x.lnk"_s, u"C:\\x.exe"_s);
+    platform.shell().shortcuts.insert(QDir::toNativeSeparators(u"/tmp/x.lnk"_s), u"C:\\x.exe"_s);
     start();
     drop(text8(), {QUrl::fromLocalFile(u"/tmp/x.lnk"_s), QUrl::fromLocalFile(u"/tmp/y"_s)});
     EXPECT_EQ(state.droppedPath, u"C:\\x.exe"_s);
     drop(text8(), {QUrl::fromLocalFile(u"/tmp/plain.txt"_s)});
-    EXPECT_EQ(state.droppedPath, u"/tmp/plain.txt"_s);
+    EXPECT_EQ(state.droppedPath, QDir::toNativeSeparators(u"/tmp/plain.txt"_s));
     EXPECT_EQ(typed(), QString());
 }
 

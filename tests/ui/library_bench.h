@@ -1,8 +1,6 @@
 #pragma once
 
 #include "engine/launcher.h"
-#include "platform/x11/file_paths.h"
-#include "platform/x11/linux_text_codec.h"
 #include "support/recording/recording_platform.h"
 #include "ui/app_library.h"
 #include "ui/app_list_file.h"
@@ -107,14 +105,22 @@ public:
 
     ProgramFolder folder;
     Log log;
-    FilePaths paths{folder.path() + QStringLiteral("/plum")};
-    LinuxTextCodec codec;
+    RecordingPaths paths = below(folder);
+    RecordingTextCodec codec;
     RecordingShell shell{log};
     RecordingDialogs dialogs{log};
     RecordingUnpacker unpacker{log};
     AppLists lists;
     AppListFile listFile{paths, codec};
     AppLibrary appLibrary{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
+
+private:
+    static RecordingPaths below(const ProgramFolder &folder)
+    {
+        RecordingPaths paths;
+        paths.folder = folder.path();
+        return paths;
+    }
 };
 
 } // namespace plum::recording

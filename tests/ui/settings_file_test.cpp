@@ -1,5 +1,6 @@
 #include "ui/settings_file.h"
 
+#include "platform/x11/file_paths.h"
 #include "platform/x11/linux_text_codec.h"
 #include "ui/library_bench.h"
 
