@@ -86,7 +86,7 @@ void Hands::doubleClick(QPoint point)
     click(point);
 }
 
-void Hands::drag(QPoint from, QPoint to)
+void Hands::pull(QPoint from, QPoint to)
 {
     constexpr int steps = 12;
     moveTo(from);
@@ -95,6 +95,11 @@ void Hands::drag(QPoint from, QPoint to)
         QThread::msleep(handPace);
         moveTo(from + (to - from) * step / steps);
     }
+}
+
+void Hands::drag(QPoint from, QPoint to)
+{
+    pull(from, to);
     QThread::msleep(handPace);
     release();
 }

@@ -28,7 +28,10 @@ public:
     void click(QPoint point, Button button = Left);
     void doubleClick(QPoint point);
 
-    // Presses at `from`, moves in small steps and releases at `to`.
+    // Presses at `from` and moves in small steps to `to`.
+    void pull(QPoint from, QPoint to);
+
+    // The same, and lets go there.
     void drag(QPoint from, QPoint to);
 
     // A key with its modifiers, e.g. "Return" or "alt+z".

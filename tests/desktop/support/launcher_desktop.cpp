@@ -16,10 +16,8 @@ void LauncherDesktop::prepare(const QString &windowManager)
     write(u"config/load/set.ini"_s, "[hotkey]\r\nhotkey=Alt+Z\r\n");
 
     // The desktop's way to open things is a program that writes down what it is given.
-    write(u"bin/xdg-open"_s,
+    writeProgram(u"bin/xdg-open"_s,
         "#!/bin/sh\nprintf '%s\\n' \"$1\" >> '" + QFile::encodeName(programFolder()) + "/opened.txt'\n");
-    QFile::setPermissions(
-        programFolder() + u"/bin/xdg-open"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 void LauncherDesktop::TearDown()
@@ -38,6 +36,13 @@ void LauncherDesktop::write(const QString &name, const QByteArray &content)
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(content);
+}
+
+void LauncherDesktop::writeProgram(const QString &name, const QByteArray &content)
+{
+    write(name, content);
+    ASSERT_TRUE(QFile::setPermissions(
+        programFolder() + u'/' + name, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 }
 
 void LauncherDesktop::writeApp(const QString &keyword, const QStringList &lines)
@@ -92,12 +97,30 @@ void LauncherDesktop::expectGoodEnd()
     EXPECT_EQ(m_launcher.exitCode(), 0);
 }
 
+bool LauncherDesktop::hasFocus(const QString &path)
+{
+    const Control control = see(path);
+    return control.focus && view->hasKeyboard(see(control.window + u'/' + control.window).id);
+}
+
+QString LauncherDesktop::focused()
+{
+    for (const Control &each : m_eyes->look()) {
+        if (each.focus)
+            return each.window + u'/' + each.name;
+    }
+    return {};
+}
+
+// A place holds when the server has the window where the program believes it to be, twice in a row.
 Control LauncherDesktop::stillControl(const QString &path)
 {
     Control last;
     const bool found = eventually([&] {
         const Control now = see(path);
-        const bool isStill = now.shown && now.place == last.place && now.rows == last.rows;
+        const Control window = see(now.window + u'/' + now.window);
+        const bool isStill = now.shown && now.place == last.place && now.rows == last.rows
+            && view->isViewable(window.id) && view->clientRectangle(window.id) == window.place;
         last = now;
         return isStill;
     });
@@ -108,6 +131,12 @@ Control LauncherDesktop::stillControl(const QString &path)
 void LauncherDesktop::click(const QString &path, Hands::Button button)
 {
     hands->click(stillControl(path).middle(), button);
+}
+
+void LauncherDesktop::clickInto(const QString &path)
+{
+    click(path);
+    EXPECT_TRUE(getsFocus(path)) << path.toStdString();
 }
 
 QPoint LauncherDesktop::rowOf(const QString &path, const QString &item)

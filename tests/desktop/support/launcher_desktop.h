@@ -22,6 +22,8 @@ protected:
     // Writes a file below the program folder.
     void write(const QString &name, const QByteArray &content);
 
+    void writeProgram(const QString &name, const QByteArray &content);
+
     // An app whose script has these lines.
     void writeApp(const QString &keyword, const QStringList &lines = {});
 
@@ -46,7 +48,10 @@ protected:
     // By "window/name".
     Control see(const QString &path) { return m_eyes->see(path); }
     bool isShown(const QString &path) { return see(path).shown; }
-    bool hasFocus(const QString &path) { return see(path).focus; }
+
+    // Both the program and the server say so: then keys go there.
+    bool hasFocus(const QString &path);
+    QString focused(); // the path of what has the keyboard
     QString textOf(const QString &path) { return see(path).text; }
 
     // Wait until it is so.
@@ -73,6 +78,9 @@ protected:
 
     // Waits until the control is shown and still, and clicks into its middle.
     void click(const QString &path, Hands::Button button = Hands::Left);
+
+    // The same, and waits until the control has the keyboard.
+    void clickInto(const QString &path);
 
     // The middle of the row with that text, once it is shown and still.
     QPoint rowOf(const QString &path, const QString &item);

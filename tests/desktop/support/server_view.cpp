@@ -154,6 +154,13 @@ bool ServerView::hasWindowNamed(const QByteArray &title)
         [&](xcb_window_t window) { return titleOf(window) == title; });
 }
 
+bool ServerView::hasKeyboard(xcb_window_t window)
+{
+    const auto focus
+        = owned(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    return focus && focus->focus == window;
+}
+
 QByteArray ServerView::classWithKeyboard()
 {
     const std::vector<uint32_t> active = numbers(m_root, "_NET_ACTIVE_WINDOW");
@@ -239,15 +246,28 @@ std::vector<int> ServerView::keysDown()
     return keys;
 }
 
-bool ServerView::isKeyTaken(char letter, uint16_t modifiers)
+xcb_keycode_t ServerView::keyOf(char letter)
 {
     const std::vector<xcb_keysym_t> symbols = keyboardMap();
     const auto place = std::ranges::find(symbols, static_cast<xcb_keysym_t>(letter));
     const xcb_setup_t *setup = xcb_get_setup(m_connection);
     const auto keys = static_cast<size_t>(setup->max_keycode - setup->min_keycode + 1);
     const size_t symbolsPerKey = symbols.size() / keys;
-    const auto key = static_cast<xcb_keycode_t>(
+    return static_cast<xcb_keycode_t>(
         setup->min_keycode + static_cast<size_t>(place - symbols.begin()) / symbolsPerKey);
+}
+
+bool ServerView::takeKey(char letter, uint16_t modifiers)
+{
+    return owned(xcb_request_check(m_connection,
+               xcb_grab_key_checked(m_connection, 0, m_root, modifiers, keyOf(letter), XCB_GRAB_MODE_ASYNC,
+                   XCB_GRAB_MODE_ASYNC)))
+        == nullptr;
+}
+
+bool ServerView::isKeyTaken(char letter, uint16_t modifiers)
+{
+    const xcb_keycode_t key = keyOf(letter);
     // Nobody else may find the key taken by this look.
     xcb_grab_server(m_connection);
     const xcb_void_cookie_t trial = xcb_grab_key_checked(

@@ -44,6 +44,9 @@ public:
     // Whether a window of exactly this title has been made, shown or not, framed or not yet.
     bool hasWindowNamed(const QByteArray &title);
 
+    // Whether the keyboard's input goes to this very window.
+    bool hasKeyboard(xcb_window_t window);
+
     // The class of the active window, once the keyboard's input really goes there; empty otherwise.
     QByteArray classWithKeyboard();
 
@@ -66,6 +69,9 @@ public:
     // Whether another program has taken the key of a letter with these modifiers for itself.
     bool isKeyTaken(char letter, uint16_t modifiers);
 
+    // Takes it, as another program would; until this object's end.
+    bool takeKey(char letter, uint16_t modifiers);
+
     // Every symbol of every key.
     std::vector<xcb_keysym_t> keyboardMap();
     int layoutGroup();
@@ -75,6 +81,7 @@ private:
     std::vector<uint32_t> numbers(xcb_window_t window, const char *property);
     xcb_atom_t atom(const char *name);
     QByteArray titleOf(xcb_window_t window);
+    xcb_keycode_t keyOf(char letter);
     xcb_window_t frameOf(xcb_window_t window);
 
     xcb_connection_t *m_connection;
