@@ -50,6 +50,9 @@ public:
     // making a tray icon waits for it.
     virtual void whenTrayAnswers(std::function<void()> then) = 0;
 
+    // Whether the system has a registry of components, which its program `regsvr32` writes.
+    virtual bool registersComponents() const = 0;
+
     // Gives back what this process holds of the desktop: pressed keys and buttons are released, clipboard
     // text is handed on. Called once, right before the process ends in any orderly way.
     virtual void releaseDesktop() = 0;

@@ -3,6 +3,7 @@
 #include "ui/launcher_ui.h"
 
 #include "engine/run_state.h"
+#include "platform/paths.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
 #include "ui/edit_panel.h"
@@ -51,6 +52,11 @@ void LauncherUi::choose(MenuCommand command)
         break;
     case MenuCommand::guanbi:
         endProcess();
+        break;
+    case MenuCommand::fixit:
+        m.platform.shell().open(u"regsvr32"_s,
+            m.platform.paths().programFolder() + u"\\config\\settings\\fix\\COMDLG32.OCX /s"_s,
+            ShowState::Minimised);
         break;
     case MenuCommand::about:
         openPage(m.sites.product + u"/plum/index.html?v=0.01"_s);

@@ -128,7 +128,7 @@ void LauncherUi::connectWindow()
 sett &LauncherUi::menus()
 {
     if (!m_menus) {
-        m_menus = std::make_unique<sett>();
+        m_menus = std::make_unique<sett>(m.platform.registersComponents());
         m_menus->setTheme(m_window->theme());
         connect(m_window.get(), &BorderlessWindow::themeChanged, m_menus.get(), &sett::setTheme);
         connect(m_menus.get(), &sett::commandChosen, this, &LauncherUi::choose);

@@ -42,6 +42,7 @@ constexpr std::array items{
     Item{"delthis", QT_TRANSLATE_NOOP("plum::sett", "Delete"), MenuCommand::delthis, AppList, true},
     Item{"addnew", QT_TRANSLATE_NOOP("plum::sett", "New app"), MenuCommand::addnew, Settings | AppList, true},
     Item{"rjsz", QT_TRANSLATE_NOOP("plum::sett", "Hotkey"), MenuCommand::rjsz, Tray | Settings, false},
+    Item{"fixit", QT_TRANSLATE_NOOP("plum::sett", "Repair dialogs"), MenuCommand::fixit, Settings},
     Item{"gfwz", QT_TRANSLATE_NOOP("plum::sett", "Product page"), MenuCommand::gfwz, Tools},
     Item{"discuss", QT_TRANSLATE_NOOP("plum::sett", "Discussion"), MenuCommand::discuss, Tools},
     Item{"funcstore", QT_TRANSLATE_NOOP("plum::sett", "Wishes"), MenuCommand::funcstore, Tools},
@@ -53,7 +54,8 @@ constexpr std::array items{
 
 } // namespace
 
-sett::sett()
+sett::sett(bool registersComponents)
+    : m_registersComponents(registersComponents)
 {
     cd.setObjectName(u"cd"_s);
     mmmm.setObjectName(u"mmmm"_s);
@@ -77,7 +79,7 @@ sett::~sett()
 void sett::fill(QMenu &menu, quint32 which)
 {
     for (const Item &item : items) {
-        if (!(item.menus & which))
+        if (!(item.menus & which) || (item.command == MenuCommand::fixit && !m_registersComponents))
             continue;
         if (item.startsGroup && !menu.isEmpty())
             menu.addSeparator();

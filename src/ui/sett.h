@@ -23,6 +23,7 @@ enum class MenuCommand {
     yctp, // hides the launcher
     tuichu, // exits through the launcher's exit routine
     guanbi, // ends the process at once
+    fixit, // registers the component that scripts' dialogs want
     about, // the product's home page
     gfwz, // the product page
     offs, // the product page
@@ -37,7 +38,8 @@ class sett final : public QObject
     Q_OBJECT
 
 public:
-    sett();
+    // `registersComponents`: the system can do what `fixit` asks for; elsewhere the item is left out.
+    explicit sett(bool registersComponents);
     ~sett() override;
     Q_DISABLE_COPY_MOVE(sett)
 
@@ -59,6 +61,8 @@ Q_SIGNALS:
 
 private:
     void fill(QMenu &menu, quint32 which);
+
+    bool m_registersComponents;
 
     std::unique_ptr<QSystemTrayIcon> m_tray;
 };

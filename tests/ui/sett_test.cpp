@@ -83,6 +83,23 @@ TEST_F(SettTest, addnewForgetsWhatWasTypedBefore)
     EXPECT_EQ(find<ScriptEditor>("Text4")->script(), QString());
 }
 
+TEST_F(SettTest, fixitIsLeftOutWhereTheSystemRegistersNoComponents)
+{
+    start();
+    EXPECT_EQ(menu("mmmm")->findChild<QAction *>("fixit"), nullptr);
+}
+
+TEST_F(SettTest, fixitRegistersTheDialogComponentSilently)
+{
+    platform.hasComponents = true;
+    start();
+    platform.log.clear();
+    choose("mmmm", "fixit");
+    EXPECT_EQ(platform.log.lines(),
+        QStringList(u"open regsvr32|%1\\config\\settings\\fix\\COMDLG32.OCX /s|6"_s.arg(
+            platform.paths().programFolder())));
+}
+
 TEST_F(SettTest, editokShowsTheScriptAndSavesIt)
 {
     folder.addApp(u"a"_s, "one\r\ntwo\r\n");

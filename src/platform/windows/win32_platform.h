@@ -41,6 +41,7 @@ public:
         m_endRequests.get(m_window.get(), std::move(end));
     }
     void whenTrayAnswers(std::function<void()> then) override { then(); }
+    bool registersComponents() const override { return true; }
     void releaseDesktop() override;
 
 private:

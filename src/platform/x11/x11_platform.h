@@ -44,6 +44,7 @@ public:
 
     void onEndRequested(std::function<void()> end) override { m_signals.get(std::move(end)); }
     void whenTrayAnswers(std::function<void()> then) override { whenTrayHostAnswers(then); }
+    bool registersComponents() const override { return false; }
     void releaseDesktop() override;
 
 private:

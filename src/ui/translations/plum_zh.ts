@@ -205,6 +205,10 @@
         <translation>讨论</translation>
     </message>
     <message>
+        <source>Repair dialogs</source>
+        <translation>修复对话框</translation>
+    </message>
+    <message>
         <source>Wishes</source>
         <translation>许愿</translation>
     </message>

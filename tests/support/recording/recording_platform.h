@@ -343,6 +343,9 @@ public:
     RecordingWindows &windows() override { return m_windows; }
     void onEndRequested(std::function<void()> end) override { endRequested = std::move(end); }
     void whenTrayAnswers(std::function<void()> then) override { then(); }
+    bool registersComponents() const override { return hasComponents; }
+
+    bool hasComponents = false;
     void releaseDesktop() override;
 
     Log log;
