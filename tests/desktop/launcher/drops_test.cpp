@@ -39,8 +39,9 @@ protected:
                     .arg(sourceArea.width())
                     .arg(sourceArea.height())});
         ASSERT_TRUE(eventually([&] { return view->windowTitled("Drag source") != XCB_NONE; }));
-        ASSERT_TRUE(eventually(
-            [&] { return view->clientRectangle(view->windowTitled("Drag source")).size() == sourceArea.size(); }));
+        ASSERT_TRUE(eventually([&] {
+            return view->clientRectangle(view->windowTitled("Drag source")).size() == sourceArea.size();
+        }));
     }
 
     // Drags these addresses to the control, which takes them.
@@ -201,7 +202,8 @@ TEST_F(DropsTest, aFileOnTheKeywordBoxIsForTheScript)
         drop(files, u"frmSet/Text8"_s);
         clickInto(u"frmSet/Text8"_s);
         hands->key(u"Return"_s);
-        EXPECT_TRUE(eventually([&] { return results() == value.toUtf8() + "\r\n"; })) << results().toStdString();
+        EXPECT_TRUE(eventually([&] { return results() == value.toUtf8() + "\r\n"; }))
+            << results().toStdString();
         QFile::remove(programFolder() + u"/result.txt"_s);
         EXPECT_EQ(textOf(u"frmSet/Text8"_s), u"dropped"_s);
     };
