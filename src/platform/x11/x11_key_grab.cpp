@@ -99,8 +99,8 @@ void X11KeyGrab::letGo()
         return;
     for (const uint16_t each : m_modifiers)
         xcb_ungrab_key(m_connection.xcb(), m_key, m_connection.root(), each);
-    if (m_phase != Phase::Waiting)
-        xcb_ungrab_keyboard(m_connection.xcb(), XCB_CURRENT_TIME);
+    // A press may have frozen the keyboard without having been read yet.
+    xcb_ungrab_keyboard(m_connection.xcb(), XCB_CURRENT_TIME);
     m_connection.sync(); // the keys are free for others from now on
     m_key = 0;
     m_modifiers.clear();

@@ -237,9 +237,8 @@ TEST_F(AppMenuTest, withoutASelectedAppNothingIsLost)
     write(u"config/load/config.txt"_s, "alpha\r\n");
     startLauncher();
     // Under the last row no app is.
-    const auto openMenu = [&] {
-        hands->click(see(u"frmSet/List"_s).place.bottomLeft() + QPoint(60, -20), Hands::Right);
-    };
+    const auto openMenu
+        = [&] { hands->click(see(u"frmSet/List"_s).place.bottomLeft() + QPoint(60, -20), Hands::Right); };
     openMenu();
     click(u"list2you/openthisfold"_s);
     EXPECT_TRUE(eventually([&] { return opened().size() == 1; }));

@@ -47,8 +47,8 @@ TEST_F(HotkeyWindowTest, showsTheSavedHotkeyAndChoosesAnother)
     for (char letter = 'A'; letter <= 'Z'; ++letter)
         letters += QString(QLatin1Char(letter));
     EXPECT_EQ(see(u"hotkey/cboLetter"_s).items, letters);
-    for (const auto &[option, caption] :
-        {std::pair{u"optKey0"_s, u"Alt"_s}, std::pair{u"optKey1"_s, u"Ctrl"_s}, std::pair{u"optKey2"_s, u"Shift"_s}})
+    for (const auto &[option, caption] : {std::pair{u"optKey0"_s, u"Alt"_s},
+             std::pair{u"optKey1"_s, u"Ctrl"_s}, std::pair{u"optKey2"_s, u"Shift"_s}})
         EXPECT_EQ(textOf(u"hotkey/"_s + option), caption);
 
     struct Row
@@ -86,9 +86,8 @@ TEST_F(HotkeyWindowTest, eachButtonDoesWhatItSays)
 {
     startLauncher();
     openWindow();
-    const auto expectTaken = [&](bool taken) {
-        EXPECT_TRUE(eventually([&] { return isTaken('z', XCB_MOD_MASK_1) == taken; }));
-    };
+    const auto expectTaken
+        = [&](bool taken) { EXPECT_TRUE(eventually([&] { return isTaken('z', XCB_MOD_MASK_1) == taken; })); };
     // Turn off and on.
     click(u"hotkey/Command2"_s);
     expectTaken(false);
@@ -98,8 +97,10 @@ TEST_F(HotkeyWindowTest, eachButtonDoesWhatItSays)
     // The first main button shows "OK" while the choice is open.
     EXPECT_EQ(textOf(u"hotkey/cmdMain0"_s), u"OK"_s);
     const auto expectChoice = [&](bool open) {
-        for (const QString &control : {u"optKey0"_s, u"optKey1"_s, u"optKey2"_s, u"cboLetter"_s, u"cmdMain1"_s})
-            EXPECT_TRUE(eventually([&] { return see(u"hotkey/"_s + control).enabled == open; })) << control.toStdString();
+        for (const QString &control :
+            {u"optKey0"_s, u"optKey1"_s, u"optKey2"_s, u"cboLetter"_s, u"cmdMain1"_s})
+            EXPECT_TRUE(eventually([&] { return see(u"hotkey/"_s + control).enabled == open; }))
+                << control.toStdString();
     };
     click(u"hotkey/cmdMain0"_s);
     EXPECT_TRUE(shows(u"hotkey/cmdMain0"_s, u"NO"_s));
@@ -172,7 +173,8 @@ TEST_F(HotkeyWindowTest, aNewProgramFolderHasNoHotkeyAndOffersOne)
     const QRect hint = see(u"frmSet/hint"_s).place;
     hands->click({hint.left() + 130, hint.center().y()});
     ASSERT_TRUE(appears(u"hotkey/hotkey"_s));
-    EXPECT_FALSE(see(u"hotkey/optKey0"_s).checked || see(u"hotkey/optKey1"_s).checked || see(u"hotkey/optKey2"_s).checked);
+    EXPECT_FALSE(see(u"hotkey/optKey0"_s).checked || see(u"hotkey/optKey1"_s).checked
+        || see(u"hotkey/optKey2"_s).checked);
     EXPECT_EQ(textOf(u"hotkey/cboLetter"_s), QString());
 
     click(u"hotkey/optKey1"_s);

@@ -177,8 +177,8 @@ TEST_F(KeywordBoxTest, eachPanelStandsInTheMiddleOfTheScreen)
     const auto expectCentred = [&](const QString &panel) {
         EXPECT_TRUE(eventually([&] {
             const QRect window = see(u"frmSet/frmSet"_s).place;
-            return isShown(panel) && window == see(panel).place
-                && window.x() == (1280 - window.width()) / 2 && window.y() == (900 - window.height()) / 2;
+            return isShown(panel) && window == see(panel).place && window.x() == (1280 - window.width()) / 2
+                && window.y() == (900 - window.height()) / 2;
         })) << panel.toStdString();
     };
     expectCentred(u"frmSet/okbox"_s);

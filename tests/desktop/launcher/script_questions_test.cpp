@@ -65,8 +65,9 @@ protected:
 
 TEST_P(ScriptQuestionsTest, anAnswerIsStoredAndTheScriptGoesOn)
 {
-    start(QStringList{u"input.text \"name\",\"Your name?\""_s, resultLine(u"\"name\""_s),
-              u"me.text_input \"town\",\"Your town?\""_s, resultLine(u"\"town\""_s), resultLine(u"\"name\""_s)}
+    start(
+        QStringList{u"input.text \"name\",\"Your name?\""_s, resultLine(u"\"name\""_s),
+            u"me.text_input \"town\",\"Your town?\""_s, resultLine(u"\"town\""_s), resultLine(u"\"name\""_s)}
         + log(u"end"_s));
     answerQuestion(u"Your name?"_s, u"Ann"_s);
     answerQuestion(u"Your town?"_s, u"Ulm"_s);
@@ -76,8 +77,8 @@ TEST_P(ScriptQuestionsTest, anAnswerIsStoredAndTheScriptGoesOn)
 
 TEST_P(ScriptQuestionsTest, enterInTheEntryConfirmsAndAnEmptyAnswerIsOne)
 {
-    start(QStringList{u"set.name \"before\""_s, u"input.text \"name\",\"Your name?\""_s, resultLine(u"\"name\""_s),
-              u"input.text \"name\",\"Again?\""_s, resultLine(u"\"name\""_s)});
+    start(QStringList{u"set.name \"before\""_s, u"input.text \"name\",\"Your name?\""_s,
+        resultLine(u"\"name\""_s), u"input.text \"name\",\"Again?\""_s, resultLine(u"\"name\""_s)});
     ASSERT_TRUE(getsFocus(u"shurubox/Text1"_s));
     hands->type(u"Bob"_s);
     hands->key(u"Return"_s);
@@ -105,7 +106,8 @@ TEST_P(ScriptQuestionsTest, closingATipGoesOnInTheLauncherAndEndsAScriptStart)
 
 TEST_P(ScriptQuestionsTest, closingAQuestionStoresNothing)
 {
-    start(QStringList{u"set.name \"before\""_s, u"input.text \"name\",\"Your name?\""_s, resultLine(u"\"name\""_s)});
+    start(QStringList{
+        u"set.name \"before\""_s, u"input.text \"name\",\"Your name?\""_s, resultLine(u"\"name\""_s)});
     ASSERT_TRUE(getsFocus(u"shurubox/Text1"_s));
     hands->type(u"Bob"_s);
     click(u"shurubox/Image1"_s);
@@ -144,8 +146,8 @@ TEST_P(ScriptQuestionsTest, escAndEnterOutsideTheEntryAbandon)
 
 TEST_P(ScriptQuestionsTest, aQuestionInALoopGoesOnBehindIt)
 {
-    start(QStringList{u"while.start \"count\",\"3\""_s, u"input.text \"name\",\"Name?\""_s, resultLine(u"\"name\""_s),
-              u"while.end"_s}
+    start(QStringList{u"while.start \"count\",\"3\""_s, u"input.text \"name\",\"Name?\""_s,
+              resultLine(u"\"name\""_s), u"while.end"_s}
         + log(u"end"_s));
     answerQuestion(u"Name?"_s, u"one"_s);
     expectResults("one\r\nend\r\n");

@@ -19,8 +19,8 @@ protected:
     void startTray()
     {
         server().start(m_tray, u"trayer"_s,
-            {u"--edge"_s, u"bottom"_s, u"--align"_s, u"right"_s, u"--widthtype"_s, u"request"_s, u"--height"_s,
-                u"32"_s, u"--SetDockType"_s, u"true"_s});
+            {u"--edge"_s, u"bottom"_s, u"--align"_s, u"right"_s, u"--widthtype"_s, u"request"_s,
+                u"--height"_s, u"32"_s, u"--SetDockType"_s, u"true"_s});
         ASSERT_TRUE(m_tray.waitForStarted());
     }
 

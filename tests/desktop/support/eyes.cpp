@@ -73,8 +73,11 @@ Control Eyes::see(const QString &path)
     const QString window = path.section(u'/', 0, 0);
     const QString name = path.section(u'/', 1);
     Control found;
+    const auto rank = [](const Control &control) {
+        return control.name.isEmpty() ? 0 : 1 + 2 * int(control.shown) + int(control.id != 0);
+    };
     for (const Control &each : look()) {
-        if (each.window == window && each.name == name && (each.shown || found.name.isEmpty()))
+        if (each.window == window && each.name == name && rank(each) > rank(found))
             found = each;
     }
     return found;
