@@ -2,6 +2,7 @@
 
 #include "platform/platform.h"
 #include "script_system.h"
+#include "store/answered_shell.h"
 #include "store/clipboard_channel.h"
 #include "store/loaded_store_transfers.h"
 #include "store/store_host.h"
@@ -72,6 +73,7 @@ private:
     StoreProcess m_storeWindow;
     LoadedStoreTransfers m_transfers;
     webbox m_store;
+    AnsweredShell m_shell;
     ScriptSystem m_scripts;
     SingleInstance m_instance;
 };

@@ -26,10 +26,10 @@ clsWaitableTimer::Clock clockOfSeconds()
 } // namespace
 
 ScriptSystem::ScriptSystem(
-    Platform &platform, Launcher &launcher, StorePage &storePage, const QString &executableName)
+    Platform &platform, Shell &shell, Launcher &launcher, StorePage &storePage, const QString &executableName)
     : m_files(platform.paths(), platform.textCodec())
-    , m_reader({m_state, launcher, platform.clipboard(), platform.pointer(), platform.shell(),
-          platform.paths(), m_files})
+    , m_reader(
+          {m_state, launcher, platform.clipboard(), platform.pointer(), shell, platform.paths(), m_files})
     , m_waiter(platform.timers(), executableName, clockOfSeconds())
     , m_loop(m_state, m_reader, m_waiter, launcher)
     , m_starts(m_state, m_loop, m_files, platform.paths())
@@ -38,16 +38,15 @@ ScriptSystem::ScriptSystem(
     , m_mouse(m_reader, {platform.pointer(), m_clicks, m_waiter, m_state.vardict, launcher})
     , m_keyboard(m_reader, platform.keyboard(), platform.clipboard(), m_waiter)
     , m_file(m_reader,
-          {m_state, platform.paths(), platform.textCodec(), m_files, platform.shell(), m_http,
-              platform.javaScript(), storePage})
-    , m_net(m_reader,
-          {m_http, m_upload, platform.textCodec(), platform.shell(), platform.paths(), m_state.vardict})
+          {m_state, platform.paths(), platform.textCodec(), m_files, shell, m_http, platform.javaScript(),
+              storePage})
+    , m_net(m_reader, {m_http, m_upload, platform.textCodec(), shell, platform.paths(), m_state.vardict})
     , m_text(m_reader, m_state.vardict)
     , m_set(m_reader, m_state.vardict)
-    , m_webbox(m_reader, platform.shell(), platform.paths())
+    , m_webbox(m_reader, shell, platform.paths())
     , m_time(m_reader, m_waiter)
     , m_window(m_reader, platform.windows(), m_state.vardict)
-    , m_print(m_reader, platform.shell(), platform.paths())
+    , m_print(m_reader, shell, platform.paths())
     , m_os(m_reader,
           {m_state, platform.paths(), platform.screen(), platform.pointer(), m_clicks, platform.clipboard(),
               platform.session(), platform.windows(), launcher, m_notices})

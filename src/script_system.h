@@ -30,6 +30,7 @@
 namespace plum {
 
 class Platform;
+class Shell;
 class StorePage;
 
 // The script engine with every namespace, on one platform: the objects of a process that runs scripts,
@@ -37,7 +38,9 @@ class StorePage;
 class ScriptSystem
 {
 public:
-    ScriptSystem(Platform &platform, Launcher &launcher, StorePage &storePage, const QString &executableName);
+    // `shell` is what scripts start programs with.
+    ScriptSystem(Platform &platform, Shell &shell, Launcher &launcher, StorePage &storePage,
+        const QString &executableName);
     Q_DISABLE_COPY_MOVE(ScriptSystem)
 
     RunState &state() { return m_state; }

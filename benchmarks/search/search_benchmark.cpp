@@ -4,6 +4,7 @@
 #include "commands/find_pic_scan.h"
 #include "commands/pixel_kernels.h"
 #include "commands/reference_search.h"
+#include "drift.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_screen.h"
 #include "ratio_table.h"
@@ -206,5 +207,7 @@ int main(int argc, char **argv)
     registerCapture(screen, desktop.size());
     RatioTable table({"Plum", "reference", "matchTemplate", "memchr", "memcpy"});
     benchmark::RunSpecifiedBenchmarks(&table);
+    if (const auto scene = scenes::notFound(small, {64, 64}, findOnce))
+        printDrift(screen, middle, scene->picture);
     return 0;
 }

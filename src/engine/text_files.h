@@ -22,7 +22,7 @@ class TextFiles
 public:
     static constexpr qint64 largestFile = qint64(1) << 30;
 
-    TextFiles(Paths &paths, TextCodec &codec)
+    TextFiles(const Paths &paths, TextCodec &codec)
         : m_paths(paths)
         , m_codec(codec)
     {
@@ -40,7 +40,7 @@ public:
 private:
     std::optional<QString> wholeText(const QString &path) const;
 
-    Paths &m_paths;
+    const Paths &m_paths;
     TextCodec &m_codec;
 };
 

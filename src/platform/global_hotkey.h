@@ -1,10 +1,14 @@
 #pragma once
 
+#include "platform/windows.h"
+
 #include <QObject>
 
 namespace plum {
 
-// One key combination that reaches this program wherever the keyboard focus is.
+// One key combination that reaches this program wherever the keyboard focus is. What is typed after it is
+// kept back until whoever listens to `fired` has said, before it returns, where it should go; where the
+// system cannot keep keys back, it goes where it always goes.
 class GlobalHotkey : public QObject
 {
     Q_OBJECT
@@ -25,8 +29,21 @@ public:
     // Safe when nothing is registered.
     virtual void unregisterHotkey() = 0;
 
+    // What was typed is for `window`, a window of this program, and goes there when that window or another
+    // one of this program has the keyboard; after two seconds it goes to whichever window has it.
+    virtual void giveKeysTo(WindowHandle window) = 0;
+
+    // What was typed is for the window that gets the keyboard after `window`; it waits for a third of a
+    // second at most.
+    virtual void takeKeysFrom(WindowHandle window) = 0;
+
+    // The time of the system's clock that stamps presses, in milliseconds; it runs over, so that only the
+    // difference of two times means something.
+    virtual quint32 now() = 0;
+
 Q_SIGNALS:
-    void fired();
+    // `time` is that of the press, which may have waited until the program was ready for it.
+    void fired(quint32 time);
 };
 
 } // namespace plum

@@ -46,6 +46,10 @@ public:
     // end of the session).
     virtual void onEndRequested(std::function<void()> end) = 0;
 
+    // Calls `then` once the desktop's tray is known not to hang, or once it is known that there is none:
+    // making a tray icon waits for it.
+    virtual void whenTrayAnswers(std::function<void()> then) = 0;
+
     // Gives back what this process holds of the desktop: pressed keys and buttons are released, clipboard
     // text is handed on. Called once, right before the process ends in any orderly way.
     virtual void releaseDesktop() = 0;

@@ -29,6 +29,10 @@ public:
     // A top-level window whose title is exactly `title`; 0 when there is none.
     virtual WindowHandle byTitle(const QString &title) = 0;
 
+    // Whether the window is among those that the user can bring to sight by moving others away: shown, not
+    // minimised, and not put away on another virtual desktop.
+    virtual bool isOnScreen(WindowHandle window) = 0;
+
     // The rectangle of the window with its frame. `right()` and `bottom()` of QRect are inclusive and
     // therefore not what scripts call right and bottom: use x() + width() and y() + height().
     // A null rectangle for no window.
@@ -46,12 +50,17 @@ public:
     // Shows a hidden window again with the same outer corner that it had.
     virtual void show(WindowHandle window) = 0;
 
+    // A hidden window comes back by these: as an icon, or over the whole screen.
     virtual void minimise(WindowHandle window) = 0;
     virtual void maximise(WindowHandle window) = 0;
 
     // Puts the outer top left corner of the frame at `corner`, keeping the size. Points off the screen are
     // allowed as far as the window manager allows them.
     virtual void moveTo(WindowHandle window, QPoint corner) = 0;
+
+    // Fetches a window that was put away on another virtual desktop to the one that the user sees, without
+    // activating it.
+    virtual void bringHere(WindowHandle window) = 0;
 
     // Keeps the window above all others without moving, sizing or activating it.
     virtual void setTopmost(WindowHandle window) = 0;

@@ -41,7 +41,7 @@ bool PackageInstall::isGenuine(const QString &name, const QByteArray &sha256) co
     return fileChecksum(m_paths.toSystem(packageFile(m_paths, name))) == sha256;
 }
 
-void PackageInstall::unpack(const QString &name)
+bool PackageInstall::unpack(const QString &name)
 {
     m_oZip = std::make_unique<Unzip>(m_paths, m_codec);
     m_oZip->Init(packageFile(m_paths, name));
@@ -49,16 +49,20 @@ void PackageInstall::unpack(const QString &name)
     const QString target = appFolder(name);
     if (appExists(name)) {
         m_oZip->unzip(target);
-        return;
+        return !m_oZip->ranOutOfRoom();
     }
     const QString unpacking = m_paths.programFolder() + unpackingFolder;
     const QString unpacked = unpacking + u'\\' + name;
     QDir(m_paths.toSystem(unpacked)).removeRecursively();
     m_oZip->unzip(unpacked);
     // Apps may be kept on another disk, to which nothing can be moved at once.
-    if (!moveIntoPlace(unpacked, target))
+    if (!m_oZip->ranOutOfRoom() && !moveIntoPlace(unpacked, target)) {
         m_oZip->unzip(target);
+        if (m_oZip->ranOutOfRoom())
+            QDir(m_paths.toSystem(target)).removeRecursively();
+    }
     QDir(m_paths.toSystem(unpacking)).removeRecursively();
+    return !m_oZip->ranOutOfRoom();
 }
 
 bool PackageInstall::moveIntoPlace(const QString &from, const QString &to) const

@@ -26,8 +26,9 @@ public:
     bool isGenuine(const QString &name, const QByteArray &sha256) const;
 
     // Unpacks the package. A new app is unpacked elsewhere first and then takes its place at once, so that
-    // it is there as a whole or not at all; files of an app that is there are replaced one by one.
-    void unpack(const QString &name);
+    // it is there as a whole or not at all; files of an app that is there are replaced one by one. False when
+    // the disk is full: a new app is then not there.
+    bool unpack(const QString &name);
 
     // Deletes the package and what a download of it may have left behind.
     void deletePackage(const QString &name) const;

@@ -70,6 +70,12 @@ bool Unzip::mappingError(const QString &path)
     return error(u"Error mapping file "_s + path);
 }
 
+bool Unzip::roomError(const QString &path)
+{
+    m_ranOutOfRoom = true;
+    return mappingError(path);
+}
+
 bool Unzip::Init(const QString &ZipName)
 {
     m_zipName = ZipName;
@@ -219,6 +225,7 @@ ZipEntry Unzip::EntryInfo(int index) const
 bool Unzip::unzip(const QString &folder, const Filter &filter)
 {
     m_index = -1;
+    m_ranOutOfRoom = false;
     const bool isDone = guarded([&] { return extractAll(folder, filter); });
     m_window = {};
     return isDone;
@@ -296,10 +303,12 @@ Unzip::Outcome Unzip::extract(
         error(u"Error creating output folder"_s);
         return Outcome::EntryFailed;
     }
-    const bool isSized = outcome == Done && header.uncompressedSize >= 0
-        && (header.uncompressedSize <= sizedInAdvance || file.resize(header.uncompressedSize));
-    if (!isSized) {
+    if (outcome != Done || header.uncompressedSize < 0) {
         mappingError(path);
+        return Outcome::EntryFailed;
+    }
+    if (header.uncompressedSize > sizedInAdvance && !file.resize(header.uncompressedSize)) {
+        roomError(path);
         return Outcome::EntryFailed;
     }
     return writeEntry(archive, position, entry, file, path) ? Outcome::Done : Outcome::EntryFailed;
@@ -323,7 +332,7 @@ bool Unzip::writeEntry(
     const zip::Central &header = entry.header;
     const bool isDecoded = header.uncompressedSize <= 0 || decode(archive, position, entry, file, path);
     if (file.pos() < header.uncompressedSize && !file.resize(header.uncompressedSize))
-        return isDecoded && mappingError(path);
+        return isDecoded && roomError(path);
     if (!isDecoded)
         return false;
 
@@ -351,7 +360,7 @@ bool Unzip::decode(
             if (!bytes)
                 return mappingError(m_zipName);
             if (file.write(reinterpret_cast<const char *>(bytes->data()), part) != part)
-                return mappingError(path);
+                return roomError(path);
             done += part;
         }
         return size == header.uncompressedSize || error(inflateMessage(InflateOutcome::InputDepleted));
@@ -375,7 +384,7 @@ bool Unzip::decode(
     case InflateOutcome::ReadFailed:
         return mappingError(m_zipName);
     case InflateOutcome::WriteFailed:
-        return mappingError(path);
+        return roomError(path);
     default:
         return error(inflateMessage(result.outcome));
     }

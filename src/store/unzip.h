@@ -47,6 +47,9 @@ public:
     int Count() const;
     QString LastError() const { return m_lastError; }
 
+    // Whether the last `unzip` could not write a file that it had made, as on a full disk.
+    bool ranOutOfRoom() const { return m_ranOutOfRoom; }
+
     // An empty record for an index that no entry has.
     ZipEntry EntryInfo(int index) const;
 
@@ -77,6 +80,7 @@ private:
 
     bool error(const QString &message);
     bool mappingError(const QString &path);
+    bool roomError(const QString &path);
 
     const Paths &m_paths;
     TextCodec &m_codec;
@@ -85,6 +89,7 @@ private:
     QString m_lastError;
     std::vector<Entry> m_entries;
     int m_index = -1;
+    bool m_ranOutOfRoom = false;
     Inflater m_inflater;
     std::vector<quint8> m_window;
 };

@@ -132,13 +132,14 @@ void webbox::install()
 {
     const std::optional<QByteArray> checksum = packageChecksum(*m_index, m_source.name);
     const bool isDamaged = checksum && !m_install.isGenuine(m_currentName, *checksum);
-    if (!isDamaged)
-        m_install.unpack(m_currentName);
+    const bool isUnpacked = !isDamaged && m_install.unpack(m_currentName);
     m_install.deletePackage(m_currentName);
-    if (isDamaged) {
-        m_use.host.showMessage({.text = u"The package is damaged and was not installed."_s,
-            .icon = MessageIcon::Critical,
-            .systemModal = true});
+    if (!isUnpacked) {
+        m_use.host.showMessage(
+            {.text = isDamaged ? u"The package is damaged and was not installed."_s
+                               : u"There is no room left on the disk. The package was not installed."_s,
+                .icon = MessageIcon::Critical,
+                .systemModal = true});
         return;
     }
     m_use.host.showMessage({.text = u"installed successfully"_s, .systemModal = true});

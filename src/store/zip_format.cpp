@@ -24,7 +24,6 @@ End::End(Bytes header)
     : disk(at<quint16>(header, 4))
     , directoryDisk(at<quint16>(header, 6))
     , entries(at<quint16>(header, 8))
-    , allEntries(at<quint16>(header, 10))
     , directoryOffset(at<quint32>(header, 16))
     , commentLength(at<quint16>(header, 20))
 {

@@ -64,11 +64,10 @@ struct End
     quint16 disk;
     quint16 directoryDisk;
     quint16 entries; // on this disk
-    quint16 allEntries;
     quint32 directoryOffset;
     quint16 commentLength;
 
-    bool isMultiDisk() const { return disk != 0 || directoryDisk != 0 || entries != allEntries; }
+    bool isMultiDisk() const { return disk != 0 || directoryDisk != 0; }
 };
 
 struct Local

@@ -22,7 +22,8 @@ bool write(const QString &path, const QByteArray &content)
 {
     QDir().mkpath(QFileInfo(path).path());
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush()
+        && file.commit())
         return true;
     say(u"%1: %2"_s.arg(path, file.errorString()));
     return false;

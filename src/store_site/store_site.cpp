@@ -72,18 +72,27 @@ QString scriptHtml(const QString &script)
     return html.trimmed();
 }
 
+// What the page says on its use, below the line that goes for every app. A guide that is the summary has been
+// read already.
+QString guideHtml(const PublishedApp &app)
+{
+    if (app.guide == app.summary && !app.guide.isEmpty())
+        return {};
+    const QString text = app.guide.toHtmlEscaped();
+    if (app.guideIsAddress())
+        return u"<p><a href=\"%1\" target=\"_blank\" rel=\"noopener\">%1</a></p>"_s.arg(text);
+    return u"<p>%1</p>"_s.arg(text.isEmpty() ? u"This app brings no guide."_s : text);
+}
+
 TemplateValues valuesOf(const PublishedApp &app, const QString &downloadBase)
 {
-    const QString guide = app.guideIsAddress()
-        ? u"<a href=\"%1\" target=\"_blank\" rel=\"noopener\">%1</a>"_s.arg(app.guide.toHtmlEscaped())
-        : app.guide.toHtmlEscaped();
     const QString folder = u"/plum/apps/"_s + encoded(app.name);
     return {
         {u"name"_s, app.name},
         {u"title"_s, app.title},
         {u"summary"_s, app.summary},
         {u"category"_s, app.category},
-        {u"guide"_s, guide.isEmpty() ? u"This app brings no guide."_s : guide},
+        {u"guide"_s, guideHtml(app)},
         {u"script"_s, scriptHtml(app.script)},
         {u"files"_s, app.files.join(u", "_s)},
         {u"size"_s, sizeText(app.package.size())},

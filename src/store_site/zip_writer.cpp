@@ -1,5 +1,7 @@
 #include "zip_writer.h"
 
+#include "deflate.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -16,7 +18,8 @@ constexpr quint32 endSignature = 0x06054B50;
 constexpr quint16 version = 20;
 constexpr quint16 madeByUnix = 3 << 8 | version;
 constexpr quint16 namesAreUtf8 = 1 << 11;
-constexpr quint16 stored = 0;
+constexpr quint16 methodStored = 0;
+constexpr quint16 methodDeflated = 8;
 constexpr quint32 readableFile = 0100644U << 16; // a regular file, rw-r--r--
 
 constexpr std::array<quint32, 256> crcTable = [] {
@@ -57,22 +60,36 @@ quint32 crc32(QByteArrayView bytes)
     return ~value;
 }
 
+// What local and central headers have in common, up to the name.
+void ZipWriter::putCommon(QByteArray &to, const Entry &entry)
+{
+    put(to, namesAreUtf8);
+    put(to, entry.method);
+    put(to, entry.time);
+    put(to, entry.checksum);
+    put(to, static_cast<quint32>(entry.packedSize));
+    put(to, static_cast<quint32>(entry.size));
+    put(to, static_cast<quint16>(entry.name.size()));
+    put(to, quint16{0}); // extra
+}
+
 void ZipWriter::add(const QString &name, const QByteArray &content, const QDateTime &modified)
 {
-    const Entry entry{
-        name.toUtf8(), crc32(content), content.size(), dosTime(modified.toLocalTime()), m_data.size()};
+    const QByteArray small = deflated(content);
+    const bool isSmaller = small.size() < content.size();
+    const QByteArray &data = isSmaller ? small : content;
+    const Entry entry{.name = name.toUtf8(),
+        .checksum = crc32(content),
+        .size = content.size(),
+        .packedSize = data.size(),
+        .method = isSmaller ? methodDeflated : methodStored,
+        .time = dosTime(modified.toLocalTime()),
+        .offset = m_data.size()};
     put(m_data, localSignature);
     put(m_data, version);
-    put(m_data, namesAreUtf8);
-    put(m_data, stored);
-    put(m_data, entry.time);
-    put(m_data, entry.checksum);
-    put(m_data, static_cast<quint32>(entry.size));
-    put(m_data, static_cast<quint32>(entry.size));
-    put(m_data, static_cast<quint16>(entry.name.size()));
-    put(m_data, quint16{0}); // extra
+    putCommon(m_data, entry);
     m_data += entry.name;
-    m_data += content;
+    m_data += data;
     m_entries.push_back(entry);
 }
 
@@ -83,14 +100,7 @@ QByteArray ZipWriter::finish() const
         put(directory, centralSignature);
         put(directory, madeByUnix);
         put(directory, version);
-        put(directory, namesAreUtf8);
-        put(directory, stored);
-        put(directory, entry.time);
-        put(directory, entry.checksum);
-        put(directory, static_cast<quint32>(entry.size));
-        put(directory, static_cast<quint32>(entry.size));
-        put(directory, static_cast<quint16>(entry.name.size()));
-        put(directory, quint16{0}); // extra
+        putCommon(directory, entry);
         put(directory, quint16{0}); // comment
         put(directory, quint16{0}); // disk
         put(directory, quint16{0}); // internal attributes

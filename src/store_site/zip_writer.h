@@ -8,7 +8,8 @@
 
 namespace plum {
 
-// Builds a ZIP archive in memory that every tool opens: stored entries, names in UTF-8.
+// Builds a ZIP archive in memory that every tool opens: entries deflated where that makes them
+// smaller, names in UTF-8.
 class ZipWriter
 {
 public:
@@ -25,9 +26,13 @@ private:
         QByteArray name;
         quint32 checksum;
         qsizetype size;
+        qsizetype packedSize; // as it stands in the archive
+        quint16 method;
         quint32 time; // date in the upper, time in the lower half
         qsizetype offset; // of the local header
     };
+
+    static void putCommon(QByteArray &to, const Entry &entry);
 
     std::vector<Entry> m_entries;
     QByteArray m_data;

@@ -3,6 +3,7 @@
 #include "platform/paths.h"
 #include "ui/app_library.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 
 namespace plum {
@@ -35,7 +36,11 @@ QPixmap AppFaces::icon(const QString &keyword, int side, qreal scale) const
 {
     if (!AppLibrary::isFolderName(keyword))
         return {};
-    QImageReader reader(m_paths.toSystem(m_library.appPath(keyword, u"icon.png"_s)));
+    const QString path = m_paths.toSystem(m_library.appPath(keyword, u"icon.png"_s));
+    // Most apps have none; a reader would go through all plug-ins before it says so.
+    if (!QFileInfo::exists(path))
+        return {};
+    QImageReader reader(path);
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > maxIconSide || size.height() > maxIconSide)
         return {};

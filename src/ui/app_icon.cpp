@@ -42,6 +42,13 @@ QPixmap drawn(int side)
 
 } // namespace
 
+QPixmap appPicture(int side, qreal scale)
+{
+    QPixmap picture = drawn(qRound(side * scale));
+    picture.setDevicePixelRatio(scale);
+    return picture;
+}
+
 QIcon appIcon()
 {
     QIcon icon;

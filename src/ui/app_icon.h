@@ -4,7 +4,9 @@
 
 namespace plum {
 
-// The program's picture, a plum with a leaf, drawn at whatever sizes a desktop asks for.
+// The program's picture, a plum with a leaf: drawn at every size that a desktop may ask for, which takes some
+// milliseconds, or at one, `side` logical pixels at `scale` physical pixels each.
 QIcon appIcon();
+QPixmap appPicture(int side, qreal scale);
 
 } // namespace plum

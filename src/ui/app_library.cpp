@@ -72,7 +72,7 @@ bool AppLibrary::exists(const QString &keyword) const
     if (keyword.isEmpty())
         return QFileInfo(m.paths.toSystem(appPath({}))).isDir();
     const auto folder = systemFolder(keyword);
-    return folder && QFileInfo(*folder).isDir();
+    return folder && QFileInfo::exists(*folder);
 }
 
 void AppLibrary::say(const QString &text) const
@@ -160,9 +160,9 @@ bool AppLibrary::DeleteApp(const QString &keyword)
 {
     if (keyword.isEmpty() || !m.dialogs.askYesNo(u"确定删除?"_s, u"提示"_s))
         return false;
-    if (isFolderName(keyword)) {
+    if (const auto folder = systemFolder(keyword)) {
         FolderOp(u"delfold"_s, appPath(keyword).chopped(1), m.paths);
-        if (exists(keyword)) {
+        if (QFileInfo(*folder).isDir()) {
             say(u"Error"_s);
             return false;
         }

@@ -75,7 +75,8 @@ public:
     // an empty one, silently. Blanks around it do not count.
     bool CheckKeyword(const QString &keyword) const;
 
-    // Whether an app's folder exists, letter case apart. The empty keyword stands for the library itself.
+    // Whether a keyword is taken: by an app's folder or a plain file, letter case apart. The empty keyword
+    // stands for the library itself.
     bool exists(const QString &keyword) const;
 
     bool CreateApp(const QString &keyword, const QString &scriptText);

@@ -6,7 +6,6 @@
 #include "ui/safe_file.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSet>
 
 namespace plum {
@@ -15,9 +14,7 @@ using namespace Qt::StringLiterals;
 
 void LoadLinesIntoList(const QString &file, QStringList &list, const Paths &paths, TextCodec &codec)
 {
-    QFile opened(paths.toSystem(file));
-    if (opened.open(QIODevice::ReadOnly))
-        list += splitLines(codec.fromSystem(opened.readAll()));
+    TextFiles(paths, codec).appendLines(file, list);
 }
 
 QString configText(const QStringList &keywords)
@@ -28,7 +25,7 @@ QString configText(const QStringList &keywords)
 void ListSubfolders(QStringList &list, const QString &folder, const Paths &paths)
 {
     list += QDir(paths.toSystem(folder))
-                .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
+                .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
 }
 
 QString AppListFile::systemPath() const

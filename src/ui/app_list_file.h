@@ -37,8 +37,8 @@ void LoadLinesIntoList(const QString &file, QStringList &list, const Paths &path
 // What `config.txt` holds for these keywords: each followed by CR LF, and a single CR LF for none.
 QString configText(const QStringList &keywords);
 
-// Appends the names of the folders in `folder`, by name without regard to letter case. Hidden ones, plain
-// files, "." and ".." are left out.
+// Appends the names of the folders in `folder`, by name without regard to letter case. Plain files, "." and
+// ".." are left out.
 void ListSubfolders(QStringList &list, const QString &folder, const Paths &paths);
 
 } // namespace plum

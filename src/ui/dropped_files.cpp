@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
+#include <QWidget>
 
 namespace plum {
 
@@ -17,12 +18,28 @@ QStringList droppedFiles(const QMimeData *data)
     return files;
 }
 
-void acceptFiles(QDropEvent &drag)
+FileDropTarget::FileDropTarget(QWidget &widget)
+    : QObject(&widget)
 {
-    if (droppedFiles(drag.mimeData()).isEmpty())
-        drag.ignore();
-    else
-        drag.acceptProposedAction();
+    widget.setAcceptDrops(true);
+    widget.installEventFilter(this);
+}
+
+bool FileDropTarget::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
+        return QObject::eventFilter(watched, event);
+
+    auto &drag = *static_cast<QDropEvent *>(event);
+    const QStringList files = droppedFiles(drag.mimeData());
+    drag.setAccepted(false);
+    if (files.isEmpty())
+        return true;
+    drag.acceptProposedAction();
+    if (type == QEvent::Drop)
+        Q_EMIT fileDropped(files.front());
+    return true;
 }
 
 } // namespace plum

@@ -2,7 +2,6 @@
 
 #include "ui/dropped_files.h"
 
-#include <QDropEvent>
 #include <QKeyEvent>
 
 namespace plum {
@@ -11,7 +10,7 @@ FileEntry::FileEntry(const QString &name, QWidget *parent)
     : QLineEdit(parent)
 {
     setObjectName(name);
-    setAcceptDrops(true);
+    connect(new FileDropTarget(*this), &FileDropTarget::fileDropped, this, &FileEntry::fileDropped);
 }
 
 void FileEntry::focusAtEnd()
@@ -28,25 +27,6 @@ void FileEntry::keyPressEvent(QKeyEvent *event)
         Q_EMIT enterPressed();
     else
         QLineEdit::keyPressEvent(event);
-}
-
-void FileEntry::dragEnterEvent(QDragEnterEvent *event)
-{
-    acceptFiles(*event);
-}
-
-void FileEntry::dragMoveEvent(QDragMoveEvent *event)
-{
-    acceptFiles(*event);
-}
-
-void FileEntry::dropEvent(QDropEvent *event)
-{
-    const QStringList files = droppedFiles(event->mimeData());
-    if (files.isEmpty())
-        return;
-    event->acceptProposedAction();
-    Q_EMIT fileDropped(files.front());
 }
 
 } // namespace plum

@@ -16,6 +16,8 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
@@ -47,26 +49,41 @@ private:
 frmSet::frmSet(AppLists &lists, AppFaces &faces, const ScriptVocabulary &vocabulary)
     : BorderlessWindow(nullptr, Qt::Window)
     , m_lists(lists)
+    , m_vocabulary(vocabulary)
+    , m_mover(new moveit(*this))
     , okbox(makeMainPanel(faces))
-    , addeditbox(new EditPanel(vocabulary, this))
-    , editnamebox(new RenamePanel(this))
 {
     setObjectName(u"frmSet"_s);
     setWindowTitle(u"Plum"_s);
-    setWindowIcon(appIcon());
+    m_mover->installOn(*okbox);
+    m_mover->installOn(*okbox->findChild<QLabel *>(u"title"_s));
+    showMainPanel();
+}
 
-    auto *mover = new moveit(*this);
-    mover->installOn(*okbox);
-    mover->installOn(*okbox->findChild<QLabel *>(u"title"_s));
-    mover->installOn(*addeditbox);
-    mover->installOn(*editnamebox);
-
+EditPanel &frmSet::editPanel()
+{
+    if (addeditbox)
+        return *addeditbox;
+    addeditbox = new EditPanel(m_vocabulary, this);
+    m_mover->installOn(*addeditbox);
     addeditbox->setTheme(theme());
     connect(this, &BorderlessWindow::themeChanged, addeditbox, &EditPanel::setTheme);
     connect(addeditbox, &EditPanel::back, this, &frmSet::showMainPanel);
-    connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::settingsMenuRequested);
+    connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::openSettingsMenu);
+    connect(addeditbox, &EditPanel::saveRequested, this, &frmSet::saveRequested);
+    connect(addeditbox, &EditPanel::filesDropped, this, &frmSet::filesDroppedOnEditor);
+    return *addeditbox;
+}
+
+RenamePanel &frmSet::renamePanel()
+{
+    if (editnamebox)
+        return *editnamebox;
+    editnamebox = new RenamePanel(this);
+    m_mover->installOn(*editnamebox);
     connect(editnamebox, &RenamePanel::back, this, &frmSet::showMainPanel);
-    showMainPanel();
+    connect(editnamebox, &RenamePanel::confirmed, this, &frmSet::renameConfirmed);
+    return *editnamebox;
 }
 
 QWidget *frmSet::makeMainPanel(AppFaces &faces)
@@ -78,7 +95,7 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     title->setObjectName(u"title"_s);
     title->setProperty("heading", true);
     auto *mark = new QLabel(panel);
-    mark->setPixmap(appIcon().pixmap(QSize(20, 20), devicePixelRatioF()));
+    mark->setPixmap(appPicture(20, devicePixelRatioF()));
     using Picture = PictureButton::Picture;
     auto *store = new PictureButton(u"store"_s, Picture::Store, tr("Store"), panel);
     auto *menuimg = new PictureButton(u"menuimg"_s, Picture::Hotkey, tr("Hotkey"), panel);
@@ -133,7 +150,8 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     connect(m_hint, &QLabel::linkActivated, this, &frmSet::hotkeyRequested);
     connect(store, &PictureButton::clicked, this, &frmSet::storeRequested);
     connect(menuimg, &PictureButton::clicked, this, &frmSet::hotkeyRequested);
-    connect(Image6, &PictureButton::clicked, this, [this, Image6] { menuBelow(*Image6); });
+    connect(Image6, &PictureButton::clicked, this,
+        [this, Image6] { openSettingsMenu(Image6->mapToGlobal(QPoint(0, Image6->height()))); });
     connect(Image7, &PictureButton::clicked, this, &frmSet::exitRequested);
     return panel;
 }
@@ -152,16 +170,18 @@ void frmSet::connectList(KeywordList &list, ListMarker marker)
     connect(&list, &KeywordList::fileDropped, this, &frmSet::packageDropped);
 }
 
-void frmSet::menuBelow(const PictureButton &picture)
+void frmSet::openSettingsMenu(QPoint globalPosition)
 {
     activateWindow();
-    Q_EMIT settingsMenuRequested(picture.mapToGlobal(QPoint(0, picture.height())));
+    Q_EMIT settingsMenuRequested(globalPosition);
 }
 
 void frmSet::showPanel(QWidget *panel)
 {
-    for (QWidget *each : std::initializer_list<QWidget *>{okbox, addeditbox, editnamebox})
-        each->setVisible(each == panel);
+    for (QWidget *each : std::initializer_list<QWidget *>{okbox, addeditbox, editnamebox}) {
+        if (each)
+            each->setVisible(each == panel);
+    }
     setFixedSize(panel->size());
     wincenter();
 }
@@ -174,13 +194,13 @@ void frmSet::showMainPanel()
 
 void frmSet::showEditPanel()
 {
-    showPanel(addeditbox);
+    showPanel(&editPanel());
     addeditbox->takeFocus();
 }
 
 void frmSet::showRenamePanel()
 {
-    showPanel(editnamebox);
+    showPanel(&renamePanel());
     editnamebox->takeFocus();
 }
 
@@ -239,6 +259,13 @@ void frmSet::changeEvent(QEvent *event)
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && okbox->isVisible())
         Text8->setFocus();
     BorderlessWindow::changeEvent(event);
+}
+
+void frmSet::paintEvent(QPaintEvent *event)
+{
+    BorderlessWindow::paintEvent(event);
+    if (!std::exchange(m_hasPainted, true))
+        Q_EMIT firstPainted();
 }
 
 void frmSet::closeEvent(QCloseEvent *event)

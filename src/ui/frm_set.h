@@ -14,9 +14,9 @@ class AppLists;
 class EditPanel;
 class FileEntry;
 class KeywordList;
-class PictureButton;
 class RenamePanel;
 class ScriptVocabulary;
+class moveit;
 
 // Which of the two lists the user pointed at last.
 enum class ListMarker {
@@ -38,8 +38,9 @@ public:
     void showEditPanel();
     void showRenamePanel();
 
-    EditPanel &editPanel() { return *addeditbox; }
-    RenamePanel &renamePanel() { return *editnamebox; }
+    // Both are made when they are first asked for; the start does not pay for them.
+    EditPanel &editPanel();
+    RenamePanel &renamePanel();
 
     QString keywordBoxText() const;
     void focusKeywordBox();
@@ -53,6 +54,7 @@ public:
     void setHint(const QString &richText);
 
 Q_SIGNALS:
+    void firstPainted();
     void runFromKeywordBox(const QString &keyword);
     void runFromList(const QString &keyword);
     void runFromList2(const QString &keyword);
@@ -64,10 +66,14 @@ Q_SIGNALS:
     void hotkeyRequested();
     void storeRequested();
     void exitRequested();
+    void saveRequested(); // of the edit panel
+    void filesDroppedOnEditor(const QStringList &paths);
+    void renameConfirmed();
 
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     QWidget *makeMainPanel(AppFaces &faces);
@@ -76,9 +82,12 @@ private:
     void filter();
     void runFirst();
     void moveIntoList();
-    void menuBelow(const PictureButton &picture);
+    void openSettingsMenu(QPoint globalPosition);
 
     AppLists &m_lists;
+    const ScriptVocabulary &m_vocabulary;
+    moveit *m_mover;
+    bool m_hasPainted = false;
     ListMarker m_marker = ListMarker::List;
     KeywordList *List; // all keywords
     KeywordList *List2; // the keywords that match; in front of `List` when filtering
@@ -86,8 +95,8 @@ private:
     QLabel *m_hint;
     QStackedLayout *m_stack;
     QWidget *okbox; // the main panel
-    EditPanel *addeditbox;
-    RenamePanel *editnamebox;
+    EditPanel *addeditbox = nullptr;
+    RenamePanel *editnamebox = nullptr;
 };
 
 } // namespace plum

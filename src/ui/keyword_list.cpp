@@ -3,7 +3,6 @@
 #include "ui/dropped_files.h"
 #include "ui/keyword_delegate.h"
 
-#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -20,7 +19,7 @@ KeywordList::KeywordList(const QString &name, AppFaces &faces, QWidget *parent)
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
-    setAcceptDrops(true);
+    connect(new FileDropTarget(*viewport()), &FileDropTarget::fileDropped, this, &KeywordList::fileDropped);
 }
 
 QString KeywordList::text() const
@@ -69,25 +68,6 @@ void KeywordList::mouseDoubleClickEvent(QMouseEvent *event)
     const QModelIndex under = indexAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && under.isValid())
         Q_EMIT editRequested(under.data().toString());
-}
-
-void KeywordList::dragEnterEvent(QDragEnterEvent *event)
-{
-    acceptFiles(*event);
-}
-
-void KeywordList::dragMoveEvent(QDragMoveEvent *event)
-{
-    acceptFiles(*event);
-}
-
-void KeywordList::dropEvent(QDropEvent *event)
-{
-    const QStringList files = droppedFiles(event->mimeData());
-    if (files.isEmpty())
-        return;
-    event->acceptProposedAction();
-    Q_EMIT fileDropped(files.front());
 }
 
 } // namespace plum

@@ -4,19 +4,21 @@
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
 #include "engine/text_functions.h"
+#include "platform/global_hotkey.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
 #include "platform/windows.h"
+#include "ui/app_icon.h"
 #include "ui/edit_panel.h"
 #include "ui/frm_set.h"
 #include "ui/hotkey_window.h"
-#include "ui/rename_panel.h"
 #include "ui/sett.h"
 #include "ui/shurubox.h"
 #include "ui/store_door.h"
 
 #include <QApplication>
 #include <QTimer>
+#include <QWindow>
 
 #include <chrono>
 
@@ -28,6 +30,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto focusPatience = 150ms;
+constexpr auto firstKeysTime = 100ms;
+constexpr auto paintPatience = 2s;
 
 } // namespace
 
@@ -60,23 +64,38 @@ void LauncherUi::start()
 {
     m_state->runctx[1] = u"bao"_s;
     m_state->runidx[2] = 0;
-    m_lists.List.setStringList(m_listFile.load());
     m_window = std::make_unique<frmSet>(m_lists, m_faces, m_vocabulary);
+    startHotkey(); // first of all that takes time: what is pressed from now on is not lost
     connectWindow();
-    m_menus = std::make_unique<sett>();
-    connectMenus();
-    m_menus->addTrayIcon();
+    m_lists.List.setStringList(m_listFile.load());
+    showHint();
+    showAndActivate();
+    connect(m_window.get(), &frmSet::firstPainted, this,
+        [this] { QTimer::singleShot(firstKeysTime, this, &LauncherUi::completeStart); });
+    // A window that nobody can see yet is not painted.
+    QTimer::singleShot(paintPatience, this, &LauncherUi::completeStart);
+}
 
+// What nobody needs in order to press the hotkey and to type comes when the window is there.
+void LauncherUi::completeStart()
+{
+    if (std::exchange(m_isComplete, true))
+        return;
+    m_window->setWindowIcon(appIcon());
+    m.platform.whenTrayAnswers([this] { menus().addTrayIcon(); });
+}
+
+void LauncherUi::startHotkey()
+{
     m_hotkeyModule = std::make_unique<sethotkey>(m.platform.hotkey());
     connect(m_hotkeyModule.get(), &sethotkey::fired, this, &LauncherUi::toggle);
     connect(m_hotkeyModule.get(), &sethotkey::registrationChanged, this, &LauncherUi::showHint);
-    if (m_settings.exists()) {
-        m_hotkeyModule->hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
-        makeHotkeyWindow();
-        m_hotkeyWindow->SetNew(hotkey::Register);
-    }
-    showHint();
-    showAndActivate();
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &LauncherUi::noteSeen);
+    if (!m_settings.exists())
+        return;
+    m_hotkeyModule->hotkeyText = m_settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
+    makeHotkeyWindow();
+    m_hotkeyWindow->SetNew(hotkey::Register);
 }
 
 void LauncherUi::connectWindow()
@@ -94,25 +113,27 @@ void LauncherUi::connectWindow()
     connect(window, &frmSet::hotkeyRequested, this, &LauncherUi::showHotkeyWindow);
     connect(window, &frmSet::storeRequested, this, [this] { m.store.openCatalogue(); });
     connect(window, &frmSet::exitRequested, this, &LauncherUi::exit);
-
-    EditPanel &editor = window->editPanel();
-    connect(&editor, &EditPanel::saveRequested, this, &LauncherUi::saveEdited);
-    connect(&editor, &EditPanel::filesDropped, this, [this](const QStringList &paths) {
+    connect(window, &frmSet::settingsMenuRequested, this,
+        [this](QPoint position) { menus().mmmm.popup(position); });
+    connect(window, &frmSet::listMenuRequested, this,
+        [this](QPoint position) { menus().list2you.popup(position); });
+    connect(window, &frmSet::saveRequested, this, &LauncherUi::saveEdited);
+    connect(window, &frmSet::filesDroppedOnEditor, this, [this](const QStringList &paths) {
         for (const QString &path : paths)
             m_window->editPanel().appendScriptLine(m.platform.shell().shortcutTarget(path));
     });
-    connect(&window->renamePanel(), &RenamePanel::confirmed, this, &LauncherUi::confirmRename);
+    connect(window, &frmSet::renameConfirmed, this, &LauncherUi::confirmRename);
 }
 
-void LauncherUi::connectMenus()
+sett &LauncherUi::menus()
 {
-    m_menus->setTheme(m_window->theme());
-    connect(m_window.get(), &BorderlessWindow::themeChanged, m_menus.get(), &sett::setTheme);
-    connect(m_menus.get(), &sett::commandChosen, this, &LauncherUi::choose);
-    connect(m_window.get(), &frmSet::settingsMenuRequested, &m_menus->mmmm,
-        [this](QPoint position) { m_menus->mmmm.popup(position); });
-    connect(m_window.get(), &frmSet::listMenuRequested, &m_menus->list2you,
-        [this](QPoint position) { m_menus->list2you.popup(position); });
+    if (!m_menus) {
+        m_menus = std::make_unique<sett>();
+        m_menus->setTheme(m_window->theme());
+        connect(m_window.get(), &BorderlessWindow::themeChanged, m_menus.get(), &sett::setTheme);
+        connect(m_menus.get(), &sett::commandChosen, this, &LauncherUi::choose);
+    }
+    return *m_menus;
 }
 
 void LauncherUi::showAndActivate()
@@ -121,6 +142,10 @@ void LauncherUi::showAndActivate()
     m_window->raise();
     m_window->activateWindow();
     m_window->focusKeywordBox();
+    // A window that is hidden and shown again within a moment never lost the keyboard for Qt, which therefore
+    // does not tell it that it is active again.
+    if (QGuiApplication::focusWindow() == m_window->windowHandle() && !QApplication::activeWindow())
+        QApplication::setActiveWindow(m_window.get());
     QTimer::singleShot(focusPatience, this, &LauncherUi::insistOnFocus);
 }
 
@@ -128,16 +153,39 @@ void LauncherUi::showAndActivate()
 // answer, so it comes only when the window has been painted and is still not active.
 void LauncherUi::insistOnFocus()
 {
+    noteSeen();
     if (m_window->isVisible() && !QApplication::activeWindow())
         m.platform.windows().activate(static_cast<WindowHandle>(m_window->winId()));
 }
 
-void LauncherUi::toggle()
+// The launcher has been shown once, to somebody who may from now on want it to go.
+void LauncherUi::noteSeen()
 {
-    if (m_window->isVisible())
+    if (m_window && m_window->isVisible() && !m_seenSince)
+        m_seenSince = m.platform.hotkey().now();
+}
+
+// Whether a press of that time found the launcher shown: while it starts nobody has seen it, and on another
+// virtual desktop nobody sees it.
+bool LauncherUi::isOnScreen(quint32 time)
+{
+    return m_window->isVisible() && m_seenSince && static_cast<qint32>(time - *m_seenSince) > 0
+        && m.platform.windows().isOnScreen(static_cast<WindowHandle>(m_window->winId()));
+}
+
+void LauncherUi::toggle(quint32 time)
+{
+    GlobalHotkey &port = m.platform.hotkey();
+    const auto window = static_cast<WindowHandle>(m_window->winId());
+    if (isOnScreen(time)) {
         m_window->hide();
-    else
-        showAndActivate();
+        port.takeKeysFrom(window);
+        return;
+    }
+    if (m_window->isVisible())
+        m.platform.windows().bringHere(window);
+    showAndActivate();
+    port.giveKeysTo(window);
 }
 
 void LauncherUi::showHint()
@@ -210,6 +258,9 @@ void LauncherUi::exit()
 void LauncherUi::addInstalledApp(const QString &keyword)
 {
     m_faces.forget();
+    // A script start shows no list and has read none: saving its empty one would lose the user's order.
+    if (!m_window)
+        m_lists.List.setStringList(m_listFile.load());
     m_lists.addToBoth(keyword);
     m_listFile.ConfigSave(m_lists.List.stringList());
 }

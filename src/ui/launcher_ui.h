@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace plum {
 
@@ -64,7 +65,7 @@ public:
     // Runs the whole run list: a script on the command line.
     void runAll();
 
-    // The normal start: the list, the tray icon, the hotkey, the window.
+    // The normal start: the list, the hotkey, the window, and soon after it the tray icon.
     void start();
 
     // Shows the launcher in front of the other windows, ready for a keyword.
@@ -92,8 +93,12 @@ public:
 
 private:
     void connectWindow();
-    void connectMenus();
-    void toggle();
+    void startHotkey();
+    void completeStart();
+    sett &menus(); // made when they are first asked for
+    void noteSeen();
+    bool isOnScreen(quint32 time);
+    void toggle(quint32 time);
     void insistOnFocus();
     void runKeyword(const QString &keyword, bool remembersPath);
     void guarded(const std::function<void()> &run);
@@ -133,10 +138,13 @@ private:
     SettingsFile m_settings;
     std::unique_ptr<sethotkey> m_hotkeyModule; // with the launcher alone: a script start registers nothing
 
+    std::optional<quint32> m_seenSince; // by the hotkey's clock
+
     // Where a package comes from whose name the box asks for: 0 the store, 1 dropped onto the lists. Nothing
     // sets it back to 0; kept.
     qint16 m_installMode = 0;
 
+    bool m_isComplete = false;
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<sett> m_menus;
     QPointer<hotkey> m_hotkeyWindow;

@@ -11,7 +11,9 @@ bool replaceFile(const QString &systemPath, const QByteArray &content)
     if (!QDir().mkpath(QFileInfo(systemPath).path()))
         return false;
     QSaveFile file(systemPath);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
+    // Committing would not notice that the rest of a buffer found no room on the disk.
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush()
+        && file.commit();
 }
 
 } // namespace plum

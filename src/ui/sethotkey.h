@@ -33,7 +33,7 @@ public:
     quint32 letterCode = 0; // 65 to 90; 0 before the first registration
 
 Q_SIGNALS:
-    void fired();
+    void fired(quint32 time);
     void registrationChanged();
 
 private:

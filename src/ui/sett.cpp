@@ -67,19 +67,11 @@ sett::sett()
     fill(*toolsa, Tools);
     // The sub-menu stands before the way out.
     mmmm.insertMenu(mmmm.actions().at(mmmm.actions().size() - 3), toolsa);
-
-    m_tray.setObjectName(u"tray"_s);
-    m_tray.setIcon(appIcon());
-    m_tray.setToolTip(QCoreApplication::applicationName());
-    // A tray host may open the menu by itself; a left click always comes here.
-    m_tray.setContextMenu(&cd);
-    connect(&m_tray, &QSystemTrayIcon::activated, this, &sett::trayEvent);
 }
 
 sett::~sett()
 {
     removeTrayIcon();
-    m_tray.setContextMenu(nullptr);
 }
 
 void sett::fill(QMenu &menu, quint32 which)
@@ -104,12 +96,21 @@ void sett::setTheme(const Theme &theme)
 
 void sett::addTrayIcon()
 {
-    m_tray.show();
+    m_tray = std::make_unique<QSystemTrayIcon>(appIcon());
+    m_tray->setObjectName(u"tray"_s);
+    m_tray->setToolTip(QCoreApplication::applicationName());
+    // A tray host may open the menu by itself; a left click always comes here.
+    m_tray->setContextMenu(&cd);
+    connect(m_tray.get(), &QSystemTrayIcon::activated, this, &sett::trayEvent);
+    m_tray->show();
 }
 
 void sett::removeTrayIcon()
 {
-    m_tray.hide();
+    if (!m_tray)
+        return;
+    m_tray->hide();
+    m_tray->setContextMenu(nullptr);
 }
 
 void sett::trayEvent(QSystemTrayIcon::ActivationReason reason)

@@ -47,9 +47,9 @@ public:
 
     void setTheme(const Theme &theme);
 
+    // Making the icon asks the desktop's tray and waits for its answer.
     void addTrayIcon();
     void removeTrayIcon();
-    const QSystemTrayIcon &trayIcon() const { return m_tray; }
 
     // A button was released on the tray icon; opens `cd` for the left and the right one.
     void trayEvent(QSystemTrayIcon::ActivationReason reason);
@@ -60,7 +60,7 @@ Q_SIGNALS:
 private:
     void fill(QMenu &menu, quint32 which);
 
-    QSystemTrayIcon m_tray;
+    std::unique_ptr<QSystemTrayIcon> m_tray;
 };
 
 } // namespace plum

@@ -54,7 +54,7 @@ QString Theme::styleSheet() const
     QString sheet = uR"(
 QWidget { color: @text; }
 QLabel[quiet="true"] { color: @quiet; }
-QLabel[heading="true"] { font-weight: 600; }
+QLabel[heading="true"] { font-weight: bold; }
 QLineEdit, QPlainTextEdit, QComboBox {
     background: @field; border: 1px solid @line; border-radius: 6px; padding: 6px 9px;
     selection-background-color: @accent; selection-color: @onAccent;

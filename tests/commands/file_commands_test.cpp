@@ -78,6 +78,16 @@ TEST(FileCall, StartsHiddenAndShowsTheStore)
         (QStringList{u"open p.exe|-a|0"_s, u"store layout"_s, u"store loading"_s}));
 }
 
+TEST(FileCall, ResolvesTheScriptsFolder)
+{
+    ScriptBench bench;
+    bench.state.runctx[0] = u"C:\\a\\main.wf"_s;
+    EXPECT_EQ(
+        bench.eventsOf(u"file.call \"_pfold_/p.exe\",\"/x\",\"\""_s).first(), u"open C:\\a\\p.exe|/x|0"_s);
+    EXPECT_EQ(
+        bench.eventsOf(u"file.open \"_pfold_/p.exe\",\"/x\",\"\""_s).first(), u"open C:\\a\\p.exe|/x|1"_s);
+}
+
 TEST(FileCall, HtmlSizesTheBrowserAndEmptiesIt)
 {
     ScriptBench bench;
@@ -144,6 +154,16 @@ TEST(FileCallJs, AnAddressIsFetched)
     bench.http.answer = {200, {}, "function f(){}\r\n// end\n"};
     EXPECT_EQ(bench.eventsOf(u"file.call_js \"http://h/f.js\",\"f\",\"\",\"x\""_s),
         (QStringList{u"get http://h/f.js"_s, u"javascript function f(){}// end\nf();"_s}));
+}
+
+TEST(FileCallJs, OnlyHttpInSmallLettersIsAnAddress)
+{
+    ScriptBench bench;
+    bench.http.answer = {200, {}, "x"};
+    EXPECT_EQ(bench.eventsOf(u"file.call_js \"HTTP://h/f.js\",\"f\",\"\",\"x\""_s),
+        QStringList{u"javascript f();"_s});
+    EXPECT_EQ(bench.eventsOf(u"file.call_js \"https://h/f.js\",\"f\",\"\",\"x\""_s).first(),
+        u"get https://h/f.js"_s);
 }
 
 TEST(FileCallJs, HtmlDiscardsTheResult)

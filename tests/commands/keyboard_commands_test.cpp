@@ -107,6 +107,13 @@ TEST_F(KeyboardScript, KeyDownWithAnEmptyNameSendsTheCodeOfZ)
     EXPECT_EQ(bench.eventsOf(u"keyboard.key_up \"\""_s), QStringList{u"key 90 2"_s});
 }
 
+TEST_F(KeyboardScript, KeyDownAndKeyUpAreCutAtTheFirstColonOnly)
+{
+    EXPECT_EQ(bench.eventsOf(u"keyboard.key_down \"a\":\"b\""_s), QStringList{u"key 65 0"_s});
+    EXPECT_EQ(bench.eventsOf(u"keyboard.key_up \"a\":\"b\""_s), QStringList{u"key 65 2"_s});
+    EXPECT_EQ(bench.eventsOf(u"keyboard.key_down \"a\",\"b\""_s), QStringList{u"key 0 0"_s});
+}
+
 TEST_F(KeyboardScript, SendPutsTheOldTextBack)
 {
     bench.platform.clipboard().content = u"old"_s;
@@ -151,6 +158,16 @@ TEST_F(KeyboardScript, EnsendWithoutAKeyIsAnError)
 {
     EXPECT_EQ(raisedBy([&] { bench.run({u"keyboard.ensend \"short\""_s}); }), RunTimeError::TypeMismatch);
     EXPECT_EQ(raisedBy([&] { bench.run({u"keyboard.ensend"_s}); }), RunTimeError::TypeMismatch);
+    // The key's second digit stands behind a colon, where the text has ended.
+    EXPECT_EQ(raisedBy([&] {
+        bench.run({u"keyboard.ensend \""_s + QString(10, u'1') + u"1\":\""_s + QString(40, u'1') + u'"'});
+    }),
+        0)
+        << "one digit is a key too";
+    EXPECT_EQ(raisedBy([&] {
+        bench.run({u"keyboard.ensend \""_s + QString(10, u'1') + u"\":\""_s + QString(40, u'1') + u'"'});
+    }),
+        RunTimeError::TypeMismatch);
     EXPECT_EQ(raisedBy([&] { bench.run({u"keyboard.ensend \""_s + QString(40, u'x') + u'"'}); }),
         RunTimeError::TypeMismatch);
 }

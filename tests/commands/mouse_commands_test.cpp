@@ -78,6 +78,8 @@ TEST_F(MouseScript, APointOutOfRangeOrNoPointIsAnError)
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.move \"40000:1\""_s}); }), RunTimeError::Overflow);
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.move \"a:b\""_s}); }), RunTimeError::TypeMismatch);
     EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.drag \"1:1\",\"x\""_s}); }), RunTimeError::TypeMismatch);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.drag_to"_s}); }), RunTimeError::TypeMismatch);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.after_offset"_s}); }), RunTimeError::TypeMismatch);
 }
 
 TEST_F(MouseScript, GetStoresThePosition)
@@ -92,9 +94,19 @@ TEST_F(MouseScript, GetStoresThePosition)
 TEST_F(MouseScript, GetTakesOnlyItsFirstField)
 {
     bench.platform.pointer().at = QPoint(10, 20);
-    bench.runKeepingVariables({u"mouse.get_xy \"p\",\"q\""_s});
+    bench.runKeepingVariables(
+        {u"mouse.get_xy \"p\",\"q\""_s, u"mouse.get_x \"x\",\"q\""_s, u"mouse.get_y \"y\",\"q\""_s});
     EXPECT_EQ(bench.variable(u"p"_s), u"10:20"_s);
-    EXPECT_EQ(bench.state.vardict.size(), 1);
+    EXPECT_EQ(bench.variable(u"x"_s), u"10"_s);
+    EXPECT_EQ(bench.variable(u"y"_s), u"20"_s);
+    EXPECT_EQ(bench.state.vardict.size(), 3);
+}
+
+TEST_F(MouseScript, MovesTakeOnlyTheirFirstField)
+{
+    EXPECT_EQ(bench.eventsOf(u"mouse.move \"10:20\",\"30:40\""_s), QStringList{u"move 10 20"_s});
+    EXPECT_EQ(bench.eventsOf(u"mouse.offset \"1:1\",\"30:40\""_s), QStringList{u"move 11 21"_s});
+    EXPECT_EQ(bench.eventsOf(u"mouse.move ,\"30:40\""_s), QStringList());
 }
 
 TEST_F(MouseScript, OffsetMovesFromWhereThePointerIs)
@@ -109,6 +121,12 @@ TEST_F(MouseScript, OffsetsWrapAtSixteenBits)
 {
     bench.platform.pointer().at = QPoint(32767, 0);
     EXPECT_EQ(bench.eventsOf(u"mouse.offset \"1:0\""_s), QStringList{u"move -32768 0"_s});
+}
+
+TEST_F(MouseScript, OffsetFromAPlaceBeyondSixteenBitsOverflows)
+{
+    bench.platform.pointer().at = QPoint(32768, 0);
+    EXPECT_EQ(raisedBy([&] { bench.run({u"mouse.offset \"-1:0\""_s}); }), RunTimeError::Overflow);
 }
 
 TEST_F(MouseScript, WhileClickRepeatsItsCount)
@@ -229,6 +247,19 @@ TEST_F(MouseScript, UnknownCommandsDoNothing)
     EXPECT_EQ(bench.eventsOf(u"mouse.m_click"_s), QStringList());
     EXPECT_EQ(bench.eventsOf(u"mouse.Click"_s), QStringList());
     EXPECT_EQ(bench.eventsOf(u"mouse."_s), QStringList());
+}
+
+TEST(MouseClicks, ShareTheirCounterWithAClickInsideTheirWaits)
+{
+    recording::ScriptBench bench;
+    int waits = 0;
+    bench.waiter.onWait = [&] {
+        if (++waits == 1)
+            bench.clicks.doubleClick(2);
+    };
+    bench.clicks.leftClick(3);
+    EXPECT_EQ(bench.events().count(u"mouse 2"_s), 1) << "the double clicks counted to the end of both";
+    EXPECT_EQ(bench.events().count(u"mouse 6"_s), 4);
 }
 
 TEST(MouseClicks, RepeatAsOftenAsAsked)

@@ -201,6 +201,8 @@ TEST(RandomAlnum, DrawsLettersAndDigitsAlone)
     static const QRegularExpression expected(u"^[A-Za-z0-9]{500}$"_s);
     EXPECT_TRUE(expected.match(plum::RandomAlnum(500)).hasMatch());
     EXPECT_EQ(plum::RandomAlnum(0), QString());
+    const QString many = plum::RandomAlnum(20'000);
+    EXPECT_EQ(QSet<QChar>(many.begin(), many.end()).size(), 26 + 26 + 10) << "each of them";
 }
 
 TEST(PartHeader, FillsEachTemplateOnce)

@@ -93,6 +93,14 @@ TEST_F(OsCommandsTest, GetClipboardStoresTheTextAndTheEmptyTextToo)
     EXPECT_EQ(bench.variable(u"v"_s), QString());
 }
 
+TEST_F(OsCommandsTest, ClipboardCommandsTakeOnlyTheirFirstField)
+{
+    EXPECT_EQ(bench.eventsOf(u"os.set_clipboard \"a\",\"b\""_s).last(), u"clipboard set a"_s);
+    bench.runKeepingVariables({u"os.get_clipboard \"v\",\"w\""_s});
+    EXPECT_EQ(bench.variable(u"v"_s), u"a"_s);
+    EXPECT_EQ(bench.state.vardict.size(), 1);
+}
+
 TEST_F(OsCommandsTest, TipsShowsTheTextAndSuspendsTheRun)
 {
     bench.run({u"os.tips \"done\":\"no\""_s, u"mouse.l_down"_s});

@@ -150,6 +150,16 @@ TEST(TextCodecs, PagesComeBackWhole)
     EXPECT_EQ(BytesToText(*gb2312, codec), level1);
 }
 
+TEST(TextCodecs, AMarkIsNotPartOfASystemText)
+{
+    plum::LinuxTextCodec codec;
+    EXPECT_EQ(codec.fromSystem("\xEF\xBB\xBF"
+                               "set.a"),
+        u"set.a"_s);
+    EXPECT_EQ(codec.fromSystem("\xEF\xBB\xBF"), QString());
+    EXPECT_EQ(codec.toSystem(u"é"), "\xC3\xA9");
+}
+
 TEST(TextCodecs, BytesThatAreNoTextDoNotHideTheRest)
 {
     plum::LinuxTextCodec codec;
@@ -170,4 +180,7 @@ TEST(ResponseText, FollowsTheContentType)
     EXPECT_EQ(plum::responseText({200, "text/plain; charset=no-such", "\xC3\xA9"}, codec), u"é"_s);
     EXPECT_EQ(plum::responseText({200, "text/plain", "\xC3\xA9"}, codec), u"é"_s);
     EXPECT_EQ(plum::responseText({200, "text/plain; charset=GBK", "\xEF\xBB\xBF\xC3\xA9"}, codec), u"é"_s);
+    // Servers say GB2312 for pages with characters that only GBK has.
+    EXPECT_EQ(plum::responseText({200, "text/plain; charset=gb2312", "\xE9\x46"}, codec), u"镕"_s);
+    EXPECT_EQ(plum::responseText({200, "text/plain", QByteArray("\xFF\xFE\xE9\x00", 4)}, codec), u"é"_s);
 }

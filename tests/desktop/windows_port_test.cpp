@@ -49,6 +49,25 @@ TEST_P(WindowsPort, knowsTheWindowUnderThePointer)
     EXPECT_EQ(windows().underPointer(), 0);
 }
 
+TEST_P(WindowsPort, fetchesAWindowFromAnotherDesktop)
+{
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    const auto cover = startProbe(u"Cover"_s, {0, 0, 1200, 850});
+    ASSERT_TRUE(isReadyForUse(*cover));
+    EXPECT_TRUE(windows().isOnScreen(handle));
+
+    outputOf(u"xdotool"_s, {u"set_desktop"_s, u"1"_s});
+    ASSERT_TRUE(eventually([&] { return !windows().isOnScreen(handle); }));
+    windows().bringHere(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    EXPECT_FALSE(windows().isOnScreen(handleOf(*cover)));
+
+    windows().minimise(handle);
+    EXPECT_FALSE(windows().isOnScreen(handle));
+    EXPECT_FALSE(windows().isOnScreen(0));
+    windows().bringHere(0);
+}
+
 TEST_P(WindowsPort, findsAWindowByItsWholeTitle)
 {
     const auto other = startProbe(u"Überschrift 标题"_s, {700, 500, 300, 200});
@@ -145,6 +164,18 @@ TEST_P(WindowsPort, maximisesAShownAndAMinimisedWindow)
     EXPECT_TRUE(view->isViewable(probe->window()));
     EXPECT_TRUE(eventually([&] { return frame().contains(QRect(0, 0, 1280, 800)); }));
     EXPECT_EQ(windows().rectangle(handle), frame());
+}
+
+TEST_P(WindowsPort, bringsAHiddenWindowBackMaximisedOrMinimised)
+{
+    windows().hide(handle);
+    windows().maximise(handle);
+    EXPECT_TRUE(view->isViewable(probe->window()));
+    EXPECT_TRUE(eventually([&] { return frame().contains(QRect(0, 0, 1280, 800)); }));
+    windows().hide(handle);
+    windows().minimise(handle);
+    EXPECT_FALSE(view->isViewable(probe->window()));
+    EXPECT_TRUE(view->isListed(probe->window()));
 }
 
 TEST_P(WindowsPort, keepsAWindowAboveTheActiveOne)

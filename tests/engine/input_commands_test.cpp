@@ -17,6 +17,15 @@ TEST(InputEnter, StoresWhatWasTypedAfterTheKeyword)
     EXPECT_EQ(bench.variable(u"also"_s), u"Ann, Bob"_s);
 }
 
+TEST(InputEnter, TakesOnlyItsFirstField)
+{
+    ScriptBench bench;
+    bench.launcher.keywordBox = u"mail Ann"_s;
+    bench.runKeepingVariables({u"input.enter \"who\",\"else\""_s});
+    EXPECT_EQ(bench.variable(u"who"_s), u"Ann"_s);
+    EXPECT_EQ(bench.state.vardict.size(), 1);
+}
+
 TEST(InputEnter, OfAKeywordAloneIsEmpty)
 {
     ScriptBench bench;

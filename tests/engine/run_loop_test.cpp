@@ -153,6 +153,13 @@ TEST_F(ScriptLine, AnEscapedCommaReachesTheHandlerAsItsPlaceholder)
     EXPECT_EQ(bench.variable(u"a"_s), u"1,2,3"_s);
 }
 
+TEST_F(ScriptLine, AnEscapeIsLookedForAnewInArgumentsThatStayed)
+{
+    // The placeholder of the first escape and the comma behind it are an escape for the next line.
+    EXPECT_EQ(callsOf({u"file.a _,_,_"_s, u"file.b"_s}),
+        (QStringList{u"a|tarnwick_dou_,_"_s, u"b|tarnwick_doutarnwick_dou_"_s}));
+}
+
 TEST_F(ScriptLine, SetTakesItsArgumentsWhole)
 {
     bench.loop.addNamespace(u"set"_s, probe);
@@ -220,6 +227,16 @@ TEST_F(Suspension, OtherCommandsOfOsGoOn)
     EXPECT_EQ(probe.calls, QStringList{u"b|"_s});
 }
 
+TEST_F(Suspension, AlsoComesWithACommandKeptFromTheLineBefore)
+{
+    bench.run({u"nothing.tips x"_s, u"os \"hello\""_s, u"file.b "_s});
+    EXPECT_EQ(bench.events().last(), u"tip hello"_s);
+    EXPECT_EQ(bench.state.runidx[0], 2);
+    bench.run({u"nothing.text x"_s, u"input \"who\",\"Your name?\""_s, u"file.b "_s});
+    EXPECT_EQ(bench.events().last(), u"input Your name?|who"_s);
+    EXPECT_EQ(probe.calls, QStringList());
+}
+
 TEST_F(Suspension, OnTheLastLineKeepsTheVariables)
 {
     recording::ProbeHandler os;
@@ -236,6 +253,20 @@ TEST_F(Suspension, InputTextShowsThePromptAndRemembersTheVariable)
     EXPECT_EQ(bench.events(), (QStringList{u"wait 10"_s, u"input Your name?|who"_s}));
     EXPECT_EQ(bench.state.runidx[0], 1);
     EXPECT_EQ(probe.calls, QStringList());
+}
+
+TEST_F(Suspension, InputTextTakesUnknownVariablesAsTheirNames)
+{
+    bench.run({u"input.text set.who,set.Name?"_s});
+    EXPECT_EQ(bench.events().last(), u"input Name?|who"_s);
+}
+
+TEST_F(Suspension, OtherCommandsAndNamespacesThatLookAlikeGoOn)
+{
+    bench.run({u"me.text_inputs \"x\""_s, u"me.text \"x\""_s, u"input.text_input \"x\""_s,
+        u"mouse.tips \"x\""_s, u"file.tips \"x\""_s, u"file.b "_s});
+    EXPECT_EQ(probe.calls, (QStringList{u"tips|\"x\""_s, u"b|"_s}));
+    EXPECT_EQ(bench.events(), QStringList(6, u"wait 10"_s));
 }
 
 TEST_F(Suspension, InputTextWithOnePieceShowsItTwice)

@@ -118,6 +118,32 @@ TEST(TextReplace, FewerThanSevenPiecesAreASubscriptError)
         RunTimeError::SubscriptOutOfRange);
 }
 
+TEST(TextReplace, UnknownVariablesAreTheirNamesInEveryPiece)
+{
+    ScriptBench bench;
+    bench.runKeepingVariables({u"text.replace set.r,set.aAa,set.a,set.b,set.2,set.2,set.no"_s});
+    EXPECT_EQ(bench.variable(u"r"_s), u"bb"_s);
+}
+
+TEST(TextReplace, CountAndStartAreThirtyTwoBitNumbers)
+{
+    ScriptBench bench;
+    bench.runKeepingVariables({u"text.replace \"r\",\"abc\",\"b\",\"x\",\"70000\",\"1\",\"\""_s,
+        u"text.replace \"beyond\",\"abc\",\"b\",\"x\",\"\",\"70000\",\"\""_s,
+        u"text.replace \"rounded\",\"abab\",\"a\",\"x\",\"0.5\",\"2.5\",\"\""_s});
+    EXPECT_EQ(bench.variable(u"r"_s), u"axc"_s);
+    EXPECT_EQ(bench.variable(u"beyond"_s), QString());
+    EXPECT_EQ(bench.variable(u"rounded"_s), u"bab"_s);
+}
+
+TEST(TextReplace, ASinglePieceIsAllSevenAndStoresNothing)
+{
+    ScriptBench bench;
+    bench.runKeepingVariables({u"text.replace \"r\""_s});
+    EXPECT_TRUE(bench.state.vardict.contains(u"r"_s));
+    EXPECT_EQ(bench.variable(u"r"_s), QString());
+}
+
 TEST(TextReplace, ACountOrStartThatIsNoNumberIsATypeMismatch)
 {
     for (const QString &numbers : {u"\"x\",\"\""_s, u"\"\",\"x\""_s}) {

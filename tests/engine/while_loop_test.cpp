@@ -101,6 +101,11 @@ TEST_F(WhileLoop, TheCountMayBeAVariable)
     EXPECT_EQ(probe.calls.size(), 3);
 }
 
+TEST_F(WhileLoop, UnknownVariablesAreTheirNamesInModeAndCount)
+{
+    EXPECT_EQ(passes(u"set.count,set.3"_s), 3);
+}
+
 TEST_F(WhileLoop, TheCountIsReadAtTheEnd)
 {
     EXPECT_EQ(orderOf({u"set.n \"1\""_s, u"while.start \"count\",set.n"_s, u"set.n \"3\""_s, u"file.a "_s,
@@ -163,6 +168,12 @@ TEST_F(WhileLoop, LeavesItsBoundsInTheSharedIndices)
     bench.run({u"while.start \"count\",\"0\""_s, u"file.a "_s, u"while.end"_s, u"file.b "_s});
     EXPECT_EQ(bench.state.runidx[0], 2) << "the line of while.end";
     EXPECT_EQ(bench.state.runidx[1], 3) << "the last line of the list";
+}
+
+TEST_F(WhileLoop, AStartWithoutArgumentsHasThoseOfTheLineBefore)
+{
+    EXPECT_EQ(
+        orderOf({u"file.a \"count\",\"3\""_s, u"while.start"_s, u"file.b "_s, u"while.end"_s}), u"abbb"_s);
 }
 
 TEST_F(WhileLoop, AStartSetsTheIndexOfItsBody)

@@ -1,5 +1,7 @@
 #include "store_bench.h"
 
+#include "store/answered_shell.h"
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -73,7 +75,7 @@ TEST_F(Channel, ClosingTheWindowSwitchesTheChannelOff)
     EXPECT_EQ(bench.events(), (QStringList{u"hide"_s, u"clear page"_s}));
 }
 
-TEST_F(Channel, AHelperStartedByAScriptSwitchesItOnAgain)
+TEST_F(Channel, AProgramCalledByAScriptSwitchesItOnAgain)
 {
     bench.channel.setEnabled(false);
     bench.store.showLoadingPicture();
@@ -89,4 +91,30 @@ TEST_F(Channel, AMessageThatWaitedArrivesWhenTheChannelIsSwitchedOn)
     EXPECT_TRUE(bench.events().isEmpty());
     bench.channel.setEnabled(true);
     EXPECT_EQ(bench.events().first(), u"write waited"_s);
+}
+
+TEST_F(Channel, AStartOfAHelperSwitchesItOnAgain)
+{
+    bench.channel.setEnabled(false);
+    plum::AnsweredShell shell(bench.platform.shell(), bench.channel);
+    EXPECT_TRUE(shell.startHelper(u"browser.exe"_s, u"page"_s, plum::ShowState::Normal));
+    EXPECT_TRUE(bench.channel.isEnabled());
+    EXPECT_EQ(bench.events(), QStringList{u"helper browser.exe|page|1"_s});
+}
+
+TEST_F(Channel, NothingElseOfTheScriptsShellSwitchesItOn)
+{
+    bench.channel.setEnabled(false);
+    bench.platform.shell().desktop = u"/desktop"_s;
+    bench.platform.shell().shortcuts = {{u"a.lnk"_s, u"/target"_s}};
+    plum::AnsweredShell shell(bench.platform.shell(), bench.channel);
+    EXPECT_TRUE(shell.open(u"note.txt"_s, u"x"_s, plum::ShowState::Normal));
+    EXPECT_EQ(shell.desktopFolder(), u"/desktop"_s);
+    EXPECT_EQ(shell.shortcutTarget(u"a.lnk"_s), u"/target"_s);
+    EXPECT_EQ(bench.events().size(), 1);
+    EXPECT_FALSE(bench.channel.isEnabled());
+
+    bench.platform.shell().succeeds = false; // a helper that is not there answers nothing
+    EXPECT_FALSE(shell.startHelper(u"browser.exe"_s, u"page"_s, plum::ShowState::Normal));
+    EXPECT_FALSE(bench.channel.isEnabled());
 }

@@ -157,6 +157,14 @@ TEST_F(Generator, TextsFromAppsAreNeverHtml)
     EXPECT_TRUE(page(u"plum/apps/evil/index.html"_s).contains("&lt;script&gt;alert(1)"));
 }
 
+TEST_F(Generator, AGuideThatIsTheSummaryIsSaidOnce)
+{
+    files.write(u"apps/once/main.wf"_s, "//guide:Counts the windows\r\nos.tips \"<b>\"\r\n");
+    ASSERT_EQ(generate(files.folder() + u"/apps"_s), 0);
+    // The other place is the script itself.
+    EXPECT_EQ(page(u"plum/apps/once/index.html"_s).count("Counts the windows"), 2);
+}
+
 TEST_F(Generator, AGuideThatIsAnAddressBecomesALink)
 {
     ASSERT_EQ(generate(fixtures), 0);

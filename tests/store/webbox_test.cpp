@@ -1,6 +1,7 @@
 #include "store_bench.h"
 
 #include "store/download_texts.h"
+#include "support/file_size_limit.h"
 #include "zip_writer.h"
 
 #include <QCryptographicHash>
@@ -78,6 +79,18 @@ TEST_F(Store, Mode1DownloadsThePackageOfTheName)
     bench.store.XzSet(1, u"notes"_s);
     EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
     EXPECT_TRUE(bench.hasApp(u"notes"_s));
+}
+
+TEST_F(Store, ANameWithSignsOfAnAddressIsStillAName)
+{
+    bench.store.XzSet(1, u"a#b%c d你"_s);
+    EXPECT_EQ(bench.events(),
+        startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
+    bench.transfers.end(4);
+    bench.platform.log.clear();
+    follow(u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s);
+    EXPECT_EQ(bench.events(),
+        startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
 }
 
 TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
@@ -175,6 +188,33 @@ TEST_F(Store, SaysInstalledEvenWhenThePackageIsNoArchive)
     EXPECT_EQ(bench.events(), success + QStringList({u"add app notes"_s, u"caption Download completed"_s}));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+}
+
+TEST_F(Store, AFullDiskLeavesNoHalfApp)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    plum::ZipWriter archive;
+    archive.add(u"main.wf"_s, "script", QDateTime::currentDateTime());
+    archive.add(u"picture"_s, QByteArray(500'000, 'x'), QDateTime::currentDateTime());
+    bench.files.write(u"notes.wfp"_s, archive.finish());
+    bench.platform.log.clear();
+    {
+        const plum::test::FileSizeLimit limit(100'000);
+        complete();
+    }
+    EXPECT_EQ(bench.events(),
+        (QStringList{
+            u"message There is no room left on the disk. The package was not installed. (system-modal)"_s,
+            u"caption Download completed"_s}));
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/config/unpacking"_s));
+
+    // With room again the same package installs.
+    bench.store.XzSet(1, u"notes"_s);
+    bench.files.write(u"notes.wfp"_s, archive.finish());
+    complete();
+    EXPECT_EQ(script(u"notes"_s), "script");
 }
 
 TEST_F(Store, ADownloadBesideAnOlderPackageInstallsTheOlderOne)
@@ -358,31 +398,4 @@ TEST_F(Store, ACalledProgramsPageIsPrepared)
     EXPECT_EQ(bench.events(),
         (QStringList{
             u"browser width 325"_s, u"browser height 225"_s, u"clear page"_s, u"lay out"_s, u"loading 1"_s}));
-}
-
-TEST(ShellUrl, SplitsBehindTheSecondHash)
-{
-    EXPECT_EQ(plum::webbox::ShellUrl(u"#open#http://a/#b"_s), (QStringList{u"#open#"_s, u"http://a/#b"_s}));
-    EXPECT_EQ(plum::webbox::ShellUrl(u"a##"_s), (QStringList{u"a##"_s, QString()}));
-}
-
-TEST(ShellUrl, ATextWithFewerThanTwoHashesGivesNothing)
-{
-    EXPECT_TRUE(plum::webbox::ShellUrl(u"a#b"_s).isEmpty());
-    EXPECT_TRUE(plum::webbox::ShellUrl(u"ab"_s).isEmpty());
-    EXPECT_TRUE(plum::webbox::ShellUrl({}).isEmpty());
-}
-
-TEST(RepUrl, TurnsThePrefixAroundAndReturnsTheRest)
-{
-    QString prefix = u"C:\\plum\\"_s;
-    EXPECT_EQ(plum::webbox::repurl(u"file:///C:/plum/a/C:/plum/b"_s, prefix), u"a/C:/plum/b"_s);
-    EXPECT_EQ(prefix, u"C:/plum/"_s);
-}
-
-TEST(RepUrl, APrefixThatIsNotThereLeavesNothing)
-{
-    QString prefix = u"x\\"_s;
-    EXPECT_EQ(plum::webbox::repurl(u"http://a"_s, prefix), QString());
-    EXPECT_EQ(prefix, u"x/"_s);
 }

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <sys/mount.h>
+#include <sys/stat.h>
 
 namespace plum {
 
@@ -54,7 +55,7 @@ void fill(const QString &path)
 
 TEST_F(AppLibraryTest, createMakesTheFolderTheScriptAndTheListEntry)
 {
-    EXPECT_TRUE(library.CreateApp(u"note"_s, u"time.sleep \"1\"\r\n"_s));
+    EXPECT_TRUE(appLibrary.CreateApp(u"note"_s, u"time.sleep \"1\"\r\n"_s));
     EXPECT_EQ(bytesOf(folder.script(u"note"_s)), "time.sleep \"1\"\r\n");
     EXPECT_EQ(said(), QStringList(u"message! Successfully"_s));
     EXPECT_EQ(bytesOf(folder.configTxt()), "note\r\n");
@@ -63,13 +64,13 @@ TEST_F(AppLibraryTest, createMakesTheFolderTheScriptAndTheListEntry)
 TEST_F(AppLibraryTest, createSavesTheOrderAfterItsMessage)
 {
     dialogs.onMessage = [this] { EXPECT_FALSE(QFile::exists(folder.configTxt())); };
-    library.CreateApp(u"note"_s, {});
+    appLibrary.CreateApp(u"note"_s, {});
     EXPECT_TRUE(QFile::exists(folder.configTxt()));
 }
 
 TEST_F(AppLibraryTest, createWithoutKeywordAsksForOne)
 {
-    EXPECT_FALSE(library.CreateApp({}, u"x"_s));
+    EXPECT_FALSE(appLibrary.CreateApp({}, u"x"_s));
     EXPECT_EQ(said(), QStringList(u"message! Keyword is required"_s));
     EXPECT_TRUE(listed().isEmpty());
 }
@@ -77,7 +78,7 @@ TEST_F(AppLibraryTest, createWithoutKeywordAsksForOne)
 TEST_F(AppLibraryTest, createRefusesAnExistingKeywordAndKeepsItsScript)
 {
     folder.addApp(u"note"_s, "old");
-    EXPECT_FALSE(library.CreateApp(u"note"_s, u"new"_s));
+    EXPECT_FALSE(appLibrary.CreateApp(u"note"_s, u"new"_s));
     EXPECT_EQ(said(), QStringList(u"message The Keyword already exists, whether it is renamed ?"_s));
     EXPECT_EQ(bytesOf(folder.script(u"note"_s)), "old");
 }
@@ -85,7 +86,7 @@ TEST_F(AppLibraryTest, createRefusesAnExistingKeywordAndKeepsItsScript)
 TEST_F(AppLibraryTest, createFindsAnExistingFolderWithoutRegardToLetterCase)
 {
     folder.addApp(u"Note"_s);
-    EXPECT_FALSE(library.CreateApp(u"nOTE"_s, {}));
+    EXPECT_FALSE(appLibrary.CreateApp(u"nOTE"_s, {}));
     EXPECT_EQ(said(), QStringList(u"message The Keyword already exists, whether it is renamed ?"_s));
 }
 
@@ -93,7 +94,7 @@ TEST_F(AppLibraryTest, createWithAForbiddenCharacterFailsWhenTheFolderIsMade)
 {
     for (const QChar c : u"\\/:*?\"<|>"_s) {
         log.clear();
-        EXPECT_FALSE(library.CreateApp(u"a"_s + c + u"b"_s, {}));
+        EXPECT_FALSE(appLibrary.CreateApp(u"a"_s + c + u"b"_s, {}));
         EXPECT_EQ(said(), QStringList(u"message! Can not exist *[\\/:*?\"<|>]*"_s));
     }
     EXPECT_FALSE(QFile::exists(folder.apps()));
@@ -104,8 +105,8 @@ TEST_F(AppLibraryTest, createOutsideTheLibraryMakesNothing)
     folder.addApp(u"a"_s);
     for (const QString &name :
         {u".."_s, u"."_s, u"../x"_s, u"..\\x"_s, u"/tmp/plum-x"_s, u"C:\\x"_s, QString(QChar(0))}) {
-        EXPECT_FALSE(library.CreateApp(name, u"x"_s));
-        EXPECT_FALSE(library.SaveApp(name, u"x"_s));
+        EXPECT_FALSE(appLibrary.CreateApp(name, u"x"_s));
+        EXPECT_FALSE(appLibrary.SaveApp(name, u"x"_s));
     }
     EXPECT_EQ(QDir(folder.path() + u"/config"_s).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
         QStringList(u"apps"_s));
@@ -114,14 +115,14 @@ TEST_F(AppLibraryTest, createOutsideTheLibraryMakesNothing)
 
 TEST_F(AppLibraryTest, createWritesTheTextAsItStands)
 {
-    library.CreateApp(u"a"_s, u"one\ntwo\rthree\r\n\u00e9\u4f60"_s);
+    appLibrary.CreateApp(u"a"_s, u"one\ntwo\rthree\r\n\u00e9\u4f60"_s);
     EXPECT_EQ(bytesOf(folder.script(u"a"_s)), u"one\ntwo\rthree\r\n\u00e9\u4f60"_s.toUtf8());
 }
 
 TEST_F(AppLibraryTest, createWhereFoldersCannotBeMadeSaysErrorAndListsNothing)
 {
     writeBytes(folder.path() + u"/config/apps"_s, "a file where the library should be");
-    EXPECT_FALSE(library.CreateApp(u"note"_s, {}));
+    EXPECT_FALSE(appLibrary.CreateApp(u"note"_s, {}));
     EXPECT_EQ(said(), QStringList(u"message! Error"_s));
     EXPECT_TRUE(listed().isEmpty());
 }
@@ -130,18 +131,18 @@ TEST_F(AppLibraryTest, namesWithEmojiQuotesTrailingBlanksAnd255BytesWork)
 {
     const QString longest(255, u'n');
     for (const QString &name : {u"\U0001F680 go"_s, u"it's"_s, u"blank "_s, longest}) {
-        EXPECT_TRUE(library.CreateApp(name, u"x"_s)) << qPrintable(name);
+        EXPECT_TRUE(appLibrary.CreateApp(name, u"x"_s)) << qPrintable(name);
         EXPECT_EQ(bytesOf(folder.script(name)), "x");
     }
     EXPECT_EQ(listFile.load(), listed());
     for (const QString &name : listed())
-        EXPECT_TRUE(library.DeleteApp(name));
+        EXPECT_TRUE(appLibrary.DeleteApp(name));
     EXPECT_TRUE(QDir(folder.apps()).isEmpty());
 }
 
 TEST_F(AppLibraryTest, aNameOf256BytesSaysError)
 {
-    EXPECT_FALSE(library.CreateApp(QString(256, u'n'), {}));
+    EXPECT_FALSE(appLibrary.CreateApp(QString(256, u'n'), {}));
     EXPECT_EQ(said(), QStringList(u"message! Error"_s));
 }
 
@@ -150,12 +151,12 @@ TEST_F(AppLibraryTest, aFullDiskKeepsTheOldScriptAndOrder)
     const SmallDisk disk(folder.path() + u"/config"_s);
     if (!disk.isMounted())
         GTEST_SKIP() << "mounting a file system is not allowed here";
-    ASSERT_TRUE(library.CreateApp(u"note"_s, u"old"_s));
+    ASSERT_TRUE(appLibrary.CreateApp(u"note"_s, u"old"_s));
     fill(folder.path() + u"/config/filler"_s);
     log.clear();
 
-    EXPECT_FALSE(library.SaveApp(u"note"_s, QString(100000, u'x')));
-    EXPECT_FALSE(library.CreateApp(u"other"_s, QString(100000, u'x')));
+    EXPECT_FALSE(appLibrary.SaveApp(u"note"_s, QString(100000, u'x')));
+    EXPECT_FALSE(appLibrary.CreateApp(u"other"_s, QString(100000, u'x')));
     listFile.ConfigSave(QStringList(20000, u"keyword"_s));
 
     EXPECT_EQ(said(), QStringList({u"message! Error"_s, u"message! Error"_s}));
@@ -167,20 +168,20 @@ TEST_F(AppLibraryTest, aFullDiskKeepsTheOldScriptAndOrder)
 TEST_F(AppLibraryTest, saveReplacesTheScript)
 {
     folder.addApp(u"note"_s, "old");
-    EXPECT_TRUE(library.SaveApp(u"note"_s, u"new"_s));
+    EXPECT_TRUE(appLibrary.SaveApp(u"note"_s, u"new"_s));
     EXPECT_EQ(bytesOf(folder.script(u"note"_s)), "new");
     EXPECT_EQ(said(), QStringList(u"message! Successfully"_s));
 }
 
 TEST_F(AppLibraryTest, saveWithoutKeywordAsksForOne)
 {
-    EXPECT_FALSE(library.SaveApp({}, u"x"_s));
+    EXPECT_FALSE(appLibrary.SaveApp({}, u"x"_s));
     EXPECT_EQ(said(), QStringList(u"message! Keyword is required"_s));
 }
 
 TEST_F(AppLibraryTest, saveWithoutFolderSaysError)
 {
-    EXPECT_FALSE(library.SaveApp(u"gone"_s, u"x"_s));
+    EXPECT_FALSE(appLibrary.SaveApp(u"gone"_s, u"x"_s));
     EXPECT_EQ(said(), QStringList(u"message! Error"_s));
     EXPECT_FALSE(QFile::exists(folder.apps(u"gone"_s)));
 }
@@ -189,7 +190,7 @@ TEST_F(AppLibraryTest, renameMovesTheFolderAndTheFirstEqualItem)
 {
     folder.addApp(u"a"_s, "A");
     lists.List.setStringList({u"z"_s, u"a"_s, u"a"_s});
-    EXPECT_TRUE(library.RenameApp(u"a"_s, u"b"_s));
+    EXPECT_TRUE(appLibrary.RenameApp(u"a"_s, u"b"_s));
     EXPECT_EQ(bytesOf(folder.script(u"b"_s)), "A");
     EXPECT_FALSE(QFile::exists(folder.apps(u"a"_s)));
     EXPECT_EQ(said(), QStringList(u"message! Successfully"_s));
@@ -201,7 +202,7 @@ TEST_F(AppLibraryTest, renameToAnExistingKeywordSaysSoAndChangesNothing)
     folder.addApp(u"a"_s, "A");
     folder.addApp(u"b"_s, "B");
     lists.List.setStringList({u"a"_s, u"b"_s});
-    EXPECT_FALSE(library.RenameApp(u"a"_s, u"b"_s));
+    EXPECT_FALSE(appLibrary.RenameApp(u"a"_s, u"b"_s));
     EXPECT_EQ(said(), QStringList(u"message! Keyword already exists"_s));
     EXPECT_EQ(bytesOf(folder.script(u"a"_s)), "A");
     EXPECT_EQ(bytesOf(folder.script(u"b"_s)), "B");
@@ -209,10 +210,32 @@ TEST_F(AppLibraryTest, renameToAnExistingKeywordSaysSoAndChangesNothing)
     EXPECT_FALSE(QFile::exists(folder.configTxt()));
 }
 
+TEST_F(AppLibraryTest, aPlainFileTakesItsNameToo)
+{
+    folder.addApp(u"a"_s, "A");
+    writeBytes(folder.apps(u"taken"_s), "x");
+    EXPECT_FALSE(appLibrary.CreateApp(u"taken"_s, u"new"_s));
+    EXPECT_FALSE(appLibrary.RenameApp(u"a"_s, u"TAKEN"_s));
+    EXPECT_EQ(said(),
+        QStringList({u"message The Keyword already exists, whether it is renamed ?"_s,
+            u"message! Keyword already exists"_s}));
+    EXPECT_EQ(appLibrary.DropPackage(u"/tmp/taken.wfp"_s), AppLibrary::Dropped::NeedsName);
+    EXPECT_EQ(bytesOf(folder.apps(u"taken"_s)), "x");
+}
+
+TEST_F(AppLibraryTest, deletingANameThatAFileHasRemovesTheItemAlone)
+{
+    writeBytes(folder.apps(u"taken"_s), "x");
+    lists.List.setStringList({u"taken"_s});
+    EXPECT_TRUE(appLibrary.DeleteApp(u"taken"_s));
+    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_EQ(bytesOf(folder.apps(u"taken"_s)), "x");
+}
+
 TEST_F(AppLibraryTest, renameToNothingIsIgnoredSilently)
 {
     folder.addApp(u"a"_s);
-    EXPECT_FALSE(library.RenameApp(u"a"_s, {}));
+    EXPECT_FALSE(appLibrary.RenameApp(u"a"_s, {}));
     EXPECT_TRUE(said().isEmpty());
     EXPECT_TRUE(QFile::exists(folder.apps(u"a"_s)));
 }
@@ -222,9 +245,9 @@ TEST_F(AppLibraryTest, renameOutOfTheLibraryMovesNothing)
     folder.addApp(u"a"_s);
     lists.List.setStringList({u"a"_s});
     for (const QString &name : {u".."_s, u"../out"_s, u"..\\out"_s, folder.path() + u"/out"_s})
-        EXPECT_FALSE(library.RenameApp(u"a"_s, name));
+        EXPECT_FALSE(appLibrary.RenameApp(u"a"_s, name));
     for (const QString &name : {QString(), u".."_s, u"."_s})
-        EXPECT_FALSE(library.RenameApp(name, u"b"_s));
+        EXPECT_FALSE(appLibrary.RenameApp(name, u"b"_s));
     EXPECT_TRUE(QFile::exists(folder.script(u"a"_s)));
     EXPECT_EQ(
         QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList(u"config"_s));
@@ -234,7 +257,7 @@ TEST_F(AppLibraryTest, renameOutOfTheLibraryMovesNothing)
 TEST_F(AppLibraryTest, renamingAnAppWhoseFolderIsGoneSaysError)
 {
     lists.List.setStringList({u"gone"_s});
-    EXPECT_FALSE(library.RenameApp(u"gone"_s, u"b"_s));
+    EXPECT_FALSE(appLibrary.RenameApp(u"gone"_s, u"b"_s));
     EXPECT_EQ(said(), QStringList(u"message! Error"_s));
     EXPECT_EQ(listed(), QStringList(u"gone"_s));
 }
@@ -244,7 +267,7 @@ TEST_F(AppLibraryTest, deleteAnsweredWithNoChangesNothing)
     folder.addApp(u"a"_s);
     lists.List.setStringList({u"a"_s});
     dialogs.answer = false;
-    EXPECT_FALSE(library.DeleteApp(u"a"_s));
+    EXPECT_FALSE(appLibrary.DeleteApp(u"a"_s));
     EXPECT_EQ(said(), QStringList(u"ask 确定删除?|提示"_s));
     EXPECT_TRUE(QFile::exists(folder.script(u"a"_s)));
     EXPECT_EQ(listed(), QStringList(u"a"_s));
@@ -256,7 +279,7 @@ TEST_F(AppLibraryTest, deleteAnsweredWithYesRemovesFolderItemAndLine)
     writeBytes(folder.apps(u"a/deep/.hidden"_s), "x");
     QFile::setPermissions(folder.apps(u"a/deep"_s), QFile::ReadOwner | QFile::ExeOwner);
     lists.List.setStringList({u"a"_s, u"b"_s});
-    EXPECT_TRUE(library.DeleteApp(u"a"_s));
+    EXPECT_TRUE(appLibrary.DeleteApp(u"a"_s));
     EXPECT_FALSE(QFile::exists(folder.apps(u"a"_s)));
     EXPECT_EQ(bytesOf(folder.configTxt()), "b\r\n");
 }
@@ -264,7 +287,7 @@ TEST_F(AppLibraryTest, deleteAnsweredWithYesRemovesFolderItemAndLine)
 TEST_F(AppLibraryTest, deletingAFolderThatIsGoneRemovesTheItem)
 {
     lists.List.setStringList({u"gone"_s});
-    EXPECT_TRUE(library.DeleteApp(u"gone"_s));
+    EXPECT_TRUE(appLibrary.DeleteApp(u"gone"_s));
     EXPECT_TRUE(listed().isEmpty());
     EXPECT_EQ(bytesOf(folder.configTxt()), "\r\n");
 }
@@ -272,7 +295,7 @@ TEST_F(AppLibraryTest, deletingAFolderThatIsGoneRemovesTheItem)
 TEST_F(AppLibraryTest, deleteWithNothingSelectedDeletesNothing)
 {
     folder.addApp(u"a"_s);
-    EXPECT_FALSE(library.DeleteApp({}));
+    EXPECT_FALSE(appLibrary.DeleteApp({}));
     EXPECT_TRUE(said().isEmpty());
     EXPECT_TRUE(QFile::exists(folder.script(u"a"_s)));
 }
@@ -283,7 +306,7 @@ TEST_F(AppLibraryTest, deletingANameThatLeavesTheLibraryRemovesItsItemAlone)
     const QStringList hostile{u".."_s, u"."_s, u"../.."_s, u"..\\load"_s, folder.path()};
     lists.List.setStringList(hostile);
     for (const QString &name : hostile)
-        EXPECT_TRUE(library.DeleteApp(name));
+        EXPECT_TRUE(appLibrary.DeleteApp(name));
     EXPECT_TRUE(listed().isEmpty());
     EXPECT_TRUE(QFile::exists(folder.script(u"a"_s)));
 }
@@ -294,8 +317,8 @@ TEST_F(AppLibraryTest, deletingALinkLeavesWhatItPointsTo)
     folder.addApp(u"a"_s);
     QFile::link(folder.path() + u"/elsewhere"_s, folder.apps(u"linked"_s));
     QFile::link(folder.path() + u"/elsewhere"_s, folder.apps(u"a/inner"_s));
-    EXPECT_TRUE(library.DeleteApp(u"linked"_s));
-    EXPECT_TRUE(library.DeleteApp(u"a"_s));
+    EXPECT_TRUE(appLibrary.DeleteApp(u"linked"_s));
+    EXPECT_TRUE(appLibrary.DeleteApp(u"a"_s));
     EXPECT_EQ(
         QDir(folder.apps()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System), QStringList());
     EXPECT_EQ(bytesOf(folder.path() + u"/elsewhere/kept.txt"_s), "kept");
@@ -305,7 +328,7 @@ TEST_F(AppLibraryTest, installSplitsItsTextAndInsertsAtTheTopOfBothLists)
 {
     lists.List.setStringList({u"x"_s});
     lists.List2.setStringList({u"y"_s});
-    EXPECT_TRUE(library.InstallPackage(u"/tmp/p.wfp|calc"_s));
+    EXPECT_TRUE(appLibrary.InstallPackage(u"/tmp/p.wfp|calc"_s));
     EXPECT_EQ(
         said(), QStringList({u"extract /tmp/p.wfp|"_s + folder.apps(u"calc"_s), u"message! Successfully"_s}));
     EXPECT_EQ(listed(), QStringList({u"calc"_s, u"x"_s}));
@@ -315,42 +338,42 @@ TEST_F(AppLibraryTest, installSplitsItsTextAndInsertsAtTheTopOfBothLists)
 
 TEST_F(AppLibraryTest, installWithoutASeparatorUsesTheTextForBothFields)
 {
-    library.InstallPackage(u"calc"_s);
+    appLibrary.InstallPackage(u"calc"_s);
     EXPECT_EQ(said().first(), u"extract calc|"_s + folder.apps(u"calc"_s));
 }
 
 TEST_F(AppLibraryTest, installOutsideTheLibraryExtractsNothing)
 {
     for (const QString &name : {u".."_s, QString(), u"../x"_s, u"/tmp/x"_s})
-        EXPECT_FALSE(library.InstallPackage(u"/tmp/p.wfp|"_s + name));
+        EXPECT_FALSE(appLibrary.InstallPackage(u"/tmp/p.wfp|"_s + name));
     EXPECT_EQ(said(), QStringList(4, u"message! Error"_s));
 }
 
 TEST_F(AppLibraryTest, aPackageThatCannotBeReadSaysErrorAndListsNothing)
 {
     unpacker.succeeds = false;
-    EXPECT_FALSE(library.InstallPackage(u"/tmp/p.wfp|calc"_s));
+    EXPECT_FALSE(appLibrary.InstallPackage(u"/tmp/p.wfp|calc"_s));
     EXPECT_EQ(said().last(), u"message! Error"_s);
     EXPECT_TRUE(listed().isEmpty());
 }
 
 TEST_F(AppLibraryTest, aDroppedPackageInstallsUnderItsName)
 {
-    EXPECT_EQ(library.DropPackage(u"/home/me/calc.wfp"_s), AppLibrary::Dropped::Done);
+    EXPECT_EQ(appLibrary.DropPackage(u"/home/me/calc.wfp"_s), AppLibrary::Dropped::Done);
     EXPECT_EQ(listed(), QStringList(u"calc"_s));
 }
 
 TEST_F(AppLibraryTest, aDroppedPackageWithTwoDotsInstallsUpToTheLast)
 {
-    library.DropPackage(u"C:\\Users\\me\\a.b.wfp"_s);
+    appLibrary.DropPackage(u"C:\\Users\\me\\a.b.wfp"_s);
     EXPECT_EQ(listed(), QStringList(u"a.b"_s));
 }
 
 TEST_F(AppLibraryTest, aDroppedPackageOfAnExistingAppAsksForANewKeyword)
 {
     folder.addApp(u"calc"_s, "mine");
-    EXPECT_EQ(library.DropPackage(u"/tmp/calc.wfp"_s), AppLibrary::Dropped::NeedsName);
-    EXPECT_EQ(library.pendingInstall(), u"/tmp/calc.wfp|calc"_s);
+    EXPECT_EQ(appLibrary.DropPackage(u"/tmp/calc.wfp"_s), AppLibrary::Dropped::NeedsName);
+    EXPECT_EQ(appLibrary.pendingInstall(), u"/tmp/calc.wfp|calc"_s);
     EXPECT_TRUE(said().isEmpty());
     EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "mine");
 }
@@ -359,7 +382,7 @@ TEST_F(AppLibraryTest, otherDroppedFilesAreIgnored)
 {
     for (const QString &path :
         {u"/tmp/calc.zip"_s, u"/tmp/calc.WFP"_s, u"/tmp/wfp"_s, u"https://x/"_s, u""_s})
-        EXPECT_EQ(library.DropPackage(path), AppLibrary::Dropped::Ignored);
+        EXPECT_EQ(appLibrary.DropPackage(path), AppLibrary::Dropped::Ignored);
     EXPECT_TRUE(said().isEmpty());
 }
 
@@ -369,14 +392,24 @@ TEST_F(AppLibraryTest, listAppsSkipsFiles)
     folder.addApp(u"A"_s);
     writeBytes(folder.apps(u"readme.txt"_s), "x");
     QStringList names{u"first"_s};
-    library.ListApps(names);
+    appLibrary.ListApps(names);
     EXPECT_EQ(names, QStringList({u"first"_s, u"A"_s, u"b"_s}));
+}
+
+TEST_F(AppLibraryTest, listAppsSkipsNoFolderButTheTwoThatAreNone)
+{
+    folder.addApp(u".dotted"_s);
+    folder.addApp(u"...x"_s);
+    writeBytes(folder.apps(u".file"_s), "x");
+    QStringList names;
+    appLibrary.ListApps(names);
+    EXPECT_EQ(names, QStringList({u"...x"_s, u".dotted"_s}));
 }
 
 TEST_F(AppLibraryTest, openAppFolderOpensItOrTheLibrary)
 {
-    library.OpenAppFolder(u"a"_s);
-    library.OpenAppFolder({});
+    appLibrary.OpenAppFolder(u"a"_s);
+    appLibrary.OpenAppFolder({});
     EXPECT_EQ(said(),
         QStringList({u"open "_s + folder.path() + u"\\config\\apps\\a\\||1"_s,
             u"open "_s + folder.path() + u"\\config\\apps\\||1"_s}));
@@ -384,14 +417,14 @@ TEST_F(AppLibraryTest, openAppFolderOpensItOrTheLibrary)
 
 TEST_F(AppLibraryTest, checkKeywordRefusesAColonWithBlanksAround)
 {
-    EXPECT_FALSE(library.CheckKeyword(u"  a:b  "_s));
+    EXPECT_FALSE(appLibrary.CheckKeyword(u"  a:b  "_s));
     EXPECT_EQ(said(), QStringList(u"message! Can not exist *[\\/:*?\"<|>]*"_s));
 }
 
 TEST_F(AppLibraryTest, checkKeywordRefusesNothingSilentlyAndTakesTheRest)
 {
-    EXPECT_FALSE(library.CheckKeyword({}));
-    EXPECT_TRUE(library.CheckKeyword(u"a b.c"_s));
+    EXPECT_FALSE(appLibrary.CheckKeyword({}));
+    EXPECT_TRUE(appLibrary.CheckKeyword(u"a b.c"_s));
     EXPECT_TRUE(said().isEmpty());
 }
 
@@ -405,15 +438,23 @@ TEST_F(AppLibraryTest, guides)
     EXPECT_EQ(guideOf(u"guide:text"_s).kind, AppGuide::Kind::None);
     EXPECT_EQ(guideOf({}).kind, AppGuide::Kind::None);
     folder.addApp(u"a"_s, "//guide:hello\r\nmouse.click\r\n");
-    EXPECT_EQ(library.guide(u"a"_s).content, u"hello"_s);
-    EXPECT_EQ(library.guide({}).kind, AppGuide::Kind::None);
+    EXPECT_EQ(appLibrary.guide(u"a"_s).content, u"hello"_s);
+    EXPECT_EQ(appLibrary.guide({}).kind, AppGuide::Kind::None);
+}
+
+TEST_F(AppLibraryTest, aScriptThatIsNoFileIsNotWaitedFor)
+{
+    ASSERT_TRUE(QDir().mkpath(folder.apps(u"pipe"_s)));
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder.script(u"pipe"_s)).constData(), 0600), 0);
+    EXPECT_EQ(appLibrary.guide(u"pipe"_s).kind, AppGuide::Kind::None);
+    EXPECT_EQ(appLibrary.scriptText(u"pipe"_s, u"main.wf"_s), QString());
 }
 
 TEST_F(AppLibraryTest, aScriptIsReadWithoutItsFinalLineEnd)
 {
     folder.addApp(u"a"_s, "one\r\ntwo\r\n");
-    EXPECT_EQ(library.scriptText(u"a"_s, u"main.wf"_s), u"one\r\ntwo"_s);
-    EXPECT_EQ(library.scriptText(u"gone"_s, u"main.wf"_s), QString());
+    EXPECT_EQ(appLibrary.scriptText(u"a"_s, u"main.wf"_s), u"one\r\ntwo"_s);
+    EXPECT_EQ(appLibrary.scriptText(u"gone"_s, u"main.wf"_s), QString());
 }
 
 TEST_F(AppLibraryTest, filteringFindsTheTextAnywhereAndMindsLetterCase)

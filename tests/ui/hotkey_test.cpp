@@ -73,6 +73,23 @@ TEST_F(HotkeyTest, aModifierInOtherLettersChoosesNone)
     for (int i = 0; i < 3; ++i)
         EXPECT_FALSE(option(i)->isChecked());
     EXPECT_EQ(letter()->currentText(), u"B"_s);
+    EXPECT_EQ(hotkeyCalls(), QStringList(u"hotkey register 0 66"_s));
+}
+
+TEST_F(HotkeyTest, aTextWithoutAPlusIsModifierAndLetterAtOnce)
+{
+    startWith("Shift");
+    EXPECT_TRUE(option(2)->isChecked());
+    EXPECT_EQ(letter()->currentIndex(), -1);
+    EXPECT_TRUE(hotkeyCalls().isEmpty());
+}
+
+TEST_F(HotkeyTest, aSmallLetterChoosesNone)
+{
+    startWith("Alt+z");
+    EXPECT_TRUE(option(0)->isChecked());
+    EXPECT_EQ(letter()->currentIndex(), -1);
+    EXPECT_TRUE(hotkeyCalls().isEmpty());
 }
 
 TEST_F(HotkeyTest, anEmptyOrStrangeTextRegistersNothing)
@@ -129,10 +146,10 @@ TEST_F(HotkeyTest, aHiddenLauncherIsShownWithTheKeywordBoxFocusedAndThenHidden)
 {
     startWith("Alt+Z");
     ui.hideLauncher();
-    Q_EMIT platform.hotkey().fired();
+    Q_EMIT platform.hotkey().fired(1);
     EXPECT_TRUE(launcherVisible());
     EXPECT_EQ(ui.window()->focusWidget(), find("Text8"));
-    Q_EMIT platform.hotkey().fired();
+    Q_EMIT platform.hotkey().fired(1);
     EXPECT_FALSE(launcherVisible());
 }
 

@@ -29,6 +29,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace plum::recording {
 
 // A user in front of the boxes that wait for an answer: writes down what they say and presses a button.
@@ -153,7 +155,14 @@ public:
     {
         ui.start();
         platform.log.clear();
-        EXPECT_TRUE(waitUntil([this] { return ui.window()->isActiveWindow(); }));
+        EXPECT_TRUE(waitUntil([this] { return ui.window()->isActiveWindow() && hasMenus(); }));
+    }
+
+    // The menus come with the tray icon, after the window.
+    static bool hasMenus()
+    {
+        return std::ranges::any_of(QApplication::topLevelWidgets(),
+            [](const QWidget *widget) { return widget->objectName() == QStringLiteral("cd"); });
     }
 
     // Lets the user interface live until `condition` holds; false when it never does.
@@ -177,6 +186,9 @@ public:
 
     template <typename Widget = QWidget> Widget *find(const char *name)
     {
+        // A test may look at a panel before the launcher has needed it.
+        ui.window()->editPanel();
+        ui.window()->renamePanel();
         auto *found = ui.window()->findChild<Widget *>(QLatin1StringView(name));
         if (!found)
             qFatal("no %s in the launcher", name);

@@ -112,7 +112,7 @@ public:
     RecordingUnpacker unpacker{log};
     AppLists lists;
     AppListFile listFile{paths, codec};
-    AppLibrary library{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
+    AppLibrary appLibrary{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
 
 private:
     static RecordingPaths below(const ProgramFolder &folder)

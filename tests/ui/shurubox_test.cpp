@@ -2,6 +2,7 @@
 
 #include "ui/shurubox.h"
 
+#include <QAbstractScrollArea>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -143,6 +144,8 @@ TEST_F(ShuruboxTest, aTipShowsItsTextOnTopAndClosingItGoesOn)
     EXPECT_EQ(inBox<QPlainTextEdit>("tipsbox")->toPlainText(), u"7"_s);
     EXPECT_TRUE(inBox("tipsbox")->isVisible());
     EXPECT_TRUE(topLevel("shurubox")->windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_EQ(topLevel("shurubox")->parentWidget(), ui.window());
+    EXPECT_FALSE(topLevel("shurubox")->isModal());
     click(inBox("Image1"));
     EXPECT_EQ(said(), QStringList(u"note on"_s));
 }
@@ -155,7 +158,7 @@ TEST_F(ShuruboxTest, anUnknownVariableInATipIsEmpty)
 
 TEST_F(ShuruboxTest, enterAndEscOnATipAbandonTheRun)
 {
-    for (const int abandoning : {Qt::Key_Return, Qt::Key_Escape}) {
+    for (const int abandoning : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
         run({u"os.tips \"tip\""_s, u"note.down \"on\""_s});
         key(inBox("tipsbox"), abandoning);
         EXPECT_FALSE(topLevel("shurubox"));
@@ -178,6 +181,13 @@ TEST_F(ShuruboxTest, anInputOfAScriptStartThatIsConfirmedGoesOn)
     EXPECT_EQ(said(), QStringList({u"note Ann"_s, u"end process 0"_s}));
 }
 
+TEST_F(ShuruboxTest, aScriptStartWhoseLastLineWasTheQuestionEndsWithTheAnswer)
+{
+    runAsScriptStart({u"note.down \"asked\""_s, u"input.text \"who\",\"?\""_s});
+    click(inBox("Label1"));
+    EXPECT_EQ(said(), QStringList({u"note asked"_s, u"end process 0"_s}));
+}
+
 TEST_F(ShuruboxTest, anErrorOfAScriptStartIsOneLineAndCarriesOn)
 {
     state.runctx[0] = u"x.wf"_s;
@@ -191,10 +201,8 @@ TEST_F(ShuruboxTest, aSuspensionInALoopGoesOnBehindIt)
     run({u"while.start \"count\",\"3\""_s, u"note.down \"body\""_s, u"os.tips \"tip\""_s, u"while.end"_s,
         u"note.down \"after\""_s});
     click(inBox("Image1"));
-    while (topLevel("shurubox"))
-        click(inBox("Image1"));
-    EXPECT_EQ(said().first(), u"note body"_s);
-    EXPECT_EQ(said().last(), u"note after"_s);
+    EXPECT_FALSE(topLevel("shurubox"));
+    EXPECT_EQ(said(), QStringList({u"note body"_s, u"note after"_s}));
 }
 
 TEST_F(ShuruboxTest, theTextOfABoxThatIsGoneIsEmpty)
@@ -267,6 +275,17 @@ TEST_F(ShuruboxTest, aNameForAStorePackageGoesToTheStore)
     EXPECT_EQ(said(), QStringList({u"store install new 1"_s, u"store install Calc 0"_s}));
 }
 
+TEST_F(ShuruboxTest, afterADroppedPackageANameIsAlwaysForThatOne)
+{
+    addApps({u"calc"_s});
+    start();
+    drop(find<QAbstractScrollArea>("List")->viewport(), {QUrl::fromLocalFile(u"/tmp/calc.wfp"_s)});
+    key(inBox("Text4"), Qt::Key_Escape);
+    ui.askPackageName(u"chess"_s);
+    click(inBox("Image2"));
+    EXPECT_EQ(said(), QStringList(u"extract /tmp/calc.wfp|"_s + folder.apps(u"chess"_s)));
+}
+
 TEST_F(ShuruboxTest, aNameThatLeavesTheLibraryKeepsTheBoxOpen)
 {
     start();
@@ -291,7 +310,7 @@ TEST(Shurubox, aNameThatDiffersInLetterCaseAloneExists)
 {
     recording::LibraryBench bench;
     bench.folder.addApp(u"Calc"_s);
-    const AppLibrary &apps = bench.library;
+    const AppLibrary &apps = bench.appLibrary;
     shurubox box(bench.shell,
         {.exists = [&](const QString &keyword) { return apps.exists(keyword); },
             .isUsableName = [](const QString &) { return true; }},

@@ -56,7 +56,6 @@ int main(int argc, char **argv)
     QApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"plum"_s);
-    QApplication::setApplicationDisplayName(u"Plum"_s);
     QApplication::setQuitOnLastWindowClosed(false);
 
     const QCommandLineOption downloadBase(u"download-base"_s, {}, u"address"_s);

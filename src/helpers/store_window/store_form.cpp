@@ -1,7 +1,7 @@
 #include "store_form.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -115,7 +115,8 @@ QWidget *StoreForm::buildStrip()
 
 void StoreForm::setCaption(const QString &text)
 {
-    const QString shown = text.isEmpty() ? QGuiApplication::applicationDisplayName() : text;
+    // A window without a name could not be told from others in a list of windows.
+    const QString shown = text.isEmpty() ? u"Plum"_s : text;
     m_caption->setText(shown);
     setWindowTitle(shown);
 }
@@ -177,12 +178,23 @@ void StoreForm::bringUp()
     show();
     raise();
     activateWindow();
+    // A window that had the keyboard when it was hidden is at times taken to have it still; its widgets then
+    // hear nothing of getting it again.
+    if (QGuiApplication::focusWindow() == windowHandle())
+        QApplication::setActiveWindow(this);
 }
 
 void StoreForm::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     Q_EMIT closeRequested();
+}
+
+// The strip is about a download that the user has seen; one that goes on shows it again.
+void StoreForm::hideEvent(QHideEvent *event)
+{
+    weia->hide();
+    QWidget::hideEvent(event);
 }
 
 void StoreForm::paintEvent(QPaintEvent *)

@@ -33,7 +33,10 @@ WebStoreForm::WebStoreForm(const QUrl &downloadBase, bool dark)
     makeThrowAway(m_profile);
     buildPages();
     connectPage(*m_page);
-    connect(m_page, &StorePageView::completed, this, [this] { loadimgbox->hide(); });
+    connect(m_page, &StorePageView::completed, this, [this] {
+        loadimgbox->hide();
+        Q_EMIT completed();
+    });
 }
 
 WebStoreForm::~WebStoreForm()
@@ -75,7 +78,6 @@ void WebStoreForm::buildPages()
 
 void WebStoreForm::connectPage(StorePageView &page)
 {
-    connect(&page, &StorePageView::completed, this, &StoreForm::completed);
     connect(&page, &StorePageView::packageFollowed, this, &StoreForm::packageFollowed);
     connect(&page, &StorePageView::outsideOpened, this, &StoreForm::outsideOpened);
     connect(&page, &StorePageView::windowOpened, this, &WebStoreForm::openPageWindow);

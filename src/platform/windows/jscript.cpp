@@ -99,11 +99,7 @@ private:
         EXCEPINFO exception{};
         const HRESULT evaluated = parser.ParseScriptText(
             wide(m_program), nullptr, nullptr, nullptr, 0, 0, SCRIPTTEXT_ISEXPRESSION, &value, &exception);
-        const QString description = QString::fromWCharArray(
-            exception.bstrDescription ? exception.bstrDescription : L"The script failed.");
-        SysFreeString(exception.bstrDescription);
-        SysFreeString(exception.bstrHelpFile);
-        SysFreeString(exception.bstrSource);
+        const QString description = takeDescription(exception);
         if (FAILED(evaluated))
             return {false, host.error().isEmpty() ? description : host.error()};
         const std::optional<QString> text = textOf(value);

@@ -20,13 +20,23 @@ STDMETHODIMP ScriptHost::GetLCID(LCID *language)
 STDMETHODIMP ScriptHost::OnScriptError(IActiveScriptError *error)
 {
     EXCEPINFO what{};
-    if (m_error.isEmpty() && SUCCEEDED(error->GetExceptionInfo(&what))) {
-        m_error = QString::fromWCharArray(what.bstrDescription ? what.bstrDescription : L"Script error");
-        SysFreeString(what.bstrDescription);
-        SysFreeString(what.bstrHelpFile);
-        SysFreeString(what.bstrSource);
-    }
+    if (m_error.isEmpty() && SUCCEEDED(error->GetExceptionInfo(&what)))
+        m_error = takeDescription(what);
     return S_OK; // the error is dealt with
+}
+
+QString takeDescription(EXCEPINFO &exception)
+{
+    // An engine may leave the texts until somebody asks for them.
+    if (exception.pfnDeferredFillIn)
+        exception.pfnDeferredFillIn(&exception);
+    const QString description = QString::fromWCharArray(
+        exception.bstrDescription ? exception.bstrDescription : L"The script failed.");
+    SysFreeString(exception.bstrDescription);
+    SysFreeString(exception.bstrHelpFile);
+    SysFreeString(exception.bstrSource);
+    exception = {};
+    return description;
 }
 
 } // namespace plum

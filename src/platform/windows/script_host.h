@@ -34,6 +34,9 @@ private:
     QString m_error;
 };
 
+// What `exception` says; empties it.
+QString takeDescription(EXCEPINFO &exception);
+
 // Languages without local forms of numbers and dates.
 constexpr LCID plainLanguage = 0x0409;
 

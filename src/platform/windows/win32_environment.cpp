@@ -40,12 +40,16 @@ void prepareStandardStreams()
     }
 }
 
-StartEnvironment prepareEnvironment(bool)
+StartEnvironment prepareEnvironment(bool needsDesktop)
 {
     StartEnvironment start;
     start.hasDesktop = isDesktopVisible();
     if (!start.hasDesktop)
         start.notice = u"There is no desktop here that could show a window."_s;
+    else if (needsDesktop)
+        // A program that stays must not end with the console that it happened to be started from, nor with
+        // the Ctrl+C that is meant for the next program there.
+        FreeConsole();
     return start;
 }
 

@@ -20,7 +20,7 @@ Win32Hotkey::Win32Hotkey(HiddenWindow &window)
             return {};
         // One that was on its way when it was unregistered is none.
         if (m_isRegistered)
-            Q_EMIT fired();
+            Q_EMIT fired(static_cast<quint32>(GetMessageTime()));
         return 0;
     });
 }
@@ -44,6 +44,11 @@ void Win32Hotkey::unregisterHotkey()
 {
     if (std::exchange(m_isRegistered, false))
         UnregisterHotKey(m_window.handle(), hotkeyId);
+}
+
+quint32 Win32Hotkey::now()
+{
+    return GetTickCount();
 }
 
 } // namespace plum

@@ -16,6 +16,10 @@ public:
 
     bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
     void unregisterHotkey() override;
+    // Keys go where they always go: the system hands them to the window in front as they come.
+    void giveKeysTo(WindowHandle) override { }
+    void takeKeysFrom(WindowHandle) override { }
+    quint32 now() override;
 
 private:
     HiddenWindow &m_window;

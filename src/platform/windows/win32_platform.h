@@ -40,6 +40,7 @@ public:
     {
         m_endRequests.get(m_window.get(), std::move(end));
     }
+    void whenTrayAnswers(std::function<void()> then) override { then(); }
     void releaseDesktop() override;
 
 private:

@@ -35,10 +35,12 @@ Outcome Win32Session::monitorOff()
     return outcome(PostMessageW(m_window.handle(), WM_SYSCOMMAND, SC_MONITORPOWER, off));
 }
 
-// The program refuses a waiting time together with a log-off, which never waits.
+// Today's program refuses a waiting time together with a log-off and ends at once; where the first command is
+// taken, the second comes too late to matter.
 Outcome Win32Session::logOff()
 {
-    return runShutdown(u"-f -l"_s);
+    const Outcome started = runShutdown(u"-f -l -t 0"_s);
+    return started == Outcome::Done ? runShutdown(u"-f -l"_s) : started;
 }
 
 Outcome Win32Session::shutDown()

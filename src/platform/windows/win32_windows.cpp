@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <dwmapi.h>
 #include <functional>
 #include <qt_windows.h>
 #include <string_view>
@@ -71,6 +72,13 @@ QRect outerRectangle(HWND window)
     return {area.left, area.top, area.right - area.left, area.bottom - area.top};
 }
 
+// Windows on other virtual desktops are shown as far as they know, but cloaked.
+bool isCloaked(HWND window)
+{
+    DWORD reasons = 0;
+    return SUCCEEDED(DwmGetWindowAttribute(window, DWMWA_CLOAKED, &reasons, sizeof reasons)) && reasons != 0;
+}
+
 bool isDesktop(HWND window)
 {
     constexpr std::array<std::wstring_view, 2> wallpapers{L"Progman", L"WorkerW"};
@@ -99,6 +107,12 @@ WindowHandle Win32Windows::underPointer()
 WindowHandle Win32Windows::byTitle(const QString &title)
 {
     return handle(FindWindowW(nullptr, wide(title)));
+}
+
+bool Win32Windows::isOnScreen(WindowHandle window)
+{
+    const HWND asked = native(window);
+    return IsWindowVisible(asked) && !IsIconic(asked) && !isCloaked(asked);
 }
 
 QRect Win32Windows::rectangle(WindowHandle window)
@@ -164,6 +178,15 @@ void Win32Windows::moveTo(WindowHandle window, QPoint corner)
     const HWND moved = native(window);
     setPosition(moved, nullptr, corner, SWP_NOZORDER);
     waitFor(moved, [moved, corner] { return outerRectangle(moved).topLeft() == corner; });
+}
+
+void Win32Windows::bringHere(WindowHandle window)
+{
+    // A hidden window comes back on the desktop that the user sees.
+    if (isCloaked(native(window))) {
+        hide(window);
+        show(window);
+    }
 }
 
 void Win32Windows::setTopmost(WindowHandle window)

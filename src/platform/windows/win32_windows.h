@@ -12,6 +12,7 @@ public:
     WindowHandle foreground() override;
     WindowHandle underPointer() override;
     WindowHandle byTitle(const QString &title) override;
+    bool isOnScreen(WindowHandle window) override;
     QRect rectangle(WindowHandle window) override;
     void close(WindowHandle window) override;
     void activate(WindowHandle window) override;
@@ -20,6 +21,7 @@ public:
     void minimise(WindowHandle window) override;
     void maximise(WindowHandle window) override;
     void moveTo(WindowHandle window, QPoint corner) override;
+    void bringHere(WindowHandle window) override;
     void setTopmost(WindowHandle window) override;
 };
 

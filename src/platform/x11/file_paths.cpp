@@ -1,6 +1,7 @@
 #include "platform/x11/file_paths.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -16,6 +17,9 @@ QString folderOf(const QString &programPath)
     QString path = programPath;
     if (!path.contains(u'/'))
         path = QStandardPaths::findExecutable(path);
+    // Whoever starts a program may call it by any name; the system knows the file.
+    if (path.isEmpty())
+        path = QFile::symLinkTarget(u"/proc/self/exe"_s);
     return QDir::cleanPath(QFileInfo(QDir::current().absoluteFilePath(path)).path());
 }
 

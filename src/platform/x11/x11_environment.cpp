@@ -1,4 +1,5 @@
 #include "platform/platform.h"
+#include "platform/x11/message_bus.h"
 
 #include <QFileInfo>
 
@@ -20,6 +21,17 @@ bool xServerAnswers()
     return answers;
 }
 
+// Accessibility and the tray icon go through the session bus, and Qt waits for its greeting without end.
+void keepAwayFromSilentBus(StartEnvironment &start)
+{
+    constexpr int patience = 1000; // milliseconds
+    if (!isSilentBus(sessionBusAddress(), patience))
+        return;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+    start.notice += u"The session bus does not answer: Plum goes without it, and without a tray icon on "
+                    "desktops that need it for one."_s;
+}
+
 } // namespace
 
 void prepareStandardStreams()
@@ -35,8 +47,10 @@ StartEnvironment prepareEnvironment(bool needsDesktop)
             qputenv("QT_QPA_PLATFORM", "xcb");
         if (inWayland) {
             start.notice = u"This is a Wayland session: Plum runs on its X server and can drive only the "
-                           "windows of X11 programs."_s;
+                           "windows of X11 programs. "_s;
         }
+        keepAwayFromSilentBus(start);
+        start.notice = start.notice.trimmed();
         return start;
     }
     start.hasDesktop = false;

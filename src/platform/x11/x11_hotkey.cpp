@@ -2,9 +2,7 @@
 
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keymap.h"
-#include "platform/x11/xcb_xkb.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -12,10 +10,10 @@ namespace plum {
 
 namespace {
 
-// Every mixture of the bits of `locks`.
-std::vector<uint16_t> mixtures(const std::array<uint16_t, 3> &locks)
+// `modifiers` together with every mixture of the bits of `locks`.
+std::vector<uint16_t> withMixtures(uint16_t modifiers, const std::array<uint16_t, 3> &locks)
 {
-    std::vector<uint16_t> all{0};
+    std::vector<uint16_t> all{modifiers};
     for (const uint16_t lock : locks) {
         const size_t before = all.size();
         for (size_t i = 0; lock != 0 && i < before; ++i)
@@ -29,14 +27,16 @@ std::vector<uint16_t> mixtures(const std::array<uint16_t, 3> &locks)
 X11Hotkey::X11Hotkey(X11Connection &connection, X11Keymap &keymap)
     : m_connection(connection)
     , m_keymap(keymap)
+    , m_grab([this](xcb_timestamp_t time) {
+        QMetaObject::invokeMethod(
+            this, [this, time] { answerPress(time); }, Qt::QueuedConnection);
+    })
 {
-    if (!m_connection.isOpen())
-        return;
-    // A key that is held then repeats its press alone, which tells a repetition from a second press.
-    constexpr uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    m_connection.reply(xcb_xkb_per_client_flags_reply, xcb_xkb_per_client_flags, XCB_XKB_ID_USE_CORE_KBD,
-        flag, flag, 0, 0, 0);
-    m_connection.addReceiver([this](const xcb_generic_event_t &event) { receive(event); });
+    m_connection.addReceiver([this](const xcb_generic_event_t &event) {
+        const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+        if (event.response_type == XCB_PROPERTY_NOTIFY && change.window == m_clock)
+            m_now = change.time;
+    });
     // One change of layout comes as many events; asking the server has to wait until they are over.
     m_keymap.onChange([this] {
         if (m_wanted && !std::exchange(m_mustFollow, true))
@@ -68,52 +68,47 @@ std::optional<X11Hotkey::Grab> X11Hotkey::find(const Combination &combination)
     const auto key = m_keymap.existingKeyFor(static_cast<char>('a' + (combination.virtualKey - 'A')));
     if (!key)
         return {};
-    Grab grab{.key = *key, .modifiers = 0, .locks = {}};
+    uint16_t modifiers = 0;
     if (combination.modifiers & Alt) {
         const uint16_t alt = m_keymap.modifierWith(XKB_KEY_Alt_L);
-        grab.modifiers |= alt == 0 ? uint16_t(XCB_MOD_MASK_1) : alt;
+        modifiers |= alt == 0 ? uint16_t(XCB_MOD_MASK_1) : alt;
     }
     if (combination.modifiers & Control)
-        grab.modifiers |= XCB_MOD_MASK_CONTROL;
+        modifiers |= XCB_MOD_MASK_CONTROL;
     if (combination.modifiers & Shift)
-        grab.modifiers |= XCB_MOD_MASK_SHIFT;
-    grab.locks = mixtures({XCB_MOD_MASK_LOCK, m_keymap.modifierWith(XKB_KEY_Num_Lock),
-        m_keymap.modifierWith(XKB_KEY_Scroll_Lock)});
-    return grab;
+        modifiers |= XCB_MOD_MASK_SHIFT;
+    return Grab{*key,
+        withMixtures(modifiers,
+            {XCB_MOD_MASK_LOCK, m_keymap.modifierWith(XKB_KEY_Num_Lock),
+                m_keymap.modifierWith(XKB_KEY_Scroll_Lock)})};
 }
 
 // All mixtures or none: a hotkey that depends on a lock would be a riddle.
 bool X11Hotkey::take(const Grab &grab)
 {
-    std::vector<xcb_void_cookie_t> requests;
-    for (const uint16_t locks : grab.locks) {
-        requests.push_back(xcb_grab_key_checked(m_connection.xcb(), 0, m_connection.root(),
-            static_cast<uint16_t>(grab.modifiers | locks), grab.key, XCB_GRAB_MODE_ASYNC,
-            XCB_GRAB_MODE_ASYNC));
-    }
-    bool all = true;
-    for (const xcb_void_cookie_t request : requests) {
-        const XcbPointer<xcb_generic_error_t> error(xcb_request_check(m_connection.xcb(), request));
-        all = all && !error && m_connection.isOpen();
-    }
     m_held = grab;
-    if (!all)
-        letGo();
-    return all;
+    if (m_grab.take(m_held.key, m_held.modifiers))
+        return true;
+    m_held = {};
+    return false;
 }
 
-// Letting go of what another program holds changes nothing.
 void X11Hotkey::letGo()
 {
-    m_isDown = false;
-    const Grab held = std::exchange(m_held, {});
-    if (held.key == 0 || !m_connection.isOpen())
-        return;
-    for (const uint16_t locks : held.locks) {
-        xcb_ungrab_key(
-            m_connection.xcb(), held.key, m_connection.root(), static_cast<uint16_t>(held.modifiers | locks));
-    }
-    m_connection.sync(); // the keys are free for others from now on
+    m_grab.letGo();
+    m_held = {};
+}
+
+void X11Hotkey::giveKeysTo(WindowHandle window)
+{
+    m_isAnswered = true;
+    m_grab.giveKeysTo(static_cast<xcb_window_t>(window));
+}
+
+void X11Hotkey::takeKeysFrom(WindowHandle window)
+{
+    m_isAnswered = true;
+    m_grab.takeKeysFrom(static_cast<xcb_window_t>(window));
 }
 
 void X11Hotkey::follow()
@@ -130,33 +125,30 @@ void X11Hotkey::follow()
         take(*grab);
 }
 
-void X11Hotkey::receive(const xcb_generic_event_t &event)
+quint32 X11Hotkey::now()
 {
-    switch (event.response_type) {
-    case XCB_KEY_PRESS:
-        receivePress(reinterpret_cast<const xcb_key_press_event_t &>(event));
-        break;
-    case XCB_KEY_RELEASE:
-        if (reinterpret_cast<const xcb_key_release_event_t &>(event).detail == m_held.key)
-            m_isDown = false;
-        break;
-    default:
-        break;
-    }
+    if (!m_connection.isOpen())
+        return 0;
+    const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    m_clock = xcb_generate_id(m_connection.xcb());
+    xcb_create_window(m_connection.xcb(), XCB_COPY_FROM_PARENT, m_clock, m_connection.root(), -1, -1, 1, 1, 0,
+        XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    xcb_change_property(
+        m_connection.xcb(), XCB_PROP_MODE_APPEND, m_clock, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr);
+    m_now.reset();
+    constexpr int patience = 1000; // milliseconds
+    m_connection.waitUntil([this] { return m_now.has_value(); }, patience);
+    xcb_destroy_window(m_connection.xcb(), m_clock);
+    return m_now.value_or(0);
 }
 
-void X11Hotkey::receivePress(const xcb_key_press_event_t &press)
+void X11Hotkey::answerPress(xcb_timestamp_t time)
 {
-    if (press.event != m_connection.root() || press.detail != m_held.key || std::exchange(m_isDown, true))
-        return;
-    // Events also arrive inside calls of other ports, where nobody expects a window to open.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (m_wanted)
-                Q_EMIT fired();
-        },
-        Qt::QueuedConnection);
+    m_isAnswered = false;
+    if (m_wanted)
+        Q_EMIT fired(time);
+    if (!m_isAnswered)
+        m_grab.passKeysOn();
 }
 
 } // namespace plum

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/global_hotkey.h"
+#include "platform/x11/x11_key_grab.h"
 
 #include <optional>
 #include <vector>
@@ -22,6 +23,9 @@ public:
 
     bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
     void unregisterHotkey() override;
+    void giveKeysTo(WindowHandle window) override;
+    void takeKeysFrom(WindowHandle window) override;
+    quint32 now() override;
 
 private:
     struct Combination
@@ -34,8 +38,7 @@ private:
     struct Grab
     {
         xcb_keycode_t key = 0; // 0 for none
-        uint16_t modifiers = 0;
-        std::vector<uint16_t> locks; // every mixture of locks, none of them included
+        std::vector<uint16_t> modifiers; // those of the combination with every mixture of locks
 
         bool operator==(const Grab &) const = default;
     };
@@ -44,14 +47,16 @@ private:
     bool take(const Grab &grab);
     void letGo();
     void follow();
-    void receive(const xcb_generic_event_t &event);
-    void receivePress(const xcb_key_press_event_t &press);
+    void answerPress(xcb_timestamp_t time);
 
     X11Connection &m_connection;
     X11Keymap &m_keymap;
     std::optional<Combination> m_wanted;
     Grab m_held;
-    bool m_isDown = false;
+    X11KeyGrab m_grab;
+    xcb_window_t m_clock = XCB_NONE; // a window whose changes the server stamps with its time
+    std::optional<xcb_timestamp_t> m_now;
+    bool m_isAnswered = false; // somebody has said where the keys go
     bool m_mustFollow = false; // the keyboard has changed and follow() is on its way
 };
 

@@ -7,6 +7,7 @@
 #include "platform/x11/loaded_javascript.h"
 #include "platform/x11/termination_signals.h"
 #include "platform/x11/timer_descriptors.h"
+#include "platform/x11/tray_host.h"
 #include "platform/x11/x11_clipboard.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_hotkey.h"
@@ -42,6 +43,7 @@ public:
     Windows &windows() override { return m_windows.get(connection()); }
 
     void onEndRequested(std::function<void()> end) override { m_signals.get(std::move(end)); }
+    void whenTrayAnswers(std::function<void()> then) override { whenTrayHostAnswers(then); }
     void releaseDesktop() override;
 
 private:

@@ -68,25 +68,29 @@ void X11Screen::Segment::release()
     m_bytes = 0;
 }
 
+// The primary monitor; where none is chosen the one at the desktop's corner, where the pointer coordinates of
+// scripts begin; the first where none is there either.
 QSize X11Screen::mainScreenSize()
 {
     if (!m_connection.isOpen())
         return {};
-    if (hasExtension(m_connection, xcb_randr_id)) {
-        const auto primary = m_connection.reply(
-            xcb_randr_get_output_primary_reply, xcb_randr_get_output_primary, m_connection.root());
-        const auto output = primary && primary->output != XCB_NONE
-            ? m_connection.reply(
-                xcb_randr_get_output_info_reply, xcb_randr_get_output_info, primary->output, XCB_CURRENT_TIME)
-            : nullptr;
-        const auto crtc = output && output->crtc != XCB_NONE
-            ? m_connection.reply(
-                xcb_randr_get_crtc_info_reply, xcb_randr_get_crtc_info, output->crtc, XCB_CURRENT_TIME)
-            : nullptr;
-        if (crtc && crtc->width > 0 && crtc->height > 0)
-            return {crtc->width, crtc->height};
+    const auto monitors = hasExtension(m_connection, xcb_randr_id)
+        ? m_connection.reply(
+            xcb_randr_get_monitors_reply, xcb_randr_get_monitors, m_connection.root(), quint8(true))
+        : nullptr;
+    QSize size;
+    auto monitor = monitors ? xcb_randr_get_monitors_monitors_iterator(monitors.get())
+                            : xcb_randr_monitor_info_iterator_t{};
+    for (; monitor.rem > 0; xcb_randr_monitor_info_next(&monitor)) {
+        const QSize own(monitor.data->width, monitor.data->height);
+        if (own.isEmpty())
+            continue;
+        if (monitor.data->primary)
+            return own;
+        if (size.isEmpty() || (monitor.data->x == 0 && monitor.data->y == 0))
+            size = own;
     }
-    return desktop().size();
+    return size.isEmpty() ? desktop().size() : size;
 }
 
 QRect X11Screen::desktop()

@@ -1,5 +1,7 @@
 #include "platform/x11/x11_session.h"
 
+#include "platform/x11/message_bus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
@@ -39,31 +41,16 @@ constexpr std::array screenSavers{
     Service{"org.xfce.ScreenSaver"_L1, "/org/xfce/ScreenSaver"_L1, "org.xfce.ScreenSaver"_L1},
 };
 
-// Where the two buses listen; empty for none. Asked for by name, the library would start a session bus where
-// there is none, and leave it behind.
-QString sessionBusAddress()
-{
-    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    if (!address.isEmpty() || folder.isEmpty())
-        return address;
-    return u"unix:path=%1/bus"_s.arg(folder);
-}
-
-QString systemBusAddress()
-{
-    const QString address = qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS");
-    return address.isEmpty() ? u"unix:path=/var/run/dbus/system_bus_socket"_s : address;
-}
-
 // A connection of its own to a bus, closed with this object.
 class Bus
 {
 public:
-    explicit Bus(const QString &address)
+    // Connects unless the bus stays silent until `deadline`.
+    Bus(const QString &address, const QDeadlineTimer &deadline)
         : m_name(u"plum-session-%1"_s.arg(quintptr(this)))
-        , m_connection(
-              address.isEmpty() ? QDBusConnection(m_name) : QDBusConnection::connectToBus(address, m_name))
+        , m_connection(address.isEmpty() || isSilentBus(address, static_cast<int>(deadline.remainingTime()))
+                  ? QDBusConnection(m_name)
+                  : QDBusConnection::connectToBus(address, m_name))
     {
     }
     ~Bus() { QDBusConnection::disconnectFromBus(m_name); }
@@ -96,7 +83,7 @@ QString sessionId()
 
 Outcome askLoginManager(QLatin1StringView method, const QVariant &argument, const QDeadlineTimer &deadline)
 {
-    Bus system(systemBusAddress());
+    Bus system(systemBusAddress(), deadline);
     return system.call(loginManager, method, {argument}, deadline) ? Outcome::Done : Outcome::Unavailable;
 }
 
@@ -107,7 +94,7 @@ Outcome X11Session::lockScreen()
     // A screen saver that does not answer leaves time for the login manager.
     const QDeadlineTimer half(answerTime / 2);
     const QDeadlineTimer deadline(answerTime);
-    Bus session(sessionBusAddress());
+    Bus session(sessionBusAddress(), half);
     for (const Service &saver : screenSavers) {
         if (session.call(saver, "Lock"_L1, {}, half))
             return Outcome::Done;

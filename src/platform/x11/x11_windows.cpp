@@ -82,6 +82,12 @@ bool X11Windows::isViewable(xcb_window_t window)
     return found && found->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
+// Off the screen and unknown to the window manager, which a minimised window is not.
+bool X11Windows::isHidden(xcb_window_t window)
+{
+    return !isViewable(window) && state(window).value_or(State::Withdrawn) == State::Withdrawn;
+}
+
 bool X11Windows::exists(xcb_window_t window)
 {
     return window != XCB_NONE
@@ -179,6 +185,21 @@ WindowHandle X11Windows::underPointer()
     // Menus and tips have no manager's frame: there the window itself is the answer.
     const xcb_window_t client = clientBelow(at->child);
     return handle(client == XCB_NONE ? at->child : client);
+}
+
+// Some window managers leave the windows of the other desktops where they are and paint over them.
+bool X11Windows::isOnThisDesktop(xcb_window_t window)
+{
+    const std::vector<quint32> desktop = numbers(window, "_NET_WM_DESKTOP");
+    const std::vector<quint32> current = numbers(m_connection.root(), "_NET_CURRENT_DESKTOP");
+    constexpr quint32 every = 0xffffffff;
+    return desktop.empty() || current.empty() || desktop.front() == every
+        || desktop.front() == current.front();
+}
+
+bool X11Windows::isOnScreen(WindowHandle window)
+{
+    return isViewable(id(window)) && isOnThisDesktop(id(window));
 }
 
 WindowHandle X11Windows::byTitle(const QString &wanted)
@@ -311,6 +332,8 @@ void X11Windows::minimise(WindowHandle window)
 {
     if (!exists(id(window)))
         return;
+    if (isHidden(id(window)))
+        show(window);
     askManager(id(window), "WM_CHANGE_STATE", {static_cast<quint32>(State::Iconic)});
     waitFor(id(window), [&] { return state(id(window)) == State::Iconic; });
 }
@@ -319,7 +342,9 @@ void X11Windows::maximise(WindowHandle window)
 {
     if (!exists(id(window)))
         return;
-    if (state(id(window)) == State::Iconic)
+    if (isHidden(id(window)))
+        show(window);
+    else if (state(id(window)) == State::Iconic)
         activate(window);
     askManager(id(window), "_NET_WM_STATE",
         {addState, m_connection.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
@@ -360,6 +385,15 @@ void X11Windows::moveTo(WindowHandle window, QPoint corner)
         requestMove(id(window), corner + QPoint(1, 1));
     requestMove(id(window), corner);
     waitFor(id(window), [&] { return rectangle(window).topLeft() == corner; });
+}
+
+void X11Windows::bringHere(WindowHandle window)
+{
+    if (isOnThisDesktop(id(window)))
+        return;
+    const std::vector<quint32> current = numbers(m_connection.root(), "_NET_CURRENT_DESKTOP");
+    askManager(id(window), "_NET_WM_DESKTOP", {current.front(), fromUser});
+    waitFor(id(window), [&] { return isOnThisDesktop(id(window)); });
 }
 
 void X11Windows::setTopmost(WindowHandle window)

@@ -27,6 +27,7 @@ public:
     WindowHandle foreground() override;
     WindowHandle underPointer() override;
     WindowHandle byTitle(const QString &title) override;
+    bool isOnScreen(WindowHandle window) override;
     QRect rectangle(WindowHandle window) override;
     void close(WindowHandle window) override;
     void activate(WindowHandle window) override;
@@ -35,6 +36,7 @@ public:
     void minimise(WindowHandle window) override;
     void maximise(WindowHandle window) override;
     void moveTo(WindowHandle window, QPoint corner) override;
+    void bringHere(WindowHandle window) override;
     void setTopmost(WindowHandle window) override;
 
 private:
@@ -60,6 +62,8 @@ private:
     bool isViewable(xcb_window_t window);
     bool isListed(xcb_window_t window);
     bool isWhole(xcb_window_t window);
+    bool isHidden(xcb_window_t window);
+    bool isOnThisDesktop(xcb_window_t window);
     bool exists(xcb_window_t window);
     bool managerSupports(const char *name);
     FrameExtents frameExtents(xcb_window_t window);

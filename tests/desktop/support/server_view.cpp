@@ -125,17 +125,33 @@ bool ServerView::isComposited()
 xcb_window_t ServerView::windowTitled(const QByteArray &title)
 {
     for (const xcb_window_t window : numbers(m_root, "_NET_CLIENT_LIST")) {
-        const auto found = owned(xcb_get_property_reply(m_connection,
-            xcb_get_property(
-                m_connection, 0, window, atom("_NET_WM_NAME"), XCB_GET_PROPERTY_TYPE_ANY, 0, 256),
-            nullptr));
-        if (found
-            && QByteArrayView(static_cast<const char *>(xcb_get_property_value(found.get())),
-                   xcb_get_property_value_length(found.get()))
-                == title)
+        if (titleOf(window) == title)
             return window;
     }
     return XCB_NONE;
+}
+
+QByteArray ServerView::titleOf(xcb_window_t window)
+{
+    const auto found = owned(xcb_get_property_reply(m_connection,
+        xcb_get_property(m_connection, 0, window, atom("_NET_WM_NAME"), XCB_GET_PROPERTY_TYPE_ANY, 0, 256),
+        nullptr));
+    return found ? QByteArray(static_cast<const char *>(xcb_get_property_value(found.get())),
+               xcb_get_property_value_length(found.get()))
+                 : QByteArray();
+}
+
+bool ServerView::hasWindowNamed(const QByteArray &title)
+{
+    if (windowTitled(title) != XCB_NONE)
+        return true;
+    const auto tree
+        = owned(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, m_root), nullptr));
+    if (!tree)
+        return false;
+    const xcb_window_t *first = xcb_query_tree_children(tree.get());
+    return std::any_of(first, first + xcb_query_tree_children_length(tree.get()),
+        [&](xcb_window_t window) { return titleOf(window) == title; });
 }
 
 QByteArray ServerView::classWithKeyboard()
@@ -221,6 +237,24 @@ std::vector<int> ServerView::keysDown()
             keys.push_back(key);
     }
     return keys;
+}
+
+bool ServerView::isKeyTaken(char letter, uint16_t modifiers)
+{
+    const std::vector<xcb_keysym_t> symbols = keyboardMap();
+    const auto place = std::ranges::find(symbols, static_cast<xcb_keysym_t>(letter));
+    const xcb_setup_t *setup = xcb_get_setup(m_connection);
+    const auto keys = static_cast<size_t>(setup->max_keycode - setup->min_keycode + 1);
+    const size_t symbolsPerKey = symbols.size() / keys;
+    const auto key = static_cast<xcb_keycode_t>(
+        setup->min_keycode + static_cast<size_t>(place - symbols.begin()) / symbolsPerKey);
+    // Nobody else may find the key taken by this look.
+    xcb_grab_server(m_connection);
+    const xcb_void_cookie_t trial = xcb_grab_key_checked(
+        m_connection, 0, m_root, modifiers, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_ungrab_key(m_connection, key, m_root, modifiers);
+    xcb_ungrab_server(m_connection);
+    return owned(xcb_request_check(m_connection, trial)) != nullptr;
 }
 
 std::vector<xcb_keysym_t> ServerView::keyboardMap()

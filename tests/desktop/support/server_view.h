@@ -41,6 +41,9 @@ public:
     // The window of exactly this title; XCB_NONE when the window manager has none.
     xcb_window_t windowTitled(const QByteArray &title);
 
+    // Whether a window of exactly this title has been made, shown or not, framed or not yet.
+    bool hasWindowNamed(const QByteArray &title);
+
     // The class of the active window, once the keyboard's input really goes there; empty otherwise.
     QByteArray classWithKeyboard();
 
@@ -60,6 +63,9 @@ public:
     bool anyButtonDown();
     std::vector<int> keysDown();
 
+    // Whether another program has taken the key of a letter with these modifiers for itself.
+    bool isKeyTaken(char letter, uint16_t modifiers);
+
     // Every symbol of every key.
     std::vector<xcb_keysym_t> keyboardMap();
     int layoutGroup();
@@ -68,6 +74,7 @@ public:
 private:
     std::vector<uint32_t> numbers(xcb_window_t window, const char *property);
     xcb_atom_t atom(const char *name);
+    QByteArray titleOf(xcb_window_t window);
     xcb_window_t frameOf(xcb_window_t window);
 
     xcb_connection_t *m_connection;

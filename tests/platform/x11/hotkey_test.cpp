@@ -2,12 +2,15 @@
 #include "platform/keyboard.h"
 #include "platform/windows.h"
 #include "platform/x11/x11_connection.h"
-#include "platform/x11/x11_hotkey.h"
-#include "platform/x11/x11_keymap.h"
 #include "x11_test.h"
 
 #include <QEventLoop>
 #include <QTimer>
+
+#include <array>
+#include <map>
+#include <utility>
+#include <vector>
 
 #include <xcb/xtest.h>
 
@@ -78,10 +81,45 @@ protected:
         return other.reply(xcb_query_pointer_reply, xcb_query_pointer, other.root())->mask;
     }
 
+    // A window of another program; the keys pressed in it are kept.
+    xcb_window_t makeWindow(X11Connection &program)
+    {
+        const xcb_window_t window = xcb_generate_id(program.xcb());
+        const std::array<uint32_t, 2> values{1, XCB_EVENT_MASK_KEY_PRESS};
+        xcb_create_window(program.xcb(), XCB_COPY_FROM_PARENT, window, program.root(), 0, 0, 50, 50, 0,
+            XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+            values.data());
+        xcb_map_window(program.xcb(), window);
+        program.sync();
+        program.addReceiver([this, window](const xcb_generic_event_t &event) {
+            const auto &key = reinterpret_cast<const xcb_key_press_event_t &>(event);
+            if (event.response_type == XCB_KEY_PRESS && key.event == window)
+                received[window].push_back(key.detail);
+        });
+        return window;
+    }
+
+    void giveKeyboard(xcb_window_t window)
+    {
+        xcb_set_input_focus(other.xcb(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+        other.sync();
+    }
+
+    bool arrives(xcb_window_t window, const std::vector<xcb_keycode_t> &keys)
+    {
+        return waitUntil([&] {
+            other.dispatchArrived();
+            third.dispatchArrived();
+            return received[window] == keys;
+        });
+    }
+
     void useLayout(const QStringList &options) { run(u"setxkbmap"_s, options); }
 
     X11Connection other;
+    X11Connection third;
     int fired = 0;
+    std::map<xcb_window_t, std::vector<xcb_keycode_t>> received;
 };
 
 } // namespace
@@ -161,26 +199,108 @@ TEST_F(HotkeyTest, firesWithScrollLockWhereItIsAModifier)
 TEST_F(HotkeyTest, aKeyThatIsHeldFiresOnce)
 {
     run(u"xset"_s, {u"r"_s, u"rate"_s, u"50"_s, u"100"_s});
-    X11Connection connection;
-    X11Keymap keymap(connection);
-    X11Hotkey own(connection, keymap);
-    int ownFired = 0;
-    int presses = 0;
-    QObject::connect(&own, &GlobalHotkey::fired, [&] { ++ownFired; });
-    connection.addReceiver(
-        [&](const xcb_generic_event_t &event) { presses += event.response_type == XCB_KEY_PRESS; });
-    ASSERT_TRUE(own.registerHotkey(GlobalHotkey::Alt, 'Z'));
-    const auto arrived = [&] {
-        connection.dispatchArrived();
-        return presses >= 5;
-    };
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
     send(XCB_KEY_PRESS, altLeft);
     send(XCB_KEY_PRESS, z);
-    EXPECT_TRUE(waitUntil(arrived));
+    // Long enough for some twenty repetitions.
+    QEventLoop loop;
+    QTimer::singleShot(250, &loop, &QEventLoop::quit);
+    loop.exec();
     send(XCB_KEY_RELEASE, z);
-    EXPECT_EQ(ownFired, 1);
+    EXPECT_EQ(fired, 1);
     send(XCB_KEY_PRESS, z);
-    EXPECT_TRUE(waitUntil([&] { return arrived() && ownFired == 2; }));
+    EXPECT_TRUE(waitUntil([&] { return fired == 2; }));
+    send(XCB_KEY_RELEASE, z);
+    send(XCB_KEY_RELEASE, altLeft);
+    EXPECT_EQ(fired, 2);
+}
+
+TEST_F(HotkeyTest, whatFollowsWaitsForTheWindowThatItIsFor)
+{
+    const xcb_window_t behind = makeWindow(third);
+    const xcb_window_t wanted = makeWindow(other);
+    giveKeyboard(behind);
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    QObject::connect(
+        &hotkey(), &GlobalHotkey::fired, [&] { hotkey().giveKeysTo(static_cast<WindowHandle>(wanted)); });
+    press({altLeft, z});
+    press({q});
+    press({a});
+    ASSERT_TRUE(waitUntil([&] { return fired == 1; }));
+    third.sync();
+    third.dispatchArrived();
+    EXPECT_EQ(received[behind], (std::vector<xcb_keycode_t>{altLeft}));
+    giveKeyboard(wanted);
+    EXPECT_TRUE(arrives(wanted, {q, a}));
+    EXPECT_EQ(received[behind], (std::vector<xcb_keycode_t>{altLeft}));
+}
+
+TEST_F(HotkeyTest, whatFollowsWaitsUntilTheKeyboardHasLeftAWindow)
+{
+    const xcb_window_t left = makeWindow(other);
+    const xcb_window_t next = makeWindow(other);
+    giveKeyboard(left);
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    QObject::connect(&hotkey(), &GlobalHotkey::fired, [&] {
+        hotkey().takeKeysFrom(static_cast<WindowHandle>(left));
+        giveKeyboard(next);
+    });
+    press({altLeft, z});
+    press({q});
+    EXPECT_TRUE(arrives(next, {q}));
+    EXPECT_EQ(received[left], (std::vector<xcb_keycode_t>{altLeft}));
+}
+
+TEST_F(HotkeyTest, whatFollowsGoesOnWhenNobodySaysWhereTo)
+{
+    const xcb_window_t window = makeWindow(other);
+    giveKeyboard(window);
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    press({altLeft, z});
+    press({q});
+    EXPECT_TRUE(arrives(window, {altLeft, q}));
+}
+
+TEST_F(HotkeyTest, aProgramThatHangsDoesNotKeepTheKeyboard)
+{
+    const xcb_window_t window = makeWindow(other);
+    giveKeyboard(window);
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    press({altLeft, z});
+    press({q});
+    // No event loop runs here, as in a program that is busy.
+    EXPECT_TRUE(other.waitUntil(
+        [&] {
+            return received[window] == std::vector<xcb_keycode_t>{altLeft, q};
+        },
+        20'000));
+    EXPECT_EQ(fired, 0);
+    EXPECT_TRUE(waitUntil([&] { return fired == 1; }));
+}
+
+TEST_F(HotkeyTest, unregisteringSetsTheKeyboardFree)
+{
+    const xcb_window_t window = makeWindow(other);
+    giveKeyboard(window);
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    press({altLeft, z});
+    press({q});
+    hotkey().unregisterHotkey();
+    EXPECT_TRUE(
+        other.waitUntil([&] { return !received[window].empty() && received[window].back() == q; }, 20'000));
+}
+
+TEST_F(HotkeyTest, theTimeOfAPressIsComparable)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    quint32 pressed = 0;
+    QObject::connect(&hotkey(), &GlobalHotkey::fired, [&](quint32 time) { pressed = time; });
+    const quint32 before = hotkey().now();
+    press({altLeft, z});
+    ASSERT_TRUE(waitUntil([&] { return fired == 1; }));
+    const quint32 after = hotkey().now();
+    EXPECT_LE(before, pressed);
+    EXPECT_LE(pressed, after);
 }
 
 TEST_F(HotkeyTest, aCombinationOfAnotherProgramIsRefused)

@@ -135,6 +135,60 @@ TEST_P(ScreenTest, KeepsNoSharedMemoryBehind)
 INSTANTIATE_TEST_SUITE_P(Ways, ScreenTest, testing::Bool(),
     [](const auto &way) { return std::string(way.param ? "SharedMemory" : "Socket"); });
 
+namespace {
+
+// A server whose desktop is divided into monitors, as xrandr divides it.
+class MonitorsTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(server.isReady());
+        server.useAsDisplay();
+    }
+
+    // The monitor is made active by the server's one output or, with "none", by none.
+    void setMonitor(const QString &name, const QString &geometry, const QString &output)
+    {
+        QProcess xrandr;
+        server.start(
+            xrandr, QStringLiteral("xrandr"), {QStringLiteral("--setmonitor"), name, geometry, output});
+        ASSERT_TRUE(xrandr.waitForFinished());
+        ASSERT_EQ(xrandr.exitCode(), 0) << xrandr.readAllStandardError().toStdString();
+    }
+
+    static QSize mainScreenSize()
+    {
+        X11Connection connection;
+        return X11Screen(connection).mainScreenSize();
+    }
+
+    XServer server{{500, 200}};
+};
+
+} // namespace
+
+TEST_F(MonitorsTest, ThePrimaryOneIsTheMainScreen)
+{
+    setMonitor(QStringLiteral("left"), QStringLiteral("200/50x200/50+0+0"), QStringLiteral("screen"));
+    setMonitor(QStringLiteral("*right"), QStringLiteral("300/80x150/40+200+0"), QStringLiteral("none"));
+    EXPECT_EQ(mainScreenSize(), QSize(300, 150));
+}
+
+TEST_F(MonitorsTest, WithoutAPrimaryOneItIsTheOneAtTheCorner)
+{
+    setMonitor(QStringLiteral("right"), QStringLiteral("300/80x200/50+200+0"), QStringLiteral("screen"));
+    setMonitor(QStringLiteral("left"), QStringLiteral("200/50x150/40+0+0"), QStringLiteral("none"));
+    EXPECT_EQ(mainScreenSize(), QSize(200, 150));
+}
+
+TEST_F(MonitorsTest, WithoutOneAtTheCornerItIsTheFirst)
+{
+    setMonitor(QStringLiteral("right"), QStringLiteral("300/80x150/40+200+50"), QStringLiteral("screen"));
+    setMonitor(QStringLiteral("left"), QStringLiteral("200/50x150/40+0+50"), QStringLiteral("none"));
+    EXPECT_EQ(mainScreenSize(), QSize(300, 150));
+}
+
 TEST(ScreenWithoutAServer, IsEmpty)
 {
     qputenv("DISPLAY", ":no-such-display");

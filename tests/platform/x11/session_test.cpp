@@ -1,3 +1,4 @@
+#include "platform/x11/message_bus.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_session.h"
 #include "support/x_server.h"
@@ -13,6 +14,11 @@
 #include <QThread>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace plum {
 
@@ -133,6 +139,40 @@ private:
     QString m_name;
 };
 
+// Takes connections and never says a word, as a bus whose process is stopped.
+class SilentBus
+{
+public:
+    explicit SilentBus(int waitingConnections = 10)
+        : m_listener(socket(AF_UNIX, SOCK_STREAM, 0))
+        , m_waiting(socket(AF_UNIX, SOCK_STREAM, 0))
+    {
+        const QByteArray path = this->path().toLocal8Bit();
+        sockaddr_un where{};
+        where.sun_family = AF_UNIX;
+        std::copy(path.begin(), path.end(), where.sun_path);
+        const auto *name = reinterpret_cast<const sockaddr *>(&where);
+        EXPECT_EQ(bind(m_listener, name, sizeof where), 0);
+        EXPECT_EQ(listen(m_listener, waitingConnections), 0);
+        EXPECT_EQ(connect(m_waiting, name, sizeof where), 0);
+    }
+    ~SilentBus()
+    {
+        close(m_waiting);
+        close(m_listener);
+    }
+    Q_DISABLE_COPY_MOVE(SilentBus)
+
+    QByteArray address() const { return "unix:path=" + path().toLocal8Bit(); }
+
+private:
+    QString path() const { return m_folder.filePath(u"bus"_s); }
+
+    QTemporaryDir m_folder;
+    int m_listener;
+    int m_waiting;
+};
+
 const QString loginManager = u"org.freedesktop.login1"_s;
 const QString screenSaver = u"org.freedesktop.ScreenSaver"_s;
 const QString lockedByManager = u"/org/freedesktop/login1 org.freedesktop.login1.Manager.LockSession(c7)"_s;
@@ -242,6 +282,46 @@ TEST_F(SessionTest, ServicesThatNeverAnswerCostTwoSecondsAtMost)
     // Qt's own patience would be 25 seconds; the rest is for a loaded machine.
     EXPECT_LT(lock, 10'000);
     EXPECT_LT(restart, 10'000);
+}
+
+TEST_F(SessionTest, BusesThatStaySilentCostTwoSecondsAtMost)
+{
+    // One takes the connection, the other cannot even do that.
+    for (const int waitingConnections : {10, 0}) {
+        const SilentBus silent(waitingConnections);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", silent.address());
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", silent.address());
+        elapsed.start();
+        EXPECT_EQ(session.lockScreen(), Outcome::Unavailable);
+        EXPECT_LT(elapsed.restart(), 10'000);
+        EXPECT_EQ(session.shutDown(), Outcome::Unavailable);
+        EXPECT_LT(elapsed.elapsed(), 10'000);
+    }
+}
+
+TEST_F(SessionTest, LocksThroughTheLoginManagerWhenTheSessionBusStaysSilent)
+{
+    const SilentBus silent;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", silent.address());
+    const Service manager(systemBus, loginManager, Manner::Answers);
+    EXPECT_EQ(session.lockScreen(), Outcome::Done);
+    EXPECT_EQ(manager.calls(), QStringList(lockedByManager));
+}
+
+TEST_F(SessionTest, OnlyABusThatHangsIsSilent)
+{
+    constexpr int shortTime = 200; // milliseconds; for those that answer it is never used up
+    constexpr int longTime = 60'000;
+    const SilentBus silent;
+    const QString hanging = QString::fromLatin1(silent.address());
+    const QString living = QString::fromLatin1(sessionBus.address());
+    EXPECT_TRUE(isSilentBus(hanging, shortTime));
+    EXPECT_TRUE(isSilentBus(hanging + u",guid=0123;"_s + living, shortTime));
+    EXPECT_TRUE(isSilentBus(u"unix:path=/nonexistent;"_s + hanging, shortTime));
+    EXPECT_FALSE(isSilentBus(living, longTime));
+    for (const QString &none : {QString(), u"unix:path=/nonexistent"_s, u"autolaunch:"_s, u"unix:"_s,
+             u"unix:path="_s + QString(200, u'x'), u"unix:abstract=plum-no-such-bus"_s})
+        EXPECT_FALSE(isSilentBus(none, longTime)) << none.toStdString();
 }
 
 TEST_F(SessionTest, WithoutServicesEverythingIsUnavailable)

@@ -105,6 +105,7 @@ public:
     WindowHandle foreground() override { return foregroundWindow; }
     WindowHandle underPointer() override { return windowUnderPointer; }
     WindowHandle byTitle(const QString &title) override;
+    bool isOnScreen(WindowHandle) override { return windowsAreOnScreen; }
     QRect rectangle(WindowHandle window) override { return rectangles.value(window); }
     void close(WindowHandle window) override { record("close", window); }
     void activate(WindowHandle window) override;
@@ -113,10 +114,12 @@ public:
     void minimise(WindowHandle window) override { record("minimise", window); }
     void maximise(WindowHandle window) override { record("maximise", window); }
     void moveTo(WindowHandle window, QPoint corner) override;
+    void bringHere(WindowHandle window) override { record("bring here", window); }
     void setTopmost(WindowHandle window) override { record("topmost", window); }
 
     WindowHandle foregroundWindow = 0;
     WindowHandle windowUnderPointer = 0;
+    bool windowsAreOnScreen = true;
     QHash<QString, WindowHandle> titles;
     QHash<WindowHandle, QRect> rectangles;
 
@@ -195,8 +198,12 @@ public:
 
     bool registerHotkey(quint32 modifiers, quint32 virtualKey) override;
     void unregisterHotkey() override;
+    void giveKeysTo(WindowHandle) override { m_log.add(QStringLiteral("hotkey give keys")); }
+    void takeKeysFrom(WindowHandle) override { m_log.add(QStringLiteral("hotkey take keys")); }
+    quint32 now() override { return time; }
 
     bool succeeds = true;
+    quint32 time = 0;
 
 private:
     Log &m_log;
@@ -335,6 +342,7 @@ public:
     RecordingTimers &timers() override { return m_timers; }
     RecordingWindows &windows() override { return m_windows; }
     void onEndRequested(std::function<void()> end) override { endRequested = std::move(end); }
+    void whenTrayAnswers(std::function<void()> then) override { then(); }
     void releaseDesktop() override;
 
     Log log;

@@ -1,0 +1,147 @@
+#include "desktop/support/desktop_test.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QDir>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The real launcher under what an ordinary day does not bring.
+class LauncherStrainTest : public DesktopTest
+{
+protected:
+    void SetUp() override
+    {
+        startDesktop(u"openbox"_s);
+        ASSERT_TRUE(QDir().mkpath(programFolder()));
+        ASSERT_TRUE(QFile::link(QStringLiteral(PLUM_PROGRAM), programFolder() + u"/plum"_s));
+        write(u"config/load/set.ini"_s, "[hotkey]\r\nhotkey=Alt+Z\r\n");
+    }
+
+    void TearDown() override
+    {
+        m_launcher.terminate();
+        EXPECT_TRUE(m_launcher.waitForFinished());
+        DesktopTest::TearDown();
+    }
+
+    QString programFolder() const { return folder() + u"/program"_s; }
+
+    void write(const QString &name, const QByteArray &content)
+    {
+        const QString path = programFolder() + u'/' + name;
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    void startLauncher()
+    {
+        server().start(m_launcher, programFolder() + u"/plum"_s);
+        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
+    }
+
+    void press(const QString &keys) { outputOf(u"xdotool"_s, {u"key"_s, keys}); }
+
+    bool isShown() { return window() != XCB_NONE && view->isViewable(window()); }
+    bool hasKeyboard() { return view->isActive(window()); }
+    xcb_window_t window() { return view->windowTitled("Plum"); }
+
+    // Whether the line around the keyword box, which is at the top of the window, is drawn as that of a
+    // control with the keyboard.
+    bool keywordBoxLooksFocused()
+    {
+        constexpr uint32_t accent = 0x85326f;
+        const QPoint corner = view->clientRectangle(window()).topLeft();
+        for (int y = 30; y < 80; ++y) {
+            if (view->pixel(corner + QPoint(220, y)) == accent)
+                return true;
+        }
+        return false;
+    }
+
+    void togglesAndTakesTheKeyboard()
+    {
+        for (int turn = 0; turn < 2; ++turn) {
+            press(u"alt+z"_s);
+            ASSERT_TRUE(eventually([&] { return !isShown(); }));
+            press(u"alt+z"_s);
+            ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
+        }
+    }
+
+    QProcess m_launcher;
+};
+
+// A service that takes every call and never answers.
+class HangingService final : public QDBusVirtualObject
+{
+public:
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &, const QDBusConnection &) override
+    {
+        ++calls;
+        return true;
+    }
+
+    int calls = 0;
+};
+
+} // namespace
+
+TEST_F(LauncherStrainTest, hiddenAndShownInOneGoItsKeywordBoxHasTheKeyboard)
+{
+    startLauncher();
+    ASSERT_TRUE(eventually([&] { return keywordBoxLooksFocused(); }));
+    for (int turn = 0; turn < 5; ++turn) {
+        press(u"alt+z"_s);
+        ASSERT_TRUE(eventually([&] { return !isShown(); }));
+        press(u"alt+z"_s);
+        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard() && keywordBoxLooksFocused(); }))
+            << turn;
+    }
+}
+
+TEST_F(LauncherStrainTest, aSessionBusThatHangsHoldsNothingUp)
+{
+    const QByteArray path = (folder() + u"/silent"_s).toLocal8Bit();
+    sockaddr_un where{};
+    where.sun_family = AF_UNIX;
+    std::copy(path.begin(), path.end(), where.sun_path);
+    const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr *>(&where), sizeof where), 0);
+    ASSERT_EQ(listen(listener, 10), 0);
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
+
+    startLauncher();
+    togglesAndTakesTheKeyboard();
+    EXPECT_TRUE(m_launcher.readAllStandardError().startsWith("plum: The session bus does not answer"));
+    close(listener);
+}
+
+TEST_F(LauncherStrainTest, aTrayThatHangsHoldsNothingUp)
+{
+    HangingService tray;
+    {
+        QDBusConnection bus
+            = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), u"tray"_s);
+        ASSERT_TRUE(bus.registerVirtualObject(u"/"_s, &tray, QDBusConnection::SubPath));
+        ASSERT_TRUE(bus.registerService(u"org.kde.StatusNotifierWatcher"_s));
+    }
+    startLauncher();
+    ASSERT_TRUE(eventually([&] { return tray.calls > 0; }));
+    togglesAndTakesTheKeyboard();
+    QDBusConnection::disconnectFromBus(u"tray"_s);
+}
+
+} // namespace plum

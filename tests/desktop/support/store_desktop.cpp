@@ -1,0 +1,94 @@
+#include "desktop/support/store_desktop.h"
+
+#include "store/store_addresses.h"
+
+#include <QJsonArray>
+
+#include <net/if.h>
+#include <sched.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The launcher's store has one fixed address. Where the system allows it, this process gets a loopback
+// interface of its own, on which that address is free whatever else runs on this machine.
+void leaveSharedLoopback()
+{
+    if (unshare(CLONE_NEWNET) != 0)
+        return;
+    const int socket = ::socket(AF_INET, SOCK_DGRAM, 0);
+    ifreq loopback{};
+    qstrcpy(loopback.ifr_name, "lo");
+    loopback.ifr_flags = IFF_UP;
+    EXPECT_EQ(ioctl(socket, SIOCSIFFLAGS, &loopback), 0);
+    close(socket);
+}
+
+bool isFree(int port)
+{
+    QTcpServer server;
+    return server.listen(QHostAddress::LocalHost, static_cast<quint16>(port));
+}
+
+} // namespace
+
+void StoreDesktop::SetUp()
+{
+    leaveSharedLoopback();
+    const int port = StoreAddresses::built().site.port();
+    ASSERT_TRUE(eventually([&] { return isFree(port); })) << "another program serves the store's address";
+    shop.emplace(port);
+    const int eyesPort = test::freePort();
+    m_page.emplace(static_cast<quint16>(eyesPort));
+    qputenv("QTWEBENGINE_REMOTE_DEBUGGING", QByteArray::number(eyesPort));
+    LauncherDesktop::SetUp();
+}
+
+bool StoreDesktop::pageShows(const QString &condition)
+{
+    return eventually([&] { return m_page->see(condition).toBool(); });
+}
+
+QPoint StoreDesktop::pageOrigin()
+{
+    // The page tells where in it the pointer is; the pointer's place on the screen is known. What the page
+    // tells may be late, so two places must say the same.
+    m_page->see(u"addEventListener('mousemove', e => window.seenAt = [e.clientX, e.clientY]), 1"_s);
+    const QRect screen = view->clientRectangle(view->root());
+    const auto originSeenFrom = [&](QPoint point) {
+        hands->moveTo(point);
+        const QJsonArray seen = m_page->see(u"window.seenAt"_s).toArray();
+        return point - QPoint(seen[0].toInt(), seen[1].toInt());
+    };
+    QPoint origin;
+    EXPECT_TRUE(eventually([&] {
+        origin = originSeenFrom(screen.center());
+        return originSeenFrom(screen.center() + QPoint(40, 30)) == origin;
+    }));
+    return origin;
+}
+
+void StoreDesktop::clickInPage(const QString &selector)
+{
+    const QString middle
+        = u"(() => { const r = document.querySelector('%1').getBoundingClientRect();"
+          " return [Math.round(r.x + r.width / 2), Math.round(r.y + r.height / 2)]; })()"_s.arg(selector);
+    const QPoint origin = pageOrigin();
+    const QJsonArray at = m_page->see(middle).toArray();
+    ASSERT_EQ(at.size(), 2) << selector.toStdString();
+    hands->click(origin + QPoint(at[0].toInt(), at[1].toInt()));
+}
+
+void StoreDesktop::bringUpLauncher()
+{
+    view->activate(see(u"frmSet/frmSet"_s).id);
+    ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
+}
+
+} // namespace plum
