@@ -3,6 +3,8 @@
 #include "platform/global_hotkey.h"
 #include "platform/keyboard.h"
 
+#include <QElapsedTimer>
+
 namespace plum::contract {
 
 using namespace Qt::StringLiterals;
@@ -28,7 +30,10 @@ protected:
         HotkeyPort::SetUp();
         if (!platform)
             return;
-        QObject::connect(&hotkey(), &GlobalHotkey::fired, [this] { ++fired; });
+        QObject::connect(&hotkey(), &GlobalHotkey::fired, [this](quint32 time) {
+            ++fired;
+            timeOfPress = time;
+        });
         window = openWindow();
         ASSERT_TRUE(window);
     }
@@ -59,6 +64,7 @@ protected:
 
     std::unique_ptr<PeerWindow> window;
     int fired = 0;
+    quint32 timeOfPress = 0;
 };
 
 } // namespace
@@ -86,6 +92,28 @@ TEST_F(HotkeyPressed, firesOncePerPress)
     EXPECT_TRUE(firesOn({alt}, 'Z'));
     EXPECT_EQ(fired, 2);
     EXPECT_TRUE(window->seen({u"key down 5a"_s}).isEmpty());
+}
+
+TEST_F(HotkeyPressed, tellsTheTimeOfThePress)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    QElapsedTimer elapsed;
+    elapsed.start();
+    const quint32 before = hotkey().now();
+    ASSERT_TRUE(firesOn({alt}, 'Z'));
+    const quint32 after = hotkey().now();
+    // The stamps may come from a clock that ticks every 16 ms.
+    constexpr quint32 tick = 20;
+    EXPECT_LE(timeOfPress - before + tick, after - before + 2 * tick);
+    EXPECT_LE(after - before, elapsed.elapsed() + tick);
+}
+
+TEST_F(HotkeyPressed, givesKeysBackToWhoeverShallHaveThem)
+{
+    ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
+    QObject::connect(&hotkey(), &GlobalHotkey::fired, [this] { hotkey().takeKeysFrom(0); });
+    ASSERT_TRUE(firesOn({alt}, 'Z'));
+    EXPECT_TRUE(reachesTheWindow({}, 'M'));
 }
 
 TEST_F(HotkeyPressed, takesEachMixtureOfModifiers)
