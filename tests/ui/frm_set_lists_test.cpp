@@ -294,7 +294,7 @@ TEST_F(FrmSetTest, aDroppedPackageCanReplaceTheExistingApp)
 
 TEST_F(FrmSetTest, filesDroppedOnTheEditorAddALineEach)
 {
-    const QString text = QDir::toNativeSeparators(u"/tmp/a.txt"_s);
+    const QString dropped = QDir::toNativeSeparators(u"/tmp/a.txt"_s);
     platform.shell().shortcuts.insert(QDir::toNativeSeparators(u"/tmp/b.lnk"_s), u"C:\\b.exe"_s);
     addApps({u"note"_s});
     start();
@@ -303,7 +303,7 @@ TEST_F(FrmSetTest, filesDroppedOnTheEditorAddALineEach)
     QList<QUrl> urls{QUrl::fromLocalFile(u"/tmp/a.txt"_s), QUrl::fromLocalFile(u"/tmp/b.lnk"_s)};
     drop(viewport("Text4"), urls);
     EXPECT_EQ(
-        find<ScriptEditor>("Text4")->script(), u"note.down \"note\"\r\n%1\r\nC:\\b.exe\r\n"_s.arg(text));
+        find<ScriptEditor>("Text4")->script(), u"note.down \"note\"\r\n%1\r\nC:\\b.exe\r\n"_s.arg(dropped));
 }
 
 TEST_F(FrmSetTest, aThousandFilesDroppedOnTheEditorAddAThousandLines)
