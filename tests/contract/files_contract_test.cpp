@@ -193,6 +193,13 @@ TEST_F(ShellPort, readsWhereAShortcutPoints)
     EXPECT_EQ(asScriptsWriteIt(shell().shortcutTarget(path)).toLower(), u"c:\\windows\\notepad.exe");
 }
 
+TEST_F(SessionPort, saysWhenTheTrayAnswersOrThatThereIsNone)
+{
+    bool answered = false;
+    platform->whenTrayAnswers([&] { answered = true; });
+    EXPECT_TRUE(waitUntil([&] { return answered; }));
+}
+
 TEST_F(SessionPort, answersWithinTwoSeconds)
 {
     QElapsedTimer time;

@@ -175,6 +175,50 @@ TEST_F(WindowsOnScreen, hiddenIsNotThereAndShownIsThereAgain)
     EXPECT_TRUE(waitUntil([&] { return isVisible(); }));
 }
 
+TEST_F(WindowsOnScreen, isOnScreenUnlessHiddenMinimisedOrGone)
+{
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    windows().minimise(handle);
+    EXPECT_FALSE(windows().isOnScreen(handle));
+    windows().activate(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    windows().hide(handle);
+    EXPECT_FALSE(windows().isOnScreen(handle));
+    windows().show(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    window->kill();
+    EXPECT_TRUE(waitUntil([&] { return !windows().isOnScreen(handle); }));
+    EXPECT_FALSE(windows().isOnScreen(0));
+}
+
+TEST_F(WindowsOnScreen, hiddenComesBackMinimised)
+{
+    windows().hide(handle);
+    windows().minimise(handle);
+    EXPECT_FALSE(windows().isOnScreen(handle));
+    EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);
+    windows().activate(handle);
+    EXPECT_TRUE(waitUntil([&] { return isVisible(); }));
+}
+
+TEST_F(WindowsOnScreen, hiddenComesBackMaximised)
+{
+    windows().hide(handle);
+    windows().maximise(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
+    EXPECT_GE(windows().rectangle(handle).width(), platform->screen().mainScreenSize().width());
+}
+
+TEST_F(WindowsOnScreen, thatIsHereIsNotChangedByFetchingIt)
+{
+    const QRect before = windows().rectangle(handle);
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    windows().bringHere(handle);
+    EXPECT_EQ(windows().rectangle(handle), before);
+    EXPECT_EQ(windows().foreground(), other->handle());
+}
+
 TEST_F(WindowsOnScreen, minimisedIsRestoredByActivating)
 {
     const QRect before = windows().rectangle(handle);
@@ -197,30 +241,6 @@ TEST_F(WindowsOnScreen, maximisedFillsTheScreen)
     const QRect rectangle = windows().rectangle(handle);
     EXPECT_GE(rectangle.width(), screen.width());
     EXPECT_GE(rectangle.height(), screen.height() - 60); // a task bar may have its place
-}
-
-TEST_F(WindowsOnScreen, isThereUnlessItIsHiddenOrMinimised)
-{
-    EXPECT_FALSE(windows().isOnScreen(0));
-    EXPECT_TRUE(windows().isOnScreen(handle));
-    windows().hide(handle);
-    EXPECT_FALSE(windows().isOnScreen(handle));
-    windows().show(handle);
-    EXPECT_TRUE(windows().isOnScreen(handle));
-    windows().minimise(handle);
-    EXPECT_FALSE(windows().isOnScreen(handle));
-    windows().activate(handle);
-    EXPECT_TRUE(windows().isOnScreen(handle));
-    window->kill();
-    EXPECT_TRUE(waitUntil([&] { return !windows().isOnScreen(handle); }));
-}
-
-TEST_F(WindowsOnScreen, staysWhereItIsWhenItIsHereAlready)
-{
-    const QRect before = windows().rectangle(handle);
-    windows().bringHere(handle);
-    EXPECT_TRUE(windows().isOnScreen(handle));
-    EXPECT_EQ(windows().rectangle(handle), before);
 }
 
 TEST_F(WindowsOnScreen, maximisesWhatWasMinimised)

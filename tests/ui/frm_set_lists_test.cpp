@@ -294,6 +294,7 @@ TEST_F(FrmSetTest, aDroppedPackageCanReplaceTheExistingApp)
 
 TEST_F(FrmSetTest, filesDroppedOnTheEditorAddALineEach)
 {
+    const QString dropped = QDir::toNativeSeparators(u"/tmp/a.txt"_s);
     platform.shell().shortcuts.insert(QDir::toNativeSeparators(u"/tmp/b.lnk"_s), u"C:\\b.exe"_s);
     addApps({u"note"_s});
     start();
@@ -301,8 +302,8 @@ TEST_F(FrmSetTest, filesDroppedOnTheEditorAddALineEach)
     listAction("editok")->trigger();
     QList<QUrl> urls{QUrl::fromLocalFile(u"/tmp/a.txt"_s), QUrl::fromLocalFile(u"/tmp/b.lnk"_s)};
     drop(viewport("Text4"), urls);
-    EXPECT_EQ(find<ScriptEditor>("Text4")->script(),
-        u"note.down \"note\"\r\n%1\r\nC:\\b.exe\r\n"_s.arg(QDir::toNativeSeparators(u"/tmp/a.txt"_s)));
+    EXPECT_EQ(
+        find<ScriptEditor>("Text4")->script(), u"note.down \"note\"\r\n%1\r\nC:\\b.exe\r\n"_s.arg(dropped));
 }
 
 TEST_F(FrmSetTest, aThousandFilesDroppedOnTheEditorAddAThousandLines)

@@ -27,12 +27,18 @@ bool hangs(const QDBusError &error)
 
 void whenTrayHostAnswers(const std::function<void()> &then)
 {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        // A question that nobody carries would never be answered.
+        QTimer::singleShot(0, then);
+        return;
+    }
     const QString watcherName = u"org.kde.StatusNotifierWatcher"_s;
     QDBusMessage question = QDBusMessage::createMethodCall(
         watcherName, u"/StatusNotifierWatcher"_s, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     question.setArguments({watcherName, u"IsStatusNotifierHostRegistered"_s});
     question.setAutoStartService(false);
-    auto *call = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question, patience));
+    auto *call = new QDBusPendingCallWatcher(bus.asyncCall(question, patience));
     QObject::connect(call, &QDBusPendingCallWatcher::finished, call, [call, then] {
         call->deleteLater();
         if (hangs(call->error()))
