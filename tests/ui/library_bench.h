@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/launcher.h"
+#include "library_paths.h" // of the system that the tests run on
 #include "support/recording/recording_platform.h"
 #include "ui/app_library.h"
 #include "ui/app_list_file.h"
@@ -105,7 +106,7 @@ public:
 
     ProgramFolder folder;
     Log log;
-    RecordingPaths paths = below(folder);
+    decltype(libraryPaths({})) paths = libraryPaths(folder.path());
     RecordingTextCodec codec;
     RecordingShell shell{log};
     RecordingDialogs dialogs{log};
@@ -113,14 +114,6 @@ public:
     AppLists lists;
     AppListFile listFile{paths, codec};
     AppLibrary appLibrary{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
-
-private:
-    static RecordingPaths below(const ProgramFolder &folder)
-    {
-        RecordingPaths paths;
-        paths.folder = folder.path();
-        return paths;
-    }
 };
 
 } // namespace plum::recording

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "support/recording/recording_platform.h"
+
+namespace plum::recording {
+
+// Paths of a library that is on the disk, below `programFolder`: the system finds names in any letter case.
+inline RecordingPaths libraryPaths(const QString &programFolder)
+{
+    RecordingPaths paths;
+    paths.folder = programFolder;
+    return paths;
+}
+
+} // namespace plum::recording
