@@ -86,7 +86,7 @@ TEST_F(SettTest, addnewForgetsWhatWasTypedBefore)
 TEST_F(SettTest, fixitIsLeftOutWhereTheSystemRegistersNoComponents)
 {
     start();
-    EXPECT_EQ(menu("mmmm")->findChild<QAction *>("fixit"), nullptr);
+    EXPECT_EQ(menu("mmmm")->findChild<QAction *>(u"fixit"_s), nullptr);
 }
 
 TEST_F(SettTest, fixitRegistersTheDialogComponentSilently)
@@ -259,7 +259,7 @@ TEST_F(SettTest, guanbiEndsAtOnceWithTheLauncherAsItIs)
 TEST_F(SettTest, leftAndRightReleaseOnTheTrayIconOpenTheSameMenu)
 {
     for (const auto reason : {QSystemTrayIcon::Trigger, QSystemTrayIcon::Context}) {
-        sett menus;
+        sett menus(false);
         menus.trayEvent(reason);
         EXPECT_TRUE(menus.cd.isVisible());
     }
@@ -267,7 +267,7 @@ TEST_F(SettTest, leftAndRightReleaseOnTheTrayIconOpenTheSameMenu)
 
 TEST_F(SettTest, otherTrayEventsOpenNothing)
 {
-    sett menus;
+    sett menus(false);
     for (const auto reason :
         {QSystemTrayIcon::DoubleClick, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Unknown})
         menus.trayEvent(reason);
