@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/launcher.h"
-#include "library_paths.h" // of the system that the tests run on
+#include "library_system.h" // of the system that the tests run on
 #include "support/recording/recording_platform.h"
 #include "ui/app_library.h"
 #include "ui/app_list_file.h"
@@ -107,7 +107,7 @@ public:
     ProgramFolder folder;
     Log log;
     decltype(libraryPaths({})) paths = libraryPaths(folder.path());
-    RecordingTextCodec codec;
+    LibraryTextCodec codec;
     RecordingShell shell{log};
     RecordingDialogs dialogs{log};
     RecordingUnpacker unpacker{log};

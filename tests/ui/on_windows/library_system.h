@@ -12,4 +12,7 @@ inline RecordingPaths libraryPaths(const QString &programFolder)
     return paths;
 }
 
+// UTF-8, whatever the code page, since the tests' texts are.
+using LibraryTextCodec = RecordingTextCodec;
+
 } // namespace plum::recording

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/x11/file_paths.h"
+#include "platform/x11/linux_text_codec.h"
 
 namespace plum::recording {
 
@@ -9,5 +10,7 @@ inline FilePaths libraryPaths(const QString &programFolder)
 {
     return FilePaths(programFolder + QStringLiteral("/plum"));
 }
+
+using LibraryTextCodec = LinuxTextCodec;
 
 } // namespace plum::recording
