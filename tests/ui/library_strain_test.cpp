@@ -27,8 +27,9 @@ protected:
         for (int i = 0;; ++i) {
             const QString script = QString(20000, i % 2 == 0 ? u'a' : u'b');
             const QString keyword = u"new%1"_s.arg(i);
-            const bool done[] = {appLibrary.CreateApp(keyword, script), library.SaveApp(u"kept7"_s, script),
-                appLibrary.RenameApp(keyword, keyword + u"x"_s), library.DeleteApp(keyword + u"x"_s)};
+            const bool done[]
+                = {appLibrary.CreateApp(keyword, script), appLibrary.SaveApp(u"kept7"_s, script),
+                    appLibrary.RenameApp(keyword, keyword + u"x"_s), appLibrary.DeleteApp(keyword + u"x"_s)};
             for (const bool each : done) {
                 if (!each || write(report, "o", 1) != 1)
                     _exit(1);
