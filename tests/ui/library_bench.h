@@ -105,22 +105,19 @@ public:
 
     ProgramFolder folder;
     Log log;
-    RecordingPaths paths = below(folder);
-    RecordingTextCodec codec;
+
+private:
+    std::unique_ptr<Platform> m_system = createPlatform(folder.path() + QStringLiteral("/plum"));
+
+public:
+    Paths &paths = m_system->paths();
+    TextCodec &codec = m_system->textCodec();
     RecordingShell shell{log};
     RecordingDialogs dialogs{log};
     RecordingUnpacker unpacker{log};
     AppLists lists;
     AppListFile listFile{paths, codec};
     AppLibrary appLibrary{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
-
-private:
-    static RecordingPaths below(const ProgramFolder &folder)
-    {
-        RecordingPaths paths;
-        paths.folder = folder.path();
-        return paths;
-    }
 };
 
 } // namespace plum::recording
