@@ -20,7 +20,7 @@ TEST(StoreProcess, WithoutItsProgramNothingHappens)
 
 TEST(StoreProcess, NothingStartsBeforeAPageIsShown)
 {
-    plum::StoreProcess view({.program = u"/bin/cat"_s, .downloadBase = {}});
+    plum::StoreProcess view({.program = QCoreApplication::applicationFilePath(), .downloadBase = {}});
     ASSERT_TRUE(view.isAvailable());
     view.setBrowserWidth(300);
     view.layOut();

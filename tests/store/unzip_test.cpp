@@ -45,12 +45,16 @@ TEST(Unzip, UsesAFolderThatIsThereInAnotherLetterCase)
     ASSERT_TRUE(bench.run(buildArchive({storedEntry("data/a", "x"), storedEntry("data/b", "y")})));
     EXPECT_EQ(bench.content(u"Data/a"_s), "x");
     EXPECT_EQ(bench.content(u"Data/b"_s), "y");
-    EXPECT_FALSE(bench.has(u"data"_s));
+    EXPECT_EQ(
+        QDir(bench.systemTarget()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList(u"Data"_s));
 }
 
 TEST(Unzip, KeepsEntriesApartThatDifferInLetterCase)
 {
     UnzipBench bench;
+    ASSERT_TRUE(QDir().mkpath(bench.systemTarget()));
+    if (QDir(bench.systemTarget().toUpper()).exists())
+        GTEST_SKIP() << "This file system does not tell letter cases apart.";
     ASSERT_TRUE(bench.run(buildArchive({storedEntry("A/f", "x"), storedEntry("a/f", "y")})));
     EXPECT_EQ(bench.content(u"A/f"_s), "x");
     EXPECT_EQ(bench.content(u"a/f"_s), "y");

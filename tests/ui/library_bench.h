@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/launcher.h"
-#include "library_system.h" // of the system that the tests run on
 #include "support/recording/recording_platform.h"
 #include "ui/app_library.h"
 #include "ui/app_list_file.h"
@@ -106,8 +105,13 @@ public:
 
     ProgramFolder folder;
     Log log;
-    decltype(libraryPaths({})) paths = libraryPaths(folder.path());
-    LibraryTextCodec codec;
+
+private:
+    std::unique_ptr<Platform> m_system = createPlatform(folder.path() + QStringLiteral("/plum"));
+
+public:
+    Paths &paths = m_system->paths();
+    TextCodec &codec = m_system->textCodec();
     RecordingShell shell{log};
     RecordingDialogs dialogs{log};
     RecordingUnpacker unpacker{log};

@@ -113,8 +113,11 @@ TEST_F(OddInputTest, appsWithStrangeNamesAreListedPaintedAndRun)
     QStringList names{u"\"quoted\""_s, u"it's"_s, u"\U0001F680\U0001F468\u200D\U0001F469\u200D\U0001F467"_s,
         u"blank "_s, u" before"_s, u"%1 %2"_s, u"<b>bold"_s, u"\u202Egnp.exe"_s, u"-rf"_s, u"~"_s,
         QString(255, u'n'), QString(85, u'\u4f60')};
-    for (const QString &name : names)
+    for (const QString &name : names) {
+        if (!QDir().mkpath(folder.apps(name)))
+            GTEST_SKIP() << "This file system does not take such names.";
         folder.addApp(name, "note.down \"ran\"\r\n");
+    }
     start();
     paint();
     ASSERT_EQ(list()->model()->rowCount(), names.size());

@@ -16,7 +16,7 @@ import time
 
 HERE = pathlib.Path(__file__).resolve().parent
 SOURCE = HERE.parent.parent
-PATIENCE = 25  # seconds; only a test that fails waits so long
+PATIENCE = 60  # seconds; only a test that fails waits so long
 
 
 def until(condition, what="the condition"):

@@ -2,6 +2,7 @@
 #include "contract/peer/outer_frame.h"
 #include "platform/clipboard.h"
 #include "platform/global_hotkey.h"
+#include "platform/javascript.h"
 #include "platform/platform.h"
 #include "support/event_log.h"
 
@@ -11,6 +12,8 @@
 #include <QThread>
 #include <QTimer>
 #include <QWidget>
+
+#include <cstdlib>
 
 // Another program on the same desktop. The first argument is the file for what it has to say, the second its
 // task:
@@ -126,6 +129,11 @@ int main(int argc, char **argv)
         platform->releaseDesktop();
         log.write(u"left yes"_s);
         return 0;
+    } else if (task == "endless"_L1) {
+        QTimer::singleShot(20, [] { QApplication::exit(); });
+        const bool ok = platform->javaScript().evaluate(u"while (true) ;"_s).ok;
+        log.write(ok ? u"evaluated yes"_s : u"evaluated no"_s);
+        std::_Exit(0); // as plum does
     } else if (task == "hold"_L1) {
         const bool holds
             = platform->hotkey().registerHotkey(arguments.value(3).toUInt(), arguments.value(4).toUInt());
