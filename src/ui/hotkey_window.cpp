@@ -10,11 +10,11 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QShortcut>
 
 namespace plum {
 
@@ -93,7 +93,6 @@ hotkey::hotkey(sethotkey &module, SettingsFile &settings, QWidget *owner)
         [this] { m_module.RegisterLauncherHotkey(cboLetter->currentText()); });
     connect(Command2, &QPushButton::clicked, this, [this] { m_module.UnregisterLauncherHotkey(); });
     connect(&m_module, &sethotkey::registrationChanged, this, &hotkey::showState);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::hide);
     (new moveit(*this))->installOn(*this);
 
     layOut();
@@ -194,6 +193,15 @@ void hotkey::showState()
         Label2->setText(tr("The hotkey is on."));
     else
         Label2->setText(tr("No hotkey is on. Choose a modifier and a letter."));
+}
+
+// A shortcut would take the key from the open list of letters too.
+void hotkey::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        hide();
+    else
+        BorderlessWindow::keyPressEvent(event);
 }
 
 void hotkey::closeEvent(QCloseEvent *event)

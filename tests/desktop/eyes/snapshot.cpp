@@ -93,7 +93,9 @@ QString nameOf(const QWidget &widget)
     }
     if (qobject_cast<const QAbstractItemView *>(&widget)
         && widget.window()->inherits("QComboBoxPrivateContainer"))
-        return u"dropped list"_s;
+        return u"list"_s;
+    if (widget.inherits("QComboBoxPrivateContainer"))
+        return u"dropped"_s;
     if (widget.inherits("QSystemTrayIconSys"))
         return u"tray icon"_s;
     return widget.objectName();

@@ -37,6 +37,27 @@ protected:
 
 } // namespace
 
+TEST_F(HotkeyWindowTest, choosesALetterFromTheListAndEscClosesTheListAlone)
+{
+    const QString list = u"dropped/list"_s;
+    startLauncher();
+    openWindow();
+    click(u"hotkey/cboLetter"_s);
+    ASSERT_TRUE(appears(list));
+    hands->key(u"m"_s);
+    ASSERT_TRUE(shows(list, u"M"_s));
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(disappears(list));
+    EXPECT_TRUE(shows(u"hotkey/cboLetter"_s, u"M"_s));
+
+    click(u"hotkey/cboLetter"_s);
+    ASSERT_TRUE(appears(list));
+    hands->key(u"Escape"_s);
+    ASSERT_TRUE(disappears(list));
+    EXPECT_TRUE(isShown(u"hotkey/hotkey"_s));
+    EXPECT_EQ(textOf(u"hotkey/cboLetter"_s), u"M"_s);
+}
+
 TEST_F(HotkeyWindowTest, showsTheSavedHotkeyAndChoosesAnother)
 {
     startLauncher();
