@@ -81,6 +81,7 @@ void LauncherUi::completeStart()
 {
     if (std::exchange(m_isComplete, true))
         return;
+    m_caretRest.emplace();
     m_window->setWindowIcon(appIcon());
     m.platform.whenTrayAnswers([this] { menus().addTrayIcon(); });
 }

@@ -5,6 +5,7 @@
 #include "ui/app_library.h"
 #include "ui/app_list_file.h"
 #include "ui/app_lists.h"
+#include "ui/caret_rest.h"
 #include "ui/message_boxes.h"
 #include "ui/script_vocabulary.h"
 #include "ui/sethotkey.h"
@@ -133,6 +134,7 @@ private:
     ScriptVocabulary m_vocabulary;
 
     MessageBoxes m_messages;
+    std::optional<CaretRest> m_caretRest;
     AppLists m_lists;
     AppListFile m_listFile;
     AppLibrary m_library;

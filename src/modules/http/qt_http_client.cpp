@@ -51,7 +51,7 @@ public:
         const int status = m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         const bool complete = m_reply.isFinished() && isAnswer(status, m_reply.error());
         take();
-        if (!complete || m_tooLarge)
+        if (!complete || m_tooLarge || isCut(status))
             return {};
         return {status, m_reply.rawHeader("Content-Type"), std::move(m_body)};
     }
@@ -62,6 +62,16 @@ private:
     {
         return error == QNetworkReply::NoError
             || (status >= 400 && error >= QNetworkReply::ContentAccessDenied);
+    }
+
+    // Qt at times takes the end of the connection for the end of the body. It hides the announced length of a
+    // body that it has decompressed.
+    bool isCut(int status) const
+    {
+        constexpr int notModified = 304; // announces what it does not send
+        bool isNumber = false;
+        const qint64 announced = m_reply.rawHeader("Content-Length").trimmed().toLongLong(&isNumber);
+        return isNumber && status != notModified && m_body.size() < announced;
     }
 
     void take()

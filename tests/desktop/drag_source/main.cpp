@@ -11,8 +11,8 @@
 // A window from which files can be dragged, as from a file browser: what is dragged are the addresses in a
 // file, one a line, read when the drag begins.
 //   plum_drag_source LIST X,Y,WIDTH,HEIGHT
-// On its standard output it says "taken" and "refused" as the window under the mouse answers, and at the end
-// of each drag "dropped ACTION"; ACTION is 0 when nobody took it.
+// On its standard output it says "dragging" when a drag begins, "taken" and "refused" as the window under the
+// mouse answers, and at the end of each drag "dropped ACTION"; ACTION is 0 when nobody took it.
 
 using namespace Qt::StringLiterals;
 
@@ -48,6 +48,7 @@ protected:
         drag->setMimeData(content);
         connect(drag, &QDrag::actionChanged, this,
             [](Qt::DropAction action) { say(action == Qt::IgnoreAction ? "refused" : "taken"); });
+        say("dragging");
         const Qt::DropAction action = drag->exec(Qt::CopyAction);
         say(action == Qt::IgnoreAction ? "dropped 0" : "dropped 1");
     }

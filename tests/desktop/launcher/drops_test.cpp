@@ -57,7 +57,8 @@ protected:
             hands->moveTo(there + QPoint(++moves % 2, 0));
             hasSaid("taken");
             return moves > enough && m_said.endsWith("taken\n");
-        })) << path.toStdString();
+        })) << path.toStdString()
+            << ": " << m_said.toStdString();
         hands->release();
         ASSERT_TRUE(sourceSays("dropped 1")) << path.toStdString();
     }
@@ -76,7 +77,14 @@ protected:
         ASSERT_TRUE(appears(path));
         m_source.readAllStandardOutput();
         m_said.clear();
-        hands->pull(view->clientRectangle(view->windowTitled("Drag source")).center(), see(path).middle());
+        const QPoint from = view->clientRectangle(view->windowTitled("Drag source")).center();
+        hands->pull(from, see(path).middle());
+        // A window manager may keep a press for itself when it makes the window the one in front.
+        if (!sourceSays("dragging")) {
+            hands->release();
+            hands->pull(from, see(path).middle());
+            ASSERT_TRUE(sourceSays("dragging")) << path.toStdString();
+        }
     }
 
     bool hasSaid(const QByteArray &word)
@@ -112,6 +120,18 @@ protected:
         QFile shortcut(folder() + u'/' + name);
         ASSERT_TRUE(shortcut.open(QIODevice::WriteOnly));
         shortcut.write("[Desktop Entry]\nType=Link\nName=x\nURL=file://" + target.toUtf8() + "\n");
+    }
+
+    // A shell link of Windows to a file beside it: a header that announces a relative path, and the path.
+    void makeShellLink(const QString &name, const QByteArray &target)
+    {
+        QByteArray link = QByteArray::fromHex("4c0000000114020000000000c00000000000004608000000");
+        link.append(76 - link.size(), 0);
+        link += static_cast<char>(target.size());
+        link += '\0';
+        QFile shortcut(folder() + u'/' + name);
+        ASSERT_TRUE(shortcut.open(QIODevice::WriteOnly));
+        shortcut.write(link + target);
     }
 
 private:
@@ -212,6 +232,8 @@ TEST_F(DropsTest, aFileOnTheKeywordBoxIsForTheScript)
     };
     expectValue({file(u"one file.txt"_s), file(u"two.txt"_s)}, folder() + u"/one file.txt"_s);
     expectValue({file(u"link.desktop"_s)}, u"/usr/share/x"_s);
+    makeShellLink(u"link.lnk"_s, "target.txt");
+    expectValue({file(u"link.lnk"_s)}, folder() + u"\\target.txt"_s);
 
     // An address of another machine is no file.
     dropInVain({u"http://127.0.0.1/page"_s}, u"frmSet/Text8"_s);
