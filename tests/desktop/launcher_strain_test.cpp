@@ -1,9 +1,8 @@
-#include "desktop/support/desktop_test.h"
+#include "desktop/support/hotkey_launcher_test.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QDir>
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -16,45 +15,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The real launcher under what an ordinary day does not bring.
-class LauncherStrainTest : public DesktopTest
+class LauncherStrainTest : public HotkeyLauncherTest
 {
 protected:
-    void SetUp() override
-    {
-        startDesktop(u"openbox"_s);
-        ASSERT_TRUE(QDir().mkpath(programFolder()));
-        ASSERT_TRUE(QFile::link(QStringLiteral(PLUM_PROGRAM), programFolder() + u"/plum"_s));
-        write(u"config/load/set.ini"_s, "[hotkey]\r\nhotkey=Alt+Z\r\n");
-    }
-
-    void TearDown() override
-    {
-        m_launcher.terminate();
-        EXPECT_TRUE(m_launcher.waitForFinished());
-        DesktopTest::TearDown();
-    }
-
-    QString programFolder() const { return folder() + u"/program"_s; }
-
-    void write(const QString &name, const QByteArray &content)
-    {
-        const QString path = programFolder() + u'/' + name;
-        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    void startLauncher()
-    {
-        server().start(m_launcher, programFolder() + u"/plum"_s);
-        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
-    }
-
     void press(const QString &keys) { outputOf(u"xdotool"_s, {u"key"_s, keys}); }
 
-    bool isShown() { return window() != XCB_NONE && view->isViewable(window()); }
-    bool hasKeyboard() { return view->isActive(window()); }
+    bool isShown() override { return window() != XCB_NONE && view->isViewable(window()); }
+    bool hasKeyboard() override { return view->isActive(window()); }
     xcb_window_t window() { return view->windowTitled("Plum"); }
 
     // Whether the line around the keyword box, which is at the top of the window, is drawn as that of a
@@ -79,8 +46,6 @@ protected:
             ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
         }
     }
-
-    QProcess m_launcher;
 };
 
 // A service that takes every call and never answers.

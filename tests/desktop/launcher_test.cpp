@@ -1,6 +1,5 @@
-#include "desktop/support/desktop_test.h"
+#include "desktop/support/hotkey_launcher_test.h"
 
-#include <QDir>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -10,48 +9,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The real launcher in a program folder of its own, whose hotkey is Alt+Z.
-class LauncherTest : public DesktopTest
+// The launcher as other programs see it.
+class LauncherTest : public HotkeyLauncherTest
 {
 protected:
-    void SetUp() override
-    {
-        startDesktop(u"openbox"_s);
-        ASSERT_TRUE(QDir().mkpath(programFolder()));
-        ASSERT_TRUE(QFile::link(QStringLiteral(PLUM_PROGRAM), programFolder() + u"/plum"_s));
-        write(u"config/load/set.ini"_s, "[hotkey]\r\nhotkey=Alt+Z\r\n");
-    }
-
-    void TearDown() override
-    {
-        m_launcher.terminate();
-        EXPECT_TRUE(m_launcher.waitForFinished());
-        DesktopTest::TearDown();
-    }
-
-    QString programFolder() const { return folder() + u"/program"_s; }
-
-    void write(const QString &name, const QByteArray &content)
-    {
-        const QString path = programFolder() + u'/' + name;
-        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    void startLauncher()
-    {
-        server().start(m_launcher, programFolder() + u"/plum"_s);
-        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
-    }
-
     void press(const QStringList &keys) { outputOf(u"xdotool"_s, QStringList{u"key"_s} + keys); }
     void type(const QString &text) { outputOf(u"xdotool"_s, {u"type"_s, text}); }
 
     // What another program is told of the launcher's windows on the screen.
-    bool isShown() { return answerOf({u"search"_s, u"--onlyvisible"_s, u"--pid"_s, pid()}).size() > 0; }
-    bool hasKeyboard() { return answerOf({u"getactivewindow"_s, u"getwindowpid"_s}) == pid().toLatin1(); }
+    bool isShown() override
+    {
+        return answerOf({u"search"_s, u"--onlyvisible"_s, u"--pid"_s, pid()}).size() > 0;
+    }
+    bool hasKeyboard() override
+    {
+        return answerOf({u"getactivewindow"_s, u"getwindowpid"_s}) == pid().toLatin1();
+    }
 
 private:
     QString pid() const { return QString::number(m_launcher.processId()); }
@@ -63,8 +36,6 @@ private:
         xdotool.waitForFinished();
         return xdotool.readAllStandardOutput().trimmed();
     }
-
-    QProcess m_launcher;
 };
 
 } // namespace
