@@ -153,6 +153,19 @@ TEST_F(HotkeyTest, aHiddenLauncherIsShownWithTheKeywordBoxFocusedAndThenHidden)
     EXPECT_FALSE(launcherVisible());
 }
 
+TEST_F(HotkeyTest, aLauncherThatIsShownWhereNobodySeesItIsFetched)
+{
+    startWith("Alt+Z");
+    ui.hideLauncher();
+    Q_EMIT platform.hotkey().fired(1);
+    platform.windows().windowsAreOnScreen = false;
+    platform.log.clear();
+    Q_EMIT platform.hotkey().fired(1);
+    EXPECT_TRUE(launcherVisible());
+    const QString fetched = u"window bring here %1"_s.arg(static_cast<WindowHandle>(ui.window()->winId()));
+    EXPECT_TRUE(platform.log.lines().contains(fetched)) << qPrintable(platform.log.lines().join(u'\n'));
+}
+
 TEST_F(HotkeyTest, registeringTwiceLeavesOneRegistration)
 {
     startWith("Alt+Z");
