@@ -14,7 +14,7 @@ function(plum_window_program target description)
     endif()
     cmake_path(REMOVE_EXTENSION file OUTPUT_VARIABLE file)
     set(resources ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
-    set(resource_folder ${PROJECT_SOURCE_DIR}/src/platform/windows/resources)
+    set(resource_folder ${PROJECT_SOURCE_DIR}/src/platform/win32/resources)
     string(REPLACE "." "," version_numbers ${PROJECT_VERSION})
     configure_file(${resource_folder}/program.rc.in ${resources} @ONLY)
     set_source_files_properties(${resources} PROPERTIES

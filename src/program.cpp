@@ -1,8 +1,8 @@
 #include "program.h"
 
 #include "engine/run_time_error.h"
+#include "look/theme.h"
 #include "platform/paths.h"
-#include "ui/theme.h"
 
 #include <QApplication>
 #include <QDir>

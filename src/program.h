@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/single_instance.h"
+#include "library/zip_unpacker.h"
 #include "platform/platform.h"
 #include "script_system.h"
 #include "store/answered_shell.h"
@@ -9,9 +11,7 @@
 #include "store/store_process.h"
 #include "store/webbox.h"
 #include "ui/launcher_ui.h"
-#include "ui/single_instance.h"
 #include "ui/store_door.h"
-#include "ui/zip_unpacker.h"
 
 #include <memory>
 

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "commands/file_commands.h"
-#include "commands/file_upload.h"
 #include "commands/keyboard_commands.h"
-#include "commands/loaded_http_client.h"
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
 #include "commands/net_commands.h"
@@ -18,11 +16,13 @@
 #include "engine/run_loop.h"
 #include "engine/run_start.h"
 #include "engine/run_state.h"
+#include "engine/script_vocabulary.h"
 #include "engine/set_command.h"
 #include "engine/text_commands.h"
 #include "engine/text_files.h"
 #include "engine/time_commands.h"
-#include "ui/script_vocabulary.h"
+#include "http/file_upload.h"
+#include "http/loaded_http_client.h"
 
 #include <utility>
 #include <vector>

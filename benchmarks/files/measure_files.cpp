@@ -1,10 +1,10 @@
-#include "commands/http_text.h"
 #include "commands/javascript_call.h"
-#include "commands/loaded_http_client.h"
 #include "engine/text_files.h"
-#include "platform/x11/file_paths.h"
-#include "platform/x11/linux_text_codec.h"
-#include "platform/x11/loaded_javascript.h"
+#include "http/http_text.h"
+#include "http/loaded_http_client.h"
+#include "platform/linux/file_paths.h"
+#include "platform/linux/linux_text_codec.h"
+#include "platform/linux/loaded_javascript.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

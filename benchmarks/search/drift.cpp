@@ -1,8 +1,8 @@
 #include "drift.h"
 
-#include "commands/find_pic_scan.h"
-#include "commands/pixel_kernels.h"
 #include "scenes.h"
+#include "search/find_pic_scan.h"
+#include "search/pixel_kernels.h"
 
 #include <algorithm>
 #include <cstdio>

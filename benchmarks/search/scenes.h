@@ -1,8 +1,8 @@
 #pragma once
 
-#include "commands/colour_text.h"
-#include "commands/picture_file.h"
-#include "commands/screen_region.h"
+#include "search/colour_text.h"
+#include "search/picture_file.h"
+#include "search/screen_region.h"
 
 #include <QSize>
 #include <QString>

@@ -1,14 +1,14 @@
 // Measures the screen searches on the desktop that DISPLAY names, beside the plain reference and beside
 // OpenCV's template matching on one core.
-#include "commands/find_color_scan.h"
-#include "commands/find_pic_scan.h"
-#include "commands/pixel_kernels.h"
-#include "commands/reference_search.h"
 #include "drift.h"
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/connection/x11_connection.h"
 #include "platform/x11/x11_screen.h"
 #include "ratio_table.h"
 #include "scenes.h"
+#include "search/find_color_scan.h"
+#include "search/find_pic_scan.h"
+#include "search/pixel_kernels.h"
+#include "search/reference_search.h"
 
 #include <benchmark/benchmark.h>
 #include <opencv2/core.hpp>

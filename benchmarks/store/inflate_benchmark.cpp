@@ -1,6 +1,6 @@
 // Our decoder and zlib's on the same streams, one after the other in the same run.
 
-#include "store/inflate.h"
+#include "archive/inflate.h"
 
 #include <QFile>
 

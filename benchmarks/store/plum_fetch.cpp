@@ -1,8 +1,8 @@
 // plum_fetch address file: the downloader as a program. It ends with 0 when the file is complete, else with
 // the downloader's last status.
 
+#include "download/win_http_down.h"
 #include "plain_ports.h"
-#include "store/win_http_down.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -1,7 +1,7 @@
 // plum_unzip archive folder: the ZIP reader as a program.
 
+#include "archive/unzip.h"
 #include "plain_ports.h"
-#include "store/unzip.h"
 
 #include <QCoreApplication>
 

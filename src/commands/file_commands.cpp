@@ -2,7 +2,6 @@
 
 #include "commands/fields.h"
 #include "commands/file_functions.h"
-#include "commands/http_text.h"
 #include "commands/javascript_call.h"
 #include "commands/path_resolution.h"
 #include "commands/store_page.h"
@@ -11,6 +10,7 @@
 #include "engine/run_time_error.h"
 #include "engine/text_files.h"
 #include "engine/text_functions.h"
+#include "http/http_text.h"
 #include "platform/shell.h"
 
 #include <algorithm>

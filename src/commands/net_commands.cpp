@@ -1,10 +1,10 @@
 #include "commands/net_commands.h"
 
 #include "commands/fields.h"
-#include "commands/file_upload.h"
-#include "commands/http_text.h"
 #include "engine/helper_programs.h"
 #include "engine/variable_store.h"
+#include "http/file_upload.h"
+#include "http/http_text.h"
 #include "platform/paths.h"
 #include "platform/shell.h"
 

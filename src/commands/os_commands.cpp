@@ -9,8 +9,8 @@
 #include "engine/run_time_error.h"
 #include "engine/text_functions.h"
 #include "platform/clipboard.h"
+#include "platform/desktop_windows.h"
 #include "platform/pointer.h"
-#include "platform/windows.h"
 
 namespace plum {
 

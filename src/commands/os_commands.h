@@ -1,9 +1,9 @@
 #pragma once
 
 #include "commands/points.h"
-#include "commands/screen_search.h"
 #include "engine/command_table.h"
 #include "platform/session.h"
+#include "search/screen_search.h"
 
 namespace plum {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/command_table.h"
-#include "platform/windows.h"
+#include "platform/desktop_windows.h"
 
 #include <functional>
 

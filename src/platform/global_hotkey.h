@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows.h"
+#include "platform/desktop_windows.h"
 
 #include <QObject>
 

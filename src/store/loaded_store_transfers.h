@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/store_transfers.h"
+#include "store/protocol/store_transfers.h"
 
 namespace plum {
 

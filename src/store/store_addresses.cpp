@@ -1,6 +1,6 @@
 #include "store/store_addresses.h"
 
-#include "store/package_link.h"
+#include "store/protocol/package_link.h"
 
 namespace plum {
 

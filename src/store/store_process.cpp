@@ -1,6 +1,6 @@
 #include "store/store_process.h"
 
-#include "store/window_messages.h"
+#include "store/protocol/window_messages.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

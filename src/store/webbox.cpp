@@ -6,9 +6,9 @@
 #include "store/clipboard_channel.h"
 #include "store/download_texts.h"
 #include "store/package_index.h"
-#include "store/package_link.h"
+#include "store/protocol/package_link.h"
+#include "store/protocol/store_transfers.h"
 #include "store/store_host.h"
-#include "store/store_transfers.h"
 #include "store/store_view.h"
 
 namespace plum {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "commands/store_page.h"
-#include "store/package_install.h"
+#include "library/package_install.h"
 #include "store/store_addresses.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "published_app.h"
 
-#include "store/package_link.h"
-#include "zip_writer.h"
+#include "archive/zip_writer.h"
+#include "store/protocol/package_link.h"
 
 #include <QCryptographicHash>
 #include <QDir>

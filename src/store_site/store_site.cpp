@@ -1,6 +1,6 @@
 #include "store_site.h"
 
-#include "store/package_link.h"
+#include "store/protocol/package_link.h"
 #include "template_text.h"
 
 #include <QFile>

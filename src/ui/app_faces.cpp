@@ -1,7 +1,7 @@
 #include "ui/app_faces.h"
 
+#include "library/app_library.h"
 #include "platform/paths.h"
-#include "ui/app_library.h"
 
 #include <QFileInfo>
 #include <QImageReader>

@@ -1,13 +1,13 @@
 #include "ui/frm_set.h"
 
-#include "ui/app_icon.h"
-#include "ui/app_lists.h"
-#include "ui/edit_panel.h"
+#include "library/app_lists.h"
+#include "look/app_icon.h"
+#include "look/moveit.h"
+#include "look/picture_button.h"
+#include "ui/editing/edit_panel.h"
+#include "ui/editing/rename_panel.h"
 #include "ui/file_entry.h"
 #include "ui/keyword_list.h"
-#include "ui/moveit.h"
-#include "ui/picture_button.h"
-#include "ui/rename_panel.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/borderless_window.h"
+#include "look/borderless_window.h"
 
 #include <memory>
 

@@ -1,11 +1,11 @@
 #include "ui/hotkey_window.h"
 
 #include "engine/text_functions.h"
+#include "library/settings_file.h"
+#include "look/moveit.h"
+#include "look/picture_button.h"
 #include "platform/global_hotkey.h"
-#include "ui/moveit.h"
-#include "ui/picture_button.h"
 #include "ui/sethotkey.h"
-#include "ui/settings_file.h"
 
 #include <QCloseEvent>
 #include <QComboBox>

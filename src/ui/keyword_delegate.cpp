@@ -1,7 +1,7 @@
 #include "ui/keyword_delegate.h"
 
+#include "look/theme.h"
 #include "ui/app_faces.h"
-#include "ui/theme.h"
 
 #include <QApplication>
 #include <QPainter>

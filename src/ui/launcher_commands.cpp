@@ -6,10 +6,10 @@
 #include "platform/paths.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
-#include "ui/edit_panel.h"
+#include "ui/editing/edit_panel.h"
+#include "ui/editing/rename_panel.h"
 #include "ui/frm_set.h"
 #include "ui/hotkey_window.h"
-#include "ui/rename_panel.h"
 #include "ui/sett.h"
 
 namespace plum {

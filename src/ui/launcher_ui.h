@@ -1,15 +1,15 @@
 #pragma once
 
 #include "engine/launcher.h"
+#include "engine/script_vocabulary.h"
+#include "library/app_library.h"
+#include "library/app_list_file.h"
+#include "library/app_lists.h"
+#include "library/settings_file.h"
 #include "ui/app_faces.h"
-#include "ui/app_library.h"
-#include "ui/app_list_file.h"
-#include "ui/app_lists.h"
 #include "ui/caret_rest.h"
 #include "ui/message_boxes.h"
-#include "ui/script_vocabulary.h"
 #include "ui/sethotkey.h"
-#include "ui/settings_file.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/app_library.h"
+#include "library/app_library.h"
 
 namespace plum {
 

@@ -1,7 +1,7 @@
 #include "ui/sett.h"
 
-#include "ui/app_icon.h"
-#include "ui/theme.h"
+#include "look/app_icon.h"
+#include "look/theme.h"
 
 #include <QCoreApplication>
 #include <QCursor>

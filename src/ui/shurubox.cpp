@@ -1,9 +1,9 @@
 #include "ui/shurubox.h"
 
+#include "look/moveit.h"
+#include "look/picture_button.h"
 #include "platform/shell.h"
 #include "ui/file_entry.h"
-#include "ui/moveit.h"
-#include "ui/picture_button.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

@@ -1,5 +1,5 @@
-#include "commands/http_text.h"
-#include "commands/multipart_body.h"
+#include "http/http_text.h"
+#include "http/multipart_body.h"
 #include "support/script_bench.h"
 #include "support/temporary_files.h"
 

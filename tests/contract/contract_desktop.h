@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/desktop_windows.h"
 #include "platform/platform.h"
-#include "platform/windows.h"
 
 #include <QRect>
 #include <QString>

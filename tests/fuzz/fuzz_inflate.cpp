@@ -1,8 +1,8 @@
 // The decoder against the plain one on any input, and against zlib on what zlib takes for a whole stream.
 // The first byte chooses the variant and the room for output, the rest is the stream.
 
-#include "store/inflate.h"
-#include "store/reference_inflate.h"
+#include "archive/inflate.h"
+#include "archive/reference_inflate.h"
 
 #include <zlib.h>
 

@@ -1,5 +1,5 @@
-#include "commands/multipart_body.h"
-#include "platform/x11/linux_text_codec.h"
+#include "http/multipart_body.h"
+#include "platform/linux/linux_text_codec.h"
 
 #include <QBuffer>
 

@@ -1,7 +1,7 @@
 // Bytes as a picture file: decoded, made ready, and looked for on a small screen.
-#include "commands/find_pic_scan.h"
-#include "commands/picture_file.h"
-#include "commands/pixel_kernels.h"
+#include "search/find_pic_scan.h"
+#include "search/picture_file.h"
+#include "search/pixel_kernels.h"
 
 #include <QLoggingCategory>
 

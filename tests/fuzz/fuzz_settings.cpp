@@ -1,6 +1,6 @@
 #include "engine/text_files.h"
-#include "platform/x11/linux_text_codec.h"
-#include "ui/settings_file.h"
+#include "library/settings_file.h"
+#include "platform/linux/linux_text_codec.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
+#include "platform/linux/desktop_entry.h"
+#include "platform/linux/linux_text_codec.h"
 #include "platform/shortcut_file.h"
-#include "platform/x11/desktop_entry.h"
-#include "platform/x11/linux_text_codec.h"
 
 #include <cstdint>
 #include <cstdlib>

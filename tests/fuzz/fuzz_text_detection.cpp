@@ -1,5 +1,5 @@
-#include "commands/text_detection.h"
-#include "platform/x11/linux_text_codec.h"
+#include "http/text_detection.h"
+#include "platform/linux/linux_text_codec.h"
 #include "support/iconv.h"
 
 #include <cstdint>

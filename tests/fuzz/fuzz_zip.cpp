@@ -1,6 +1,6 @@
 // Reading an archive and unpacking it: no fault, and nothing beside the target folder.
 
-#include "store/unzip.h"
+#include "archive/unzip.h"
 #include "support/recording/recording_platform.h"
 
 #include <QDir>

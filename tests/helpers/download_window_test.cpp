@@ -1,6 +1,6 @@
 #include "helpers/download/download_window.h"
-#include "platform/x11/file_paths.h"
-#include "platform/x11/linux_text_codec.h"
+#include "platform/linux/file_paths.h"
+#include "platform/linux/linux_text_codec.h"
 #include "support/temporary_files.h"
 #include "support/test_server.h"
 #include "support/wait_until.h"

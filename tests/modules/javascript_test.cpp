@@ -1,5 +1,5 @@
 #include "commands/javascript_call.h"
-#include "platform/x11/loaded_javascript.h"
+#include "platform/linux/loaded_javascript.h"
 
 #include <QCoreApplication>
 #include <QTimer>

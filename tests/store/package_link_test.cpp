@@ -1,4 +1,4 @@
-#include "store/package_link.h"
+#include "store/protocol/package_link.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "engine/launcher.h"
 #include "store/clipboard_channel.h"
+#include "store/protocol/store_transfers.h"
 #include "store/store_host.h"
-#include "store/store_transfers.h"
 #include "store/store_view.h"
 #include "store/webbox.h"
 #include "support/recording/recording_platform.h"

@@ -1,8 +1,8 @@
 #include "store_bench.h"
 
+#include "archive/zip_writer.h"
 #include "store/download_texts.h"
 #include "support/file_size_limit.h"
-#include "zip_writer.h"
 
 #include <QCryptographicHash>
 #include <QDir>

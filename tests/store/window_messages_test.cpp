@@ -1,4 +1,4 @@
-#include "store/window_messages.h"
+#include "store/protocol/window_messages.h"
 
 #include <gtest/gtest.h>
 

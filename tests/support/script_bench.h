@@ -1,7 +1,6 @@
 #pragma once
 
 #include "commands/file_commands.h"
-#include "commands/file_upload.h"
 #include "commands/keyboard_commands.h"
 #include "commands/mouse_clicks.h"
 #include "commands/mouse_commands.h"
@@ -18,6 +17,7 @@
 #include "engine/text_commands.h"
 #include "engine/text_files.h"
 #include "engine/time_commands.h"
+#include "http/file_upload.h"
 #include "support/printers.h"
 #include "support/recording/recording_commands.h"
 #include "support/recording/recording_platform.h"

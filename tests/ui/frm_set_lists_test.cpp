@@ -1,6 +1,6 @@
 #include "ui/frm_set_fixture.h"
 
-#include "ui/script_editor.h"
+#include "ui/editing/script_editor.h"
 
 #include <QLabel>
 

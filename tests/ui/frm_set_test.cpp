@@ -1,7 +1,7 @@
 #include "ui/frm_set_fixture.h"
 
-#include "ui/edit_panel.h"
-#include "ui/script_editor.h"
+#include "ui/editing/edit_panel.h"
+#include "ui/editing/script_editor.h"
 
 #include <QLabel>
 #include <QWindow>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/library_bench.h"
+#include "library/library_bench.h"
 
 #include "engine/argument_reader.h"
 #include "engine/input_commands.h"

@@ -1,8 +1,8 @@
 #include "ui/launcher_bench.h"
 
-#include "ui/edit_panel.h"
+#include "ui/editing/edit_panel.h"
+#include "ui/editing/script_editor.h"
 #include "ui/keyword_list.h"
-#include "ui/script_editor.h"
 
 #include <QLineEdit>
 

@@ -1,7 +1,7 @@
 #include "ui/launcher_bench.h"
 
+#include "ui/editing/script_editor.h"
 #include "ui/keyword_list.h"
-#include "ui/script_editor.h"
 #include "ui/sett.h"
 
 #include <QLineEdit>

@@ -1,7 +1,7 @@
+#include "library/settings_file.h"
 #include "platform/platform.h"
 #include "platform/text_codec.h"
 #include "support/printers.h"
-#include "ui/settings_file.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "download/win_http_down.h"
 #include "helpers/download/download_request.h"
-#include "store/win_http_down.h"
 
 #include <QWidget>
 

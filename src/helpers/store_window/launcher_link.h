@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/window_messages.h"
+#include "store/protocol/window_messages.h"
 
 #include <QObject>
 

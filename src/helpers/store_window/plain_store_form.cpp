@@ -1,7 +1,7 @@
 #include "plain_store_form.h"
 
 #include "helpers/browser/page_file.h"
-#include "store/package_link.h"
+#include "store/protocol/package_link.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

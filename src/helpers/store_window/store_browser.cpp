@@ -1,6 +1,6 @@
 #include "store_browser.h"
 
-#include "store/package_link.h"
+#include "store/protocol/package_link.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,4 +1,4 @@
-#include "commands/http_module.h"
+#include "http/http_module.h"
 
 #include "modules/http/qt_http_client.h"
 

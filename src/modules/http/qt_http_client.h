@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands/http_client.h"
+#include "http/http_client.h"
 
 class QNetworkReply;
 

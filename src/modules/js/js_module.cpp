@@ -1,4 +1,4 @@
-#include "platform/x11/javascript_module.h"
+#include "platform/linux/javascript_module.h"
 
 #include "modules/js/qjs_javascript.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "store/store_transfers.h"
-#include "store/win_http_down.h"
+#include "download/win_http_down.h"
+#include "store/protocol/store_transfers.h"
 
 #include <QNetworkAccessManager>
 #include <QPointer>

@@ -1,5 +1,5 @@
+#include "platform/linux/message_bus.h"
 #include "platform/platform.h"
-#include "platform/x11/message_bus.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #include "platform/x11/x11_pointer.h"
 
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/connection/x11_connection.h"
 
 #include <QDeadlineTimer>
 #include <QThread>

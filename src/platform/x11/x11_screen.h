@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/screen.h"
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/connection/x11_connection.h"
 
 #include <vector>
 #include <xcb/shm.h>

@@ -1,6 +1,6 @@
 #include "platform/x11/x11_session.h"
 
-#include "platform/x11/message_bus.h"
+#include "platform/linux/message_bus.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/session.h"
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/connection/x11_connection.h"
 
 namespace plum {
 

@@ -1,12 +1,12 @@
 #include "platform/x11/x11_shell.h"
 
+#include "platform/linux/desktop_entry.h"
+#include "platform/linux/detached_process.h"
+#include "platform/linux/linux_text_codec.h"
+#include "platform/linux/shell_words.h"
 #include "platform/paths.h"
 #include "platform/shortcut_file.h"
-#include "platform/x11/desktop_entry.h"
-#include "platform/x11/detached_process.h"
-#include "platform/x11/linux_text_codec.h"
-#include "platform/x11/new_window_watch.h"
-#include "platform/x11/shell_words.h"
+#include "platform/x11/windows/new_window_watch.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "desktop/support/desktop_test.h"
+#include "platform/desktop_windows.h"
 #include "platform/keyboard.h"
 #include "platform/platform.h"
 #include "platform/pointer.h"
-#include "platform/windows.h"
 
 namespace plum {
 

@@ -1,6 +1,6 @@
 #include "desktop/support/server_view.h"
 
-#include "platform/x11/xcb_xkb.h"
+#include "platform/x11/keyboard/xcb_xkb.h"
 
 #include <algorithm>
 #include <cstdlib>

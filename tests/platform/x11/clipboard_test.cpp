@@ -1,6 +1,6 @@
 #include "platform/clipboard.h"
-#include "platform/x11/selection_reader.h"
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/clipboard/selection_reader.h"
+#include "platform/x11/connection/x11_connection.h"
 #include "x11_test.h"
 
 #include <QClipboard>

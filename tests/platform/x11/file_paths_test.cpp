@@ -1,4 +1,4 @@
-#include "platform/x11/file_paths.h"
+#include "platform/linux/file_paths.h"
 #include "support/printers.h"
 #include "support/temporary_files.h"
 

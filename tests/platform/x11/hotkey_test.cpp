@@ -1,7 +1,7 @@
+#include "platform/desktop_windows.h"
 #include "platform/global_hotkey.h"
 #include "platform/keyboard.h"
-#include "platform/windows.h"
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/connection/x11_connection.h"
 #include "x11_test.h"
 
 #include <QEventLoop>

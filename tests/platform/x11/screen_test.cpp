@@ -1,4 +1,4 @@
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/connection/x11_connection.h"
 #include "platform/x11/x11_screen.h"
 #include "support/x_server.h"
 

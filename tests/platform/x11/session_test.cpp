@@ -1,5 +1,5 @@
-#include "platform/x11/message_bus.h"
-#include "platform/x11/x11_connection.h"
+#include "platform/linux/message_bus.h"
+#include "platform/x11/connection/x11_connection.h"
 #include "platform/x11/x11_session.h"
 #include "support/x_server.h"
 

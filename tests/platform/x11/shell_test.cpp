@@ -1,6 +1,6 @@
+#include "platform/desktop_windows.h"
 #include "platform/shell.h"
-#include "platform/windows.h"
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/connection/x11_connection.h"
 #include "x11_test.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "platform/x11/shell_words.h"
+#include "platform/linux/shell_words.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/x11/timer_descriptors.h"
+#include "platform/linux/timer_descriptors.h"
 #include "support/printers.h"
 
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "commands/http_client.h"
 #include "commands/store_page.h"
+#include "http/http_client.h"
 #include "support/recording/recording_platform.h"
 
 #include <QIODevice>

@@ -4,6 +4,7 @@
 #include "engine/launcher.h"
 #include "engine/waiter.h"
 #include "platform/clipboard.h"
+#include "platform/desktop_windows.h"
 #include "platform/global_hotkey.h"
 #include "platform/javascript.h"
 #include "platform/keyboard.h"
@@ -15,7 +16,6 @@
 #include "platform/shell.h"
 #include "platform/text_codec.h"
 #include "platform/waitable_timers.h"
-#include "platform/windows.h"
 
 #include <QHash>
 #include <QSet>

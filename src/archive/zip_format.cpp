@@ -1,0 +1,79 @@
+#include "archive/zip_format.h"
+
+#include <QtEndian>
+
+namespace plum::zip {
+
+namespace {
+
+template <class Integer> Integer at(Bytes bytes, size_t offset)
+{
+    return qFromLittleEndian<Integer>(bytes.subspan(offset, sizeof(Integer)).data());
+}
+
+constexpr qint32 inZip64Field = -1;
+
+} // namespace
+
+quint32 signature(Bytes header)
+{
+    return at<quint32>(header, 0);
+}
+
+End::End(Bytes header)
+    : disk(at<quint16>(header, 4))
+    , directoryDisk(at<quint16>(header, 6))
+    , entries(at<quint16>(header, 8))
+    , directoryOffset(at<quint32>(header, 16))
+    , commentLength(at<quint16>(header, 20))
+{
+}
+
+Local::Local(Bytes header)
+    : signature(at<quint32>(header, 0))
+    , compressedSize(at<qint32>(header, 18))
+    , nameLength(at<quint16>(header, 26))
+    , extraLength(at<quint16>(header, 28))
+{
+}
+
+Central::Central(Bytes header)
+    : signature(at<quint32>(header, 0))
+    , madeBy(at<quint16>(header, 4))
+    , needed(at<quint16>(header, 6))
+    , flags(at<quint16>(header, 8))
+    , method(at<qint16>(header, 10))
+    , time(at<quint16>(header, 12))
+    , date(at<quint16>(header, 14))
+    , crc(at<quint32>(header, 16))
+    , compressedSize(at<qint32>(header, 20))
+    , uncompressedSize(at<qint32>(header, 24))
+    , nameLength(at<quint16>(header, 28))
+    , extraLength(at<quint16>(header, 30))
+    , commentLength(at<quint16>(header, 32))
+    , diskNumberStart(at<quint16>(header, 34))
+    , internalAttributes(at<quint16>(header, 36))
+    , externalAttributes(at<quint32>(header, 38))
+    , localHeaderOffset(at<qint32>(header, 42))
+{
+}
+
+bool Central::isZip64() const
+{
+    return compressedSize == inZip64Field || uncompressedSize == inZip64Field
+        || localHeaderOffset == inZip64Field;
+}
+
+QString versionText(quint16 version)
+{
+    return QString::number((version & 0xFF) / 10) + u'.' + QString::number(version % 10);
+}
+
+QDateTime fromDosTime(quint16 date, quint16 time)
+{
+    const QDate day(1980 + (date >> 9), date >> 5 & 0xF, date & 0x1F);
+    const QTime clock(time >> 11, time >> 5 & 0x3F, (time & 0x1F) * 2);
+    return day.isValid() && clock.isValid() ? QDateTime(day, clock) : QDateTime();
+}
+
+} // namespace plum::zip

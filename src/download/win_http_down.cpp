@@ -1,0 +1,298 @@
+#include "download/win_http_down.h"
+
+#include "download/byte_size_text.h"
+#include "download/numbered_name.h"
+#include "platform/paths.h"
+#include "platform/text_codec.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// 302 and 416 count as answers: their body is written and the file is renamed as after 200; kept.
+constexpr std::array acceptedStatuses{200, 206, 302, 416};
+
+// What a handler of the data can take at once, and so what is kept in memory.
+constexpr qint64 readBuffer = 256 * 1024;
+
+constexpr auto partialSuffix = ".dl"_L1;
+constexpr auto configSuffix = ".dl.cfg"_L1;
+
+QString withoutBlanks(const QString &text)
+{
+    qsizetype from = 0;
+    qsizetype to = text.size();
+    while (from < to && text[from] == u' ')
+        ++from;
+    while (to > from && text[to - 1] == u' ')
+        --to;
+    return text.sliced(from, to - from);
+}
+
+QUrl requestUrl(const QString &url)
+{
+    constexpr auto scheme = "http://"_L1;
+    const QString trimmed = withoutBlanks(url);
+    return QUrl(trimmed.startsWith(scheme, Qt::CaseInsensitive) ? trimmed : scheme + trimmed);
+}
+
+// An error of the connection; an answer with a bad status is none here.
+bool isTransferError(QNetworkReply::NetworkError error)
+{
+    const bool isAnswer
+        = (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError)
+        || (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
+    return error != QNetworkReply::NoError && !isAnswer;
+}
+
+QString inWorkingFolder(const QString &path)
+{
+    return QDir::currentPath().replace(u'/', u'\\') + u'\\' + path;
+}
+
+} // namespace
+
+WinHttpDown::WinHttpDown(const Paths &paths, TextCodec &codec, QObject *parent)
+    : QObject(parent)
+    , m_paths(paths)
+    , m_codec(codec)
+{
+}
+
+WinHttpDown::~WinHttpDown()
+{
+    release();
+}
+
+void WinHttpDown::GetStart()
+{
+    if (m_busy)
+        return;
+    m_busy = true;
+    ++m_transfer;
+    if (!tell(Sending))
+        return;
+    if (!choosePartialFile())
+        return end(NoFile);
+    if (!send())
+        end(NotSent);
+}
+
+void WinHttpDown::GetStop()
+{
+    if (!m_busy)
+        return;
+    release();
+    QFile::remove(m_paths.toSystem(m_configPath));
+    end(Stopped);
+}
+
+void WinHttpDown::GetPause()
+{
+    if (m_busy)
+        end(Paused);
+}
+
+// False when no name is free.
+bool WinHttpDown::choosePartialFile()
+{
+    m_partialPath = m_target + partialSuffix;
+    m_configPath = m_target + configSuffix;
+    m_resumePosition = 0;
+    const bool hasPartial = exists(m_partialPath);
+    const bool hasConfig = exists(m_configPath);
+    if (!hasPartial && !hasConfig)
+        return true;
+    if (!hasPartial || !hasConfig || withoutBlanks(storedUrl()) != withoutBlanks(m_url))
+        return useNumberedNames();
+    m_resumePosition = static_cast<double>(QFileInfo(m_paths.toSystem(m_partialPath)).size());
+    return true;
+}
+
+bool WinHttpDown::useNumberedNames()
+{
+    const auto use = [this](const QString &name) {
+        m_partialPath = name + partialSuffix;
+        m_configPath = name + configSuffix;
+        return !exists(m_partialPath) && !exists(m_configPath);
+    };
+    // A bare name has no numbered ones, its partial file is plainly ".dl"; kept. When that is taken too, the
+    // numbering goes by the name in the working folder, since it would never end otherwise.
+    QString target = m_target;
+    if (NumberedName(target, 1).isEmpty()) {
+        if (use({}))
+            return true;
+        target = inWorkingFolder(m_target);
+    }
+    int n = 1;
+    while (!use(NumberedName(target, n)) && n < std::numeric_limits<int>::max())
+        ++n;
+    return n < std::numeric_limits<int>::max();
+}
+
+bool WinHttpDown::exists(const QString &path) const
+{
+    return QFileInfo::exists(m_paths.toSystem(path));
+}
+
+QString WinHttpDown::storedUrl() const
+{
+    QFile file(m_paths.toSystem(m_configPath));
+    return file.open(QIODevice::ReadOnly) ? m_codec.fromSystem(file.readAll()) : QString();
+}
+
+bool WinHttpDown::send()
+{
+    const QUrl url = requestUrl(m_url);
+    if (!url.isValid() || url.host().isEmpty())
+        return false;
+    QNetworkRequest request(url);
+    request.setRawHeader("Range", "bytes=" + QByteArray::number(static_cast<qint64>(m_resumePosition)) + '-');
+    request.setRawHeader("Accept-Encoding", "identity");
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    request.setTransferTimeout(static_cast<int>(m_timeout.count()));
+
+    m_received = 0;
+    m_hasHeaders = false;
+    m_reply = m_network.get(request);
+    m_reply->setReadBufferSize(readBuffer);
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, &WinHttpDown::onHeaders);
+    connect(m_reply, &QNetworkReply::readyRead, this, &WinHttpDown::onData);
+    connect(m_reply, &QNetworkReply::finished, this, &WinHttpDown::onFinished);
+    return true;
+}
+
+void WinHttpDown::onHeaders()
+{
+    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (m_hasHeaders || status == 0)
+        return;
+    m_hasHeaders = true;
+    if (!tell(HeadersArrived))
+        return;
+    if (std::ranges::find(acceptedStatuses, status) == acceptedStatuses.end())
+        return end(BadAnswer);
+
+    const QByteArray length = m_reply->rawHeader("Content-Length");
+    m_total = (length.isEmpty() ? 1 : length.toDouble()) + m_resumePosition;
+    if (!openFiles())
+        return end(NoFile);
+    m_sinceStart.start();
+    tell(Receiving);
+}
+
+bool WinHttpDown::openFiles()
+{
+    // Reading too is what keeps the files' content: they are not cut off. A shorter address leaves the tail
+    // of a longer one in place; kept, the address is then another one and nothing goes on from the file.
+    constexpr auto mode = QIODevice::ReadWrite | QIODevice::Unbuffered;
+    m_partial.setFileName(m_paths.toSystem(m_partialPath));
+    if (!m_partial.open(mode))
+        return false;
+    QFile config(m_paths.toSystem(m_configPath));
+    const QByteArray url = m_codec.toSystem(m_url);
+    return config.open(mode) && config.write(url) == url.size()
+        && m_partial.seek(static_cast<qint64>(m_resumePosition));
+}
+
+void WinHttpDown::onData()
+{
+    if (!m_partial.isOpen() || !m_reply->isOpen())
+        return;
+    const QByteArray piece = m_reply->readAll();
+    if (piece.isEmpty())
+        return;
+    if (m_partial.write(piece) != piece.size())
+        return end(Failed);
+
+    m_received += static_cast<double>(piece.size());
+    const double done = m_resumePosition + m_received;
+    const auto percent = static_cast<float>(std::min(done / m_total * 100, 100.0));
+    const double seconds = static_cast<double>(m_sinceStart.elapsed()) / 1000;
+    if (seconds > 0)
+        m_speed = byteSizeText(m_received / seconds);
+    Q_EMIT Progress(percent, byteSizeText(m_total), byteSizeText(done), m_speed);
+}
+
+void WinHttpDown::onFinished()
+{
+    const QPointer<WinHttpDown> self(this);
+    const int transfer = m_transfer;
+    const auto isOver = [&] { return !self || !m_busy || m_transfer != transfer; };
+    const bool failed = isTransferError(m_reply->error());
+    if (!failed && !m_hasHeaders) {
+        onHeaders();
+        if (isOver())
+            return;
+    }
+    onData();
+    if (isOver())
+        return;
+    if (failed || !m_hasHeaders)
+        return end(Failed);
+    complete();
+}
+
+void WinHttpDown::complete()
+{
+    m_partial.close();
+    QFile::remove(m_paths.toSystem(m_configPath));
+    const bool isRenamed = QFile::rename(m_paths.toSystem(m_partialPath), m_paths.toSystem(finalName()));
+    end(isRenamed ? Complete : Failed);
+}
+
+QString WinHttpDown::finalName() const
+{
+    if (!exists(m_target))
+        return m_target;
+    // A bare name has no numbered ones, so the working folder's name of it is numbered.
+    const bool isBare = NumberedName(m_target, 1).isEmpty();
+    const QString target = isBare ? inWorkingFolder(m_target) : m_target;
+    int n = 1;
+    while (exists(NumberedName(target, n)) && n < std::numeric_limits<int>::max())
+        ++n;
+    return NumberedName(target, n);
+}
+
+bool WinHttpDown::tell(Code code)
+{
+    const QPointer<WinHttpDown> self(this);
+    const int transfer = m_transfer;
+    Q_EMIT Status(code);
+    return self && m_busy && m_transfer == transfer;
+}
+
+void WinHttpDown::end(Code code)
+{
+    release();
+    m_busy = false;
+    Q_EMIT Status(code);
+}
+
+// Lets go of the request, from which nothing comes any more, and of the partial file.
+void WinHttpDown::release()
+{
+    if (QNetworkReply *const reply = m_reply; reply) {
+        m_reply.clear();
+        reply->disconnect(this);
+        reply->deleteLater(); // this ends the request; abort() inside of its own signals confuses it
+    }
+    m_partial.close();
+}
+
+} // namespace plum

@@ -1,0 +1,32 @@
+#include "http/loaded_http_client.h"
+
+#include "http/http_module.h"
+#include "platform/loaded_module.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+QString LoadedHttpClient::unavailable()
+{
+    if (m_client)
+        return m_client->unavailable();
+    LoadedModule library(u"plum-http"_s);
+    auto *module = qobject_cast<HttpModule *>(library.object());
+    if (module == nullptr)
+        return library.problem();
+    m_client = module->createClient();
+    return m_client->unavailable();
+}
+
+HttpReply LoadedHttpClient::get(const QString &url)
+{
+    return unavailable().isEmpty() ? m_client->get(url) : HttpReply();
+}
+
+HttpReply LoadedHttpClient::post(const QString &url, const QByteArray &contentType, QIODevice &body)
+{
+    return unavailable().isEmpty() ? m_client->post(url, contentType, body) : HttpReply();
+}
+
+} // namespace plum

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "look/theme.h"
+
+#include <QWidget>
+
+namespace plum {
+
+// What the program's own windows have in common: no frame of the desktop but a thin line of their own, the
+// program's colours, which follow the palette, and a place in the middle of the main screen.
+class BorderlessWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    BorderlessWindow(QWidget *owner, Qt::WindowFlags flags);
+
+    const Theme &theme() const { return m_theme; }
+
+    void wincenter();
+
+Q_SIGNALS:
+    void themeChanged(const plum::Theme &theme);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void applyTheme();
+
+    Theme m_theme;
+};
+
+} // namespace plum

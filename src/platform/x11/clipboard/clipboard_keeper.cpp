@@ -1,0 +1,134 @@
+#include "platform/x11/clipboard/clipboard_keeper.h"
+
+#include "platform/linux/detached_process.h"
+
+#include <QDeadlineTimer>
+#include <QFileInfo>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <time.h>
+#include <unistd.h>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int longestWait = 1000; // milliseconds
+
+// One end of a pipe.
+class PipeEnd
+{
+public:
+    explicit PipeEnd(int descriptor = -1)
+        : m_descriptor(descriptor)
+    {
+    }
+    ~PipeEnd() { close(); }
+    Q_DISABLE_COPY_MOVE(PipeEnd)
+
+    int descriptor() const { return m_descriptor; }
+    void close()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+
+private:
+    int m_descriptor;
+};
+
+// A keeper that dies while it is written to must not take this process with it.
+class WithoutPipeSignal
+{
+public:
+    WithoutPipeSignal()
+    {
+        sigemptyset(&m_pipe);
+        sigaddset(&m_pipe, SIGPIPE);
+        pthread_sigmask(SIG_BLOCK, &m_pipe, &m_before);
+    }
+    ~WithoutPipeSignal()
+    {
+        // One that this thread caused is still pending and would arrive now.
+        const timespec atOnce{};
+        if (!sigismember(&m_before, SIGPIPE))
+            sigtimedwait(&m_pipe, nullptr, &atOnce);
+        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+    Q_DISABLE_COPY_MOVE(WithoutPipeSignal)
+
+private:
+    sigset_t m_pipe{};
+    sigset_t m_before{};
+};
+
+bool waitFor(int descriptor, short events, const QDeadlineTimer &deadline)
+{
+    pollfd wanted{descriptor, events, 0};
+    int ready = 0;
+    do {
+        ready = poll(&wanted, 1, static_cast<int>(deadline.remainingTime()));
+    } while (ready < 0 && errno == EINTR);
+    return ready > 0;
+}
+
+bool writeAll(int descriptor, QByteArrayView bytes, const QDeadlineTimer &deadline)
+{
+    const WithoutPipeSignal guard;
+    fcntl(descriptor, F_SETFL, O_NONBLOCK);
+    while (!bytes.isEmpty()) {
+        if (!waitFor(descriptor, POLLOUT, deadline))
+            return false;
+        const ssize_t written = write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
+        if (written > 0)
+            bytes = bytes.sliced(written);
+        else if (errno != EAGAIN && errno != EINTR)
+            return false;
+    }
+    return true;
+}
+
+// The program lies beside this one, wherever a symbolic link to this one lies.
+QString keeperProgram()
+{
+    return QFileInfo(QFileInfo(u"/proc/self/exe"_s).symLinkTarget()).path() + u"/plum-clipboard"_s;
+}
+
+} // namespace
+
+bool keepClipboardText(const QByteArray &utf8)
+{
+    std::array<int, 2> text{};
+    if (pipe2(text.data(), O_CLOEXEC) != 0)
+        return false;
+    PipeEnd textOut(text[0]);
+    PipeEnd textIn(text[1]);
+    std::array<int, 2> word{};
+    if (pipe2(word.data(), O_CLOEXEC) != 0)
+        return false;
+    const PipeEnd wordOut(word[0]);
+    PipeEnd wordIn(word[1]);
+
+    const QDeadlineTimer deadline(longestWait, Qt::PreciseTimer);
+    // The length tells the keeper a text that was cut off from a whole one.
+    if (!startDetached(
+            {keeperProgram(), {QByteArray::number(utf8.size())}, textOut.descriptor(), wordIn.descriptor()}))
+        return false;
+    textOut.close();
+    wordIn.close();
+    if (!writeAll(textIn.descriptor(), utf8, deadline))
+        return false;
+    textIn.close();
+    // A keeper that is only slow has the whole text and will own the clipboard all the same.
+    char owns = 0;
+    return !waitFor(wordOut.descriptor(), POLLIN, deadline) || read(wordOut.descriptor(), &owns, 1) == 1;
+}
+
+} // namespace plum

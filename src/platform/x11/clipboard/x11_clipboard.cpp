@@ -1,0 +1,136 @@
+#include "platform/x11/clipboard/x11_clipboard.h"
+
+#include "platform/x11/clipboard/clipboard_keeper.h"
+#include "platform/x11/connection/x11_connection.h"
+
+#include <QClipboard>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QMetaMethod>
+#include <QThread>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int readTime = 1000; // milliseconds
+constexpr int newsTime = 250; // milliseconds
+constexpr int changeAttempts = 3;
+
+// Null without a graphical application.
+QClipboard *qtClipboard()
+{
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) ? QGuiApplication::clipboard()
+                                                                         : nullptr;
+}
+
+// Qt's connection to the X server; null on any other platform.
+xcb_connection_t *qtConnection()
+{
+    const auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    const auto *x11
+        = application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    return x11 ? x11->connection() : nullptr;
+}
+
+} // namespace
+
+X11Clipboard::X11Clipboard(X11Connection &connection)
+    : m_connection(connection)
+    , m_reader(connection)
+{
+}
+
+// Asked on this program's own connection: Qt would keep believing in a change that the server refused.
+X11Clipboard::Owner X11Clipboard::owner()
+{
+    const auto found = m_connection.reply(
+        xcb_get_selection_owner_reply, xcb_get_selection_owner, m_connection.atom("CLIPBOARD"));
+    if (!found || found->owner == XCB_NONE)
+        return Owner::Nobody;
+    xcb_connection_t *qt = qtConnection();
+    if (!qt)
+        return Owner::Another;
+    // The upper bits of a window's number name the connection that made it.
+    const xcb_setup_t *setup = xcb_get_setup(qt);
+    const bool ours = (found->owner & ~setup->resource_id_mask) == setup->resource_id_base;
+    return ours ? Owner::ThisProgram : Owner::Another;
+}
+
+QString X11Clipboard::text()
+{
+    QClipboard *clipboard = qtClipboard();
+    if (clipboard && !qtConnection())
+        return clipboard->text();
+    switch (owner()) {
+    case Owner::ThisProgram:
+        return clipboard->text();
+    case Owner::Another:
+        return m_reader.text(readTime);
+    case Owner::Nobody:
+        break;
+    }
+    return {};
+}
+
+// Qt dates a change by the last event that it has handled, and the server refuses one that is older than the
+// present owner's. Qt then gets the time to handle the news of that owner, and nothing else, and tries again.
+void X11Clipboard::change(Owner after, const std::function<void(QClipboard &)> &step)
+{
+    QClipboard *clipboard = qtClipboard();
+    if (!clipboard)
+        return;
+    step(*clipboard);
+    if (!qtConnection() || owner() == after)
+        return;
+
+    bool hasNews = false;
+    const auto news = connect(clipboard, &QClipboard::dataChanged, this, [&] { hasNews = true; });
+    const QDeadlineTimer deadline(newsTime, Qt::PreciseTimer);
+    for (int attempt = 1; owner() != after && attempt < changeAttempts; ++attempt) {
+        for (hasNews = false; !hasNews && !deadline.hasExpired(); QThread::msleep(1)) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents
+                | QEventLoop::ExcludeSocketNotifiers | QEventLoop::X11ExcludeTimers);
+        }
+        step(*clipboard);
+    }
+    disconnect(news);
+}
+
+void X11Clipboard::setText(const QString &text)
+{
+    change(Owner::ThisProgram, [&](QClipboard &clipboard) { clipboard.setText(text); });
+}
+
+void X11Clipboard::clear()
+{
+    change(Owner::Nobody, [](QClipboard &clipboard) { clipboard.clear(); });
+}
+
+void X11Clipboard::outliveProcess()
+{
+    if (!qtConnection() || owner() != Owner::ThisProgram)
+        return;
+    QClipboard *clipboard = qtClipboard();
+    const QString text = clipboard->text();
+    if (text.isEmpty())
+        return;
+    disconnect(m_changes);
+    // Qt lets go first: an owner that it takes itself to be at its end asks the clipboard manager to save the
+    // text, and waits long for one that hangs.
+    clipboard->clear();
+    if (!keepClipboardText(text.toUtf8()))
+        clipboard->setText(text);
+}
+
+void X11Clipboard::connectNotify(const QMetaMethod &signal)
+{
+    QClipboard *clipboard = qtClipboard();
+    if (clipboard && !m_changes && signal == QMetaMethod::fromSignal(&Clipboard::changed))
+        m_changes = connect(clipboard, &QClipboard::dataChanged, this, &Clipboard::changed);
+}
+
+} // namespace plum

@@ -1,0 +1,271 @@
+#include "platform/x11/keyboard/x11_keymap.h"
+
+#include "platform/x11/connection/x11_connection.h"
+#include "platform/x11/keyboard/xcb_xkb.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+#include <xkbcommon/xkbcommon-x11.h>
+
+namespace plum {
+
+namespace {
+
+// How long programs may take to read the new map after an event that needed it.
+constexpr qint64 settleMilliseconds = 250;
+// Enough for an alphabet, so that a key hardly ever has to change its symbol.
+constexpr size_t mostOwnKeys = 32;
+
+// XKB names a key by its row and its place in it, whatever is printed on it.
+struct LetterRow
+{
+    const char *keys;
+    std::string_view letters;
+};
+
+constexpr std::array usRows{
+    LetterRow{"AD", "qwertyuiop"}, LetterRow{"AC", "asdfghjkl"}, LetterRow{"AB", "zxcvbnm"}};
+
+qint64 now()
+{
+    return QDeadlineTimer::current(Qt::PreciseTimer).deadline();
+}
+
+} // namespace
+
+X11Keymap::X11Keymap(X11Connection &connection)
+    : m_connection(connection)
+    , m_context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), &xkb_context_unref)
+    , m_keymap(nullptr, &xkb_keymap_unref)
+{
+    if (!m_connection.isOpen()
+        || !xkb_x11_setup_xkb_extension(m_connection.xcb(), XKB_X11_MIN_MAJOR_XKB_VERSION,
+            XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr,
+            &m_firstEvent, nullptr))
+        return;
+    m_device = xkb_x11_get_core_keyboard_device_id(m_connection.xcb());
+
+    constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY
+        | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
+    constexpr uint16_t allParts = 0xff;
+    xcb_xkb_select_events(
+        m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, events, 0, events, allParts, allParts, nullptr);
+    m_connection.addReceiver([this](const xcb_generic_event_t &event) { receive(event); });
+}
+
+void X11Keymap::receive(const xcb_generic_event_t &event)
+{
+    constexpr uint8_t sentBit = 0x80;
+    if (m_firstEvent == 0 || (event.response_type & ~sentBit) != m_firstEvent)
+        return;
+    // Every XKB event has the same first type; its second byte tells them apart.
+    switch (event.pad0) {
+    case XCB_XKB_STATE_NOTIFY:
+        m_group = reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).group;
+        if (reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).changed
+            & XCB_XKB_STATE_PART_GROUP_STATE)
+            m_changed();
+        break;
+    case XCB_XKB_MAP_NOTIFY: {
+        const auto &change = reinterpret_cast<const xcb_xkb_map_notify_event_t &>(event);
+        const bool ours = change.changed == XCB_XKB_MAP_PART_KEY_SYMS && change.nKeySyms == 1
+            && isOwn(change.firstKeySym);
+        if (!ours) {
+            m_stale = true;
+            m_changed();
+        }
+        break;
+    }
+    case XCB_XKB_NEW_KEYBOARD_NOTIFY:
+        m_stale = true;
+        m_changed();
+        break;
+    default:
+        break;
+    }
+}
+
+void X11Keymap::load()
+{
+    m_stale = false;
+    m_keymap.reset(xkb_x11_keymap_new_from_device(
+        m_context.get(), m_connection.xcb(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    if (!m_keymap)
+        return;
+    const std::unique_ptr<xkb_state, decltype(&xkb_state_unref)> state(
+        xkb_x11_state_new_from_device(m_keymap.get(), m_connection.xcb(), m_device), &xkb_state_unref);
+    if (state)
+        m_group = xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE);
+}
+
+bool X11Keymap::isOwn(xcb_keycode_t key) const
+{
+    return std::ranges::find(m_ownKeys, key, &OwnKey::key) != m_ownKeys.end();
+}
+
+bool X11Keymap::refresh()
+{
+    if (m_device < 0)
+        return false;
+    m_connection.dispatchArrived();
+    if (m_stale)
+        load();
+    return m_keymap != nullptr;
+}
+
+std::optional<xcb_keycode_t> X11Keymap::keyFor(xkb_keysym_t symbol)
+{
+    if (!refresh())
+        return {};
+    if (const auto key = findInActiveGroup(symbol))
+        return key;
+    return bindOwnKey(symbol);
+}
+
+std::optional<xcb_keycode_t> X11Keymap::findInActiveGroup(xkb_keysym_t symbol) const
+{
+    const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
+    for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
+        const xkb_layout_index_t groups = xkb_keymap_num_layouts_for_key(m_keymap.get(), key);
+        if (groups == 0 || isOwn(static_cast<xcb_keycode_t>(key)))
+            continue;
+        // A key with fewer groups than the layout has wraps around.
+        const xkb_keysym_t *symbols = nullptr;
+        const int count
+            = xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, m_group % groups, 0, &symbols);
+        if (count == 1 && symbols[0] == symbol)
+            return static_cast<xcb_keycode_t>(key);
+    }
+    return {};
+}
+
+std::optional<xcb_keycode_t> X11Keymap::findInAnyGroup(xkb_keysym_t symbol) const
+{
+    const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
+    for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
+        const auto candidate = static_cast<xcb_keycode_t>(key);
+        if (!isOwn(candidate) && keyHas(candidate, symbol))
+            return candidate;
+    }
+    return {};
+}
+
+bool X11Keymap::keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const
+{
+    for (xkb_layout_index_t group = 0; group < xkb_keymap_num_layouts_for_key(m_keymap.get(), key); ++group) {
+        const xkb_keysym_t *symbols = nullptr;
+        if (xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, group, 0, &symbols) == 1
+            && symbols[0] == symbol)
+            return true;
+    }
+    return false;
+}
+
+std::optional<xcb_keycode_t> X11Keymap::existingKeyFor(char letter)
+{
+    if (!refresh())
+        return {};
+    const xkb_keysym_t symbol = XKB_KEY_a + static_cast<xkb_keysym_t>(letter - 'a');
+    if (const auto key = findInActiveGroup(symbol))
+        return key;
+    if (const auto key = findInAnyGroup(symbol))
+        return key;
+    for (const LetterRow &row : usRows) {
+        if (const size_t column = row.letters.find(letter); column != std::string_view::npos) {
+            std::array<char, 5> name{};
+            std::snprintf(
+                name.data(), name.size(), "%s%02u", row.keys, static_cast<unsigned>(column + 1) % 100U);
+            const xkb_keycode_t key = xkb_keymap_key_by_name(m_keymap.get(), name.data());
+            if (key <= 255)
+                return static_cast<xcb_keycode_t>(key);
+        }
+    }
+    return {};
+}
+
+uint16_t X11Keymap::modifierWith(xkb_keysym_t symbol)
+{
+    const auto found = m_connection.reply(xcb_get_modifier_mapping_reply, xcb_get_modifier_mapping);
+    if (!found || !refresh())
+        return 0;
+    const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(found.get());
+    const int count = xcb_get_modifier_mapping_keycodes_length(found.get());
+    for (int i = 0; i < count; ++i) {
+        if (keys[i] != 0 && keyHas(keys[i], symbol))
+            return static_cast<uint16_t>(1U << (i / found->keycodes_per_modifier));
+    }
+    return 0;
+}
+
+std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
+{
+    if (const auto own = std::ranges::find(m_ownKeys, symbol, &OwnKey::symbol); own != m_ownKeys.end()) {
+        own->lastUse = now();
+        own->held = true;
+        return own->key;
+    }
+
+    std::optional<xcb_keycode_t> spare;
+    if (m_ownKeys.size() < mostOwnKeys) {
+        const xkb_keycode_t first = xkb_keymap_min_keycode(m_keymap.get());
+        for (xkb_keycode_t key = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
+             key >= first && !spare; --key) {
+            const auto candidate = static_cast<xcb_keycode_t>(key);
+            if (xkb_keymap_num_layouts_for_key(m_keymap.get(), key) == 0 && !isOwn(candidate))
+                spare = candidate;
+        }
+    }
+    if (!spare) {
+        const auto unused = std::ranges::find(m_ownKeys, false, &OwnKey::held);
+        if (unused == m_ownKeys.end())
+            return {};
+        waitUntilSettled(unused->lastUse);
+        spare = unused->key;
+        m_ownKeys.erase(unused);
+    }
+    m_ownKeys.push_back({*spare, symbol, true, now()});
+    bind(*spare, symbol);
+    return spare;
+}
+
+void X11Keymap::noLongerHeld(xcb_keycode_t key)
+{
+    if (const auto own = std::ranges::find(m_ownKeys, key, &OwnKey::key); own != m_ownKeys.end())
+        own->held = false;
+}
+
+void X11Keymap::bind(xcb_keycode_t key, xkb_keysym_t symbol)
+{
+    // One group of two levels; the server repeats it for every other group.
+    const std::array<xcb_keysym_t, 2> symbols{
+        symbol, symbol == XKB_KEY_NoSymbol ? symbol : xkb_keysym_to_upper(symbol)};
+    xcb_change_keyboard_mapping(
+        m_connection.xcb(), 1, key, static_cast<uint8_t>(symbols.size()), symbols.data());
+}
+
+void X11Keymap::waitUntilSettled(qint64 lastUse)
+{
+    m_connection.sync();
+    const qint64 age = now() - lastUse;
+    if (age < settleMilliseconds)
+        QThread::msleep(static_cast<unsigned long>(settleMilliseconds - age));
+}
+
+void X11Keymap::removeOwnKeys()
+{
+    if (m_ownKeys.empty() || !m_connection.isOpen())
+        return;
+    waitUntilSettled(std::ranges::max(m_ownKeys, {}, &OwnKey::lastUse).lastUse);
+    for (const OwnKey &own : m_ownKeys)
+        bind(own.key, XKB_KEY_NoSymbol);
+    m_ownKeys.clear();
+    m_connection.sync();
+}
+
+} // namespace plum
