@@ -1,7 +1,7 @@
 #include "library/package_install.h"
 
+#include "library/package_index.h"
 #include "platform/paths.h"
-#include "store/package_index.h"
 #include "store/protocol/package_link.h"
 
 #include <QDir>

@@ -2,10 +2,10 @@
 
 #include "commands/file_functions.h"
 #include "engine/launcher.h"
+#include "library/package_index.h"
 #include "platform/shell.h"
 #include "store/clipboard_channel.h"
 #include "store/download_texts.h"
-#include "store/package_index.h"
 #include "store/protocol/package_link.h"
 #include "store/protocol/store_transfers.h"
 #include "store/store_host.h"

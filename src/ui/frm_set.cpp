@@ -4,9 +4,9 @@
 #include "look/app_icon.h"
 #include "look/moveit.h"
 #include "look/picture_button.h"
+#include "ui/controls/file_entry.h"
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/rename_panel.h"
-#include "ui/file_entry.h"
 #include "ui/keyword_list.h"
 
 #include <QCloseEvent>

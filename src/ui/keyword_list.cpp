@@ -1,6 +1,6 @@
 #include "ui/keyword_list.h"
 
-#include "ui/dropped_files.h"
+#include "ui/controls/dropped_files.h"
 #include "ui/keyword_delegate.h"
 
 #include <QKeyEvent>

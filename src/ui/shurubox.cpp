@@ -3,7 +3,7 @@
 #include "look/moveit.h"
 #include "look/picture_button.h"
 #include "platform/shell.h"
-#include "ui/file_entry.h"
+#include "ui/controls/file_entry.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

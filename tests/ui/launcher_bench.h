@@ -10,7 +10,7 @@
 #include "engine/set_command.h"
 #include "engine/text_commands.h"
 #include "engine/text_files.h"
-#include "ui/file_entry.h"
+#include "ui/controls/file_entry.h"
 #include "ui/frm_set.h"
 #include "ui/launcher_ui.h"
 #include "ui/message_boxes.h"

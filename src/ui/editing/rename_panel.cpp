@@ -1,7 +1,7 @@
 #include "ui/editing/rename_panel.h"
 
 #include "look/picture_button.h"
-#include "ui/file_entry.h"
+#include "ui/controls/file_entry.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "ui/editing/script_editor.h"
 
-#include "ui/dropped_files.h"
+#include "ui/controls/dropped_files.h"
 #include "ui/editing/script_highlighter.h"
 
 #include <QFontDatabase>

@@ -1,4 +1,4 @@
-#include "ui/dropped_files.h"
+#include "ui/controls/dropped_files.h"
 
 #include <QDir>
 #include <QDropEvent>

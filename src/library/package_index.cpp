@@ -1,4 +1,4 @@
-#include "store/package_index.h"
+#include "library/package_index.h"
 
 #include <QCryptographicHash>
 #include <QFile>

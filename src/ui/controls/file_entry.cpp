@@ -1,6 +1,6 @@
-#include "ui/file_entry.h"
+#include "ui/controls/file_entry.h"
 
-#include "ui/dropped_files.h"
+#include "ui/controls/dropped_files.h"
 
 #include <QKeyEvent>
 
