@@ -34,7 +34,9 @@ Program::Program(const QString &programPath, bool hasDesktop)
     : m_platform(createPlatform(programPath))
     , m_addresses(StoreAddresses::built())
     , m_unpacker(m_platform->paths(), m_platform->textCodec())
-    , m_ui({.platform = *m_platform,
+    , m_ui({.paths = m_platform->paths(),
+          .codec = m_platform->textCodec(),
+          .shell = m_platform->shell(),
           .store = m_door,
           .unpacker = m_unpacker,
           .sites = {m_addresses.site.toString(QUrl::StripTrailingSlash),
@@ -63,7 +65,11 @@ bool Program::startLauncher()
         return false;
     // Apps are opened by paths relative to the program folder.
     QDir::setCurrent(m_platform->paths().programFolder());
-    m_ui.start();
+    m_ui.start({.hotkey = m_platform->hotkey(),
+        .windows = m_platform->windows(),
+        .whenTrayAnswers
+        = [this](std::function<void()> then) { m_platform->whenTrayAnswers(std::move(then)); },
+        .registersComponents = m_platform->registersComponents()});
     return true;
 }
 

@@ -6,13 +6,16 @@
 #include "library/app_list_file.h"
 #include "library/app_lists.h"
 #include "library/settings_file.h"
+#include "ui/app_actions.h"
 #include "ui/app_faces.h"
 #include "ui/caret_rest.h"
+#include "ui/launcher_summons.h"
 #include "ui/message_boxes.h"
-#include "ui/sethotkey.h"
+#include "ui/package_names.h"
+#include "ui/questions.h"
+#include "ui/script_runs.h"
 
 #include <QObject>
-#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -20,20 +23,17 @@
 
 namespace plum {
 
-class Platform;
+class Windows;
+class GlobalHotkey;
 class RunStart;
-class RunTimeError;
 class StoreDoor;
 class frmSet;
-class hotkey;
 class sett;
-class shurubox;
 enum class MenuCommand;
 struct RunState;
 
-// The launcher as one object: it builds the windows, connects them with the library and the engine, and is
-// what scripts see of it. With a script on the command line it is the input box and the
-// messages alone.
+// The launcher as one object: it builds the windows and what stands behind them, connects them, and is what
+// scripts see of it. With a script on the command line it is the input box and the messages alone.
 class LauncherUi final : public QObject, public Launcher
 {
     Q_OBJECT
@@ -48,13 +48,24 @@ public:
 
     struct Surroundings
     {
-        Platform &platform;
+        const Paths &paths;
+        TextCodec &codec;
+        Shell &shell;
         StoreDoor &store;
         PackageUnpacker &unpacker;
         Sites sites;
         std::function<void(int status)> endProcess; // in order, at once
         std::function<void(const QString &line)> report; // one line on standard error
         bool hasDesktop = true; // somebody can see windows and answer them
+    };
+
+    // What the shown launcher needs beyond that; a script start has none of it.
+    struct Desktop
+    {
+        GlobalHotkey &hotkey;
+        Windows &windows;
+        std::function<void(std::function<void()> then)> whenTrayAnswers;
+        bool registersComponents = false;
     };
 
     explicit LauncherUi(Surroundings surroundings);
@@ -65,13 +76,10 @@ public:
     void connectEngine(RunState &state, RunStart &starts, ScriptVocabulary vocabulary);
 
     // Runs the whole run list: a script on the command line.
-    void runAll();
+    void runAll() { m_runs.runAll(); }
 
     // The normal start: the list, the hotkey, the window, and soon after it the tray icon.
-    void start();
-
-    // Shows the launcher in front of the other windows, ready for a keyword.
-    void showAndActivate();
+    void start(const Desktop &desktop);
 
     // Ends the process through the launcher's exit routine.
     void exit();
@@ -80,9 +88,8 @@ public:
     void addInstalledApp(const QString &keyword);
 
     // Asks for the keyword of a package that the store is going to install.
-    void askPackageName(const QString &name);
+    void askPackageName(const QString &name) { m_packageNames.askForStore(name); }
 
-    AppLibrary &library() { return m_library; }
     frmSet *window() { return m_window.get(); }
 
     QString keywordBoxText() const override;
@@ -95,42 +102,17 @@ public:
 
 private:
     void connectWindow();
-    void startHotkey();
     void completeStart();
     sett &menus(); // made when they are first asked for
-    void noteSeen();
-    bool isOnScreen(quint32 time);
-    void toggle(quint32 time);
-    void insistOnFocus();
-    void runKeyword(const QString &keyword, bool remembersPath);
-    void guarded(const std::function<void()> &run);
-    void fail(const RunTimeError &error);
-
-    shurubox &freshBox();
-    void confirmInput(const QString &variable, const QString &text);
-    void closeInput();
-    void confirmName(const QString &name, bool checked);
-    void packageDropped(const QString &path);
-
     void choose(MenuCommand command);
-    void openAddPanel();
-    void editApp(const QString &keyword);
-    void editDotScript(const QString &keyword);
-    void renameApp(const QString &keyword);
-    void deleteApp(const QString &keyword);
-    void showGuide(const QString &keyword);
-    void saveEdited();
-    void confirmRename();
-    void showHotkeyWindow();
-    void makeHotkeyWindow();
-    void showHint();
     void openPage(const QString &address);
     void leaveDesktop();
+    void end(int status);
     void reportUnseen(const QString &what, const QString &text);
 
     Surroundings m;
-    RunState *m_state = nullptr;
-    RunStart *m_starts = nullptr;
+    std::function<void(std::function<void()> then)> m_whenTrayAnswers;
+    bool m_registersComponents = false;
     ScriptVocabulary m_vocabulary;
 
     MessageBoxes m_messages;
@@ -140,19 +122,16 @@ private:
     AppLibrary m_library;
     AppFaces m_faces;
     SettingsFile m_settings;
-    std::unique_ptr<sethotkey> m_hotkeyModule; // with the launcher alone: a script start registers nothing
+    ScriptRuns m_runs;
+    Questions m_questions;
+    PackageNames m_packageNames;
 
-    std::optional<quint32> m_seenSince; // by the hotkey's clock
-
-    // Where a package comes from whose name the box asks for: 0 the store, 1 dropped onto the lists. Nothing
-    // sets it back to 0; kept.
-    qint16 m_installMode = 0;
-
+    // With the launcher alone.
     bool m_isComplete = false;
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<sett> m_menus;
-    QPointer<hotkey> m_hotkeyWindow;
-    QPointer<shurubox> m_box;
+    std::unique_ptr<AppActions> m_actions;
+    std::unique_ptr<LauncherSummons> m_summons;
 };
 
 } // namespace plum

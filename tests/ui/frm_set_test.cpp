@@ -28,7 +28,7 @@ TEST_F(FrmSetTest, startShowsTheAppsInTheirOrderInTheMiddleOfTheScreen)
 
 TEST_F(FrmSetTest, startWithoutAConfigFolderIsEmptyAndRegistersNothing)
 {
-    ui.start();
+    startUi();
     EXPECT_TRUE(listed("List").isEmpty());
     EXPECT_FALSE(platform.log.lines().join(u'\n').contains(u"hotkey register"_s));
     EXPECT_FALSE(QFile::exists(folder.path() + u"/config"_s));
@@ -38,7 +38,7 @@ TEST_F(FrmSetTest, startWithoutAConfigFolderIsEmptyAndRegistersNothing)
 TEST_F(FrmSetTest, startRegistersTheSavedHotkey)
 {
     writeBytes(folder.setIni(), "[hotkey]\r\nhotkey=Ctrl+Q\r\n");
-    ui.start();
+    startUi();
     EXPECT_TRUE(platform.log.lines().contains(u"hotkey register 2 81"_s));
     EXPECT_FALSE(find<QLabel>("hint")->isVisible());
 }

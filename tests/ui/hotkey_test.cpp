@@ -23,7 +23,7 @@ protected:
     void startWith(const QByteArray &saved)
     {
         writeBytes(folder.setIni(), "[hotkey]\r\nhotkey=" + saved + "\r\n");
-        ui.start();
+        startUi();
         EXPECT_TRUE(waitUntil([this] { return ui.window()->isActiveWindow(); }));
     }
 

@@ -153,9 +153,17 @@ public:
 
     void start()
     {
-        ui.start();
+        startUi();
         platform.log.clear();
         EXPECT_TRUE(waitUntil([this] { return ui.window()->isActiveWindow() && hasMenus(); }));
+    }
+
+    // The start alone, with what it does to the platform in the log.
+    void startUi()
+    {
+        ui.start({platform.hotkey(), platform.windows(),
+            [this](std::function<void()> then) { platform.whenTrayAnswers(std::move(then)); },
+            platform.registersComponents()});
     }
 
     // The menus come with the tray icon, after the window.
@@ -258,7 +266,8 @@ public:
     RecordingStore store{platform.log};
     RecordingUnpacker unpacker{platform.log};
     BoxUser user;
-    LauncherUi ui{{platform, store, unpacker, {QStringLiteral("http://site"), QStringLiteral("http://forum")},
+    LauncherUi ui{{platform.paths(), platform.textCodec(), platform.shell(), store, unpacker,
+        {QStringLiteral("http://site"), QStringLiteral("http://forum")},
         [this](int status) { platform.log.add(QStringLiteral("end process %1").arg(status)); },
         [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }}};
     RunState state{

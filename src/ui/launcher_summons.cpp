@@ -1,0 +1,127 @@
+#include "ui/launcher_summons.h"
+
+#include "platform/desktop_windows.h"
+#include "platform/global_hotkey.h"
+#include "ui/frm_set.h"
+#include "ui/hotkey_window.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <QWindow>
+
+#include <chrono>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto focusPatience = 150ms;
+
+} // namespace
+
+LauncherSummons::LauncherSummons(const Parts &parts)
+    : m(parts)
+    , m_module(m.hotkey)
+{
+    connect(&m_module, &sethotkey::fired, this, &LauncherSummons::toggle);
+    connect(&m_module, &sethotkey::registrationChanged, this, &LauncherSummons::showHint);
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &LauncherSummons::noteSeen);
+}
+
+LauncherSummons::~LauncherSummons()
+{
+    m_module.disconnect(this);
+    delete m_hotkeyWindow;
+}
+
+void LauncherSummons::startHotkey()
+{
+    if (!m.settings.exists())
+        return;
+    m_module.hotkeyText = m.settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
+    makeHotkeyWindow();
+    m_hotkeyWindow->SetNew(hotkey::Register);
+}
+
+void LauncherSummons::showAndActivate()
+{
+    m.window.show();
+    m.window.raise();
+    m.window.activateWindow();
+    m.window.focusKeywordBox();
+    // A window that is hidden and shown again within a moment never lost the keyboard for Qt, which therefore
+    // does not tell it that it is active again.
+    if (QGuiApplication::focusWindow() == m.window.windowHandle() && !QApplication::activeWindow())
+        QApplication::setActiveWindow(&m.window);
+    QTimer::singleShot(focusPatience, this, &LauncherSummons::insistOnFocus);
+}
+
+// A window manager that guards the focus has to be asked by the system's own means. That call waits for its
+// answer, so it comes only when the window has been painted and is still not active.
+void LauncherSummons::insistOnFocus()
+{
+    noteSeen();
+    if (m.window.isVisible() && !QApplication::activeWindow())
+        m.windows.activate(static_cast<WindowHandle>(m.window.winId()));
+}
+
+// The launcher has been shown once, to somebody who may from now on want it to go.
+void LauncherSummons::noteSeen()
+{
+    if (m.window.isVisible() && !m_seenSince)
+        m_seenSince = m.hotkey.now();
+}
+
+// Whether a press of that time found the launcher shown: while it starts nobody has seen it, and on another
+// virtual desktop nobody sees it.
+bool LauncherSummons::isOnScreen(quint32 time)
+{
+    return m.window.isVisible() && m_seenSince && static_cast<qint32>(time - *m_seenSince) > 0
+        && m.windows.isOnScreen(static_cast<WindowHandle>(m.window.winId()));
+}
+
+void LauncherSummons::toggle(quint32 time)
+{
+    const auto window = static_cast<WindowHandle>(m.window.winId());
+    if (isOnScreen(time)) {
+        m.window.hide();
+        m.hotkey.takeKeysFrom(window);
+        return;
+    }
+    if (m.window.isVisible())
+        m.windows.bringHere(window);
+    showAndActivate();
+    m.hotkey.giveKeysTo(window);
+}
+
+void LauncherSummons::showHint()
+{
+    m.window.setHint(m_module.isRegistered() ? QString()
+                                             : tr("No hotkey yet.")
+                + u" <a href='hotkey' style='color:%1'>%2</a>"_s.arg(
+                    m.window.theme().accent.name(), tr("Choose one")));
+}
+
+void LauncherSummons::makeHotkeyWindow()
+{
+    if (m_hotkeyWindow)
+        return;
+    m_hotkeyWindow = new hotkey(m_module, m.settings, &m.window);
+    connect(m_hotkeyWindow, &hotkey::unloaded, m_hotkeyWindow, &QObject::deleteLater);
+    connect(m_hotkeyWindow, &hotkey::unloaded, this, [this] { m_hotkeyWindow.clear(); });
+}
+
+void LauncherSummons::showHotkeyWindow()
+{
+    makeHotkeyWindow();
+    m_hotkeyWindow->adjustSize();
+    m_hotkeyWindow->wincenter();
+    m_hotkeyWindow->show();
+    m_hotkeyWindow->raise();
+    m_hotkeyWindow->activateWindow();
+}
+
+} // namespace plum

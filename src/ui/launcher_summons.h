@@ -1,0 +1,64 @@
+#pragma once
+
+#include "library/settings_file.h"
+#include "ui/sethotkey.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <optional>
+
+namespace plum {
+
+class Windows;
+class GlobalHotkey;
+class frmSet;
+class hotkey;
+
+// Brings the launcher's window to the user and takes it away again: the hotkey, the window in which it is
+// chosen, and the keyboard, which the shown window has to get.
+class LauncherSummons final : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Parts
+    {
+        frmSet &window;
+        GlobalHotkey &hotkey;
+        Windows &windows;
+        SettingsFile &settings;
+    };
+
+    explicit LauncherSummons(const Parts &parts);
+    ~LauncherSummons() override;
+    Q_DISABLE_COPY_MOVE(LauncherSummons)
+
+    // Registers the hotkey of the settings, if there is one.
+    void startHotkey();
+
+    // Gives the hotkey back to the desktop.
+    void unregisterHotkey() { m_module.UnregisterLauncherHotkey(); }
+
+    // Shows the launcher in front of the other windows, ready for a keyword.
+    void showAndActivate();
+
+    void showHotkeyWindow();
+
+    // Says under the lists whether there is a hotkey.
+    void showHint();
+
+private:
+    void noteSeen();
+    bool isOnScreen(quint32 time);
+    void toggle(quint32 time);
+    void insistOnFocus();
+    void makeHotkeyWindow();
+
+    Parts m;
+    sethotkey m_module;
+    QPointer<hotkey> m_hotkeyWindow;
+    std::optional<quint32> m_seenSince; // by the hotkey's clock
+};
+
+} // namespace plum

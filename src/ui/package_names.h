@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+
+namespace plum {
+
+class AppFaces;
+class AppLibrary;
+class Questions;
+class StoreDoor;
+
+// Packages that need a keyword from the user before they are installed: those of the store, and dropped ones
+// whose own keyword is taken.
+class PackageNames
+{
+public:
+    struct Parts
+    {
+        AppLibrary &library;
+        AppFaces &faces;
+        StoreDoor &store;
+        Questions &questions;
+    };
+
+    explicit PackageNames(const Parts &parts);
+
+    // Installs the dropped package, or asks for another keyword.
+    void packageDropped(const QString &path);
+
+    // Asks for the keyword of a package that the store is going to install.
+    void askForStore(const QString &name);
+
+    // The answer; `isFree`: nothing has this name yet.
+    void install(const QString &name, bool isFree);
+
+private:
+    Parts m;
+
+    // Where a package comes from whose name the box asks for: 0 the store, 1 dropped onto the lists. Nothing
+    // sets it back to 0; kept.
+    qint16 m_installMode = 0;
+};
+
+} // namespace plum

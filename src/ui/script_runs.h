@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace plum {
+
+class RunStart;
+class RunTimeError;
+struct Message;
+struct RunState;
+
+// Starts and resumes the runs of the launcher, and says what became of one that failed.
+class ScriptRuns
+{
+public:
+    struct Surroundings
+    {
+        std::function<void(const QString &line)> report; // one line on standard error
+        std::function<void(const Message &message)> showMessage;
+        std::function<void(int status)> endProcess; // gives the desktop back what the launcher holds of it
+    };
+
+    explicit ScriptRuns(Surroundings surroundings);
+
+    // The engine comes later than what scripts see of the launcher.
+    void connectEngine(RunState &state, RunStart &starts);
+
+    RunState &state() { return *m_state; }
+
+    // `remembersPath`: the running script's path becomes that of the app.
+    void runKeyword(const QString &keyword, bool remembersPath);
+
+    // Runs the whole run list: a script on the command line.
+    void runAll();
+
+    // Go on with a suspended run: with an answer, or because the box was closed.
+    void resumeWith(const QString &variable, const QString &text);
+    void resumeClosed();
+
+private:
+    void guarded(const std::function<void()> &run);
+    void fail(const RunTimeError &error);
+
+    Surroundings m;
+    RunState *m_state = nullptr;
+    RunStart *m_starts = nullptr;
+};
+
+} // namespace plum
