@@ -20,9 +20,10 @@ int main(int argc, char **argv)
     const plum::PlainPaths paths;
     plum::Utf8 codec;
     plum::WinHttpDown downloader(paths, codec);
-    QObject::connect(&downloader, &plum::WinHttpDown::Status, [](int code) {
-        if (code > plum::WinHttpDown::Receiving)
-            QCoreApplication::exit(code == plum::WinHttpDown::Complete ? EXIT_SUCCESS : code);
+    QObject::connect(&downloader, &plum::WinHttpDown::Status, [](plum::DownloadStatus status) {
+        if (!isOnTheWay(status))
+            QCoreApplication::exit(
+                status == plum::DownloadStatus::Complete ? EXIT_SUCCESS : static_cast<int>(status));
     });
     downloader.setUrl(arguments[1]);
     downloader.setTarget(QString(arguments[2]).replace(u'/', u'\\'));

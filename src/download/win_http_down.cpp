@@ -81,12 +81,12 @@ void WinHttpDown::GetStart()
         return;
     m_busy = true;
     ++m_transfer;
-    if (!tell(Sending))
+    if (!tell(DownloadStatus::Sending))
         return;
     if (!choosePartialFile())
-        return end(NoFile);
+        return end(DownloadStatus::NoFile);
     if (!send())
-        end(NotSent);
+        end(DownloadStatus::NotSent);
 }
 
 void WinHttpDown::GetStop()
@@ -95,13 +95,13 @@ void WinHttpDown::GetStop()
         return;
     release();
     QFile::remove(m_paths.toSystem(m_configPath));
-    end(Stopped);
+    end(DownloadStatus::Stopped);
 }
 
 void WinHttpDown::GetPause()
 {
     if (m_busy)
-        end(Paused);
+        end(DownloadStatus::Paused);
 }
 
 // False when no name is free.
@@ -183,17 +183,17 @@ void WinHttpDown::onHeaders()
     if (m_hasHeaders || status == 0)
         return;
     m_hasHeaders = true;
-    if (!tell(HeadersArrived))
+    if (!tell(DownloadStatus::HeadersArrived))
         return;
     if (std::ranges::find(acceptedStatuses, status) == acceptedStatuses.end())
-        return end(BadAnswer);
+        return end(DownloadStatus::BadAnswer);
 
     const QByteArray length = m_reply->rawHeader("Content-Length");
     m_total = (length.isEmpty() ? 1 : length.toDouble()) + m_resumePosition;
     if (!openFiles())
-        return end(NoFile);
+        return end(DownloadStatus::NoFile);
     m_sinceStart.start();
-    tell(Receiving);
+    tell(DownloadStatus::Receiving);
 }
 
 bool WinHttpDown::openFiles()
@@ -218,7 +218,7 @@ void WinHttpDown::onData()
     if (piece.isEmpty())
         return;
     if (m_partial.write(piece) != piece.size())
-        return end(Failed);
+        return end(DownloadStatus::Failed);
 
     m_received += static_cast<double>(piece.size());
     const double done = m_resumePosition + m_received;
@@ -244,7 +244,7 @@ void WinHttpDown::onFinished()
     if (isOver())
         return;
     if (failed || !m_hasHeaders)
-        return end(Failed);
+        return end(DownloadStatus::Failed);
     complete();
 }
 
@@ -253,7 +253,7 @@ void WinHttpDown::complete()
     m_partial.close();
     QFile::remove(m_paths.toSystem(m_configPath));
     const bool isRenamed = QFile::rename(m_paths.toSystem(m_partialPath), m_paths.toSystem(finalName()));
-    end(isRenamed ? Complete : Failed);
+    end(isRenamed ? DownloadStatus::Complete : DownloadStatus::Failed);
 }
 
 QString WinHttpDown::finalName() const
@@ -269,19 +269,19 @@ QString WinHttpDown::finalName() const
     return NumberedName(target, n);
 }
 
-bool WinHttpDown::tell(Code code)
+bool WinHttpDown::tell(DownloadStatus status)
 {
     const QPointer<WinHttpDown> self(this);
     const int transfer = m_transfer;
-    Q_EMIT Status(code);
+    Q_EMIT Status(status);
     return self && m_busy && m_transfer == transfer;
 }
 
-void WinHttpDown::end(Code code)
+void WinHttpDown::end(DownloadStatus status)
 {
     release();
     m_busy = false;
-    Q_EMIT Status(code);
+    Q_EMIT Status(status);
 }
 
 // Lets go of the request, from which nothing comes any more, and of the partial file.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "download/download_status.h"
+
 #include <QElapsedTimer>
 #include <QFile>
 #include <QNetworkAccessManager>
@@ -46,22 +48,8 @@ public:
     // Ends the transfer so that GetStart can go on with it.
     void GetPause();
 
-    enum Code {
-        Sending = 1,
-        HeadersArrived = 2,
-        Receiving = 3,
-        Failed = 4,
-        Stopped = 5,
-        Paused = 6,
-        BadAnswer = 7,
-        NotSent = 8,
-        Complete = 9,
-        NoFile = 10,
-    };
-
 Q_SIGNALS:
-    // One of `Code`.
-    void Status(int code);
+    void Status(plum::DownloadStatus status);
 
     // After each piece: 0 to 100, and three texts such as "1.50 KB"; `speed` is that of one second.
     void Progress(float percent, const QString &total, const QString &done, const QString &speed);
@@ -81,8 +69,8 @@ private:
     QString finalName() const;
 
     // Tells the state; false when a handler has ended this transfer or this object.
-    bool tell(Code code);
-    void end(Code code);
+    bool tell(DownloadStatus status);
+    void end(DownloadStatus status);
     void release();
 
     const Paths &m_paths;

@@ -6,12 +6,6 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int notSent = 8;
-
-} // namespace
-
 bool LoadedStoreTransfers::load()
 {
     if (m_transfers)
@@ -44,7 +38,7 @@ void LoadedStoreTransfers::GetStart()
     if (load())
         m_transfers->GetStart();
     else
-        Q_EMIT Status(notSent);
+        Q_EMIT Status(DownloadStatus::NotSent);
 }
 
 void LoadedStoreTransfers::fetchIndex(const QUrl &address)

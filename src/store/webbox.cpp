@@ -19,7 +19,6 @@ namespace {
 
 constexpr int reinstall = 0; // modes of XzSet
 constexpr int installNamed = 1;
-constexpr int downloadComplete = 9;
 constexpr int storeHeight = 625; // pixels
 
 } // namespace
@@ -99,17 +98,16 @@ void webbox::start()
     m_use.transfers.GetStart();
 }
 
-void webbox::showStatus(int code)
+void webbox::showStatus(DownloadStatus status)
 {
-    if (code == downloadComplete) {
+    if (status == DownloadStatus::Complete) {
         m_hasPackage = true;
         installWhenReady();
         return;
     }
-    // 1 to 3 are on the way, all others are ends.
-    if (code > 3)
+    if (!isOnTheWay(status))
         m_isInstalling = false;
-    m_use.view.setCaption(downloadTitle(code).toString());
+    m_use.view.setCaption(downloadTitle(status).toString());
 }
 
 void webbox::takeIndex(const QByteArray &index)
@@ -125,7 +123,7 @@ void webbox::installWhenReady()
     m_hasPackage = false;
     install();
     m_isInstalling = false;
-    m_use.view.setCaption(downloadTitle(downloadComplete).toString());
+    m_use.view.setCaption(downloadTitle(DownloadStatus::Complete).toString());
 }
 
 void webbox::install()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/store_page.h"
+#include "download/download_status.h"
 #include "library/package_install.h"
 #include "store/store_addresses.h"
 
@@ -80,7 +81,7 @@ private:
     void openOutside(const QUrl &address);
     void showArrivedPage(const QString &html);
     void start();
-    void showStatus(int code);
+    void showStatus(DownloadStatus status);
     void takeIndex(const QByteArray &index);
     void installWhenReady();
     void install();

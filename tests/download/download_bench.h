@@ -24,7 +24,8 @@ public:
     void renew()
     {
         downloader = std::make_unique<WinHttpDown>(m_paths, m_codec);
-        QObject::connect(downloader.get(), &WinHttpDown::Status, [this](int code) { codes += code; });
+        QObject::connect(downloader.get(), &WinHttpDown::Status,
+            [this](DownloadStatus status) { codes += static_cast<int>(status); });
         QObject::connect(downloader.get(), &WinHttpDown::Progress,
             [this](float percent, const QString &total, const QString &done, const QString &speed) {
                 percents += percent;

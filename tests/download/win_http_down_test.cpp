@@ -182,8 +182,8 @@ TEST(WinHttpDown, CanBeStoppedFromItsOwnEvents)
     for (const int code : {1, 2, 3}) {
         Bench bench;
         bench.server.answer({ok("content")});
-        QObject::connect(bench.downloader.get(), &WinHttpDown::Status, [&](int now) {
-            if (now == code)
+        QObject::connect(bench.downloader.get(), &WinHttpDown::Status, [&](plum::DownloadStatus now) {
+            if (now == plum::DownloadStatus{code})
                 bench.downloader->GetPause();
         });
         bench.run();
@@ -197,8 +197,8 @@ TEST(WinHttpDown, CanBeDeletedFromItsOwnEvents)
     for (const int code : {1, 2, 3, 9}) {
         Bench bench;
         bench.server.answer({ok("content")});
-        QObject::connect(bench.downloader.get(), &WinHttpDown::Status, [&](int now) {
-            if (now == code)
+        QObject::connect(bench.downloader.get(), &WinHttpDown::Status, [&](plum::DownloadStatus now) {
+            if (now == plum::DownloadStatus{code})
                 bench.downloader.reset();
         });
         bench.downloader->GetStart();
@@ -271,8 +271,8 @@ TEST(WinHttpDown, LeavesTheTailOfALongerStoredAddress)
     bench.write(u"a.wfp.dl.cfg"_s, " " + url + "      ");
     bench.server.answer({ok("content"), Then::Stall});
     QByteArray config;
-    QObject::connect(bench.downloader.get(), &WinHttpDown::Status, [&](int code) {
-        if (code == 3)
+    QObject::connect(bench.downloader.get(), &WinHttpDown::Status, [&](plum::DownloadStatus status) {
+        if (status == plum::DownloadStatus::Receiving)
             config = bench.content(u"a.wfp.dl.cfg"_s).value_or("");
     });
     bench.run();

@@ -72,11 +72,11 @@ public:
         m_log.add(QStringLiteral("index ") + address.toString());
     }
 
-    // Ends the transfer with a status code.
-    void end(int code)
+    // Ends the transfer.
+    void end(DownloadStatus status)
     {
         busy = false;
-        Q_EMIT Status(code);
+        Q_EMIT Status(status);
     }
 
     bool busy = false;

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using plum::DownloadStatus;
 using plum::test::StoreBench;
 
 namespace {
@@ -37,7 +38,7 @@ protected:
     void complete(const QByteArray &index = {})
     {
         Q_EMIT bench.transfers.indexArrived(index);
-        bench.transfers.end(9);
+        bench.transfers.end(DownloadStatus::Complete);
     }
 
     void follow(const QString &link) { Q_EMIT bench.view.packageFollowed(QUrl(link)); }
@@ -86,7 +87,7 @@ TEST_F(Store, ANameWithSignsOfAnAddressIsStillAName)
     bench.store.XzSet(1, u"a#b%c d你"_s);
     EXPECT_EQ(bench.events(),
         startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
-    bench.transfers.end(4);
+    bench.transfers.end(DownloadStatus::Failed);
     bench.platform.log.clear();
     follow(u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s);
     EXPECT_EQ(bench.events(),
@@ -96,7 +97,7 @@ TEST_F(Store, ANameWithSignsOfAnAddressIsStillAName)
 TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
 {
     bench.store.XzSet(1, u"notes"_s);
-    bench.transfers.end(4);
+    bench.transfers.end(DownloadStatus::Failed);
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
     bench.files.write(u"config/apps/other/main.wf"_s, "other");
     bench.platform.log.clear();
@@ -150,15 +151,15 @@ TEST_F(Store, EveryStatusHasItsTitle)
         u"下载被终止..."_s, u"停止下载"_s, u"暂停下载"_s, u"连接服务器失败"_s, u"发送请求失败"_s};
     for (int code = 1; code <= titles.size(); ++code) {
         bench.platform.log.clear();
-        Q_EMIT bench.transfers.Status(code);
+        Q_EMIT bench.transfers.Status(DownloadStatus{code});
         EXPECT_EQ(bench.events(), QStringList{u"caption "_s + titles[code - 1]}) << code;
     }
     for (const int code : {10, 0, 11, -1}) {
         bench.platform.log.clear();
-        Q_EMIT bench.transfers.Status(code);
+        Q_EMIT bench.transfers.Status(DownloadStatus{code});
         EXPECT_EQ(bench.events(), QStringList{u"caption "_s}) << code;
     }
-    EXPECT_EQ(plum::downloadTitle(9), u"Download completed");
+    EXPECT_EQ(plum::downloadTitle(DownloadStatus::Complete), u"Download completed");
 }
 
 TEST_F(Store, InstallsInTheOrderOfItsSteps)
@@ -241,7 +242,7 @@ TEST_F(Store, WaitsForTheIndexBeforeInstalling)
 {
     bench.store.XzSet(1, u"notes"_s);
     const QByteArray package = putPackage(u"notes"_s, "script");
-    bench.transfers.end(9);
+    bench.transfers.end(DownloadStatus::Complete);
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     Q_EMIT bench.transfers.indexArrived(indexOf(u"notes"_s, package));
     EXPECT_EQ(script(u"notes"_s), "script");
@@ -304,11 +305,11 @@ TEST_F(Store, AfterAFailedDownloadItCanBeStartedAgain)
 {
     for (const int code : {4, 5, 6, 7, 8, 10}) {
         bench.store.XzSet(1, u"notes"_s);
-        bench.transfers.end(code);
+        bench.transfers.end(DownloadStatus{code});
         bench.platform.log.clear();
         bench.store.XzSet(1, u"notes"_s);
         EXPECT_EQ(bench.events().last(), u"GetStart"_s) << code;
-        bench.transfers.end(code);
+        bench.transfers.end(DownloadStatus{code});
     }
 }
 

@@ -25,21 +25,21 @@ constexpr int windowWidth = 420; // pixels
 
 struct StatusText
 {
-    int code;
+    DownloadStatus status;
     QStringView text;
 };
 
 constexpr std::array statusTexts{
-    StatusText{WinHttpDown::Sending, u"Sending the request..."},
-    StatusText{WinHttpDown::HeadersArrived, u"The server has answered..."},
-    StatusText{WinHttpDown::Receiving, u"Receiving..."},
-    StatusText{WinHttpDown::Failed, u"The connection broke."},
-    StatusText{WinHttpDown::Stopped, u"Stopped."},
-    StatusText{WinHttpDown::Paused, u"Paused."},
-    StatusText{WinHttpDown::BadAnswer, u"The server does not have this file."},
-    StatusText{WinHttpDown::NotSent, u"The address cannot be reached."},
-    StatusText{WinHttpDown::Complete, u"Complete."},
-    StatusText{WinHttpDown::NoFile, u"The file cannot be written."},
+    StatusText{DownloadStatus::Sending, u"Sending the request..."},
+    StatusText{DownloadStatus::HeadersArrived, u"The server has answered..."},
+    StatusText{DownloadStatus::Receiving, u"Receiving..."},
+    StatusText{DownloadStatus::Failed, u"The connection broke."},
+    StatusText{DownloadStatus::Stopped, u"Stopped."},
+    StatusText{DownloadStatus::Paused, u"Paused."},
+    StatusText{DownloadStatus::BadAnswer, u"The server does not have this file."},
+    StatusText{DownloadStatus::NotSent, u"The address cannot be reached."},
+    StatusText{DownloadStatus::Complete, u"Complete."},
+    StatusText{DownloadStatus::NoFile, u"The file cannot be written."},
 };
 
 QLabel *namedLabel(const QString &name, QWidget *parent)
@@ -104,11 +104,11 @@ void DownloadWindow::start()
     m_downloader.GetStart();
 }
 
-void DownloadWindow::showStatus(int code)
+void DownloadWindow::showStatus(DownloadStatus status)
 {
-    const auto text = std::ranges::find(statusTexts, code, &StatusText::code);
+    const auto text = std::ranges::find(statusTexts, status, &StatusText::status);
     m_state->setText(text == statusTexts.end() ? QString() : text->text.toString());
-    m_complete = code == WinHttpDown::Complete;
+    m_complete = status == DownloadStatus::Complete;
     if (m_complete)
         m_bar->setValue(m_bar->maximum());
     const bool busy = m_downloader.isBusy();

@@ -27,7 +27,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void showStatus(int code);
+    void showStatus(DownloadStatus status);
     void showProgress(float percent, const QString &total, const QString &done, const QString &speed);
     void endOrClose();
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "download/download_status.h"
+
 #include <QObject>
 #include <QString>
 #include <QUrl>
@@ -28,8 +30,8 @@ public:
     virtual void fetchIndex(const QUrl &address) = 0;
 
 Q_SIGNALS:
-    // Those of the downloader: 1 to 10; 0 to 100 and three texts.
-    void Status(int code);
+    // Those of the downloader: its state; 0 to 100 and three texts.
+    void Status(plum::DownloadStatus status);
     void Progress(float percent, const QString &total, const QString &done, const QString &speed);
 
     // Empty when the index could not be had.
