@@ -4,7 +4,7 @@
 #include "platform/script_evaluation.h"
 #include "platform/win32/com_apartment.h"
 #include "platform/win32/script_host.h"
-#include "platform/win32/wide_text.h"
+#include "platform/win32/text/wide_text.h"
 
 #include <QMutex>
 

@@ -5,6 +5,7 @@
 #include "platform/win32/end_requests.h"
 #include "platform/win32/hidden_window.h"
 #include "platform/win32/jscript.h"
+#include "platform/win32/text/win32_text_codec.h"
 #include "platform/win32/win32_clipboard.h"
 #include "platform/win32/win32_hotkey.h"
 #include "platform/win32/win32_keyboard.h"
@@ -13,7 +14,6 @@
 #include "platform/win32/win32_screen.h"
 #include "platform/win32/win32_session.h"
 #include "platform/win32/win32_shell.h"
-#include "platform/win32/win32_text_codec.h"
 #include "platform/win32/win32_timers.h"
 #include "platform/win32/win32_windows.h"
 

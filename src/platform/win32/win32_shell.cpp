@@ -4,7 +4,7 @@
 #include "platform/shortcut_file.h"
 #include "platform/win32/com_apartment.h"
 #include "platform/win32/started_process.h"
-#include "platform/win32/wide_text.h"
+#include "platform/win32/text/wide_text.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "platform/win32/win32_timers.h"
 
-#include "platform/win32/wide_text.h"
+#include "platform/win32/text/wide_text.h"
 
 #include <QCoreApplication>
 

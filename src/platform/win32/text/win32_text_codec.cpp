@@ -1,6 +1,6 @@
-#include "platform/win32/win32_text_codec.h"
+#include "platform/win32/text/win32_text_codec.h"
 
-#include "platform/win32/code_page.h"
+#include "platform/win32/text/code_page.h"
 
 #include <qt_windows.h>
 

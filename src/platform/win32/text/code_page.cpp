@@ -1,4 +1,4 @@
-#include "platform/win32/code_page.h"
+#include "platform/win32/text/code_page.h"
 
 #include <optional>
 #include <qt_windows.h>
