@@ -52,7 +52,7 @@ Program::Program(const QString &programPath, bool hasDesktop)
     , m_store({m_storeWindow, m_transfers, m_channel, m_host, m_platform->shell(), m_platform->paths(),
           m_platform->textCodec(), m_addresses})
     , m_shell(m_platform->shell(), m_channel)
-    , m_scripts(*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName())
+    , m_scripts({*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName()})
     , m_instance(m_platform->paths().programFolder())
 {
     m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());

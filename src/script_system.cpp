@@ -1,5 +1,17 @@
 #include "script_system.h"
 
+#include "commands/file_commands.h"
+#include "commands/keyboard_commands.h"
+#include "commands/mouse_clicks.h"
+#include "commands/mouse_commands.h"
+#include "commands/net_commands.h"
+#include "commands/notices.h"
+#include "commands/os_commands.h"
+#include "commands/waitable_timer.h"
+#include "commands/webbox_commands.h"
+#include "commands/window_commands.h"
+#include "http/file_upload.h"
+#include "http/loaded_http_client.h"
 #include "platform/platform.h"
 
 #include <QDateTime>
@@ -25,47 +37,58 @@ clsWaitableTimer::Clock clockOfSeconds()
 
 } // namespace
 
-ScriptSystem::ScriptSystem(
-    Platform &platform, Shell &shell, Launcher &launcher, StorePage &storePage, const QString &executableName)
-    : m_files(platform.paths(), platform.textCodec())
-    , m_reader(
-          {m_state, launcher, platform.clipboard(), platform.pointer(), shell, platform.paths(), m_files})
-    , m_waiter(platform.timers(), executableName, clockOfSeconds())
-    , m_loop(m_state, m_reader, m_waiter, launcher)
-    , m_starts(m_state, m_loop, m_files, platform.paths())
-    , m_upload(m_http, platform.paths(), platform.textCodec())
-    , m_clicks(platform.pointer(), m_waiter)
-    , m_mouse(m_reader, {platform.pointer(), m_clicks, m_waiter, m_state.vardict, launcher})
-    , m_keyboard(m_reader, platform.keyboard(), platform.clipboard(), m_waiter)
-    , m_file(m_reader,
-          {m_state, platform.paths(), platform.textCodec(), m_files, shell, m_http, platform.javaScript(),
-              storePage})
-    , m_net(m_reader, {m_http, m_upload, platform.textCodec(), shell, platform.paths(), m_state.vardict})
-    , m_text(m_reader, m_state.vardict)
-    , m_set(m_reader, m_state.vardict)
-    , m_webbox(m_reader, shell, platform.paths())
-    , m_time(m_reader, m_waiter)
-    , m_window(m_reader, platform.windows(), m_state.vardict)
-    , m_print(m_reader, shell, platform.paths())
-    , m_os(m_reader,
-          {m_state, platform.paths(), platform.screen(), platform.pointer(), m_clicks, platform.clipboard(),
-              platform.session(), platform.windows(), launcher, m_notices})
-    , m_input(m_reader, launcher, m_state.vardict)
+struct ScriptSystem::Parts
 {
-    m_namespaces = {{u"mouse"_s, &m_mouse}, {u"keyboard"_s, &m_keyboard}, {u"file"_s, &m_file},
-        {u"net"_s, &m_net}, {u"text"_s, &m_text}, {u"set"_s, &m_set}, {u"webbox"_s, &m_webbox},
-        {u"time"_s, &m_time}, {u"window"_s, &m_window}, {u"print"_s, &m_print}, {u"os"_s, &m_os},
-        {u"input"_s, &m_input}, {u"me"_s, &m_input}};
-    for (const auto &[name, handler] : m_namespaces)
-        m_loop.addNamespace(name, *handler);
+    explicit Parts(const Needs &needs)
+        : ownWaiter(needs.platform.timers(), needs.executableName, clockOfSeconds())
+        , waiter(needs.waiter ? *needs.waiter : ownWaiter)
+        , http(needs.http ? *needs.http : ownHttp)
+        , notices(needs.notices ? *needs.notices : ownNotices)
+        , upload(http, needs.platform.paths(), needs.platform.textCodec())
+        , clicks(needs.platform.pointer(), waiter)
+        , engine({needs.platform.clipboard(), needs.platform.pointer(), needs.shell, needs.platform.paths(),
+              needs.platform.textCodec(), needs.launcher, waiter})
+    {
+    }
+
+    clsWaitableTimer ownWaiter;
+    LoadedHttpClient ownHttp;
+    StandardErrorNotices ownNotices;
+    Waiter &waiter;
+    HttpClient &http;
+    Notices &notices;
+    FileUpload upload;
+    MouseClicks clicks;
+    ScriptEngine engine;
+};
+
+ScriptSystem::ScriptSystem(const Needs &needs)
+    : m(std::make_unique<Parts>(needs))
+{
+    Platform &on = needs.platform;
+    ScriptEngine &to = m->engine;
+    to.add(u"mouse"_s,
+        std::make_unique<MouseCommands>(
+            MouseCommands::Needs{on.pointer(), m->clicks, m->waiter, needs.launcher}));
+    to.add(u"keyboard"_s, std::make_unique<KeyboardCommands>(on.keyboard(), on.clipboard(), m->waiter));
+    to.add(u"file"_s,
+        std::make_unique<FileCommands>(FileCommands::Needs{to.state(), on.paths(), on.textCodec(), to.files(),
+            needs.shell, m->http, on.javaScript(), needs.storePage}));
+    to.add(u"net"_s,
+        std::make_unique<NetCommands>(
+            NetCommands::Needs{m->http, m->upload, on.textCodec(), needs.shell, on.paths()}));
+    to.add(u"webbox"_s, std::make_unique<WebboxCommands>(needs.shell, on.paths()));
+    to.add(u"window"_s, std::make_unique<WindowCommands>(on.windows()));
+    to.add(u"os"_s,
+        std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), on.screen(), on.pointer(),
+            m->clicks, on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
 }
 
-ScriptVocabulary ScriptSystem::vocabulary() const
+ScriptSystem::~ScriptSystem() = default;
+
+ScriptEngine &ScriptSystem::engine()
 {
-    ScriptVocabulary vocabulary;
-    for (const auto &[name, handler] : m_namespaces)
-        vocabulary.add(name, handler->commands());
-    return vocabulary;
+    return m->engine;
 }
 
 } // namespace plum

@@ -26,7 +26,9 @@ QString fieldOrEmpty(const CommandCall &call, int index)
 
 QString writtenField(const CommandCall &call, int index)
 {
-    return index > 0 && isSingleField(call.arguments()) ? QString() : fieldOrEmpty(call, index);
+    return call.edition() == Edition::One && index > 0 && isSingleField(call.arguments())
+        ? QString()
+        : fieldOrEmpty(call, index);
 }
 
 } // namespace plum

@@ -10,6 +10,7 @@
 #include "engine/run_time_error.h"
 #include "engine/text_files.h"
 #include "engine/text_functions.h"
+#include "engine/variable_store.h"
 #include "http/http_text.h"
 #include "platform/shell.h"
 
@@ -41,6 +42,15 @@ std::optional<ShowState> showStateOf(const QString &word)
     return mode == showModes.end() ? std::nullopt : std::optional(mode->state);
 }
 
+constexpr std::array showWords{
+    CommandInfo{u"hide", {}, u"Hidden."},
+    CommandInfo{u"min", {}, u"Minimised."},
+    CommandInfo{u"max", {}, u"Maximised."},
+};
+constexpr std::array outputWords{CommandInfo{u"html", {}, u"The store window shows its page."}};
+constexpr std::array readWords{CommandInfo{u"r", {}, u"The lines in reverse order."}};
+constexpr std::array saveWords{CommandInfo{u"append", {}, u"Adds to the end of the file."}};
+
 // The browser is this much larger than the page that a script asks for, in pixels each way.
 constexpr double browserMargin = 25;
 
@@ -55,23 +65,35 @@ std::span<const FileCommands::Row> FileCommands::table()
 {
     using enum FieldKind;
     static constexpr std::array rows{
-        Row{{u"open", {{{u"path", Path}, {u"parameters", Text}, {u"show", Choice, u"normal"}}},
-                u"Starts a program or opens a document, folder or address; show is empty, hide, min or max."},
+        Row{{u"open",
+                {{{u"path", Path}, Field{u"parameters", Text}.optional(),
+                    Field{u"show", Choice, u"normal"}.oneOf(showWords)}},
+                u"Starts a program or opens a document, folder or address; show is empty, hide, min or max.",
+                Touches::Desktop},
             &FileCommands::open},
-        Row{{u"call", {{{u"path", Path}, {u"parameters", Text}, {u"output", Choice}, {u"size", Text}}},
+        Row{{u"call",
+                {{{u"path", Path}, Field{u"parameters", Text}.optional(),
+                    Field{u"output", Choice}.oneOf(outputWords).optional(), Field{u"size", Text}.optional()}},
                 u"Starts a program hidden; with output html its page appears in the store window, sized "
-                u"w:h."},
+                u"w:h.",
+                Touches::Desktop},
             &FileCommands::callProgram},
         Row{{u"call_js",
-                {{{u"script", Path}, {u"function", Text}, {u"arguments", Text}, {u"variable", Variable}}},
+                {{{u"script", Path}, {u"function", Text}, Field{u"arguments", Text}.optional(),
+                    Field{u"variable", Variable}.optional()}},
                 u"Calls a function of a JavaScript file or address and stores its value."},
             &FileCommands::callJavaScript},
-        Row{{u"read", {{{u"path", Path}, {u"mode", Choice, u"joined"}, {u"variable", Variable}}},
+        Row{{u"read",
+                {{{u"path", Path}, Field{u"mode", Choice, u"joined"}.oneOf(readWords).orNumber(),
+                    {u"variable", Variable}}},
                 u"Stores a text file: its lines joined, with mode r in reverse order, or the line of a "
                 u"number."},
             &FileCommands::read},
-        Row{{u"save", {{{u"path", Path}, {u"variable", Variable}, {u"mode", Choice}}},
-                u"Appends a variable's value as a line, with mode append; any other mode writes nothing."},
+        Row{{u"save",
+                {{{u"path", Path}, {u"variable", Variable},
+                    Field{u"mode", Choice}.oneOf(saveWords).optional()}},
+                u"Appends a variable's value as a line, with mode append. Without a mode edition 1 writes "
+                u"nothing and edition 2 replaces the file."},
             &FileCommands::save},
     };
     return rows;
@@ -87,8 +109,8 @@ void FileCommands::open(const CommandCall &call)
     const QString path = resolved(fieldOrEmpty(call, 0));
     const QString parameters = fieldOrEmpty(call, 1);
     const std::optional<ShowState> state = showStateOf(fieldOrEmpty(call, 2));
-    if (!path.isEmpty() && state)
-        m_use.shell.open(path, parameters, *state);
+    if (!path.isEmpty() && state && !m_use.shell.open(path, parameters, *state))
+        call.fail(u"%1 cannot be opened"_s.arg(path));
 }
 
 void FileCommands::callProgram(const CommandCall &call)
@@ -97,7 +119,8 @@ void FileCommands::callProgram(const CommandCall &call)
     const QString parameters = fieldOrEmpty(call, 1);
     if (fieldOrEmpty(call, 2) == "html"_L1)
         prepareBrowser(fieldOrEmpty(call, 3));
-    m_use.shell.open(path, parameters, ShowState::Hidden);
+    if (!m_use.shell.open(path, parameters, ShowState::Hidden))
+        call.fail(u"%1 cannot be started"_s.arg(path));
     m_use.storePage.layOut();
     m_use.storePage.showLoadingPicture();
 }
@@ -117,18 +140,28 @@ void FileCommands::callJavaScript(const CommandCall &call)
     const QString function = fieldOrEmpty(call, 1);
     const QString arguments = fieldOrEmpty(call, 2);
     const QString variable = fieldOrEmpty(call, 3);
-    const QString script = source.startsWith("http"_L1)
-        ? HttpGetText(m_use.http, m_use.codec, source)
-        : m_use.files.ReadAllText(resolved(source), ReadAllMode::Joined);
-    const QString result = EvalJs(m_use.javaScript, script, function, arguments);
-    if (variable != "html"_L1)
-        m_use.state.vardict.SetVar(variable, result);
+    QString script;
+    if (source.startsWith("http"_L1)) {
+        const FetchedText fetched = fetchText(m_use.http, m_use.codec, source);
+        script = fetched.text;
+        if (!fetched.problem.isEmpty())
+            call.fail(fetched.problem);
+    } else {
+        script = m_use.files.ReadAllText(resolved(source), ReadAllMode::Joined);
+        requireFile(call, resolved(source));
+    }
+    const JavaScript::Result result = callJs(m_use.javaScript, script, function, arguments);
+    if (!result.ok)
+        call.fail(result.value);
+    if (variable != "html"_L1 && (call.edition() == Edition::One || !variable.isEmpty()))
+        call.setVariable(variable, result.ok ? result.value : QString());
 }
 
 void FileCommands::read(const CommandCall &call)
 {
     const QString path = resolved(fieldOrEmpty(call, 0));
     const QString mode = fieldOrEmpty(call, 1);
+    requireFile(call, path);
     QString text;
     if (mode.isEmpty())
         text = m_use.files.ReadAllText(path, ReadAllMode::Joined);
@@ -136,16 +169,30 @@ void FileCommands::read(const CommandCall &call)
         text = m_use.files.ReadAllText(path, ReadAllMode::ReversedLines);
     else
         resumeNext([&] { text = m_use.files.ReadLine(path, toInt32(mode)); });
-    m_use.state.vardict.SetVar(fieldOrEmpty(call, 2), text);
+    call.setVariable(fieldOrEmpty(call, 2), text);
+}
+
+// Edition 1 reads what is not there as empty.
+void FileCommands::requireFile(const CommandCall &call, const QString &path) const
+{
+    if (call.edition() == Edition::Two && !m_use.files.isReadable(path))
+        call.fail(u"%1 cannot be read"_s.arg(path));
 }
 
 void FileCommands::save(const CommandCall &call)
 {
     const QString path = fieldOrEmpty(call, 0);
-    const QString text = m_use.state.vardict.GetVar(fieldOrEmpty(call, 1));
-    const QString mode = fieldOrEmpty(call, 2);
+    const QString name = fieldOrEmpty(call, 1);
+    QString mode = fieldOrEmpty(call, 2);
+    if (call.edition() == Edition::Two && !call.variables().contains(name)) {
+        call.fail(u"%1 was never set"_s.arg(name));
+        return;
+    }
     // Kept: the empty mode is handed on as a word that no write knows, so nothing is written.
-    WriteText(path, text, mode.isEmpty() ? u"覆盖"_s : mode, m_use.paths, m_use.codec);
+    if (call.edition() == Edition::One && mode.isEmpty())
+        mode = u"覆盖"_s;
+    if (!WriteText(path, call.variables().GetVar(name), mode, m_use.paths, m_use.codec))
+        call.fail(u"%1 cannot be written"_s.arg(path));
 }
 
 } // namespace plum

@@ -30,8 +30,8 @@ public:
         StorePage &storePage;
     };
 
-    FileCommands(const ArgumentReader &reader, const Needs &needs)
-        : TableHandler(reader, WordMatch::LowerCased)
+    explicit FileCommands(const Needs &needs)
+        : TableHandler(WordMatch::LowerCased)
         , m_use(needs)
     {
     }
@@ -45,6 +45,7 @@ private:
     void read(const CommandCall &call);
     void save(const CommandCall &call);
 
+    void requireFile(const CommandCall &call, const QString &path) const;
     QString resolved(const QString &path) const;
     void prepareBrowser(const QString &size);
 

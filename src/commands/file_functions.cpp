@@ -34,7 +34,7 @@ void deleteFolder(const QString &folder)
 
 } // namespace
 
-void WriteText(
+bool WriteText(
     const QString &path, const QString &text, const QString &mode, const Paths &paths, TextCodec &codec)
 {
     QIODevice::OpenMode openMode = QIODevice::WriteOnly;
@@ -43,14 +43,14 @@ void WriteText(
     else if (mode.isEmpty())
         openMode |= QIODevice::Truncate;
     else
-        return;
+        return false;
 
     QFile file(paths.toSystem(path));
     const QFileInfo existing(file);
     if (path.isEmpty() || (existing.exists() && !existing.isFile()) || !file.open(openMode))
-        return;
-    file.write(codec.toSystem(text));
-    file.write("\r\n");
+        return false;
+    const QByteArray bytes = codec.toSystem(text) + "\r\n";
+    return file.write(bytes) == bytes.size() && file.flush();
 }
 
 void FolderOp(const QString &op, const QString &path, const Paths &paths)

@@ -11,8 +11,8 @@ class TextCodec;
 // done. A path may hold either separator; what is neither missing nor a regular file is never written to.
 
 // Writes `text` and a line end. The mode "" replaces the file, "append" adds to its end; any other mode
-// writes nothing.
-void WriteText(
+// writes nothing. Whether all was written.
+bool WriteText(
     const QString &path, const QString &text, const QString &mode, const Paths &paths, TextCodec &codec);
 
 // "delfold" deletes the folder at `path` with everything in it, provided that it lies inside the library of

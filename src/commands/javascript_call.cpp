@@ -6,13 +6,19 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
-QString EvalJs(
+JavaScript::Result callJs(
     JavaScript &javaScript, const QString &script, const QString &function, const QString &arguments)
 {
     const QString forwardSlashes = QString(arguments).replace(u'\\', u'/');
     QString program = script + function + u'(' + forwardSlashes + u");"_s;
     program.remove(u"\r\n"_s);
-    const JavaScript::Result result = javaScript.evaluate(program);
+    return javaScript.evaluate(program);
+}
+
+QString EvalJs(
+    JavaScript &javaScript, const QString &script, const QString &function, const QString &arguments)
+{
+    const JavaScript::Result result = callJs(javaScript, script, function, arguments);
     return result.ok ? result.value : QString();
 }
 

@@ -2,7 +2,6 @@
 
 #include "commands/key_names.h"
 #include "engine/conversions.h"
-#include "engine/text_functions.h"
 #include "engine/waiter.h"
 #include "platform/clipboard.h"
 #include "platform/keyboard.h"
@@ -23,32 +22,45 @@ std::span<const KeyboardCommands::Row> KeyboardCommands::table()
     using enum FieldKind;
     static constexpr std::array rows{
         Row{{u"hotkey", {{{u"keys", KeyList}}},
-                u"Presses all keys in order and then releases them in the same order."},
+                u"Presses all keys in order and then releases them in the same order.", Touches::Desktop},
             &KeyboardCommands::hotkey},
-        Row{{u"key", {{{u"keys", KeyList}}}, u"Presses and releases one key after the other."},
+        Row{{u"key", {{{u"keys", KeyList}}}, u"Presses and releases one key after the other.",
+                Touches::Desktop},
             &KeyboardCommands::key},
         Row{{u"send", {{{u"text", Text}}},
-                u"Types a text by pasting it; the clipboard's text is put back afterwards."},
+                u"Types a text by pasting it; the clipboard's text is put back afterwards.",
+                Touches::Desktop},
             &KeyboardCommands::send},
-        Row{{u"ensend", {{{u"text", Text}}}, u"Reads a scrambled text and types nothing."},
+        Row{{u"ensend", {{{u"text", Text}}}, u"Reads a scrambled text and types nothing.", Touches::Desktop},
             &KeyboardCommands::ensend},
-        Row{{u"key_down", {{{u"key", KeyName}}}, u"Presses a key."}, &KeyboardCommands::keyDown},
-        Row{{u"key_up", {{{u"key", KeyName}}}, u"Releases a key."}, &KeyboardCommands::keyUp},
+        Row{{u"key_down", {{{u"key", KeyName}}}, u"Presses a key.", Touches::Desktop},
+            &KeyboardCommands::keyDown},
+        Row{{u"key_up", {{{u"key", KeyName}}}, u"Releases a key.", Touches::Desktop},
+            &KeyboardCommands::keyUp},
     };
     return rows;
 }
 
-QList<quint8> KeyboardCommands::keyList(const QString &items) const
+quint8 KeyboardCommands::keyOf(const CommandCall &call, const QString &name) const
+{
+    const quint8 key = virtualKeyOf(name);
+    if (key == 0)
+        call.fail(u"there is no key called \"%1\""_s.arg(name));
+    return key;
+}
+
+QList<quint8> KeyboardCommands::keyList(const CommandCall &call) const
 {
     QList<quint8> keys;
-    for (const QString &item : split(items, u","_s))
-        keys += virtualKeyOf(m_reader.GetArg(item, u":"_s, 0, UnknownVariable::IsItsName));
+    for (const QString &name : call.list())
+        keys += keyOf(call, name);
+    if (call.edition() == Edition::Two && call.hasFailed())
+        keys.clear();
     return keys;
 }
 
-void KeyboardCommands::pressTogether(const QString &items)
+void KeyboardCommands::pressTogether(const QList<quint8> &keys)
 {
-    const QList<quint8> keys = keyList(items);
     for (const quint8 key : keys)
         m_keyboard.keyEvent(key, 0);
     for (const quint8 key : keys)
@@ -57,12 +69,12 @@ void KeyboardCommands::pressTogether(const QString &items)
 
 void KeyboardCommands::hotkey(const CommandCall &call)
 {
-    pressTogether(call.arguments());
+    pressTogether(keyList(call));
 }
 
 void KeyboardCommands::key(const CommandCall &call)
 {
-    for (const quint8 key : keyList(call.arguments())) {
+    for (const quint8 key : keyList(call)) {
         m_keyboard.keyEvent(key, Keyboard::ExtendedKey);
         m_keyboard.keyEvent(key, Keyboard::KeyUp);
         m_waiter.Wait(tapPause);
@@ -78,7 +90,7 @@ void KeyboardCommands::send(const CommandCall &call)
     m_waiter.Wait(pastePause);
     m_clipboard.setText(text);
     m_waiter.Wait(pastePause);
-    pressTogether(u"\"ctrl\",\"v\""_s);
+    pressTogether({virtualKeyOf(u"ctrl"_s), virtualKeyOf(u"v"_s)});
     m_waiter.Wait(pastePause);
     if (hadText)
         m_clipboard.setText(saved);
@@ -94,12 +106,16 @@ void KeyboardCommands::ensend(const CommandCall &call)
 
 void KeyboardCommands::keyDown(const CommandCall &call)
 {
-    m_keyboard.keyEvent(virtualKeyOf(call.arg(0, u":"_s)), 0);
+    const quint8 key = keyOf(call, call.arg(0, u":"_s));
+    if (call.edition() == Edition::One || !call.hasFailed())
+        m_keyboard.keyEvent(key, 0);
 }
 
 void KeyboardCommands::keyUp(const CommandCall &call)
 {
-    m_keyboard.keyEvent(virtualKeyOf(call.arg(0, u":"_s)), Keyboard::KeyUp);
+    const quint8 key = keyOf(call, call.arg(0, u":"_s));
+    if (call.edition() == Edition::One || !call.hasFailed())
+        m_keyboard.keyEvent(key, Keyboard::KeyUp);
 }
 
 QString unscramble(const QString &scrambled)

@@ -12,9 +12,8 @@ class Waiter;
 class KeyboardCommands final : public TableHandler<KeyboardCommands>
 {
 public:
-    KeyboardCommands(const ArgumentReader &reader, Keyboard &keyboard, Clipboard &clipboard, Waiter &waiter)
-        : TableHandler(reader)
-        , m_keyboard(keyboard)
+    KeyboardCommands(Keyboard &keyboard, Clipboard &clipboard, Waiter &waiter)
+        : m_keyboard(keyboard)
         , m_clipboard(clipboard)
         , m_waiter(waiter)
     {
@@ -30,8 +29,9 @@ private:
     void keyDown(const CommandCall &call);
     void keyUp(const CommandCall &call);
 
-    QList<quint8> keyList(const QString &items) const;
-    void pressTogether(const QString &items);
+    QList<quint8> keyList(const CommandCall &call) const;
+    quint8 keyOf(const CommandCall &call, const QString &name) const;
+    void pressTogether(const QList<quint8> &keys);
 
     Keyboard &m_keyboard;
     Clipboard &m_clipboard;

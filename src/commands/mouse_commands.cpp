@@ -4,7 +4,6 @@
 #include "engine/conversions.h"
 #include "engine/launcher.h"
 #include "engine/text_functions.h"
-#include "engine/variable_store.h"
 #include "engine/waiter.h"
 #include "platform/pointer.h"
 
@@ -16,42 +15,66 @@ namespace {
 
 constexpr double dragPause = 200;
 
+constexpr std::array clickWords{
+    CommandInfo{u"click", {}, u"Clicks."},
+    CommandInfo{u"d_click", {}, u"Double-clicks."},
+};
+
+constexpr std::array actionWords{
+    CommandInfo{u"move", {}, u"Moves there."},
+    CommandInfo{u"click", {}, u"Moves there and clicks."},
+    CommandInfo{u"d_click", {}, u"Moves there and double-clicks."},
+    CommandInfo{u"r_click", {}, u"Right-clicks where the pointer is."},
+    CommandInfo{u"tips", {}, u"Shows the point in a message."},
+};
+
 } // namespace
 
 std::span<const MouseCommands::Row> MouseCommands::table()
 {
     using enum FieldKind;
     static constexpr std::array rows{
-        Row{{u"click", {}, u"Clicks the left button."}, &MouseCommands::click},
-        Row{{u"d_click", {}, u"Double-clicks the left button."}, &MouseCommands::doubleClick},
-        Row{{u"move", {{{u"to", Point}}}, u"Moves the pointer; does nothing without a point."},
+        Row{{u"click", {}, u"Clicks the left button.", Touches::Desktop}, &MouseCommands::click},
+        Row{{u"d_click", {}, u"Double-clicks the left button.", Touches::Desktop},
+            &MouseCommands::doubleClick},
+        Row{{u"move", {{{u"to", Point}}}, u"Moves the pointer; does nothing without a point.",
+                Touches::Desktop},
             &MouseCommands::move},
-        Row{{u"r_click", {}, u"Clicks the right button."}, &MouseCommands::rightClick},
-        Row{{u"get_xy", {{{u"variable", Variable}}}, u"Stores the pointer's position as x:y."},
+        Row{{u"r_click", {}, u"Clicks the right button.", Touches::Desktop}, &MouseCommands::rightClick},
+        Row{{u"get_xy", {{{u"variable", Variable}}}, u"Stores the pointer's position as x:y.",
+                Touches::Desktop},
             &MouseCommands::getPosition},
         Row{{u"while_click",
-                {{{u"count", Number, u"without end"}, {u"kind", Choice}, {u"interval", Milliseconds}}},
-                u"Clicks (kind click) or double-clicks (kind d_click) count times, with a pause after each."},
+                {{{u"count", Number, u"without end"}, Field{u"kind", Choice}.oneOf(clickWords),
+                    {u"interval", Milliseconds}}},
+                u"Clicks (kind click) or double-clicks (kind d_click) count times, with a pause after each.",
+                Touches::Desktop},
             &MouseCommands::clickRepeatedly},
-        Row{{u"get_x", {{{u"variable", Variable}}}, u"Stores the pointer's x."}, &MouseCommands::getX},
-        Row{{u"get_y", {{{u"variable", Variable}}}, u"Stores the pointer's y."}, &MouseCommands::getY},
-        Row{{u"offset", {{{u"by", Offset}}}, u"Moves the pointer by an offset; does nothing without one."},
+        Row{{u"get_x", {{{u"variable", Variable}}}, u"Stores the pointer's x.", Touches::Desktop},
+            &MouseCommands::getX},
+        Row{{u"get_y", {{{u"variable", Variable}}}, u"Stores the pointer's y.", Touches::Desktop},
+            &MouseCommands::getY},
+        Row{{u"offset", {{{u"by", Offset}}}, u"Moves the pointer by an offset; does nothing without one.",
+                Touches::Desktop},
             &MouseCommands::offset},
-        Row{{u"after_offset", {{{u"from", Point}, {u"by", Offset}, {u"action", Choice, u"move"}}},
+        Row{{u"after_offset",
+                {{{u"from", Point}, {u"by", Offset},
+                    Field{u"action", Choice, u"move"}.oneOfOrVariable(actionWords)}},
                 u"Adds the offset to the point and then does the action there: move, click, d_click, tips, "
                 u"or "
-                u"r_click where the pointer is; any other word is the variable that receives the point."},
+                u"r_click where the pointer is; any other word is the variable that receives the point.",
+                Touches::Desktop},
             &MouseCommands::afterOffset},
         Row{{u"drag", {{{u"from", Point}, {u"to", Point}}},
-                u"Drags with the left button from one point to another."},
+                u"Drags with the left button from one point to another.", Touches::Desktop},
             &MouseCommands::drag},
         Row{{u"drag_to", {{{u"from", Point}, {u"by", Offset}}},
-                u"Drags with the left button from a point by an offset."},
+                u"Drags with the left button from a point by an offset.", Touches::Desktop},
             &MouseCommands::dragBy},
-        Row{{u"l_down", {}, u"Presses the left button."}, &MouseCommands::leftDown},
-        Row{{u"l_up", {}, u"Releases the left button."}, &MouseCommands::leftUp},
-        Row{{u"r_down", {}, u"Presses the right button."}, &MouseCommands::rightDown},
-        Row{{u"r_up", {}, u"Releases the right button."}, &MouseCommands::rightUp},
+        Row{{u"l_down", {}, u"Presses the left button.", Touches::Desktop}, &MouseCommands::leftDown},
+        Row{{u"l_up", {}, u"Releases the left button.", Touches::Desktop}, &MouseCommands::leftUp},
+        Row{{u"r_down", {}, u"Presses the right button.", Touches::Desktop}, &MouseCommands::rightDown},
+        Row{{u"r_up", {}, u"Releases the right button.", Touches::Desktop}, &MouseCommands::rightUp},
     };
     return rows;
 }
@@ -86,17 +109,17 @@ QString MouseCommands::positionText() const
 
 void MouseCommands::getPosition(const CommandCall &call)
 {
-    m_use.variables.SetVar(call.arg(0), positionText());
+    call.setVariable(call.arg(0), positionText());
 }
 
 void MouseCommands::getX(const CommandCall &call)
 {
-    m_use.variables.SetVar(call.arg(0), Piece(positionText(), u":"_s, 0));
+    call.setVariable(call.arg(0), Piece(positionText(), u":"_s, 0));
 }
 
 void MouseCommands::getY(const CommandCall &call)
 {
-    m_use.variables.SetVar(call.arg(0), Piece(positionText(), u":"_s, 1));
+    call.setVariable(call.arg(0), Piece(positionText(), u":"_s, 1));
 }
 
 void MouseCommands::clickRepeatedly(const CommandCall &call)
@@ -149,7 +172,7 @@ void MouseCommands::afterOffset(const CommandCall &call)
     } else if (action == "tips"_L1) {
         m_use.launcher.showMessage({.text = target.toText(), .systemModal = true});
     } else {
-        m_use.variables.SetVar(action, target.toText());
+        call.setVariable(action, target.toText());
     }
 }
 

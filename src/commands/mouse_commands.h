@@ -8,7 +8,6 @@ namespace plum {
 class Launcher;
 class MouseClicks;
 class Pointer;
-class VariableStore;
 class Waiter;
 
 // The namespace `mouse`.
@@ -20,13 +19,11 @@ public:
         Pointer &pointer;
         MouseClicks &clicks;
         Waiter &waiter;
-        VariableStore &variables;
         Launcher &launcher;
     };
 
-    MouseCommands(const ArgumentReader &reader, const Needs &needs)
-        : TableHandler(reader)
-        , m_use(needs)
+    explicit MouseCommands(const Needs &needs)
+        : m_use(needs)
     {
     }
 

@@ -2,7 +2,6 @@
 
 #include "commands/fields.h"
 #include "engine/helper_programs.h"
-#include "engine/variable_store.h"
 #include "http/file_upload.h"
 #include "http/http_text.h"
 #include "platform/paths.h"
@@ -26,15 +25,16 @@ std::span<const NetCommands::Row> NetCommands::table()
         Row{{u"get", {{{u"url", Url}, {u"variable", Variable}}},
                 u"Fetches a page as text; empty when it cannot be had."},
             &NetCommands::get},
-        Row{{u"post", {}, u"Accepted, and does nothing."}, &NetCommands::post},
+        Row{{u"post", {}, u"Accepted, and does nothing.", Touches::Nothing, Editions::One},
+            &NetCommands::post},
         Row{{u"upload",
                 {{{u"url", Url}, {u"file", Path}, {u"field", Text},
-                    {u"content type", Text, u"application/upload"}, {u"variable", Variable}}},
+                    {u"content type", Text, u"application/upload"}, Field{u"variable", Variable}.optional()}},
                 u"Posts a file as a form and stores the answer, if a variable is given."},
             &NetCommands::upload},
         Row{{u"download",
                 {{{u"url", Url}, {u"folder", Path, u"the download helper's own"},
-                    {u"name", Text, u"the last part of the address"}, {u"label", Text}}},
+                    {u"name", Text, u"the last part of the address"}, Field{u"label", Text}.optional()}},
                 u"Hands a download over to the download helper; the script goes on at once."},
             &NetCommands::download},
     };
@@ -43,8 +43,10 @@ std::span<const NetCommands::Row> NetCommands::table()
 
 void NetCommands::get(const CommandCall &call)
 {
-    const QString text = HttpGetText(m_use.http, m_use.codec, writtenField(call, 0));
-    m_use.variables.SetVar(writtenField(call, 1), text);
+    const FetchedText page = fetchText(m_use.http, m_use.codec, writtenField(call, 0));
+    if (!page.problem.isEmpty())
+        call.fail(page.problem);
+    call.setVariable(writtenField(call, 1), page.text);
 }
 
 void NetCommands::post(const CommandCall &)
@@ -61,8 +63,10 @@ void NetCommands::upload(const CommandCall &call)
         contentType = defaultContentType;
     const QString variable = writtenField(call, 4);
     const QString response = m_use.upload.UploadFile(url, path, contentType, field);
+    if (const QString &problem = m_use.upload.problem(); !problem.isEmpty())
+        call.fail(problem);
     if (!variable.isEmpty())
-        m_use.variables.SetVar(variable, response);
+        call.setVariable(variable, response);
 }
 
 void NetCommands::download(const CommandCall &call)
@@ -75,8 +79,10 @@ void NetCommands::download(const CommandCall &call)
         name = FileNameFromUrl(url);
     if (folder.isEmpty())
         folder = m_use.paths.programFolder() + defaultDownloadFolder;
-    m_use.shell.startHelper(m_use.paths.programFolder() + downloadHelper,
-        QStringList{url, folder, name, label}.join(downloadFieldSeparator), ShowState::Normal);
+    const QString program = m_use.paths.programFolder() + downloadHelper;
+    const QString fields = QStringList{url, folder, name, label}.join(downloadFieldSeparator);
+    if (!m_use.shell.startHelper(program, fields, ShowState::Normal))
+        call.fail(u"the download helper does not start: %1"_s.arg(program));
 }
 
 } // namespace plum

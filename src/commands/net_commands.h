@@ -9,7 +9,6 @@ class HttpClient;
 class Paths;
 class Shell;
 class TextCodec;
-class VariableStore;
 
 // The namespace `net`. No failure stops the script or shows a message; a field that is not there is empty.
 class NetCommands final : public TableHandler<NetCommands>
@@ -22,11 +21,10 @@ public:
         TextCodec &codec;
         Shell &shell;
         Paths &paths;
-        VariableStore &variables;
     };
 
-    NetCommands(const ArgumentReader &reader, const Needs &needs)
-        : TableHandler(reader, WordMatch::LowerCased)
+    explicit NetCommands(const Needs &needs)
+        : TableHandler(WordMatch::LowerCased)
         , m_use(needs)
     {
     }

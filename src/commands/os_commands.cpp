@@ -30,6 +30,14 @@ qint16 coordinate(const QString &found, int field, qint32 regionStart, qint16 of
     return static_cast<qint16>(static_cast<quint16>(sum));
 }
 
+QList<CommandInfo> choicesOf(std::span<const OsCommands::Action> actions)
+{
+    QList<CommandInfo> choices;
+    for (const OsCommands::Action &action : actions)
+        choices += {action.word, {}, action.summary};
+    return choices;
+}
+
 // Where the machine has no such service, the program that stands for it could not be started.
 void requireStarted(Session::Outcome outcome)
 {
@@ -42,32 +50,41 @@ void requireStarted(Session::Outcome outcome)
 std::span<const OsCommands::Row> OsCommands::table()
 {
     using enum FieldKind;
-    static constexpr std::array rows{
+    static const QList<CommandInfo> actionWords = choicesOf(actions());
+    static const std::array rows{
         Row{{u"find_pic",
                 {{{u"picture", Path}, {u"region", Region, u"the main screen"}, {u"offset", Offset, u"0:0"},
-                    {u"action", Choice, u"nothing"}}},
+                    Field{u"action", Choice, u"nothing"}.oneOfOrVariable(actionWords)}},
                 u"Looks for a picture on the screen and acts at its top left corner: click, d_click, r_click "
                 u"where the pointer is, move, get_xy, get_x, get_y, set_clipboard; any other word is the "
-                u"variable that receives the point."},
+                u"variable that receives the point.",
+                Touches::Desktop},
             &OsCommands::findPicture},
         Row{{u"find_color",
                 {{{u"colour", Colour}, {u"region", Region, u"the main screen"}, {u"offset", Offset, u"0:0"},
-                    {u"action", Choice, u"nothing"}}},
-                u"Looks for the first pixel of exactly one colour and acts there as find_pic does."},
+                    Field{u"action", Choice, u"nothing"}.oneOfOrVariable(actionWords)}},
+                u"Looks for the first pixel of exactly one colour and acts there as find_pic does.",
+                Touches::Desktop},
             &OsCommands::findColour},
-        Row{{u"set_clipboard", {{{u"text", Text}}}, u"Puts a text on the clipboard in place of all else."},
+        Row{{u"set_clipboard", {{{u"text", Text}}}, u"Puts a text on the clipboard in place of all else.",
+                Touches::Desktop},
             &OsCommands::setClipboard},
-        Row{{u"get_clipboard", {{{u"variable", Variable}}}, u"Stores the clipboard's text."},
+        Row{{u"get_clipboard", {{{u"variable", Variable}}}, u"Stores the clipboard's text.",
+                Touches::Desktop},
             &OsCommands::getClipboard},
         Row{{u"tips", {{{u"text", Text}}}, u"Shows a tip; the script goes on when it is closed."},
             &OsCommands::showTip},
-        Row{{u"lock_screen", {}, u"Locks the screen."}, &OsCommands::lockScreen},
-        Row{{u"off_monitor", {}, u"Switches the monitor off."}, &OsCommands::turnMonitorOff},
-        Row{{u"log_off", {}, u"Ends the session without asking programs."}, &OsCommands::logOff},
-        Row{{u"shut_down", {}, u"Switches the machine off without asking programs."}, &OsCommands::shutDown},
-        Row{{u"restart", {}, u"Restarts the machine without asking programs."}, &OsCommands::restart},
+        Row{{u"lock_screen", {}, u"Locks the screen.", Touches::Desktop}, &OsCommands::lockScreen},
+        Row{{u"off_monitor", {}, u"Switches the monitor off.", Touches::Desktop},
+            &OsCommands::turnMonitorOff},
+        Row{{u"log_off", {}, u"Ends the session without asking programs.", Touches::Desktop},
+            &OsCommands::logOff},
+        Row{{u"shut_down", {}, u"Switches the machine off without asking programs.", Touches::Desktop},
+            &OsCommands::shutDown},
+        Row{{u"restart", {}, u"Restarts the machine without asking programs.", Touches::Desktop},
+            &OsCommands::restart},
         Row{{u"窗口最小化", {{{u"title", Text}}},
-                u"Minimises the window with exactly this title, written without quotes."},
+                u"Minimises the window with exactly this title, written without quotes.", Touches::Desktop},
             &OsCommands::minimiseByTitle},
     };
     return rows;
@@ -88,9 +105,8 @@ std::span<const OsCommands::Action> OsCommands::actions()
     return rows;
 }
 
-OsCommands::OsCommands(const ArgumentReader &reader, const Needs &needs)
-    : TableHandler(reader)
-    , m_use(needs)
+OsCommands::OsCommands(const Needs &needs)
+    : m_use(needs)
     , m_search({needs.screen, needs.launcher, needs.paths})
 {
 }
@@ -117,84 +133,95 @@ void OsCommands::findPicture(const CommandCall &call)
 {
     const SearchFields fields = searchFields(call);
     // A missing picture is all that is reported, even where the other fields make no sense.
-    if (!m_search.requirePicture(fields.target))
+    const bool exists = call.edition() == Edition::One ? m_search.requirePicture(fields.target)
+                                                       : m_search.hasPicture(fields.target);
+    if (!exists) {
+        call.fail(u"there is no picture %1"_s.arg(fields.target));
         return;
-    searchAndAct(fields, [&](const Region &region) {
-        return m_search.FindPic(
-            region.x, region.y, region.width, region.height, fields.target, pictureTolerance.toString());
-    });
+    }
+    searchAndAct(
+        call, fields, u"the picture %1 is not on the screen"_s.arg(fields.target), [&](const Region &region) {
+            return m_search.FindPic(
+                region.x, region.y, region.width, region.height, fields.target, pictureTolerance.toString());
+        });
 }
 
 void OsCommands::findColour(const CommandCall &call)
 {
     const SearchFields fields = searchFields(call);
-    searchAndAct(fields, [&](const Region &region) {
-        return m_search.FindColor(region.x, region.y, region.width, region.height, fields.target);
-    });
+    searchAndAct(
+        call, fields, u"the colour %1 is not on the screen"_s.arg(fields.target), [&](const Region &region) {
+            return m_search.FindColor(region.x, region.y, region.width, region.height, fields.target);
+        });
 }
 
-template <typename Search> void OsCommands::searchAndAct(const SearchFields &fields, const Search &search)
+template <typename Search>
+void OsCommands::searchAndAct(
+    const CommandCall &call, const SearchFields &fields, const QString &notFound, const Search &search)
 {
     const Region region = regionOf(fields.region);
     const ScriptPoint offset = fields.offset.isEmpty() ? ScriptPoint{} : ScriptPoint::fromText(fields.offset);
     const QString found = search(region);
-    if (found.isEmpty())
+    if (found.isEmpty()) {
+        call.fail(notFound);
         return;
-    act(fields.action, {coordinate(found, 0, region.x, offset.x), coordinate(found, 1, region.y, offset.y)});
+    }
+    act(call, fields.action,
+        {coordinate(found, 0, region.x, offset.x), coordinate(found, 1, region.y, offset.y)});
 }
 
-void OsCommands::act(const QString &action, ScriptPoint point)
+void OsCommands::act(const CommandCall &call, const QString &action, ScriptPoint point)
 {
     if (action.isEmpty())
         return;
     for (const Action &known : actions()) {
         if (known.word == action) {
-            (this->*known.routine)(point);
+            (this->*known.routine)(call, point);
             return;
         }
     }
-    m_use.state.vardict.SetVar(action, point.toText());
+    call.setVariable(action, point.toText());
 }
 
-void OsCommands::clickAt(ScriptPoint point)
+void OsCommands::clickAt(const CommandCall &, ScriptPoint point)
 {
     m_use.pointer.moveTo(point.toPoint());
     m_use.clicks.leftClick();
 }
 
-void OsCommands::doubleClickAt(ScriptPoint point)
+void OsCommands::doubleClickAt(const CommandCall &, ScriptPoint point)
 {
     m_use.pointer.moveTo(point.toPoint());
     m_use.clicks.doubleClick();
 }
 
 // Kept: the right click stays where the pointer is.
-void OsCommands::rightClick(ScriptPoint)
+void OsCommands::rightClick(const CommandCall &, ScriptPoint)
 {
     m_use.clicks.rightClick();
 }
 
-void OsCommands::moveTo(ScriptPoint point)
+void OsCommands::moveTo(const CommandCall &, ScriptPoint point)
 {
     m_use.pointer.moveTo(point.toPoint());
 }
 
-void OsCommands::storePoint(ScriptPoint point)
+void OsCommands::storePoint(const CommandCall &call, ScriptPoint point)
 {
-    m_use.state.vardict.SetVar(pointVariable.toString(), point.toText());
+    call.setVariable(pointVariable.toString(), point.toText());
 }
 
-void OsCommands::storeX(ScriptPoint point)
+void OsCommands::storeX(const CommandCall &call, ScriptPoint point)
 {
-    m_use.state.vardict.SetVar(pointVariable.toString(), QString::number(point.x));
+    call.setVariable(pointVariable.toString(), QString::number(point.x));
 }
 
-void OsCommands::storeY(ScriptPoint point)
+void OsCommands::storeY(const CommandCall &call, ScriptPoint point)
 {
-    m_use.state.vardict.SetVar(pointVariable.toString(), QString::number(point.y));
+    call.setVariable(pointVariable.toString(), QString::number(point.y));
 }
 
-void OsCommands::copyPoint(ScriptPoint point)
+void OsCommands::copyPoint(const CommandCall &, ScriptPoint point)
 {
     putOnClipboard(point.toText());
 }
@@ -212,24 +239,33 @@ void OsCommands::setClipboard(const CommandCall &call)
 
 void OsCommands::getClipboard(const CommandCall &call)
 {
-    m_use.state.vardict.SetVar(call.arg(0), m_use.clipboard.text());
+    call.setVariable(call.arg(0), m_use.clipboard.text());
 }
 
-void OsCommands::showTip(const CommandCall &call)
+Next OsCommands::showTip(const CommandCall &call)
 {
     m_use.launcher.showTip(call.arg(0, u":"_s, UnknownVariable::IsEmpty));
+    return Next::Suspend;
 }
 
-void OsCommands::lockScreen(const CommandCall &)
+// In edition 2 the run says it by itself.
+void OsCommands::tellFailure(const CommandCall &call, const QString &what)
+{
+    if (call.edition() == Edition::One)
+        m_use.notices.tell(what);
+    call.fail(what);
+}
+
+void OsCommands::lockScreen(const CommandCall &call)
 {
     if (m_use.session.lockScreen() == Session::Outcome::Unavailable)
-        m_use.notices.tell(u"the screen was not locked: no service on this machine locks it"_s);
+        tellFailure(call, u"the screen was not locked: no service on this machine locks it"_s);
 }
 
-void OsCommands::turnMonitorOff(const CommandCall &)
+void OsCommands::turnMonitorOff(const CommandCall &call)
 {
     if (m_use.session.monitorOff() == Session::Outcome::Unavailable)
-        m_use.notices.tell(u"the monitor was not switched off: this display has no power control"_s);
+        tellFailure(call, u"the monitor was not switched off: this display has no power control"_s);
 }
 
 void OsCommands::logOff(const CommandCall &)
@@ -249,8 +285,12 @@ void OsCommands::restart(const CommandCall &)
 
 void OsCommands::minimiseByTitle(const CommandCall &call)
 {
-    // The title is the argument text itself: nothing in it is a quote, a field or a variable.
-    m_use.windows.minimise(m_use.windows.byTitle(call.arguments()));
+    // In edition 1 the title is the argument text itself: nothing in it is a quote, a field or a variable.
+    const QString title = call.edition() == Edition::One ? call.arguments() : call.arg(0);
+    const WindowHandle window = m_use.windows.byTitle(title);
+    if (window == 0)
+        call.fail(u"there is no window with the title \"%1\""_s.arg(title));
+    m_use.windows.minimise(window);
 }
 
 } // namespace plum

@@ -32,7 +32,7 @@ public:
         Notices &notices;
     };
 
-    OsCommands(const ArgumentReader &reader, const Needs &needs);
+    explicit OsCommands(const Needs &needs);
 
     static std::span<const Row> table();
 
@@ -41,7 +41,7 @@ public:
     struct Action
     {
         QStringView word;
-        void (OsCommands::*routine)(ScriptPoint);
+        void (OsCommands::*routine)(const CommandCall &, ScriptPoint);
         QStringView summary;
     };
     static std::span<const Action> actions();
@@ -51,7 +51,7 @@ private:
     void findColour(const CommandCall &call);
     void setClipboard(const CommandCall &call);
     void getClipboard(const CommandCall &call);
-    void showTip(const CommandCall &call);
+    Next showTip(const CommandCall &call);
     void lockScreen(const CommandCall &call);
     void turnMonitorOff(const CommandCall &call);
     void logOff(const CommandCall &call);
@@ -59,14 +59,14 @@ private:
     void restart(const CommandCall &call);
     void minimiseByTitle(const CommandCall &call);
 
-    void clickAt(ScriptPoint point);
-    void doubleClickAt(ScriptPoint point);
-    void rightClick(ScriptPoint);
-    void moveTo(ScriptPoint point);
-    void storePoint(ScriptPoint point);
-    void storeX(ScriptPoint point);
-    void storeY(ScriptPoint point);
-    void copyPoint(ScriptPoint point);
+    void clickAt(const CommandCall &call, ScriptPoint point);
+    void doubleClickAt(const CommandCall &call, ScriptPoint point);
+    void rightClick(const CommandCall &call, ScriptPoint point);
+    void moveTo(const CommandCall &call, ScriptPoint point);
+    void storePoint(const CommandCall &call, ScriptPoint point);
+    void storeX(const CommandCall &call, ScriptPoint point);
+    void storeY(const CommandCall &call, ScriptPoint point);
+    void copyPoint(const CommandCall &call, ScriptPoint point);
 
     // The fields of a search, as written.
     struct SearchFields
@@ -86,8 +86,11 @@ private:
 
     SearchFields searchFields(const CommandCall &call) const;
     Region regionOf(const QString &text) const;
-    template <typename Search> void searchAndAct(const SearchFields &fields, const Search &search);
-    void act(const QString &action, ScriptPoint point);
+    template <typename Search>
+    void searchAndAct(
+        const CommandCall &call, const SearchFields &fields, const QString &notFound, const Search &search);
+    void act(const CommandCall &call, const QString &action, ScriptPoint point);
+    void tellFailure(const CommandCall &call, const QString &what);
     void putOnClipboard(const QString &text);
 
     Needs m_use;

@@ -11,9 +11,11 @@ std::span<const WebboxCommands::Row> WebboxCommands::table()
 {
     using enum FieldKind;
     static constexpr std::array rows{
-        Row{{u"url", {{{u"address", Url}, {u"title", Text}}}, u"Shows an address in the browser helper."},
+        Row{{u"url", {{{u"address", Url}, Field{u"title", Text}.optional()}},
+                u"Shows an address in the browser helper.", Touches::Desktop},
             &WebboxCommands::url},
-        Row{{u"html", {{{u"page", Text}, {u"title", Text}}}, u"Shows a piece of HTML in the browser helper."},
+        Row{{u"html", {{{u"page", Text}, Field{u"title", Text}.optional()}},
+                u"Shows a piece of HTML in the browser helper.", Touches::Desktop},
             &WebboxCommands::html},
     };
     return rows;
@@ -33,9 +35,11 @@ void WebboxCommands::show(QLatin1StringView marker, const CommandCall &call)
 {
     const QString content = writtenField(call, 0);
     const QString title = writtenField(call, 1);
+    const QString program = m_paths.programFolder() + browserHelper;
     // The fields are joined as they are; a separator inside the first one is the script's own affair.
-    m_shell.startHelper(m_paths.programFolder() + browserHelper,
-        marker + browserFieldSeparator + content + browserFieldSeparator + title, ShowState::Normal);
+    const QString fields = marker + browserFieldSeparator + content + browserFieldSeparator + title;
+    if (!m_shell.startHelper(program, fields, ShowState::Normal))
+        call.fail(QStringLiteral("the browser helper does not start: %1").arg(program));
 }
 
 } // namespace plum

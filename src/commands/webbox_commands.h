@@ -11,8 +11,8 @@ class Shell;
 class WebboxCommands final : public TableHandler<WebboxCommands>
 {
 public:
-    WebboxCommands(const ArgumentReader &reader, Shell &shell, Paths &paths)
-        : TableHandler(reader, WordMatch::LowerCased)
+    WebboxCommands(Shell &shell, Paths &paths)
+        : TableHandler(WordMatch::LowerCased)
         , m_shell(shell)
         , m_paths(paths)
     {

@@ -1,22 +1,38 @@
 #include "commands/window_commands.h"
 
+#include "commands/fields.h"
 #include "engine/conversions.h"
 #include "engine/run_time_error.h"
 #include "engine/text_functions.h"
-#include "engine/variable_store.h"
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QList<CommandInfo> choicesOf(std::span<const WindowCommands::Selector> selectors)
+{
+    QList<CommandInfo> choices;
+    for (const WindowCommands::Selector &selector : selectors)
+        choices += selector.info;
+    return choices;
+}
+
+} // namespace
+
 std::span<const WindowCommands::Row> WindowCommands::table()
 {
     using enum FieldKind;
-    static constexpr std::array rows{
-        Row{{u"get", {{{u"what", Choice}, {u"window", Handle}, {u"variable", Variable}}},
-                u"Stores a window's handle, or a part of the rectangle of a window with its frame."},
+    static const QList<CommandInfo> parts = choicesOf(getSelectors());
+    static const QList<CommandInfo> changes = choicesOf(setSelectors());
+    static const std::array rows{
+        Row{{u"get", {{Field{u"what", Choice}.oneOf(parts), {u"window", Handle}, {u"variable", Variable}}},
+                u"Stores a window's handle, or a part of the rectangle of a window with its frame.",
+                Touches::Desktop},
             &WindowCommands::get},
-        Row{{u"set", {{{u"what", Choice}, {u"window", Handle}, {u"to", Point}}}, u"Changes a window."},
+        Row{{u"set", {{Field{u"what", Choice}.oneOf(changes), {u"window", Handle}, {u"to", Point}}},
+                u"Changes a window.", Touches::Desktop},
             &WindowCommands::set},
     };
     return rows;
@@ -99,15 +115,30 @@ WindowHandle WindowCommands::handleField(const CommandCall &call) const
     return window;
 }
 
+// The window that a change is for. Edition 1 does not ask whether it is still there.
+WindowHandle WindowCommands::presentWindow(const CommandCall &call) const
+{
+    const WindowHandle window = handleField(call);
+    if (call.edition() == Edition::Two && m_windows.rectangle(window).isNull()) {
+        call.fail(u"the window %1 is gone"_s.arg(call.arg(1)));
+        return 0;
+    }
+    return window;
+}
+
 void WindowCommands::storeHandle(const CommandCall &call, WindowHandle window)
 {
-    resumeNext([&] { m_variables.SetVar(call.arg(1), QString::number(window)); });
+    if (window == 0)
+        call.fail(u"there is no such window"_s);
+    resumeNext([&] { call.setVariable(call.arg(1), QString::number(window)); });
 }
 
 void WindowCommands::storePart(const CommandCall &call, const std::function<QString(const QRect &)> &part)
 {
     const QRect rectangle = m_windows.rectangle(handleField(call));
-    resumeNext([&] { m_variables.SetVar(call.arg(2), part(rectangle)); });
+    if (rectangle.isNull())
+        call.fail(u"the window %1 is gone"_s.arg(fieldOrEmpty(call, 1)));
+    resumeNext([&] { call.setVariable(call.arg(2), part(rectangle)); });
 }
 
 void WindowCommands::getActive(const CommandCall &call)
@@ -157,32 +188,32 @@ void WindowCommands::getHeight(const CommandCall &call)
 
 void WindowCommands::close(const CommandCall &call)
 {
-    m_windows.close(handleField(call));
+    m_windows.close(presentWindow(call));
 }
 
 void WindowCommands::activate(const CommandCall &call)
 {
-    m_windows.activate(handleField(call));
+    m_windows.activate(presentWindow(call));
 }
 
 void WindowCommands::hide(const CommandCall &call)
 {
-    m_windows.hide(handleField(call));
+    m_windows.hide(presentWindow(call));
 }
 
 void WindowCommands::show(const CommandCall &call)
 {
-    m_windows.show(handleField(call));
+    m_windows.show(presentWindow(call));
 }
 
 void WindowCommands::minimise(const CommandCall &call)
 {
-    m_windows.minimise(handleField(call));
+    m_windows.minimise(presentWindow(call));
 }
 
 void WindowCommands::maximise(const CommandCall &call)
 {
-    m_windows.maximise(handleField(call));
+    m_windows.maximise(presentWindow(call));
 }
 
 void WindowCommands::move(const CommandCall &call)
@@ -191,7 +222,7 @@ void WindowCommands::move(const CommandCall &call)
     resumeNext([&] { to = call.arg(2); });
     resumeNext([&] {
         const QPoint corner(toInt32(Piece(to, u":"_s, 0)), toInt32(Piece(to, u":"_s, 1)));
-        m_windows.moveTo(handleField(call), corner);
+        m_windows.moveTo(presentWindow(call), corner);
     });
 }
 

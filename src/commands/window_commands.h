@@ -7,17 +7,13 @@
 
 namespace plum {
 
-class VariableStore;
-
 // The namespace `window`. Errors are suppressed statement by statement: a field that is no number leaves
 // the window handle 0, which is no window, and the command goes on.
 class WindowCommands final : public TableHandler<WindowCommands>
 {
 public:
-    WindowCommands(const ArgumentReader &reader, Windows &windows, VariableStore &variables)
-        : TableHandler(reader)
-        , m_windows(windows)
-        , m_variables(variables)
+    explicit WindowCommands(Windows &windows)
+        : m_windows(windows)
     {
     }
 
@@ -58,9 +54,9 @@ private:
     void storeHandle(const CommandCall &call, WindowHandle window);
     void storePart(const CommandCall &call, const std::function<QString(const QRect &)> &part);
     WindowHandle handleField(const CommandCall &call) const;
+    WindowHandle presentWindow(const CommandCall &call) const;
 
     Windows &m_windows;
-    VariableStore &m_variables;
 };
 
 } // namespace plum

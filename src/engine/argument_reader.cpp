@@ -130,6 +130,11 @@ QString ArgumentReader::osValue(QStringView name) const
     return {};
 }
 
+VariableStore &ArgumentReader::variables() const
+{
+    return m_from.state.vardict;
+}
+
 QString ArgumentReader::setValue(const QString &name, UnknownVariable unknown) const
 {
     if (m_from.state.vardict.contains(name))

@@ -10,6 +10,7 @@ class Paths;
 class Pointer;
 class Shell;
 class TextFiles;
+class VariableStore;
 struct RunState;
 
 // What an unknown `set.` variable stands for. The numbers are those of the script language's own flag.
@@ -55,6 +56,9 @@ public:
     // The value of a variable reference; the token itself when its prefix is not one of the language's, and
     // the empty text when it has no "." at all. Never fails: what cannot be read is empty.
     QString ExpandVar(const QString &token, UnknownVariable unknown) const;
+
+    // Where results go.
+    VariableStore &variables() const;
 
 private:
     QString fillTemplate(const QString &piece, UnknownVariable unknown) const;

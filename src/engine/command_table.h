@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/argument_reader.h"
+#include "engine/command_call.h"
 
 #include <QList>
 #include <QString>
@@ -20,7 +20,7 @@ enum class FieldKind {
     Point, // "x:y" in screen pixels; a single number means both
     Offset, // "dx:dy"
     Region, // "x:y:width:height"
-    Choice, // one of a few words, named in the command's summary
+    Choice, // one of a few words
     Handle, // a window's number
     KeyName,
     KeyList, // key names with commas between them; takes all the rest of the line
@@ -29,14 +29,70 @@ enum class FieldKind {
     Url,
 };
 
+struct CommandInfo;
+
 struct Field
 {
     QStringView name;
     FieldKind kind = FieldKind::None;
-    QStringView fallback = {}; // what an empty field means; empty when it means just that
+    QStringView fallback = {}; // what an empty field means, for people; a field that has one may be left out
+
+    bool mayBeMissing = false;
+    bool mayRepeat = false; // takes as many arguments as the fields behind it leave over
+    bool takesNumber = false; // a Choice: a number is a word of its own
+    bool takesVariable = false; // a Choice: any other word is the variable that receives the result
+
+    // The words of a Choice. A word that has fields of its own puts them in the place of those that follow
+    // this field.
+    std::span<const CommandInfo> choices() const;
+
+    const CommandInfo *firstChoice = nullptr;
+    std::size_t choiceCount = 0;
+
+    constexpr bool isRequired() const { return !mayBeMissing && fallback.isEmpty(); }
+
+    constexpr Field optional() const
+    {
+        Field field = *this;
+        field.mayBeMissing = true;
+        return field;
+    }
+
+    // None, one or several arguments.
+    constexpr Field repeated() const
+    {
+        Field field = *this;
+        field.mayRepeat = true;
+        return field;
+    }
+
+    constexpr Field orNumber() const
+    {
+        Field field = *this;
+        field.takesNumber = true;
+        return field;
+    }
+
+    constexpr Field oneOf(std::span<const CommandInfo> words) const;
+
+    constexpr Field oneOfOrVariable(std::span<const CommandInfo> words) const;
 };
 
-inline constexpr int maxFields = 7;
+inline constexpr int maxFields = 8;
+
+// Whether a command looks at the desktop or changes it. The pause before such a command keeps the desktop and
+// the person in front of it able to follow a script.
+enum class Touches {
+    Nothing,
+    Desktop,
+};
+
+// In which editions of the language a row exists.
+enum class Editions {
+    One,
+    Two,
+    Both,
+};
 
 // One row of a namespace's table: everything a person, the editor or a script checker has to know.
 struct CommandInfo
@@ -44,53 +100,41 @@ struct CommandInfo
     QStringView word;
     std::array<Field, maxFields> fields;
     QStringView summary; // one sentence
+    Touches touches = Touches::Nothing;
+    Editions editions = Editions::Both;
 
     std::span<const Field> usedFields() const;
+
+    constexpr bool existsIn(Edition edition) const
+    {
+        return editions == Editions::Both || (editions == Editions::One) == (edition == Edition::One);
+    }
 };
 
-// How command words are compared with the table's.
+inline std::span<const CommandInfo> Field::choices() const
+{
+    return {firstChoice, choiceCount};
+}
+
+constexpr Field Field::oneOf(std::span<const CommandInfo> words) const
+{
+    Field field = *this;
+    field.firstChoice = words.data();
+    field.choiceCount = words.size();
+    return field;
+}
+
+constexpr Field Field::oneOfOrVariable(std::span<const CommandInfo> words) const
+{
+    Field field = oneOf(words);
+    field.takesVariable = true;
+    return field;
+}
+
+// How command words are compared with the table's. Edition 2 compares exactly, always.
 enum class WordMatch {
     Exact,
     LowerCased, // the script's word is lower-cased first
-};
-
-// One command line on its way to a routine.
-class CommandCall
-{
-public:
-    CommandCall(const ArgumentReader &reader, const QString &command, const QString &arguments)
-        : m_reader(reader)
-        , m_command(command)
-        , m_arguments(arguments)
-    {
-    }
-
-    // The word after the namespace, as the script wrote it.
-    const QString &command() const { return m_command; }
-
-    // Everything after the head, unevaluated.
-    const QString &arguments() const { return m_arguments; }
-
-    // Field `index` (from 0) of the arguments. Read anew at each call, so the order of the calls is the
-    // order in which variables are looked up.
-    QString arg(int index, const QString &separator = QStringLiteral(","),
-        UnknownVariable unknown = UnknownVariable::IsItsName) const
-    {
-        return m_reader.GetArg(m_arguments, separator, index, unknown);
-    }
-
-    // The whole argument text as one field.
-    QString whole(UnknownVariable unknown = UnknownVariable::IsItsName) const
-    {
-        return m_reader.GetArg(m_arguments, QString(), 0, unknown);
-    }
-
-    const ArgumentReader &reader() const { return m_reader; }
-
-private:
-    const ArgumentReader &m_reader;
-    const QString &m_command;
-    const QString &m_arguments;
 };
 
 // The commands of one script namespace.
@@ -100,10 +144,40 @@ public:
     virtual ~Handler() = default;
 
     // Runs one line. A command that the namespace does not have does nothing.
-    virtual void call(const QString &command, const QString &arguments) = 0;
+    virtual Next call(const CommandCall &call) = 0;
 
-    // The namespace's table, in the order in which words are tested.
+    // The namespace's table, in the order in which words are tested. A word that ends in "_" stands for every
+    // word that begins so, an empty one for any word.
     virtual QList<CommandInfo> commands() const = 0;
+};
+
+// A member function of `Commands` that carries out a row. Most say nothing about what comes next.
+template <typename Commands> class Routine
+{
+public:
+    using GoesOn = void (Commands::*)(const CommandCall &);
+    using Decides = Next (Commands::*)(const CommandCall &);
+
+    constexpr Routine(GoesOn routine)
+        : m_goesOn(routine)
+    {
+    }
+    constexpr Routine(Decides routine)
+        : m_decides(routine)
+    {
+    }
+
+    Next operator()(Commands &commands, const CommandCall &call) const
+    {
+        if (m_decides)
+            return (commands.*m_decides)(call);
+        (commands.*m_goesOn)(call);
+        return Next::GoOn;
+    }
+
+private:
+    GoesOn m_goesOn = nullptr;
+    Decides m_decides = nullptr;
 };
 
 // A namespace whose rows are member functions of `Commands`, found by walking its `table()`:
@@ -116,24 +190,23 @@ public:
     struct Row
     {
         CommandInfo info;
-        void (Commands::*routine)(const CommandCall &);
+        Routine<Commands> routine;
     };
 
-    explicit TableHandler(const ArgumentReader &reader, WordMatch match = WordMatch::Exact)
-        : m_reader(reader)
-        , m_match(match)
+    explicit TableHandler(WordMatch match = WordMatch::Exact)
+        : m_match(match)
     {
     }
 
-    void call(const QString &command, const QString &arguments) override
+    Next call(const CommandCall &call) override
     {
-        const QString word = m_match == WordMatch::LowerCased ? command.toLower() : command;
+        const bool lowers = m_match == WordMatch::LowerCased && call.edition() == Edition::One;
+        const QString word = lowers ? call.command().toLower() : call.command();
         for (const Row &row : Commands::table()) {
-            if (row.info.word == word) {
-                (static_cast<Commands *>(this)->*row.routine)(CommandCall(m_reader, command, arguments));
-                return;
-            }
+            if (row.info.word == word && row.info.existsIn(call.edition()))
+                return row.routine(static_cast<Commands &>(*this), call);
         }
+        return Next::GoOn;
     }
 
     QList<CommandInfo> commands() const override
@@ -143,9 +216,6 @@ public:
             infos += row.info;
         return infos;
     }
-
-protected:
-    const ArgumentReader &m_reader;
 
 private:
     WordMatch m_match;

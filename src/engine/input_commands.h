@@ -5,31 +5,41 @@
 namespace plum {
 
 class Launcher;
-class VariableStore;
 
-// The namespaces `input` and `me`: what the user typed after the keyword, and hiding the launcher.
-// `input.text` and `me.text_input` suspend the run and therefore belong to the run loop, which also lets
-// through only the commands of `input` that begin with "enter".
+// The namespaces `input` and `me`: what the user typed after the keyword, the question in the input box, and
+// hiding the launcher. Each has its own words for them.
 class InputCommands final : public Handler
 {
 public:
-    InputCommands(const ArgumentReader &reader, Launcher &launcher, VariableStore &variables)
-        : m_reader(reader)
+    enum class Namespace {
+        Input,
+        Me,
+    };
+
+    InputCommands(Namespace nameSpace, Launcher &launcher)
+        : m_namespace(nameSpace)
         , m_launcher(launcher)
-        , m_variables(variables)
     {
     }
 
-    void call(const QString &command, const QString &arguments) override;
+    Next call(const CommandCall &call) override;
     QList<CommandInfo> commands() const override;
 
 private:
+    struct Row
+    {
+        CommandInfo info;
+        Routine<InputCommands> routine;
+    };
+    std::span<const Row> table() const;
+
+    Next ask(const CommandCall &call);
     void enter(const CommandCall &call);
     void enterPiece(const CommandCall &call);
+    void hide(const CommandCall &call);
 
-    const ArgumentReader &m_reader;
+    Namespace m_namespace;
     Launcher &m_launcher;
-    VariableStore &m_variables;
 };
 
 } // namespace plum

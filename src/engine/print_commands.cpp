@@ -9,8 +9,8 @@ namespace plum {
 std::span<const PrintCommands::Row> PrintCommands::table()
 {
     static constexpr std::array rows{
-        Row{{u"html", {{{u"page", FieldKind::Text}, {u"title", FieldKind::Text}}},
-                u"Shows a page in the browser helper; the script goes on at once."},
+        Row{{u"html", {{{u"page", FieldKind::Text}, Field{u"title", FieldKind::Text}.optional()}},
+                u"Shows a page in the browser helper; the script goes on at once.", Touches::Desktop},
             &PrintCommands::html},
     };
     return rows;
@@ -20,9 +20,9 @@ void PrintCommands::html(const CommandCall &call)
 {
     const QString page = call.arg(0);
     const QString title = call.arg(1);
-    // A missing helper goes unnoticed: the script has nothing it could do about it.
-    m_shell.startHelper(
-        m_paths.programFolder() + browserHelper, page + browserFieldSeparator + title, ShowState::Normal);
+    const QString program = m_paths.programFolder() + browserHelper;
+    if (!m_shell.startHelper(program, page + browserFieldSeparator + title, ShowState::Normal))
+        call.fail(QStringLiteral("the browser helper does not start: %1").arg(program));
 }
 
 } // namespace plum

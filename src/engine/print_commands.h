@@ -11,9 +11,8 @@ class Shell;
 class PrintCommands final : public TableHandler<PrintCommands>
 {
 public:
-    PrintCommands(const ArgumentReader &reader, Shell &shell, Paths &paths)
-        : TableHandler(reader)
-        , m_shell(shell)
+    PrintCommands(Shell &shell, Paths &paths)
+        : m_shell(shell)
         , m_paths(paths)
     {
     }

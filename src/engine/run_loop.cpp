@@ -99,42 +99,58 @@ void RunLoop::CurrentLine::parse(const QString &text)
     arguments.replace(commaEscape, commaPlaceholder);
 }
 
+std::span<const RunLoop::OwnRow> RunLoop::ownTable()
+{
+    static constexpr std::array rows{
+        OwnRow{{u"start", {{{u"mode", FieldKind::Choice}, {u"count", FieldKind::Number}}},
+                   u"The lines up to while.end run count times, with mode count.", Touches::Nothing,
+                   Editions::One},
+            &RunLoop::startBody},
+        OwnRow{{u"end", {}, u"Ends the lines that are repeated.", Touches::Nothing, Editions::One},
+            &RunLoop::endBody},
+    };
+    return rows;
+}
+
+QList<CommandInfo> RunLoop::ownCommands()
+{
+    QList<CommandInfo> infos;
+    for (const OwnRow &row : ownTable())
+        infos += row.info;
+    return infos;
+}
+
 RunLoop::Outcome RunLoop::dispatch(int index, CurrentLine &line)
 {
-    if (line.nameSpace == "while"_L1)
-        return controlLoop(index, line);
-
-    Handler *handler = m_handlers.value(line.nameSpace);
-    if (!handler)
+    if (line.nameSpace == ownNamespace) {
+        for (const OwnRow &row : ownTable()) {
+            if (row.info.word == line.command)
+                return (this->*row.routine)(index, line);
+        }
         return Outcome::ReachedEnd;
-
-    if (line.nameSpace == "input"_L1) {
-        if (line.command == "text"_L1)
-            return suspendForInput(index, line);
-        if (!line.command.startsWith("enter"_L1))
-            return Outcome::ReachedEnd;
-    } else if (line.nameSpace == "me"_L1 && line.command == "text_input"_L1) {
-        return suspendForInput(index, line);
     }
 
-    handler->call(line.command, line.arguments);
-    if (line.nameSpace == "os"_L1 && line.command == "tips"_L1)
-        return suspend(index);
+    Handler *handler = m_handlers.value(line.nameSpace);
+    if (!handler || handler->call(CommandCall(m_reader, line.command, line.arguments)) == Next::GoOn)
+        return Outcome::ReachedEnd;
+    m_state.runidx[0] = toInt16(index + 1.0);
+    return Outcome::Suspended;
+}
+
+RunLoop::Outcome RunLoop::startBody(int index, CurrentLine &line)
+{
+    m_state.runidx[0] = toInt16(index + 1.0);
+    line.whileArguments = line.arguments;
     return Outcome::ReachedEnd;
 }
 
-RunLoop::Outcome RunLoop::controlLoop(int index, CurrentLine &line)
+RunLoop::Outcome RunLoop::endBody(int index, CurrentLine &line)
 {
-    if (line.command == "start"_L1) {
-        m_state.runidx[0] = toInt16(index + 1.0);
-        line.whileArguments = line.arguments;
-    } else if (line.command == "end"_L1) {
-        const qint16 endBefore = m_state.runidx[1];
-        m_state.runidx[1] = toInt16(index - 1.0);
-        if (m_reader.GetArg(line.whileArguments, u","_s, 0, UnknownVariable::IsItsName) == "count"_L1)
-            return repeatBody(line.whileArguments);
-        m_state.runidx[1] = endBefore;
-    }
+    const qint16 endBefore = m_state.runidx[1];
+    m_state.runidx[1] = toInt16(index - 1.0);
+    if (m_reader.GetArg(line.whileArguments, u","_s, 0, UnknownVariable::IsItsName) == "count"_L1)
+        return repeatBody(line.whileArguments);
+    m_state.runidx[1] = endBefore;
     return Outcome::ReachedEnd;
 }
 
@@ -154,20 +170,6 @@ RunLoop::Outcome RunLoop::repeatBody(const QString &arguments)
     m_state.runidx[0] = toInt16(m_state.runidx[1] + 1.0);
     m_state.runidx[1] = toInt16(static_cast<double>(m_state.runlist.size()) - 1);
     return Outcome::ReachedEnd;
-}
-
-RunLoop::Outcome RunLoop::suspendForInput(int index, const CurrentLine &line)
-{
-    const QString prompt = m_reader.GetArg(line.arguments, u","_s, 1, UnknownVariable::IsItsName);
-    const QString variable = m_reader.GetArg(line.arguments, u","_s, 0, UnknownVariable::IsItsName);
-    m_launcher.showInput(prompt, variable);
-    return suspend(index);
-}
-
-RunLoop::Outcome RunLoop::suspend(int index)
-{
-    m_state.runidx[0] = toInt16(index + 1.0);
-    return Outcome::Suspended;
 }
 
 } // namespace plum

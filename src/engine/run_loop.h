@@ -12,8 +12,8 @@ class Waiter;
 struct RunState;
 
 // Interprets the run list line by line. A line is `namespace.command arguments`; the namespace's handler
-// does the rest. The loop itself knows counted repetition (`while.start`, `while.end`) and suspension: a tip
-// or a question to the user leaves the loop, and the answer calls it again from where it was.
+// does the rest. The loop itself knows counted repetition (`while.start`, `while.end`) and suspension: where
+// a routine says so the loop is left, and the user's answer calls it again from where it was.
 //
 // Waiting inside a run lets the user interface start another run. Both then share the run state; whatever
 // the second one does to it, the first goes on reading lines by index, and a missing line counts as empty.
@@ -24,6 +24,10 @@ public:
 
     // Lines whose head begins with `name` go to `handler`. The namespace `while` is the loop's own.
     void addNamespace(const QString &name, Handler &handler);
+
+    // The loop's own words.
+    static constexpr QStringView ownNamespace = u"while";
+    static QList<CommandInfo> ownCommands();
 
     // Runs the lines `start` to `end`, both included; the bounds are those at the time of the call. `end` is
     // read again after every line: the variables are emptied, and a "jb" process ends, at the line that it
@@ -53,13 +57,19 @@ private:
         void parse(const QString &text);
     };
 
+    struct OwnRow
+    {
+        CommandInfo info;
+        Outcome (RunLoop::*routine)(int index, CurrentLine &line);
+    };
+    static std::span<const OwnRow> ownTable();
+
     Outcome pass(qint16 start, qint16 &end, Level level);
     Outcome execute(int index, CurrentLine &line);
     Outcome dispatch(int index, CurrentLine &line);
-    Outcome controlLoop(int index, CurrentLine &line);
+    Outcome startBody(int index, CurrentLine &line);
+    Outcome endBody(int index, CurrentLine &line);
     Outcome repeatBody(const QString &arguments);
-    Outcome suspendForInput(int index, const CurrentLine &line);
-    Outcome suspend(int index);
 
     RunState &m_state;
     const ArgumentReader &m_reader;

@@ -1,12 +1,11 @@
 #include "engine/set_command.h"
 
-#include "engine/variable_store.h"
-
 namespace plum {
 
-void SetCommand::call(const QString &command, const QString &arguments)
+Next SetCommand::call(const CommandCall &call)
 {
-    m_variables.SetVar(command, CommandCall(m_reader, command, arguments).whole());
+    call.setVariable(call.command(), call.whole());
+    return Next::GoOn;
 }
 
 QList<CommandInfo> SetCommand::commands() const

@@ -2,9 +2,17 @@
 
 #include "engine/conversions.h"
 #include "engine/text_functions.h"
-#include "engine/variable_store.h"
 
 namespace plum {
+
+namespace {
+
+constexpr std::array matchWords{
+    CommandInfo{u"true", {}, u"The exact letter case."},
+    CommandInfo{u"no", {}, u"Any letter case."},
+};
+
+} // namespace
 
 std::span<const TextCommands::Row> TextCommands::table()
 {
@@ -13,7 +21,7 @@ std::span<const TextCommands::Row> TextCommands::table()
                 {{{u"variable", FieldKind::Variable}, {u"source", FieldKind::Text},
                     {u"find", FieldKind::Text}, {u"with", FieldKind::Text},
                     {u"count", FieldKind::Number, u"all"}, {u"start", FieldKind::Number, u"1"},
-                    {u"match", FieldKind::Choice, u"true"}}},
+                    Field{u"match", FieldKind::Choice, u"true"}.oneOf(matchWords)}},
                 u"Stores source from the character start on, with find replaced by with at most count times; "
                 u"match is true for the exact letter case, no for any."},
             &TextCommands::replace},
@@ -32,14 +40,17 @@ void TextCommands::replace(const CommandCall &call)
     const QString match = call.arg(6);
 
     const bool exact = match.isEmpty() || match == u"true";
+    // Kept in edition 1: what stands before the start is lost.
     QString result;
+    if (call.edition() == Edition::Two && !startText.isEmpty())
+        result = source.left(toInt32(startText) - 1);
     if (exact || match == u"no") {
         const qint32 count = countText.isEmpty() ? -1 : toInt32(countText);
         const qint32 start = startText.isEmpty() ? 1 : toInt32(startText);
         result
-            = replaceFrom(source, find, with, start, count, exact ? Qt::CaseSensitive : Qt::CaseInsensitive);
+            += replaceFrom(source, find, with, start, count, exact ? Qt::CaseSensitive : Qt::CaseInsensitive);
     }
-    m_variables.SetVar(variable, result);
+    call.setVariable(variable, result);
 }
 
 } // namespace plum

@@ -4,15 +4,12 @@
 
 namespace plum {
 
-class VariableStore;
-
 // The namespace `text`. Its words are matched without regard to letter case.
 class TextCommands final : public TableHandler<TextCommands>
 {
 public:
-    TextCommands(const ArgumentReader &reader, VariableStore &variables)
-        : TableHandler(reader, WordMatch::LowerCased)
-        , m_variables(variables)
+    TextCommands()
+        : TableHandler(WordMatch::LowerCased)
     {
     }
 
@@ -20,8 +17,6 @@ public:
 
 private:
     void replace(const CommandCall &call);
-
-    VariableStore &m_variables;
 };
 
 } // namespace plum

@@ -75,14 +75,26 @@ QStringList splitLines(QStringView text)
     return lines;
 }
 
-std::optional<QString> TextFiles::wholeText(const QString &path) const
+bool TextFiles::isReadable(const QString &path) const
+{
+    const QFileInfo file(m_paths.toSystem(path));
+    return !path.isEmpty() && file.isFile() && file.isReadable() && file.size() <= largestFile;
+}
+
+std::optional<QByteArray> TextFiles::bytes(const QString &path) const
 {
     QFile file(m_paths.toSystem(path));
     if (path.isEmpty() || !QFileInfo(file).isFile() || file.size() > largestFile
         || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
-    return m_codec.fromSystem(file.readAll());
+    return file.readAll();
+}
+
+std::optional<QString> TextFiles::wholeText(const QString &path) const
+{
+    const std::optional<QByteArray> all = bytes(path);
+    return all ? std::optional(m_codec.fromSystem(*all)) : std::nullopt;
 }
 
 bool TextFiles::appendLines(const QString &path, QStringList &list) const

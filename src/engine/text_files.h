@@ -34,6 +34,12 @@ public:
 
     QString ReadAllText(const QString &path, ReadAllMode mode) const;
 
+    // Whether there is a file at `path` that can be read as a text.
+    bool isReadable(const QString &path) const;
+
+    // The bytes of the file at `path`; nothing when it cannot be read.
+    std::optional<QByteArray> bytes(const QString &path) const;
+
     // Line `number`, counted from 1; empty when the file has no such line.
     QString ReadLine(const QString &path, qint32 number) const;
 

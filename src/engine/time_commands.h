@@ -10,9 +10,8 @@ class Waiter;
 class TimeCommands final : public TableHandler<TimeCommands>
 {
 public:
-    TimeCommands(const ArgumentReader &reader, Waiter &waiter)
-        : TableHandler(reader)
-        , m_waiter(waiter)
+    explicit TimeCommands(Waiter &waiter)
+        : m_waiter(waiter)
     {
     }
 

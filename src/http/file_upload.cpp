@@ -28,6 +28,7 @@ QString FileUpload::UploadFile(
     const QString &url, const QString &filePath, const QString &contentType, const QString &fieldName)
 {
     const QString boundary = MakeBoundary();
+    m_problem = u"%1 cannot be read"_s.arg(filePath);
     if (!check(filePath))
         return m_lastResponse;
     std::unique_ptr<QIODevice> file = ReadFileBytes(m_paths.toSystem(filePath));
@@ -38,8 +39,12 @@ QString FileUpload::UploadFile(
         std::move(file), boundary, PartHeader(fieldName, filePath, contentType), m_codec);
     const HttpReply reply
         = m_http.post(url, TextToBytes(u"multipart/form-data; boundary="_s + boundary, m_codec), *body);
-    if (reply.status != 0)
+    if (reply.status == 0) {
+        m_problem = u"nothing answers at %1"_s.arg(url);
+    } else {
+        m_problem.clear();
         m_lastResponse = responseText(reply, m_codec);
+    }
     return m_lastResponse;
 }
 

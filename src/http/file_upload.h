@@ -24,6 +24,9 @@ public:
     QString UploadFile(
         const QString &url, const QString &filePath, const QString &contentType, const QString &fieldName);
 
+    // What the last upload failed at, as a sentence for people; empty when the server answered.
+    const QString &problem() const { return m_problem; }
+
     // Every problem so far, each after a CR LF. Nothing shows or clears them.
     const QString &errors() const { return m_errors; }
 
@@ -36,6 +39,7 @@ private:
     TextCodec &m_codec;
     QString m_lastResponse;
     QString m_errors;
+    QString m_problem;
 };
 
 } // namespace plum

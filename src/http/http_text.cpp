@@ -32,8 +32,17 @@ bool isChinese(const QString &charset)
 
 QString HttpGetText(HttpClient &client, TextCodec &codec, const QString &url)
 {
+    return fetchText(client, codec, url).text;
+}
+
+FetchedText fetchText(HttpClient &client, TextCodec &codec, const QString &url)
+{
     const HttpReply reply = client.get(url);
-    return reply.status == statusOk ? BytesToText(reply.body, codec) : QString();
+    if (reply.status == 0)
+        return {{}, u"nothing answers at %1"_s.arg(url)};
+    if (reply.status != statusOk)
+        return {{}, u"%1 answers with status %2"_s.arg(url).arg(reply.status)};
+    return {BytesToText(reply.body, codec), {}};
 }
 
 QString responseText(const HttpReply &reply, TextCodec &codec)

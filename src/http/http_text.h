@@ -12,6 +12,15 @@ struct HttpReply;
 // encoding does not count. Empty when the answer's status is not 200, or when there is no answer.
 QString HttpGetText(HttpClient &client, TextCodec &codec, const QString &url);
 
+struct FetchedText
+{
+    QString text;
+    QString problem; // why there is none, as a sentence for people; empty when the status was 200
+};
+
+// As above, with the reason for an empty text.
+FetchedText fetchText(HttpClient &client, TextCodec &codec, const QString &url);
+
 // An answer as text, in the encoding that its Content-Type names or its byte-order mark shows; else UTF-8.
 QString responseText(const HttpReply &reply, TextCodec &codec);
 

@@ -47,10 +47,15 @@ QString ScreenSearch::FindPic(
     return region ? toText(m_scan.find(*region, *picture)) : QString();
 }
 
-bool ScreenSearch::requirePicture(const QString &path)
+bool ScreenSearch::hasPicture(const QString &path) const
 {
     // A folder, or a device that could be read for ever, is no file here.
-    if (QFileInfo(m_use.paths.toSystem(path)).isFile())
+    return QFileInfo(m_use.paths.toSystem(path)).isFile();
+}
+
+bool ScreenSearch::requirePicture(const QString &path)
+{
+    if (hasPicture(path))
         return true;
     m_use.launcher.showMessage({.text = u"image"_s + path + u"can not finf"_s,
         .title = u"ERR : Wrong !"_s,

@@ -36,6 +36,8 @@ public:
     // Whether the picture's file exists; tells the user when it does not.
     bool requirePicture(const QString &path);
 
+    bool hasPicture(const QString &path) const;
+
 private:
     Needs m_use;
     PictureCache m_pictures;

@@ -1,4 +1,5 @@
 #include "commands/file_functions.h"
+#include "support/recording/recording_commands.h"
 #include "support/script_bench.h"
 #include "support/temporary_files.h"
 

@@ -1,3 +1,4 @@
+#include "commands/keyboard_commands.h"
 #include "support/raised_by.h"
 #include "support/script_bench.h"
 

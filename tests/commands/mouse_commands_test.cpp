@@ -1,3 +1,4 @@
+#include "commands/mouse_clicks.h"
 #include "support/raised_by.h"
 #include "support/script_bench.h"
 
@@ -252,12 +253,13 @@ TEST_F(MouseScript, UnknownCommandsDoNothing)
 TEST(MouseClicks, ShareTheirCounterWithAClickInsideTheirWaits)
 {
     recording::ScriptBench bench;
+    MouseClicks clicks(bench.platform.pointer(), bench.waiter);
     int waits = 0;
     bench.waiter.onWait = [&] {
         if (++waits == 1)
-            bench.clicks.doubleClick(2);
+            clicks.doubleClick(2);
     };
-    bench.clicks.leftClick(3);
+    clicks.leftClick(3);
     EXPECT_EQ(bench.events().count(u"mouse 2"_s), 1) << "the double clicks counted to the end of both";
     EXPECT_EQ(bench.events().count(u"mouse 6"_s), 4);
 }
@@ -265,13 +267,14 @@ TEST(MouseClicks, ShareTheirCounterWithAClickInsideTheirWaits)
 TEST(MouseClicks, RepeatAsOftenAsAsked)
 {
     recording::ScriptBench bench;
-    bench.clicks.leftClick(2);
+    MouseClicks clicks(bench.platform.pointer(), bench.waiter);
+    clicks.leftClick(2);
     EXPECT_EQ(bench.events(), leftClick + leftClick);
     bench.platform.log.clear();
-    bench.clicks.doubleClick(2);
+    clicks.doubleClick(2);
     EXPECT_EQ(bench.events(), doubleClick + doubleClick);
     bench.platform.log.clear();
-    bench.clicks.leftClick(0);
-    bench.clicks.doubleClick(-1);
+    clicks.leftClick(0);
+    clicks.doubleClick(-1);
     EXPECT_EQ(bench.events(), QStringList());
 }

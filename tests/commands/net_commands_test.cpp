@@ -1,5 +1,6 @@
 #include "http/http_text.h"
 #include "http/multipart_body.h"
+#include "support/recording/recording_commands.h"
 #include "support/script_bench.h"
 #include "support/temporary_files.h"
 

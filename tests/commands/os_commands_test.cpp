@@ -62,7 +62,7 @@ protected:
 TEST_F(OsCommandsTest, WordsAreTestedInTheTablesOrder)
 {
     QStringList words;
-    for (const CommandInfo &info : bench.os.commands())
+    for (const CommandInfo &info : bench.handler(u"os"_s).commands())
         words += info.word.toString();
     EXPECT_EQ(words,
         (QStringList{u"find_pic"_s, u"find_color"_s, u"set_clipboard"_s, u"get_clipboard"_s, u"tips"_s,

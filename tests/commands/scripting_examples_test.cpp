@@ -9,7 +9,10 @@
 //
 // A block "plum error" is a script that ends with a run-time error.
 
+#include "commands/os_commands.h"
+#include "commands/window_commands.h"
 #include "engine/run_time_error.h"
+#include "support/recording/recording_commands.h"
 #include "support/script_bench.h"
 #include "support/temporary_files.h"
 

@@ -1,3 +1,4 @@
+#include "commands/window_commands.h"
 #include "support/script_bench.h"
 
 #include <gtest/gtest.h>

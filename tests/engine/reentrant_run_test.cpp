@@ -17,6 +17,7 @@ protected:
     ReentrantRun()
     {
         bench.loop.addNamespace(u"file"_s, probe);
+        os.next = Next::Suspend;
         bench.loop.addNamespace(u"os"_s, os);
     }
 

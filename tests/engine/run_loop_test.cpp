@@ -211,6 +211,7 @@ TEST_F(RunLines, AnErrorLeavesTheRunWithTheLinesNumber)
 TEST_F(Suspension, ATipLeavesTheLoopAndRemembersTheNextLine)
 {
     recording::ProbeHandler os;
+    os.next = Next::Suspend;
     bench.loop.addNamespace(u"os"_s, os);
     bench.run({u"set.a \"1\""_s, u"os.tips \"hello\""_s, u"file.b "_s});
     EXPECT_EQ(os.calls, QStringList{u"tips|\"hello\""_s});
@@ -221,8 +222,6 @@ TEST_F(Suspension, ATipLeavesTheLoopAndRemembersTheNextLine)
 
 TEST_F(Suspension, OtherCommandsOfOsGoOn)
 {
-    recording::ProbeHandler os;
-    bench.loop.addNamespace(u"os"_s, os);
     bench.run({u"os.tip x"_s, u"os.Tips x"_s, u"file.b "_s});
     EXPECT_EQ(probe.calls, QStringList{u"b|"_s});
 }
@@ -240,6 +239,7 @@ TEST_F(Suspension, AlsoComesWithACommandKeptFromTheLineBefore)
 TEST_F(Suspension, OnTheLastLineKeepsTheVariables)
 {
     recording::ProbeHandler os;
+    os.next = Next::Suspend;
     bench.loop.addNamespace(u"os"_s, os);
     bench.state.runctx[1] = u"jb"_s;
     bench.run({u"set.a \"1\""_s, u"os.tips \"hello\""_s});

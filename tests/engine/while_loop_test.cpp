@@ -16,6 +16,7 @@ protected:
     WhileLoop()
     {
         bench.loop.addNamespace(u"file"_s, probe);
+        os.next = Next::Suspend;
         bench.loop.addNamespace(u"os"_s, os);
     }
 

@@ -29,26 +29,27 @@ struct Enough
 class BoundedHandler final : public Handler
 {
 public:
-    BoundedHandler(recording::ScriptBench &bench, Handler &handler)
+    BoundedHandler(recording::ScriptBench &bench, const QString &name)
         : m_bench(bench)
-        , m_handler(handler)
+        , m_handler(bench.handler(name))
+        , m_stores(name == u"set"_s)
     {
     }
 
-    void call(const QString &command, const QString &arguments) override
+    Next call(const CommandCall &call) override
     {
-        m_handler.call(command, arguments);
-        const QString variable = &m_handler == &m_bench.set
-            ? command
-            : m_bench.reader.GetArg(arguments, u","_s, 0, UnknownVariable::IsItsName);
+        const Next next = m_handler.call(call);
+        const QString variable = m_stores ? call.command() : call.arg(0);
         if (m_bench.variable(variable).size() > maxValue)
             throw Enough();
+        return next;
     }
     QList<CommandInfo> commands() const override { return m_handler.commands(); }
 
 private:
     recording::ScriptBench &m_bench;
     Handler &m_handler;
+    bool m_stores; // the word itself is the variable
 };
 
 template <typename Run> void ignoringErrors(Run &&run)
@@ -72,8 +73,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     lines.resize(std::min(lines.size(), maxLines));
 
     recording::ScriptBench bench;
-    BoundedHandler set(bench, bench.set);
-    BoundedHandler text(bench, bench.text);
+    BoundedHandler set(bench, u"set"_s);
+    BoundedHandler text(bench, u"text"_s);
     bench.loop.addNamespace(u"set"_s, set);
     bench.loop.addNamespace(u"text"_s, text);
     bench.launcher.keywordBox = u"mail Ann,Bob"_s;

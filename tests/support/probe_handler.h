@@ -12,16 +12,18 @@ namespace plum::recording {
 class ProbeHandler final : public Handler
 {
 public:
-    void call(const QString &command, const QString &arguments) override
+    Next call(const CommandCall &call) override
     {
-        calls += command + u'|' + arguments;
+        calls += call.command() + u'|' + call.arguments();
         if (onCall)
             onCall();
+        return next;
     }
     QList<CommandInfo> commands() const override { return {}; }
 
     QStringList calls;
     std::function<void()> onCall;
+    Next next = Next::GoOn;
 };
 
 } // namespace plum::recording

@@ -2,14 +2,8 @@
 
 #include "library/library_bench.h"
 
-#include "engine/argument_reader.h"
-#include "engine/input_commands.h"
-#include "engine/run_loop.h"
-#include "engine/run_start.h"
-#include "engine/run_state.h"
-#include "engine/set_command.h"
-#include "engine/text_commands.h"
-#include "engine/text_files.h"
+#include "script_system.h"
+#include "support/recording/recording_commands.h"
 #include "ui/controls/file_entry.h"
 #include "ui/frm_set.h"
 #include "ui/launcher_ui.h"
@@ -83,41 +77,19 @@ private:
     Log &m_log;
 };
 
-// `os.tips` alone, as the namespace's own handler does it.
-class TipCommands final : public Handler
-{
-public:
-    TipCommands(const ArgumentReader &reader, Launcher &launcher)
-        : m_reader(reader)
-        , m_launcher(launcher)
-    {
-    }
-
-    void call(const QString &, const QString &arguments) override
-    {
-        m_launcher.showTip(m_reader.GetArg(arguments, QStringLiteral(":"), 0, UnknownVariable::IsEmpty));
-    }
-    QList<CommandInfo> commands() const override { return {}; }
-
-private:
-    const ArgumentReader &m_reader;
-    Launcher &m_launcher;
-};
-
 // `note.down <text>` writes its text into the log, so that a test sees which lines ran.
 class NoteCommands final : public Handler
 {
 public:
-    NoteCommands(const ArgumentReader &reader, Log &log)
-        : m_reader(reader)
-        , m_log(log)
+    explicit NoteCommands(Log &log)
+        : m_log(log)
     {
     }
 
-    void call(const QString &, const QString &arguments) override
+    Next call(const CommandCall &call) override
     {
-        m_log.add(QStringLiteral("note ")
-            + m_reader.GetArg(arguments, QStringLiteral(","), 0, UnknownVariable::IsItsName));
+        m_log.add(QStringLiteral("note ") + call.arg(0));
+        return Next::GoOn;
     }
     QList<CommandInfo> commands() const override
     {
@@ -125,7 +97,6 @@ public:
     }
 
 private:
-    const ArgumentReader &m_reader;
     Log &m_log;
 };
 
@@ -138,17 +109,8 @@ public:
         platform.paths().folder = folder.path();
         waiter.records = false;
         QDir::setCurrent(folder.path());
-        loop.addNamespace(QStringLiteral("input"), input);
-        loop.addNamespace(QStringLiteral("me"), input);
-        loop.addNamespace(QStringLiteral("set"), set);
-        loop.addNamespace(QStringLiteral("text"), text);
-        loop.addNamespace(QStringLiteral("os"), tips);
-        loop.addNamespace(QStringLiteral("note"), notes);
-        ScriptVocabulary vocabulary;
-        vocabulary.add(QStringLiteral("note"), notes.commands());
-        vocabulary.add(QStringLiteral("input"), input.commands());
-        vocabulary.add(QStringLiteral("set"), set.commands());
-        ui.connectEngine(state, starts, vocabulary);
+        system.engine().add(QStringLiteral("note"), std::make_unique<NoteCommands>(platform.log));
+        ui.connectEngine(state, system.starts(), system.vocabulary());
     }
 
     void start()
@@ -270,19 +232,15 @@ public:
         {QStringLiteral("http://site"), QStringLiteral("http://forum")},
         [this](int status) { platform.log.add(QStringLiteral("end process %1").arg(status)); },
         [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }}};
-    RunState state{
-        .runlist = {}, .runidx = {}, .runctx = {}, .vardict = {}, .currentKeyword = {}, .droppedPath = {}};
-    TextFiles files{platform.paths(), platform.textCodec()};
     RecordingWaiter waiter{platform.log};
-    ArgumentReader reader{
-        {state, ui, platform.clipboard(), platform.pointer(), platform.shell(), platform.paths(), files}};
-    RunLoop loop{state, reader, waiter, ui};
-    RunStart starts{state, loop, files, platform.paths()};
-    InputCommands input{reader, ui, state.vardict};
-    SetCommand set{reader, state.vardict};
-    TextCommands text{reader, state.vardict};
-    TipCommands tips{reader, ui};
-    NoteCommands notes{reader, platform.log};
+    RecordingStorePage storePage{platform.log};
+    ScriptSystem system{{.platform = platform,
+        .shell = platform.shell(),
+        .launcher = ui,
+        .storePage = storePage,
+        .executableName = QStringLiteral("plum"),
+        .waiter = &waiter}};
+    RunState &state = system.state();
 };
 
 } // namespace plum::recording

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/notices.h"
 #include "commands/store_page.h"
 #include "http/http_client.h"
 #include "support/recording/recording_platform.h"
@@ -55,6 +56,20 @@ public:
     void navigateToBlank() override { m_log.add(QStringLiteral("browser blank")); }
     void layOut() override { m_log.add(QStringLiteral("store layout")); }
     void showLoadingPicture() override { m_log.add(QStringLiteral("store loading")); }
+
+private:
+    Log &m_log;
+};
+
+class RecordingNotices final : public Notices
+{
+public:
+    explicit RecordingNotices(Log &log)
+        : m_log(log)
+    {
+    }
+
+    void tell(const QString &line) override { m_log.add(QStringLiteral("notice ") + line); }
 
 private:
     Log &m_log;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "commands/notices.h"
 #include "engine/launcher.h"
 #include "engine/waiter.h"
 #include "platform/clipboard.h"
@@ -305,20 +304,6 @@ public:
 
     QString keywordBox;
     QString inputEntry;
-
-private:
-    Log &m_log;
-};
-
-class RecordingNotices final : public Notices
-{
-public:
-    explicit RecordingNotices(Log &log)
-        : m_log(log)
-    {
-    }
-
-    void tell(const QString &line) override { m_log.add(QStringLiteral("notice ") + line); }
 
 private:
     Log &m_log;
