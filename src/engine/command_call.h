@@ -20,7 +20,8 @@ enum class Edition {
 // What a run does when a routine has returned.
 enum class Next {
     GoOn,
-    Suspend, // the run rests until the user has answered
+    Suspend, // the run rests until the user has closed what is shown
+    SuspendForAnswer, // the run rests until the user has answered; without an answer edition 2 fails
 };
 
 // The fields of a line of edition 2, evaluated: one value for each field of the row, and the values of the

@@ -72,7 +72,7 @@ Next InputCommands::ask(const CommandCall &call)
     const QString prompt = call.arg(1);
     const QString variable = call.arg(0);
     m_launcher.showInput(prompt, variable);
-    return Next::Suspend;
+    return Next::SuspendForAnswer;
 }
 
 void InputCommands::enter(const CommandCall &call)

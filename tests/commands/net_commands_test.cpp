@@ -1,3 +1,4 @@
+#include "http/file_upload.h"
 #include "http/http_text.h"
 #include "http/multipart_body.h"
 #include "support/recording/recording_commands.h"
@@ -121,12 +122,20 @@ TEST_F(NetUploadTest, AMissingFileSendsNothingAndAnswersWithTheLastResponse)
 {
     EXPECT_EQ(bench.eventsOf(uploadLine(u"C:\\none.txt"_s)), QStringList());
     EXPECT_EQ(bench.variable(u"x"_s), QString());
-    EXPECT_EQ(bench.upload.errors(), u"\r\n文件不存在.."_s);
 
     const QString path = files.write(u"a.txt"_s, "x");
     bench.runKeepingVariables({uploadLine(path), u"set.x \"\""_s, uploadLine(u"C:\\none.txt"_s)});
     EXPECT_EQ(bench.variable(u"x"_s), u"thanks"_s);
-    EXPECT_EQ(bench.upload.errors(), u"\r\n文件不存在..\r\n文件不存在.."_s);
+}
+
+TEST_F(NetUploadTest, EveryProblemIsKept)
+{
+    plum::FileUpload upload(bench.http, bench.platform.paths(), bench.platform.textCodec());
+    upload.UploadFile(u"http://host/"_s, u"C:\\none.txt"_s, u"a/b"_s, u"f"_s);
+    EXPECT_EQ(upload.errors(), u"\r\n文件不存在.."_s);
+    upload.UploadFile(u"http://host/"_s, u"C:\\none.txt"_s, u"a/b"_s, u"f"_s);
+    EXPECT_EQ(upload.errors(), u"\r\n文件不存在..\r\n文件不存在.."_s);
+    EXPECT_FALSE(upload.problem().isEmpty());
 }
 
 TEST_F(NetUploadTest, AFolderIsNoFile)
@@ -156,7 +165,10 @@ TEST_F(NetUploadTest, WithoutATransportNothingIsSent)
     const QString path = files.write(u"a.txt"_s, "x");
     bench.http.problem = u"no module"_s;
     EXPECT_EQ(bench.eventsOf(uploadLine(path)), QStringList());
-    EXPECT_EQ(bench.upload.errors(), u"\r\nno module"_s);
+
+    plum::FileUpload upload(bench.http, bench.platform.paths(), bench.platform.textCodec());
+    upload.UploadFile(u"http://host/"_s, path, u"a/b"_s, u"f"_s);
+    EXPECT_EQ(upload.errors(), u"\r\nno module"_s);
 }
 
 TEST(NetDownload, WithNothingButAnAddress)
