@@ -1,3 +1,4 @@
+#include "commands/notices.h"
 #include "program.h"
 #include "ui/translations.h"
 

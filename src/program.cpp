@@ -1,5 +1,6 @@
 #include "program.h"
 
+#include "commands/notices.h"
 #include "engine/run_time_error.h"
 #include "look/theme.h"
 #include "platform/paths.h"

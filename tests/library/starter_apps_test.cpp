@@ -59,14 +59,7 @@ TEST_F(StarterAppsTest, thereAreEightAtLeast)
 
 TEST_F(StarterAppsTest, everyOneHasAGuideWindowsLineEndsAndKnownCommands)
 {
-    ScriptVocabulary vocabulary;
-    const std::pair<QString, const Handler *> namespaces[]{{u"mouse"_s, &mouse}, {u"keyboard"_s, &keyboard},
-        {u"window"_s, &window}, {u"os"_s, &os}, {u"file"_s, &file}, {u"net"_s, &net}, {u"webbox"_s, &webbox},
-        {u"text"_s, &text}, {u"set"_s, &set}, {u"time"_s, &time}, {u"print"_s, &print}, {u"input"_s, &input},
-        {u"me"_s, &input}};
-    for (const auto &[name, handler] : namespaces)
-        vocabulary.add(name, handler->commands());
-
+    const ScriptVocabulary vocabulary = system.vocabulary();
     for (const QString &app : starterApps()) {
         const QByteArray script = recording::bytesOf(m_folder.script(app));
         EXPECT_EQ(script.count('\n'), script.count("\r\n")) << qPrintable(app);
