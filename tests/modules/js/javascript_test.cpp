@@ -1,4 +1,3 @@
-#include "commands/javascript_call.h"
 #include "platform/linux/loaded_javascript.h"
 
 #include <QCoreApplication>
@@ -100,17 +99,6 @@ TEST_F(JavaScriptTest, TheLanguageIsThatOfTheDocument)
     static const QRegularExpression date(
         uR"(^(Thu Jan 1|Wed Dec 31) \d\d:\d\d:\d\d (1970|1969) GMT([+-]\d{4})?$)"_s);
     EXPECT_TRUE(date.match(valueOf(u"new Date(0)"_s)).hasMatch()) << valueOf(u"new Date(0)"_s).toStdString();
-}
-
-TEST_F(JavaScriptTest, ALineCommentHidesTheRest)
-{
-    EXPECT_EQ(plum::EvalJs(javaScript, u"function f() { return 1; }\r\n// note\r\n"_s, u"f"_s, QString()),
-        QString());
-    EXPECT_EQ(
-        plum::EvalJs(javaScript, u"5; // note\r\nfunction f() { return 1; }"_s, u"f"_s, QString()), u"5"_s);
-    EXPECT_EQ(
-        plum::EvalJs(javaScript, u"function f(p) { return p; }\r\n/* note */\r\n"_s, u"f"_s, u"'a\\b'"_s),
-        u"a/b"_s);
 }
 
 TEST_F(JavaScriptTest, TheInterfaceLivesAndTheEndOfTheProcessEndsTheScript)
