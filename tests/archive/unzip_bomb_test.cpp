@@ -1,6 +1,7 @@
 #include "archive/unzip_bench.h"
 #include "archive/zip_builder.h"
 #include "support/file_size_limit.h"
+#include "support/small_disk.h"
 
 #include <QRandomGenerator>
 #include <QStorageInfo>
@@ -8,12 +9,11 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <sched.h>
-#include <sys/mount.h>
 
 using namespace Qt::StringLiterals;
 using namespace plum::testing;
 using plum::test::FileSizeLimit;
+using plum::test::SmallDisk;
 
 namespace {
 
@@ -81,33 +81,6 @@ QByteArray noise(qsizetype size)
     QRandomGenerator(3).generate(bytes.begin(), bytes.end());
     return bytes;
 }
-
-// A disk of so many bytes at `folder`, for this process alone. It takes an administrator to make one.
-class SmallDisk
-{
-public:
-    SmallDisk(const QString &folder, int bytes)
-        : m_folder(QFile::encodeName(folder))
-    {
-        QDir().mkpath(folder);
-        const QByteArray options = "size=" + QByteArray::number(bytes);
-        m_isThere = unshare(CLONE_NEWNS) == 0
-            && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-            && mount("none", m_folder.constData(), "tmpfs", 0, options.constData()) == 0;
-    }
-    ~SmallDisk()
-    {
-        if (m_isThere)
-            umount(m_folder.constData());
-    }
-    Q_DISABLE_COPY_MOVE(SmallDisk)
-
-    bool isThere() const { return m_isThere; }
-
-private:
-    QByteArray m_folder;
-    bool m_isThere = false;
-};
 
 // That the file of each of these entries could not be written.
 QStringList noRoomFor(const UnzipBench &bench, const QStringList &names)

@@ -156,10 +156,11 @@ TEST_F(ShellPort, startsNoHelperThatIsMissing)
     EXPECT_FALSE(shell().startHelper(write(u"text.exe"_s, "no program"), u"x"_s, ShowState::Normal));
 }
 
-TEST_F(ShellPort, desktopFolderIsAFolderOrNone)
+TEST_F(ShellPort, desktopFolderIsAFolder)
 {
     const QString desktop = shell().desktopFolder();
-    EXPECT_TRUE(desktop.isEmpty() || QDir(paths().toSystem(desktop)).exists()) << desktop.toStdString();
+    EXPECT_FALSE(desktop.isEmpty());
+    EXPECT_TRUE(QDir(paths().toSystem(desktop)).exists()) << desktop.toStdString();
 }
 
 TEST_F(ShellPort, whatIsNoShortcutIsItsOwnTarget)

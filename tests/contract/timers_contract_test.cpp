@@ -27,8 +27,13 @@ protected:
 
     void waitFor(WaitableTimers::Handle timer)
     {
-        while (!timers().waitOrPump(timer))
-            continue;
+        QTimer patience;
+        patience.setSingleShot(true);
+        patience.start(30'000);
+        bool isDue = false;
+        while (!isDue && patience.isActive())
+            isDue = timers().waitOrPump(timer);
+        EXPECT_TRUE(isDue);
     }
 };
 
@@ -70,11 +75,17 @@ TEST_F(TimersPort, giveANameBackWithTheirLastTimer)
 
 TEST_F(TimersPort, ignoreHandleZero)
 {
+    const auto kept = startedTimer(1, u"kept"_s);
     timers().close(0);
-    const auto timer = startedTimer(1);
-    waitFor(timer);
-    timers().close(timer);
+    const auto second = timers().create(u"kept"_s);
+    EXPECT_TRUE(second.nameExisted);
+    timers().close(second.handle);
+    waitFor(kept);
+    timers().close(kept);
     timers().close(0);
+    const auto last = timers().create(u"kept"_s);
+    EXPECT_FALSE(last.nameExisted);
+    timers().close(last.handle);
 }
 
 TEST_F(TimersPort, areDueSoonerOrLater)

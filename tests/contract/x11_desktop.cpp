@@ -2,13 +2,16 @@
 
 #include "support/x_server.h"
 
+#include <QDir>
+#include <QTemporaryDir>
+
 namespace plum::contract {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// An X server and a window manager of its own for each process of tests.
+// An X server, a window manager and a home with a desktop folder of its own for each process of tests.
 class X11Desktop final : public RealDesktop
 {
 public:
@@ -18,6 +21,9 @@ public:
     {
         qputenv("QT_QPA_PLATFORM", "xcb");
         qputenv("LC_ALL", "C.UTF-8");
+        QDir(m_home.path()).mkdir(u"Desktop"_s);
+        qputenv("HOME", QFile::encodeName(m_home.path()));
+        qunsetenv("XDG_CONFIG_HOME");
         // No service of the machine's own is reached from here.
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
         qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent");
@@ -30,6 +36,7 @@ public:
     std::span<const Exception> exceptions() const override { return {}; }
 
 private:
+    QTemporaryDir m_home;
     std::unique_ptr<XServer> m_server;
 };
 

@@ -106,17 +106,6 @@ TEST_F(TextFilesTest, WhatCannotBeReadLeavesTheList)
     EXPECT_EQ(lines, QStringList{u"before"_s});
 }
 
-TEST_F(TextFilesTest, AFileWithoutPermissionLeavesTheList)
-{
-    const QString path = fileHolding("a\r\n");
-    QFile::setPermissions(path, {});
-    if (QFile(path).open(QIODevice::ReadOnly))
-        GTEST_SKIP() << "this user may read everything";
-    QStringList lines{u"before"_s};
-    EXPECT_FALSE(files.appendLines(path, lines));
-    EXPECT_EQ(lines, QStringList{u"before"_s});
-}
-
 TEST_F(TextFilesTest, OpensAPathWithBackslashes)
 {
     fileHolding("a\r\n");

@@ -1,9 +1,9 @@
 #include "library/library_bench.h"
+#include "support/small_disk.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <sys/mount.h>
 #include <sys/stat.h>
 
 namespace plum {
@@ -19,29 +19,6 @@ class AppLibraryTest : public testing::Test, protected recording::LibraryBench
 protected:
     QStringList said() const { return log.lines(); }
     QStringList listed() const { return lists.List.stringList(); }
-};
-
-// A small file system of its own; not mounted where that is not allowed.
-class SmallDisk
-{
-public:
-    explicit SmallDisk(const QString &path)
-        : m_path(QFile::encodeName(path))
-        , m_mounted(QDir().mkpath(path) && mount("tmpfs", m_path.constData(), "tmpfs", 0, "size=64k") == 0)
-    {
-    }
-    ~SmallDisk()
-    {
-        if (m_mounted)
-            umount2(m_path.constData(), MNT_DETACH);
-    }
-    Q_DISABLE_COPY_MOVE(SmallDisk)
-
-    bool isMounted() const { return m_mounted; }
-
-private:
-    QByteArray m_path;
-    bool m_mounted;
 };
 
 void fill(const QString &path)
@@ -148,9 +125,9 @@ TEST_F(AppLibraryTest, aNameOf256BytesSaysError)
 
 TEST_F(AppLibraryTest, aFullDiskKeepsTheOldScriptAndOrder)
 {
-    const SmallDisk disk(folder.path() + u"/config"_s);
-    if (!disk.isMounted())
-        GTEST_SKIP() << "mounting a file system is not allowed here";
+    const test::SmallDisk disk(folder.path() + u"/config"_s, 64 << 10);
+    if (!disk.isThere())
+        GTEST_SKIP() << "no right to make a small disk";
     ASSERT_TRUE(appLibrary.CreateApp(u"note"_s, u"old"_s));
     fill(folder.path() + u"/config/filler"_s);
     log.clear();

@@ -147,6 +147,7 @@ TEST_F(ShortcutTest, aLinkCutAnywhereIsSafe)
     EXPECT_EQ(target(whole), u"C:\\x.exe"_s);
 }
 
+// Whatever it makes of them, it reads nothing that is not there: with the address sanitizer, this says so.
 TEST_F(ShortcutTest, lengthsThatPointOutsideAreSafe)
 {
     for (qsizetype at = 0; at + 4 <= 0x60; at += 1) {
@@ -156,7 +157,7 @@ TEST_F(ShortcutTest, lengthsThatPointOutsideAreSafe)
             readShortcut(link, codec);
         }
     }
-    SUCCEED();
+    EXPECT_EQ(target(header(3) + u16(0) + localInfo("C:\\x.exe", "y")), u"C:\\x.exey"_s);
 }
 
 TEST_F(ShortcutTest, filesOnTheDiskAreReadByTheirEnding)

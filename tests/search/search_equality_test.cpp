@@ -4,8 +4,6 @@
 #include "search/reference_search.h"
 #include "support/recording/recording_platform.h"
 
-#include <QFile>
-
 #include <gtest/gtest.h>
 
 #include <random>
@@ -323,33 +321,3 @@ TEST_P(FastSearch, FindsColoursWhereTheRulesDo)
 INSTANTIATE_TEST_SUITE_P(Kernels, FastSearch,
     testing::ValuesIn(usablePixelKernels().begin(), usablePixelKernels().end()),
     [](const auto &kernels) { return std::string(kernels.param->name); });
-
-TEST(ScreenSearchMemory, StaysTheSameOverTenThousandSearches)
-{
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizer holds back what is freed";
-#endif
-    Dice dice(3);
-    recording::RecordingScreen screen;
-    screen.size = QSize(160, 90);
-    screen.pixels = paint(dice, Paint::FewColours, 160, 90).pixels;
-    const PictureTemplate absent(paint(dice, Paint::Noise, 12, 9), {88, 221, 255});
-    FindPicScan scan(pixelKernels());
-    const auto search = [&](int times) {
-        for (int i = 0; i < times; ++i) {
-            const auto region = captureRegion(screen, i % 7 - 3, 0, 160, 90);
-            scan.find(*region, absent);
-            findColour(*region, 0x010203, pixelKernels());
-        }
-    };
-    const auto residentPages = [] {
-        QFile file(u"/proc/self/statm"_s);
-        return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toInt() : 0;
-    };
-    search(500);
-    const int before = residentPages();
-    if (before == 0)
-        GTEST_SKIP() << "this system does not tell";
-    search(10000);
-    EXPECT_LE(residentPages() - before, 64);
-}
