@@ -23,7 +23,7 @@ public:
     std::optional<std::span<const quint8>> view(qint64 position, qint64 size);
 
     // How many bytes are worth asking for at once when a lot is read in order.
-    static constexpr qint64 windowSize = 256 * 1024;
+    static constexpr qint64 windowSize = 256LL * 1024;
 
 private:
     QFile m_file;

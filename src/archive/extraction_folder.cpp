@@ -137,7 +137,7 @@ ExtractionFolder::Folder *ExtractionFolder::enterBelow(
 // The folder's own spelling of `part`, if it had something of that name before; letter case does not count.
 QString ExtractionFolder::existingName(Folder &parent, QStringView part)
 {
-    const QString name = part.toString();
+    QString name = part.toString();
     if (parent.isNew || QFileInfo::exists(parent.systemPath + u'/' + name))
         return name;
     if (!parent.oldNames) {
