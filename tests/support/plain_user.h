@@ -7,8 +7,8 @@
 
 namespace plum::test {
 
-// While one lives, this thread may do with files what any user may who does not own them: the right to read and
-// write everything, which tests have that run as root, is gone.
+// While one lives, this thread may do with files what any user may who does not own them: the right to read
+// and write everything, which tests have that run as root, is gone.
 class PlainUser
 {
 public:

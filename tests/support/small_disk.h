@@ -9,8 +9,8 @@
 
 namespace plum::test {
 
-// A file system of its own in a folder, which is made, so that it can be full. Only this process sees it; a process
-// that may not mount becomes root of a user namespace for that, which takes that it has one thread.
+// A file system of its own in a folder, which is made, so that it can be full. Only this process sees it; a
+// process that may not mount becomes root of a user namespace for that, which takes that it has one thread.
 class SmallDisk
 {
 public:
@@ -38,7 +38,8 @@ private:
         const QByteArray group = QByteArray::number(getegid());
         return unshare(CLONE_NEWNS) == 0
             || (unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && write("setgroups", "deny")
-                && write("uid_map", user + ' ' + user + " 1") && write("gid_map", group + ' ' + group + " 1"));
+                && write("uid_map", user + ' ' + user + " 1")
+                && write("gid_map", group + ' ' + group + " 1"));
     }
 
     static bool write(const char *name, const QByteArray &text)
