@@ -12,6 +12,7 @@
 #include "commands/window_commands.h"
 #include "http/file_upload.h"
 #include "http/loaded_http_client.h"
+#include "library/app_folders.h"
 #include "platform/platform.h"
 
 #include <QDateTime>
@@ -40,17 +41,19 @@ clsWaitableTimer::Clock clockOfSeconds()
 struct ScriptSystem::Parts
 {
     explicit Parts(const Needs &needs)
-        : ownWaiter(needs.platform.timers(), needs.executableName, clockOfSeconds())
+        : folders(needs.platform.paths())
+        , ownWaiter(needs.platform.timers(), needs.executableName, clockOfSeconds())
         , waiter(needs.waiter ? *needs.waiter : ownWaiter)
         , http(needs.http ? *needs.http : ownHttp)
         , notices(needs.notices ? *needs.notices : ownNotices)
         , upload(http, needs.platform.paths(), needs.platform.textCodec())
         , clicks(needs.platform.pointer(), waiter)
         , engine({needs.platform.clipboard(), needs.platform.pointer(), needs.shell, needs.platform.paths(),
-              needs.platform.textCodec(), needs.launcher, waiter})
+              folders, needs.platform.textCodec(), needs.launcher, waiter})
     {
     }
 
+    AppFolders folders;
     clsWaitableTimer ownWaiter;
     LoadedHttpClient ownHttp;
     StandardErrorNotices ownNotices;
@@ -72,16 +75,17 @@ ScriptSystem::ScriptSystem(const Needs &needs)
             MouseCommands::Needs{on.pointer(), m->clicks, m->waiter, needs.launcher}));
     to.add(u"keyboard"_s, std::make_unique<KeyboardCommands>(on.keyboard(), on.clipboard(), m->waiter));
     to.add(u"file"_s,
-        std::make_unique<FileCommands>(FileCommands::Needs{to.state(), on.paths(), on.textCodec(), to.files(),
-            needs.shell, m->http, on.javaScript(), needs.storePage}));
+        std::make_unique<FileCommands>(FileCommands::Needs{to.state(), on.paths(), m->folders, on.textCodec(),
+            to.files(), needs.shell, m->http, on.javaScript(), needs.storePage}));
     to.add(u"net"_s,
         std::make_unique<NetCommands>(
-            NetCommands::Needs{m->http, m->upload, on.textCodec(), needs.shell, on.paths()}));
-    to.add(u"webbox"_s, std::make_unique<WebboxCommands>(needs.shell, on.paths()));
+            NetCommands::Needs{m->http, m->upload, on.textCodec(), needs.shell, m->folders}));
+    to.add(u"webbox"_s, std::make_unique<WebboxCommands>(needs.shell, m->folders));
     to.add(u"window"_s, std::make_unique<WindowCommands>(on.windows()));
     to.add(u"os"_s,
-        std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), on.screen(), on.pointer(),
-            m->clicks, on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
+        std::make_unique<OsCommands>(
+            OsCommands::Needs{to.state(), on.paths(), m->folders, on.screen(), on.pointer(), m->clicks,
+                on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
 }
 
 ScriptSystem::~ScriptSystem() = default;

@@ -101,7 +101,7 @@ std::span<const FileCommands::Row> FileCommands::table()
 
 QString FileCommands::resolved(const QString &path) const
 {
-    return ResolvePath(path, m_use.state, m_use.paths);
+    return ResolvePath(path, m_use.state, m_use.folders);
 }
 
 void FileCommands::open(const CommandCall &call)

@@ -7,6 +7,7 @@ namespace plum {
 class HttpClient;
 class JavaScript;
 class Paths;
+class ScriptFolders;
 class Shell;
 class StorePage;
 class TextCodec;
@@ -22,6 +23,7 @@ public:
     {
         RunState &state;
         Paths &paths;
+        const ScriptFolders &folders;
         TextCodec &codec;
         TextFiles &files;
         Shell &shell;

@@ -1,5 +1,6 @@
 #include "commands/file_functions.h"
 
+#include "engine/script_folders.h"
 #include "platform/paths.h"
 #include "platform/text_codec.h"
 
@@ -18,10 +19,9 @@ QString plainPath(const Paths &paths, const QString &path)
     return QDir::cleanPath(QFileInfo(paths.toSystem(path)).absoluteFilePath());
 }
 
-bool isInsideLibrary(const QString &folder, const Paths &paths)
+bool isInside(const QString &folder, const QString &library, const Paths &paths)
 {
-    const QString library = plainPath(paths, paths.programFolder() + u"\\config\\apps"_s);
-    return folder.startsWith(library + u'/');
+    return folder.startsWith(plainPath(paths, library) + u'/');
 }
 
 void deleteFolder(const QString &folder)
@@ -53,14 +53,14 @@ bool WriteText(
     return file.write(bytes) == bytes.size() && file.flush();
 }
 
-void FolderOp(const QString &op, const QString &path, const Paths &paths)
+void FolderOp(const QString &op, const QString &path, const Paths &paths, const ScriptFolders &folders)
 {
     if (path.isEmpty())
         return;
     const QString folder = plainPath(paths, path);
     if (!QFileInfo(folder).isDir())
         return;
-    if (op == "delfold"_L1 && isInsideLibrary(folder, paths))
+    if (op == "delfold"_L1 && isInside(folder, folders.apps(), paths))
         deleteFolder(folder);
     else if (op == "addfold"_L1)
         QDir().mkdir(folder);

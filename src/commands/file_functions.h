@@ -5,6 +5,7 @@
 namespace plum {
 
 class Paths;
+class ScriptFolders;
 class TextCodec;
 
 // The file operations behind the script commands. Nothing here reports an error: what cannot be done is not
@@ -19,6 +20,6 @@ bool WriteText(
 // apps: the library itself and everything outside it stay. A link to a folder goes, what it points to stays.
 // "addfold" makes a folder that exists already, which does nothing; kept: callers rely on it not creating
 // one.
-void FolderOp(const QString &op, const QString &path, const Paths &paths);
+void FolderOp(const QString &op, const QString &path, const Paths &paths, const ScriptFolders &folders);
 
 } // namespace plum

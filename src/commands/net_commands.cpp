@@ -2,9 +2,9 @@
 
 #include "commands/fields.h"
 #include "engine/helper_programs.h"
+#include "engine/script_folders.h"
 #include "http/file_upload.h"
 #include "http/http_text.h"
-#include "platform/paths.h"
 #include "platform/shell.h"
 
 namespace plum {
@@ -14,7 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QLatin1StringView defaultContentType("application/upload");
-constexpr QLatin1StringView defaultDownloadFolder("\\config\\module\\download\\tmp");
 
 } // namespace
 
@@ -78,8 +77,8 @@ void NetCommands::download(const CommandCall &call)
     if (name.isEmpty())
         name = FileNameFromUrl(url);
     if (folder.isEmpty())
-        folder = m_use.paths.programFolder() + defaultDownloadFolder;
-    const QString program = m_use.paths.programFolder() + downloadHelper;
+        folder = m_use.folders.downloads();
+    const QString program = m_use.folders.downloadHelper();
     const QString fields = QStringList{url, folder, name, label}.join(downloadFieldSeparator);
     if (!m_use.shell.startHelper(program, fields, ShowState::Normal))
         call.fail(u"the download helper does not start: %1"_s.arg(program));

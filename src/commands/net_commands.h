@@ -6,7 +6,7 @@ namespace plum {
 
 class FileUpload;
 class HttpClient;
-class Paths;
+class ScriptFolders;
 class Shell;
 class TextCodec;
 
@@ -20,7 +20,7 @@ public:
         FileUpload &upload;
         TextCodec &codec;
         Shell &shell;
-        Paths &paths;
+        const ScriptFolders &folders;
     };
 
     explicit NetCommands(const Needs &needs)

@@ -113,7 +113,7 @@ OsCommands::OsCommands(const Needs &needs)
 
 OsCommands::SearchFields OsCommands::searchFields(const CommandCall &call) const
 {
-    const QString target = ResolvePath(call.arg(0), m_use.state, m_use.paths);
+    const QString target = ResolvePath(call.arg(0), m_use.state, m_use.folders);
     const QString region = call.arg(1);
     const QString offset = call.arg(2);
     return {target, region, offset, call.arg(3)};

@@ -22,6 +22,7 @@ public:
     {
         RunState &state;
         Paths &paths;
+        const ScriptFolders &folders;
         Screen &screen;
         Pointer &pointer;
         MouseClicks &clicks;

@@ -1,14 +1,14 @@
 #include "commands/path_resolution.h"
 
 #include "engine/run_state.h"
+#include "engine/script_folders.h"
 #include "engine/text_functions.h"
-#include "platform/paths.h"
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
-QString ResolvePath(const QString &path, const RunState &state, const Paths &paths)
+QString ResolvePath(const QString &path, const RunState &state, const ScriptFolders &folders)
 {
     const QString written = QString(path).replace(u'/', u'\\');
     if (!written.startsWith("_p"_L1))
@@ -21,7 +21,7 @@ QString ResolvePath(const QString &path, const RunState &state, const Paths &pat
         return written;
 
     if (!state.currentKeyword.isEmpty())
-        return paths.programFolder() + u"\\config\\apps\\"_s + state.currentKeyword + u'\\' + rest;
+        return folders.app(state.currentKeyword) + u'\\' + rest;
     QString script = state.runctx[0];
     QString folder = ParentPath(script, ParentPathMode::WithoutSeparator);
     if (parent)

@@ -2,7 +2,7 @@
 
 #include "commands/fields.h"
 #include "engine/helper_programs.h"
-#include "platform/paths.h"
+#include "engine/script_folders.h"
 #include "platform/shell.h"
 
 namespace plum {
@@ -35,7 +35,7 @@ void WebboxCommands::show(QLatin1StringView marker, const CommandCall &call)
 {
     const QString content = writtenField(call, 0);
     const QString title = writtenField(call, 1);
-    const QString program = m_paths.programFolder() + browserHelper;
+    const QString program = m_folders.browserHelper();
     // The fields are joined as they are; a separator inside the first one is the script's own affair.
     const QString fields = marker + browserFieldSeparator + content + browserFieldSeparator + title;
     if (!m_shell.startHelper(program, fields, ShowState::Normal))

@@ -4,17 +4,17 @@
 
 namespace plum {
 
-class Paths;
+class ScriptFolders;
 class Shell;
 
 // The namespace `webbox`: shows a page in the browser helper. A field that is not there is empty.
 class WebboxCommands final : public TableHandler<WebboxCommands>
 {
 public:
-    WebboxCommands(Shell &shell, Paths &paths)
+    WebboxCommands(Shell &shell, const ScriptFolders &folders)
         : TableHandler(WordMatch::LowerCased)
         , m_shell(shell)
-        , m_paths(paths)
+        , m_folders(folders)
     {
     }
 
@@ -26,7 +26,7 @@ private:
     void show(QLatin1StringView marker, const CommandCall &call);
 
     Shell &m_shell;
-    Paths &m_paths;
+    const ScriptFolders &m_folders;
 };
 
 } // namespace plum

@@ -4,10 +4,10 @@
 #include "engine/launcher.h"
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
+#include "engine/script_folders.h"
 #include "engine/text_files.h"
 #include "engine/text_functions.h"
 #include "platform/clipboard.h"
-#include "platform/paths.h"
 #include "platform/pointer.h"
 #include "platform/shell.h"
 
@@ -122,7 +122,7 @@ QString ArgumentReader::osValue(QStringView name) const
         return name == u"path_pfold" ? folder : ParentPath(folder, ParentPathMode::WithoutSeparator);
     }
     if (name == u"path_package")
-        return m_from.paths.programFolder() + u"\\config\\apps\\"_s + m_from.state.currentKeyword;
+        return m_from.folders.app(m_from.state.currentKeyword);
     if (name == u"path_package_name")
         return m_from.state.currentKeyword;
     if (name == u"path_desktop")

@@ -6,8 +6,8 @@ namespace plum {
 
 class Clipboard;
 class Launcher;
-class Paths;
 class Pointer;
+class ScriptFolders;
 class Shell;
 class TextFiles;
 class VariableStore;
@@ -37,7 +37,7 @@ public:
         Clipboard &clipboard;
         Pointer &pointer;
         Shell &shell;
-        Paths &paths;
+        const ScriptFolders &folders;
         TextFiles &files;
     };
 

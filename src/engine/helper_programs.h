@@ -4,13 +4,11 @@
 
 namespace plum {
 
-// The helper programs, below the program folder, and how the fields of their command lines are joined.
-inline constexpr QLatin1StringView browserHelper("\\config\\module\\net\\browser\\browser.exe");
+// How the fields of the helper programs' command lines are joined.
 inline constexpr QLatin1StringView browserFieldSeparator("|||");
 // The first field says what the second is; without either the first field is HTML.
 inline constexpr QLatin1StringView browserUrlMarker("_tarnwick_url_");
 inline constexpr QLatin1StringView browserHtmlMarker("_tarnwick_html_");
-inline constexpr QLatin1StringView downloadHelper("\\config\\module\\download\\download.exe");
 inline constexpr QLatin1StringView downloadFieldSeparator("@@@");
 
 } // namespace plum

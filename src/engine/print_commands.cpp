@@ -1,7 +1,7 @@
 #include "engine/print_commands.h"
 
 #include "engine/helper_programs.h"
-#include "platform/paths.h"
+#include "engine/script_folders.h"
 #include "platform/shell.h"
 
 namespace plum {
@@ -20,7 +20,7 @@ void PrintCommands::html(const CommandCall &call)
 {
     const QString page = call.arg(0);
     const QString title = call.arg(1);
-    const QString program = m_paths.programFolder() + browserHelper;
+    const QString program = m_folders.browserHelper();
     if (!m_shell.startHelper(program, page + browserFieldSeparator + title, ShowState::Normal))
         call.fail(QStringLiteral("the browser helper does not start: %1").arg(program));
 }

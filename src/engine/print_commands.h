@@ -4,16 +4,16 @@
 
 namespace plum {
 
-class Paths;
+class ScriptFolders;
 class Shell;
 
 // The namespace `print`: hands a page to the browser helper.
 class PrintCommands final : public TableHandler<PrintCommands>
 {
 public:
-    PrintCommands(Shell &shell, Paths &paths)
+    PrintCommands(Shell &shell, const ScriptFolders &folders)
         : m_shell(shell)
-        , m_paths(paths)
+        , m_folders(folders)
     {
     }
 
@@ -23,7 +23,7 @@ private:
     void html(const CommandCall &call);
 
     Shell &m_shell;
-    Paths &m_paths;
+    const ScriptFolders &m_folders;
 };
 
 } // namespace plum

@@ -3,6 +3,7 @@
 #include "engine/conversions.h"
 #include "engine/run_loop.h"
 #include "engine/run_state.h"
+#include "engine/script_folders.h"
 #include "engine/text_files.h"
 #include "platform/paths.h"
 
@@ -11,11 +12,6 @@
 namespace plum {
 
 using namespace Qt::StringLiterals;
-
-QString RunStart::AppScriptPath(const QString &keyword)
-{
-    return u"config\\apps\\"_s + keyword + u"\\main.wf"_s;
-}
 
 RunStart::CommandLineScript RunStart::prepareCommandLine(const QString &commandLine)
 {
@@ -28,7 +24,7 @@ RunStart::CommandLineScript RunStart::prepareCommandLine(const QString &commandL
         path = commandLine.sliced(1).chopped(commandLine.size() > 1 ? 1 : 0);
         m_state.runctx[0] = path;
         // A quoted script of the library is then looked for below the working folder; kept.
-        path.remove(m_paths.programFolder() + u"\\config\\apps\\"_s);
+        path.remove(m_folders.apps() + u'\\');
     } else {
         m_state.runctx[0] = path;
     }
@@ -44,10 +40,9 @@ RunStart::CommandLineScript RunStart::prepareCommandLine(const QString &commandL
 void RunStart::runApp(const QString &keyword, ScriptPath scriptPath)
 {
     m_state.currentKeyword = keyword;
-    const QString script = AppScriptPath(keyword);
     if (scriptPath == ScriptPath::Remembered)
-        m_state.runctx[0] = m_paths.programFolder() + u'\\' + script;
-    LoadScript(script);
+        m_state.runctx[0] = m_folders.app(keyword) + u"\\main.wf"_s;
+    LoadScript(m_folders.appScript(keyword));
     runAll();
 }
 

@@ -6,6 +6,7 @@ namespace plum {
 
 class Paths;
 class RunLoop;
+class ScriptFolders;
 class TextFiles;
 struct RunState;
 
@@ -13,11 +14,13 @@ struct RunState;
 class RunStart
 {
 public:
-    RunStart(RunState &state, RunLoop &loop, const TextFiles &files, const Paths &paths)
+    RunStart(RunState &state, RunLoop &loop, const TextFiles &files, const Paths &paths,
+        const ScriptFolders &folders)
         : m_state(state)
         , m_loop(loop)
         , m_files(files)
         , m_paths(paths)
+        , m_folders(folders)
     {
     }
 
@@ -47,9 +50,6 @@ public:
     // Goes on with a suspended run, up to the last line of the run list.
     void resume();
 
-    // `config\apps\<keyword>\main.wf`, relative to the program folder.
-    static QString AppScriptPath(const QString &keyword);
-
 private:
     bool LoadScript(const QString &path);
     qint16 lastIndex() const;
@@ -58,6 +58,7 @@ private:
     RunLoop &m_loop;
     const TextFiles &m_files;
     const Paths &m_paths;
+    const ScriptFolders &m_folders;
 };
 
 } // namespace plum

@@ -14,14 +14,14 @@ using namespace Qt::StringLiterals;
 
 ScriptEngine::ScriptEngine(const Needs &needs)
     : m_files(needs.paths, needs.codec)
-    , m_reader({m_state, needs.launcher, needs.clipboard, needs.pointer, needs.shell, needs.paths, m_files})
+    , m_reader({m_state, needs.launcher, needs.clipboard, needs.pointer, needs.shell, needs.folders, m_files})
     , m_loop(m_state, m_reader, needs.waiter, needs.launcher)
-    , m_starts(m_state, m_loop, m_files, needs.paths)
+    , m_starts(m_state, m_loop, m_files, needs.paths, needs.folders)
 {
     add(u"text"_s, std::make_unique<TextCommands>());
     add(u"set"_s, std::make_unique<SetCommand>());
     add(u"time"_s, std::make_unique<TimeCommands>(needs.waiter));
-    add(u"print"_s, std::make_unique<PrintCommands>(needs.shell, needs.paths));
+    add(u"print"_s, std::make_unique<PrintCommands>(needs.shell, needs.folders));
     add(u"input"_s, std::make_unique<InputCommands>(InputCommands::Namespace::Input, needs.launcher));
     add(u"me"_s, std::make_unique<InputCommands>(InputCommands::Namespace::Me, needs.launcher));
 }

@@ -13,6 +13,7 @@
 
 namespace plum {
 
+class ScriptFolders;
 class TextCodec;
 
 // The objects of a process that runs scripts, in the order in which they need each other, with the
@@ -26,6 +27,7 @@ public:
         Pointer &pointer;
         Shell &shell; // what scripts start programs with
         Paths &paths;
+        const ScriptFolders &folders;
         TextCodec &codec;
         Launcher &launcher;
         Waiter &waiter;

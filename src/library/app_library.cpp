@@ -21,11 +21,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QStringView forbiddenCharacters = u"\\/:*?\"<|>";
-
-bool hasForbiddenCharacter(QStringView keyword)
+// What a failure is called, and why below it, where more than the system knows why.
+QString errorText(const QString &reason)
 {
-    return std::ranges::any_of(keyword, [](QChar c) { return forbiddenCharacters.contains(c); });
+    return reason.isEmpty() ? u"Error"_s : u"Error\n\n"_s + reason;
 }
 
 } // namespace
@@ -40,31 +39,26 @@ AppGuide guideOf(const QString &firstLine)
 
 bool AppLibrary::isFolderName(const QString &keyword)
 {
-    return !keyword.isEmpty() && keyword != "."_L1 && keyword != ".."_L1 && !keyword.contains(u'/')
-        && !keyword.contains(u'\\') && !keyword.contains(QChar(0));
+    return plum::isFolderName(keyword);
 }
 
 bool AppLibrary::CheckKeyword(const QString &keyword) const
 {
-    if (keyword.isEmpty())
-        return false;
-    if (!hasForbiddenCharacter(keyword))
-        return true;
-    say(u"Can not exist *[\\/:*?\"<|>]*"_s);
-    return false;
+    const bool isForbidden = m_folders.fault(keyword) == KeywordFault::Forbidden;
+    if (isForbidden)
+        say(keywordMessage(KeywordFault::Forbidden));
+    return !isForbidden && !keyword.isEmpty();
 }
 
 QString AppLibrary::appPath(const QString &keyword, const QString &fileName) const
 {
-    return m.paths.programFolder() + u"\\config\\apps\\"_s + keyword + u'\\' + fileName;
+    return m_folders.appFile(keyword, fileName);
 }
 
 // The app's folder as the system opens it, without a separator at its end.
 std::optional<QString> AppLibrary::systemFolder(const QString &keyword) const
 {
-    if (!isFolderName(keyword))
-        return std::nullopt;
-    return m.paths.toSystem(m.paths.programFolder() + u"\\config\\apps\\"_s + keyword);
+    return m_folders.appOnDisk(keyword);
 }
 
 bool AppLibrary::exists(const QString &keyword) const
@@ -80,11 +74,11 @@ void AppLibrary::say(const QString &text) const
     m.dialogs.showMessage({.text = text, .systemModal = true});
 }
 
-// A folder could not be made: the keyword's characters explain it, or only the system knows.
+// A folder could not be made: the keyword explains it, or only the system knows.
 void AppLibrary::sayFailed(const QString &keyword) const
 {
     if (CheckKeyword(keyword))
-        say(u"Error"_s);
+        say(errorText(keywordMessage(m_folders.fault(keyword))));
 }
 
 void AppLibrary::saveOrder() const
@@ -102,9 +96,8 @@ bool AppLibrary::CreateApp(const QString &keyword, const QString &scriptText)
         m.dialogs.showMessage({.text = u"The Keyword already exists, whether it is renamed ?"_s});
         return false;
     }
-    // Characters that one system cannot store in a folder name fail on every system: libraries travel.
     const auto folder = systemFolder(keyword);
-    if (!folder || hasForbiddenCharacter(keyword) || !QDir().mkpath(*folder)) {
+    if (!folder || m_folders.fault(keyword) != KeywordFault::None || !QDir().mkpath(*folder)) {
         sayFailed(keyword);
         return false;
     }
@@ -146,7 +139,7 @@ bool AppLibrary::RenameApp(const QString &oldKeyword, const QString &newKeyword)
     }
     const auto from = systemFolder(oldKeyword);
     const auto to = systemFolder(newKeyword);
-    if (!from || !to || hasForbiddenCharacter(newKeyword) || !QDir().rename(*from, *to)) {
+    if (!from || !to || m_folders.fault(newKeyword) != KeywordFault::None || !QDir().rename(*from, *to)) {
         sayFailed(newKeyword);
         return false;
     }
@@ -161,7 +154,7 @@ bool AppLibrary::DeleteApp(const QString &keyword)
     if (keyword.isEmpty() || !m.dialogs.askYesNo(u"确定删除?"_s, u"提示"_s))
         return false;
     if (const auto folder = systemFolder(keyword)) {
-        FolderOp(u"delfold"_s, appPath(keyword).chopped(1), m.paths);
+        FolderOp(u"delfold"_s, appPath(keyword).chopped(1), m.paths, m_folders);
         if (QFileInfo(*folder).isDir()) {
             say(u"Error"_s);
             return false;

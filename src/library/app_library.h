@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/app_folders.h"
+
 #include <QString>
 
 #include <optional>
@@ -68,6 +70,7 @@ public:
 
     explicit AppLibrary(const Parts &parts)
         : m(parts)
+        , m_folders(parts.paths)
     {
     }
 
@@ -113,6 +116,8 @@ public:
     // The lines of a script of an app with CR LF between them; empty when there is none.
     QString scriptText(const QString &keyword, const QString &fileName) const;
 
+    const AppFolders &folders() const { return m_folders; }
+
     // The full path with "\" of a file in an app's folder.
     QString appPath(const QString &keyword, const QString &fileName = {}) const;
 
@@ -126,6 +131,7 @@ private:
     void saveOrder() const;
 
     Parts m;
+    AppFolders m_folders;
     QString m_pendingInstall;
 };
 

@@ -8,6 +8,9 @@
 #include <QDir>
 #include <QSet>
 
+#include <algorithm>
+#include <iterator>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
@@ -24,19 +27,16 @@ QString configText(const QStringList &keywords)
 
 void ListSubfolders(QStringList &list, const QString &folder, const Paths &paths)
 {
-    list += QDir(paths.toSystem(folder))
-                .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
-}
-
-QString AppListFile::systemPath() const
-{
-    return m_paths.toSystem(m_paths.programFolder() + u"\\config\\load\\config.txt"_s);
+    const QStringList names
+        = QDir(paths.toSystem(folder))
+              .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
+    std::ranges::copy_if(names, std::back_inserter(list), &AppFolders::isApp);
 }
 
 QStringList AppListFile::load() const
 {
     QStringList lines;
-    LoadLinesIntoList(m_paths.programFolder() + u"\\config\\load\\config.txt"_s, lines, m_paths, m_codec);
+    LoadLinesIntoList(m_folders.listFile(), lines, m_paths, m_codec);
 
     // An editor may have saved the file with line feeds alone; a keyword never holds one.
     QStringList keywords;
@@ -49,7 +49,7 @@ QStringList AppListFile::load() const
 
     keywords.removeAll(QString());
     QStringList folders;
-    ListSubfolders(folders, m_paths.programFolder() + u"\\config\\apps\\"_s, m_paths);
+    ListSubfolders(folders, m_folders.apps(), m_paths);
     const QSet<QString> named(keywords.begin(), keywords.end());
     for (const QString &folder : std::as_const(folders)) {
         if (!named.contains(folder))
@@ -60,7 +60,7 @@ QStringList AppListFile::load() const
 
 void AppListFile::ConfigSave(const QStringList &keywords)
 {
-    replaceFile(systemPath(), m_codec.toSystem(configText(keywords)));
+    replaceFile(m_folders.onDisk(m_folders.listFile()), m_codec.toSystem(configText(keywords)));
 }
 
 } // namespace plum

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/app_folders.h"
+
 #include <QStringList>
 
 namespace plum {
@@ -13,6 +15,7 @@ class AppListFile
 public:
     AppListFile(const Paths &paths, TextCodec &codec)
         : m_paths(paths)
+        , m_folders(paths)
         , m_codec(codec)
     {
     }
@@ -25,9 +28,8 @@ public:
     void ConfigSave(const QStringList &keywords);
 
 private:
-    QString systemPath() const;
-
     const Paths &m_paths;
+    AppFolders m_folders;
     TextCodec &m_codec;
 };
 

@@ -2,7 +2,6 @@
 
 #include "library/package_index.h"
 #include "platform/paths.h"
-#include "store/protocol/package_link.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,8 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Not inside the folder of apps, where a leftover would be taken for an app.
-constexpr QLatin1StringView unpackingFolder("\\config\\unpacking");
+constexpr QLatin1StringView packageEnding(".wfp");
 
 constexpr QLatin1StringView leftoverEndings[]
     = {QLatin1StringView(), QLatin1StringView(".dl"), QLatin1StringView(".dl.cfg")};
@@ -28,7 +26,7 @@ QString packageFile(const Paths &paths, const QString &name)
 
 QString PackageInstall::appFolder(const QString &name) const
 {
-    return m_paths.programFolder() + "\\config\\apps\\"_L1 + name;
+    return m_folders.app(name);
 }
 
 bool PackageInstall::appExists(const QString &name) const
@@ -51,7 +49,7 @@ bool PackageInstall::unpack(const QString &name)
         m_oZip->unzip(target);
         return !m_oZip->ranOutOfRoom();
     }
-    const QString unpacking = m_paths.programFolder() + unpackingFolder;
+    const QString unpacking = m_folders.unpacking();
     const QString unpacked = unpacking + u'\\' + name;
     QDir(m_paths.toSystem(unpacked)).removeRecursively();
     m_oZip->unzip(unpacked);
@@ -69,7 +67,7 @@ bool PackageInstall::moveIntoPlace(const QString &from, const QString &to) const
 {
     if (!QFileInfo(m_paths.toSystem(from)).isDir())
         return true; // nothing came out of the package
-    QDir().mkpath(m_paths.toSystem(m_paths.programFolder() + "\\config\\apps"_L1));
+    QDir().mkpath(m_paths.toSystem(m_folders.apps()));
     return QDir().rename(m_paths.toSystem(from), m_paths.toSystem(to));
 }
 

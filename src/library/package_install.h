@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/unzip.h"
+#include "library/app_folders.h"
 
 #include <QString>
 
@@ -18,6 +19,7 @@ class PackageInstall
 public:
     PackageInstall(const Paths &paths, TextCodec &codec)
         : m_paths(paths)
+        , m_folders(paths)
         , m_codec(codec)
     {
     }
@@ -40,6 +42,7 @@ private:
     bool moveIntoPlace(const QString &from, const QString &to) const;
 
     const Paths &m_paths;
+    AppFolders m_folders;
     TextCodec &m_codec;
     std::unique_ptr<Unzip> m_oZip;
 };

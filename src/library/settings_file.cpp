@@ -1,7 +1,6 @@
 #include "library/settings_file.h"
 
 #include "library/safe_file.h"
-#include "platform/paths.h"
 #include "platform/text_codec.h"
 
 #include <QFile>
@@ -145,15 +144,9 @@ QByteArray withProfileValue(
     return result;
 }
 
-QString SettingsFile::pathBelow(const QString &programFolder)
-{
-    const bool ends = programFolder.endsWith(u'\\') || programFolder.endsWith(u'/');
-    return programFolder + (ends ? u"config\\load\\set.ini"_s : u"\\config\\load\\set.ini"_s);
-}
-
 QString SettingsFile::systemPath() const
 {
-    return m_paths.toSystem(pathBelow(m_paths.programFolder()));
+    return m_folders.onDisk(m_folders.settingsFile());
 }
 
 bool SettingsFile::exists() const

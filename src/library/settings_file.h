@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/app_folders.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -15,7 +17,7 @@ class SettingsFile
 {
 public:
     SettingsFile(const Paths &paths, TextCodec &codec)
-        : m_paths(paths)
+        : m_folders(paths)
         , m_codec(codec)
     {
     }
@@ -28,14 +30,11 @@ public:
     // Other lines keep their bytes. A write that fails is silent and leaves the old file.
     void WriteSetting(const QString &section, const QString &key, const QString &value);
 
-    // The settings file of `programFolder`, which may end in a separator (a drive's root does).
-    static QString pathBelow(const QString &programFolder);
-
 private:
     QByteArray content() const;
     QString systemPath() const;
 
-    const Paths &m_paths;
+    AppFolders m_folders;
     TextCodec &m_codec;
 };
 

@@ -19,6 +19,10 @@ public:
     // regard to letter case, since apps come from systems that do not tell the cases apart; where that
     // finds nothing the component stays as written.
     virtual QString toSystem(const QString &path) const = 0;
+
+    // Whether names of files are not taken as they are: some stand for devices ("con", "lpt1.txt"), and
+    // blanks and dots at a name's end are dropped.
+    virtual bool interpretsNames() const = 0;
 };
 
 } // namespace plum

@@ -25,6 +25,7 @@ constexpr int storeHeight = 625; // pixels
 
 webbox::webbox(const Needs &needs)
     : m_use(needs)
+    , m_folders(needs.paths)
     , m_install(needs.paths, needs.codec)
 {
     connect(&m_use.view, &StoreView::packageFollowed, this, &webbox::followPackage);
@@ -74,11 +75,11 @@ void webbox::XzSet(int mode, const QString &name)
     if (wanted.isEmpty())
         return;
     if (!isPackageName(wanted)) {
-        m_use.host.showMessage({.text = u"Can not exist *[\\/:*?\"<|>]*"_s, .systemModal = true});
+        m_use.host.showMessage({.text = keywordMessage(KeywordFault::Forbidden), .systemModal = true});
         return;
     }
     if (mode == reinstall) {
-        FolderOp(u"delfold"_s, m_install.appFolder(m_currentName), m_use.paths);
+        FolderOp(u"delfold"_s, m_folders.app(m_currentName), m_use.paths, m_folders);
     } else {
         m_currentName = name;
         m_source = m_asked.value_or(Source{name, m_use.addresses.package(name)});

@@ -87,6 +87,7 @@ private:
     void install();
 
     Needs m_use;
+    AppFolders m_folders;
     PackageInstall m_install;
     QString m_currentName;
     Source m_source;

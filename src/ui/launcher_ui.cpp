@@ -159,8 +159,7 @@ void LauncherUi::choose(MenuCommand command)
         endProcess();
         break;
     case MenuCommand::fixit:
-        m.shell.open(u"regsvr32"_s, m.paths.programFolder() + u"\\config\\settings\\fix\\COMDLG32.OCX /s"_s,
-            ShowState::Minimised);
+        m.shell.open(u"regsvr32"_s, m_library.folders().fixComponent() + u" /s"_s, ShowState::Minimised);
         break;
     case MenuCommand::about:
         openPage(m.sites.product + u"/plum/index.html?v=0.01"_s);

@@ -314,11 +314,12 @@ protected:
 
     TemporaryFiles files;
     plum::recording::RecordingPaths paths;
+    plum::recording::RecordingFolders folders{paths};
 };
 
 TEST_F(FolderOpTest, DelfoldDeletesAnAppWithItsContent)
 {
-    plum::FolderOp(u"delfold"_s, files.folder() + u"\\config\\apps\\mail"_s, paths);
+    plum::FolderOp(u"delfold"_s, files.folder() + u"\\config\\apps\\mail"_s, paths, folders);
     EXPECT_FALSE(exists(u"config/apps/mail"_s));
     EXPECT_TRUE(exists(u"config/apps"_s));
 }
@@ -328,7 +329,7 @@ TEST_F(FolderOpTest, DelfoldKeepsTheLibraryAndWhatIsOutside)
     const QString apps = files.folder() + u"\\config\\apps"_s;
     for (const QString &path : {QString(), apps, apps + u"\\"_s, apps + u"\\."_s, apps + u"\\mail\\.."_s,
              apps + u"\\..\\..\\outside"_s, files.folder(), files.folder() + u"\\outside"_s, u"/"_s}) {
-        plum::FolderOp(u"delfold"_s, path, paths);
+        plum::FolderOp(u"delfold"_s, path, paths, folders);
         EXPECT_TRUE(exists(u"config/apps/mail/main.wf"_s)) << path.toStdString();
         EXPECT_TRUE(exists(u"outside/keep.txt"_s)) << path.toStdString();
     }
@@ -340,22 +341,22 @@ TEST_F(FolderOpTest, DelfoldOfALinkKeepsWhatItPointsTo)
     QFile::link(files.folder() + u"/outside"_s, link);
     if (!QFileInfo(link).isSymbolicLink())
         GTEST_SKIP() << "Qt makes shortcuts on this system, not links.";
-    plum::FolderOp(u"delfold"_s, files.folder() + u"\\config\\apps\\linked"_s, paths);
+    plum::FolderOp(u"delfold"_s, files.folder() + u"\\config\\apps\\linked"_s, paths, folders);
     EXPECT_FALSE(exists(u"config/apps/linked"_s));
     EXPECT_TRUE(exists(u"outside/keep.txt"_s));
 }
 
 TEST_F(FolderOpTest, DelfoldOfAMissingFolderAndOtherWordsDoNothing)
 {
-    plum::FolderOp(u"delfold"_s, files.folder() + u"\\config\\apps\\none"_s, paths);
-    plum::FolderOp(u"DELFOLD"_s, files.folder() + u"\\config\\apps\\mail"_s, paths);
+    plum::FolderOp(u"delfold"_s, files.folder() + u"\\config\\apps\\none"_s, paths, folders);
+    plum::FolderOp(u"DELFOLD"_s, files.folder() + u"\\config\\apps\\mail"_s, paths, folders);
     EXPECT_TRUE(exists(u"config/apps/mail/main.wf"_s));
 }
 
 TEST_F(FolderOpTest, AddfoldNeverCreatesAFolder)
 {
-    plum::FolderOp(u"addfold"_s, files.folder() + u"\\config\\apps\\fresh"_s, paths);
-    plum::FolderOp(u"addfold"_s, files.folder() + u"\\config\\apps\\mail"_s, paths);
+    plum::FolderOp(u"addfold"_s, files.folder() + u"\\config\\apps\\fresh"_s, paths, folders);
+    plum::FolderOp(u"addfold"_s, files.folder() + u"\\config\\apps\\mail"_s, paths, folders);
     EXPECT_FALSE(exists(u"config/apps/fresh"_s));
     EXPECT_TRUE(exists(u"config/apps/mail/main.wf"_s));
 }

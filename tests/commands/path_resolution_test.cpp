@@ -1,6 +1,7 @@
 #include "commands/path_resolution.h"
 
 #include "engine/run_state.h"
+#include "support/recording/recording_folders.h"
 #include "support/recording/recording_platform.h"
 
 #include <gtest/gtest.h>
@@ -15,10 +16,11 @@ class PathResolution : public testing::Test
 protected:
     PathResolution() { state.runctx[0] = u"D:\\scripts\\mine\\main.wf"_s; }
 
-    QString resolved(const QString &path) const { return ResolvePath(path, state, paths); }
+    QString resolved(const QString &path) const { return ResolvePath(path, state, folders); }
 
     RunState state{};
     recording::RecordingPaths paths;
+    recording::RecordingFolders folders{paths};
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "engine/run_start.h"
 #include "support/probe_handler.h"
 #include "support/raised_by.h"
+#include "support/recording/recording_folders.h"
 #include "support/script_bench.h"
 
 #include <QDir>
@@ -42,7 +43,8 @@ protected:
     QString m_workingFolder;
     recording::ScriptBench bench;
     recording::ProbeHandler probe;
-    RunStart start{bench.state, bench.loop, bench.files, bench.platform.paths()};
+    recording::RecordingFolders folders{bench.platform.paths()};
+    RunStart start{bench.state, bench.loop, bench.files, bench.platform.paths(), folders};
 };
 
 using CommandLineStart = RunStartTest;

@@ -1,5 +1,6 @@
 #include "commands/path_resolution.h"
 #include "engine/run_state.h"
+#include "support/recording/recording_folders.h"
 #include "support/recording/recording_platform.h"
 
 #include <cstdint>
@@ -15,11 +16,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         = QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size)).split(u'\n');
     const QString path = lines.value(0);
     plum::recording::RecordingPaths paths;
+    const plum::recording::RecordingFolders folders(paths);
     plum::RunState state;
     state.runctx[0] = lines.value(1);
     state.currentKeyword = lines.value(2);
 
-    const QString resolved = plum::ResolvePath(path, state, paths);
+    const QString resolved = plum::ResolvePath(path, state, folders);
     const QString written = QString(path).replace(u'/', u'\\');
     const QString head = written.section(u'\\', 0, 0);
     const bool isPlaceholder = head == "_pfold_"_L1 || head == "_ppfold_"_L1;

@@ -117,10 +117,10 @@ TEST_F(AppLibraryTest, namesWithEmojiQuotesTrailingBlanksAnd255BytesWork)
     EXPECT_TRUE(QDir(folder.apps()).isEmpty());
 }
 
-TEST_F(AppLibraryTest, aNameOf256BytesSaysError)
+TEST_F(AppLibraryTest, aNameOf256BytesSaysErrorAndWhy)
 {
     EXPECT_FALSE(appLibrary.CreateApp(QString(256, u'n'), {}));
-    EXPECT_EQ(said(), QStringList(u"message! Error"_s));
+    EXPECT_EQ(said(), QStringList(u"message! Error\n\nThis keyword is too long for the name of a folder."_s));
 }
 
 TEST_F(AppLibraryTest, aFullDiskKeepsTheOldScriptAndOrder)

@@ -114,12 +114,6 @@ TEST_F(SettingsFileTest, aNewSectionGoesToTheEndOfTheFile)
     EXPECT_EQ(write("[a]\r\nx=1"), "[a]\r\nx=1\r\n[hotkey]\r\nhotkey=Ctrl+Q\r\n");
 }
 
-TEST_F(SettingsFileTest, aDriveRootGetsNoSecondSeparator)
-{
-    EXPECT_EQ(SettingsFile::pathBelow(u"C:\\"_s), u"C:\\config\\load\\set.ini"_s);
-    EXPECT_EQ(SettingsFile::pathBelow(u"C:\\plum"_s), u"C:\\plum\\config\\load\\set.ini"_s);
-}
-
 TEST_F(SettingsFileTest, writesToTheDiskAndReadsBack)
 {
     EXPECT_FALSE(settings.exists());

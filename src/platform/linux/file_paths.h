@@ -13,6 +13,7 @@ public:
 
     QString programFolder() const override { return m_programFolder; }
     QString toSystem(const QString &path) const override;
+    bool interpretsNames() const override { return false; }
 
 private:
     QString m_programFolder;

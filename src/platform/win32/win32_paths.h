@@ -12,6 +12,7 @@ public:
     QString programFolder() const override { return m_programFolder; }
     // Paths are the system's own already, and it does not tell letter cases apart.
     QString toSystem(const QString &path) const override { return path; }
+    bool interpretsNames() const override { return true; }
 
 private:
     QString m_programFolder;

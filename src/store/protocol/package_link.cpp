@@ -1,6 +1,6 @@
 #include "store/protocol/package_link.h"
 
-#include <algorithm>
+#include "library/keyword_rules.h"
 
 namespace plum {
 
@@ -8,10 +8,7 @@ using namespace Qt::StringLiterals;
 
 bool isPackageName(QStringView name)
 {
-    constexpr QStringView forbidden = u"\\/:*?\"<|>";
-    const auto isForbidden = [&](QChar c) { return c < u' ' || forbidden.contains(c); };
-    return !name.isEmpty() && name != "."_L1 && name != ".."_L1
-        && std::none_of(name.cbegin(), name.cend(), isForbidden);
+    return keywordFault(name, FileNames::Kept) == KeywordFault::None;
 }
 
 std::optional<QString> packageNameOf(const QUrl &link, const QUrl &downloadBase)

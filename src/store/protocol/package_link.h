@@ -10,8 +10,7 @@ namespace plum {
 // The ending of package files.
 inline constexpr QLatin1StringView packageEnding(".wfp");
 
-// True for a name that can be an app's folder: not empty, not "." or "..", none of \ / : * ? " < | > and no
-// control character.
+// True for a name that can be a keyword wherever the store's packages go.
 bool isPackageName(QStringView name);
 
 // The name of the package that `link` leads to: a ".wfp" file below `downloadBase`, at any depth. Nothing

@@ -250,8 +250,10 @@ class RecordingPaths final : public Paths
 public:
     QString programFolder() const override { return folder; }
     QString toSystem(const QString &path) const override;
+    bool interpretsNames() const override { return namesAreInterpreted; }
 
     QString folder = QStringLiteral("C:\\plum");
+    bool namesAreInterpreted = false;
 };
 
 // Timers that are due at the `pumps`th call of waitOrPump. `onPump` stands for the user interface.
