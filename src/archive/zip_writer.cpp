@@ -52,9 +52,9 @@ quint32 dosTime(const QDateTime &time)
 
 } // namespace
 
-quint32 crc32(QByteArrayView bytes)
+quint32 crc32(QByteArrayView bytes, quint32 before)
 {
-    quint32 value = ~0U;
+    quint32 value = ~before;
     for (const char byte : bytes)
         value = value >> 8 ^ crcTable[(value ^ static_cast<quint8>(byte)) & 0xFF];
     return ~value;

@@ -38,7 +38,7 @@ private:
     QByteArray m_data;
 };
 
-// CRC-32 as ZIP uses it.
-quint32 crc32(QByteArrayView bytes);
+// CRC-32 as ZIP uses it. `before` is that of the bytes in front of these.
+quint32 crc32(QByteArrayView bytes, quint32 before = 0);
 
 } // namespace plum
