@@ -34,12 +34,14 @@ bool looksLikeLineFeedsOnly(const QStringList &lines)
 Program::Program(const QString &programPath, bool hasDesktop)
     : m_platform(createPlatform(programPath))
     , m_addresses(StoreAddresses::built())
-    , m_unpacker(m_platform->paths(), m_platform->textCodec())
+    , m_folders(m_platform->paths())
+    , m_listFile(m_platform->paths(), m_platform->textCodec())
+    , m_installer({m_platform->paths(), m_platform->textCodec(), {m_folders, m_listFile, &moveToTrash}})
     , m_ui({.paths = m_platform->paths(),
           .codec = m_platform->textCodec(),
           .shell = m_platform->shell(),
           .store = m_door,
-          .unpacker = m_unpacker,
+          .installer = m_installer,
           .sites = {m_addresses.site.toString(QUrl::StripTrailingSlash),
               m_addresses.site.toString(QUrl::StripTrailingSlash)},
           .endProcess = [this](int status) { end(status); },
@@ -51,10 +53,10 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .dark = Theme::of(QApplication::palette()).isDark})
     , m_transfers(m_platform->paths(), m_platform->textCodec())
     , m_store({m_storeWindow, m_transfers, m_channel, m_host, m_platform->shell(), m_platform->paths(),
-          m_platform->textCodec(), m_addresses})
+          m_installer, m_addresses})
     , m_shell(m_platform->shell(), m_channel)
     , m_scripts({*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName()})
-    , m_instance(m_platform->paths().programFolder())
+    , m_instance(m_folders)
 {
     m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
     m_platform->onEndRequested([this] { m_ui.endProcess(); });
@@ -90,6 +92,7 @@ void Program::runScript(const QString &commandLine)
 // Ends without unwinding: a script may be anywhere inside nested waits.
 void Program::end(int status)
 {
+    m_installer.putBack();
     m_platform->releaseDesktop();
     std::fflush(nullptr);
     std::_Exit(status);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "library/app_folders.h"
+#include "library/app_list_file.h"
+#include "library/package_installer.h"
 #include "library/single_instance.h"
-#include "library/zip_unpacker.h"
 #include "platform/platform.h"
 #include "script_system.h"
 #include "store/answered_shell.h"
@@ -68,7 +70,9 @@ private:
     StoreAddresses m_addresses;
     Door m_door{*this};
     Host m_host{*this};
-    ZipUnpacker m_unpacker;
+    AppFolders m_folders;
+    AppListFile m_listFile;
+    PackageInstaller m_installer;
     LauncherUi m_ui;
     ClipboardChannel m_channel;
     StoreProcess m_storeWindow;

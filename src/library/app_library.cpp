@@ -1,10 +1,9 @@
 #include "library/app_library.h"
 
-#include "commands/file_functions.h"
 #include "engine/launcher.h"
-#include "engine/text_functions.h"
 #include "library/app_list_file.h"
 #include "library/app_lists.h"
+#include "library/package_installer.h"
 #include "library/safe_file.h"
 #include "platform/paths.h"
 #include "platform/shell.h"
@@ -61,8 +60,15 @@ std::optional<QString> AppLibrary::systemFolder(const QString &keyword) const
     return m_folders.appOnDisk(keyword);
 }
 
+QString AppLibrary::faultOf(const QString &keyword) const
+{
+    return keywordMessage(m_folders.fault(keyword));
+}
+
 bool AppLibrary::exists(const QString &keyword) const
 {
+    if (m.installer.isAside(keyword))
+        return true;
     if (keyword.isEmpty())
         return QFileInfo(m.paths.toSystem(appPath({}))).isDir();
     const auto folder = systemFolder(keyword);
@@ -96,19 +102,20 @@ bool AppLibrary::CreateApp(const QString &keyword, const QString &scriptText)
         m.dialogs.showMessage({.text = u"The Keyword already exists, whether it is renamed ?"_s});
         return false;
     }
-    const auto folder = systemFolder(keyword);
-    if (!folder || m_folders.fault(keyword) != KeywordFault::None || !QDir().mkpath(*folder)) {
+    const auto change = m_folders.fault(keyword) == KeywordFault::None
+        ? LibraryChange::begin(m.installer.library(), {.keyword = keyword})
+        : nullptr;
+    const bool isCreated = change
+        && replaceFile(m_folders.onDisk(change->newFolder() + u"\\main.wf"_s), m.codec.toSystem(scriptText))
+        && change->arrive({});
+    if (!isCreated) {
         sayFailed(keyword);
         return false;
     }
-    if (!replaceFile(*folder + u"/main.wf"_s, m.codec.toSystem(scriptText))) {
-        QDir().rmdir(*folder);
-        say(u"Error"_s);
-        return false;
-    }
     m.lists.append(keyword);
-    say(u"Successfully"_s);
     saveOrder();
+    change->close();
+    say(u"Successfully"_s);
     return true;
 }
 
@@ -124,9 +131,22 @@ bool AppLibrary::saveScript(const QString &keyword, const QString &fileName, con
         return false;
     }
     const bool saved = systemFolder(keyword) && exists(keyword)
-        && replaceFile(m.paths.toSystem(appPath(keyword, fileName)), m.codec.toSystem(scriptText));
+        && replaceInApp(keyword, fileName, m.codec.toSystem(scriptText));
     say(saved ? u"Successfully"_s : u"Error"_s);
     return saved;
+}
+
+bool AppLibrary::replaceInApp(
+    const QString &keyword, const QString &fileName, const QByteArray &content) const
+{
+    const auto change = LibraryChange::begin(
+        m.installer.library(), {.kind = LibraryChange::Kind::Edit, .keyword = keyword});
+    if (change && change->replaceFile(fileName, content)) {
+        change->close();
+        return true;
+    }
+    // A file behind a link, or in a folder that is one, cannot be moved into place.
+    return replaceFile(m_folders.onDisk(appPath(keyword, fileName)), content);
 }
 
 bool AppLibrary::RenameApp(const QString &oldKeyword, const QString &newKeyword)
@@ -139,13 +159,22 @@ bool AppLibrary::RenameApp(const QString &oldKeyword, const QString &newKeyword)
     }
     const auto from = systemFolder(oldKeyword);
     const auto to = systemFolder(newKeyword);
-    if (!from || !to || m_folders.fault(newKeyword) != KeywordFault::None || !QDir().rename(*from, *to)) {
+    if (!from || !QFileInfo(*from).isDir() || m_folders.fault(newKeyword) != KeywordFault::None) {
+        sayFailed(newKeyword);
+        return false;
+    }
+    const auto change = LibraryChange::begin(m.installer.library(),
+        {.kind = LibraryChange::Kind::Rename, .keyword = oldKeyword, .newKeyword = newKeyword});
+    // A full disk has no room for the plan, but for another name.
+    if (change ? !change->rename() : !QDir().rename(*from, *to)) {
         sayFailed(newKeyword);
         return false;
     }
     m.lists.rename(oldKeyword, newKeyword);
-    say(u"Successfully"_s);
     saveOrder();
+    if (change)
+        change->close();
+    say(u"Successfully"_s);
     return true;
 }
 
@@ -153,46 +182,54 @@ bool AppLibrary::DeleteApp(const QString &keyword)
 {
     if (keyword.isEmpty() || !m.dialogs.askYesNo(u"确定删除?"_s, u"提示"_s))
         return false;
-    if (const auto folder = systemFolder(keyword)) {
-        FolderOp(u"delfold"_s, appPath(keyword).chopped(1), m.paths, m_folders);
-        if (QFileInfo(*folder).isDir()) {
+    const auto folder = systemFolder(keyword);
+    std::unique_ptr<LibraryChange> change;
+    if (folder && QFileInfo(*folder).isDir()) {
+        change = LibraryChange::begin(
+            m.installer.library(), {.kind = LibraryChange::Kind::Delete, .keyword = keyword});
+        // Deleting makes room on a full disk, which has none for the plan.
+        if (change ? !change->remove() : !discard(*folder, m.installer.library().trash)) {
             say(u"Error"_s);
             return false;
         }
     }
     m.lists.remove(keyword);
     saveOrder();
+    if (change)
+        change->close();
     return true;
 }
 
-bool AppLibrary::InstallPackage(const QString &package)
+bool AppLibrary::InstallPackage(const QString &packagePath, const QString &keyword)
 {
-    const QString path = Piece(package, u"|"_s, 0);
-    const QString keyword = Piece(package, u"|"_s, 1);
-    const auto folder = systemFolder(keyword);
-    if (!folder || !m.unpacker.extract(m.paths.toSystem(path), *folder)) {
-        say(u"Error"_s);
-        return false;
-    }
-    say(u"Successfully"_s);
-    m.lists.insertFirst(keyword);
-    saveOrder();
-    return true;
+    const InstallResult result
+        = m.installer.install({.path = packagePath, .keyword = keyword}, [this](const QString &installed) {
+              m.lists.insertFirst(installed);
+              saveOrder();
+          });
+    if (result)
+        say(u"Successfully"_s);
+    else
+        m.dialogs.showMessage({.text = result.message(), .icon = MessageIcon::Critical, .systemModal = true});
+    return bool(result);
+}
+
+QString AppLibrary::packageKeyword(const QString &path)
+{
+    const qsizetype nameStart = std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/')) + 1;
+    const QString name = path.sliced(nameStart);
+    return name.left(name.lastIndexOf(u'.'));
 }
 
 AppLibrary::Dropped AppLibrary::DropPackage(const QString &path)
 {
     if (!path.endsWith(".wfp"_L1))
         return Dropped::Ignored;
-    const qsizetype nameStart = std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/')) + 1;
-    const QString keyword = path.sliced(nameStart).chopped(4);
-    const QString package = path + u'|' + keyword;
-    if (!exists(keyword)) {
-        InstallPackage(package);
-        return Dropped::Done;
-    }
-    m_pendingInstall = package;
-    return Dropped::NeedsName;
+    const QString keyword = packageKeyword(path);
+    if (exists(keyword))
+        return Dropped::NeedsName;
+    InstallPackage(path, keyword);
+    return Dropped::Done;
 }
 
 void AppLibrary::ListApps(QStringList &list) const

@@ -10,6 +10,7 @@ namespace plum {
 
 class AppListFile;
 class AppLists;
+class PackageInstaller;
 class Paths;
 class Shell;
 class TextCodec;
@@ -23,17 +24,6 @@ public:
 
     virtual void showMessage(const Message &message) = 0;
     virtual bool askYesNo(const QString &question, const QString &title) = 0;
-};
-
-// Unpacks packages.
-class PackageUnpacker
-{
-public:
-    virtual ~PackageUnpacker() = default;
-
-    // Extracts the archive at `packagePath` into `folder`, which is made when it is missing; both are paths
-    // of the system. Returns false when nothing usable came out of it.
-    virtual bool extract(const QString &packagePath, const QString &folder) = 0;
 };
 
 // What the first line of a script says about it.
@@ -63,7 +53,7 @@ public:
         TextCodec &codec;
         Shell &shell;
         LibraryDialogs &dialogs;
-        PackageUnpacker &unpacker;
+        PackageInstaller &installer;
         AppLists &lists;
         AppListFile &listFile;
     };
@@ -78,8 +68,11 @@ public:
     // an empty one, silently. Blanks around it do not count.
     bool CheckKeyword(const QString &keyword) const;
 
-    // Whether a keyword is taken: by an app's folder or a plain file, letter case apart. The empty keyword
-    // stands for the library itself.
+    // What keeps a new app from having this keyword, as a sentence; empty when nothing does.
+    QString faultOf(const QString &keyword) const;
+
+    // Whether a keyword is taken: by an app's folder or a plain file, letter case apart, also by an app that
+    // is being replaced. The empty keyword stands for the library itself.
     bool exists(const QString &keyword) const;
 
     bool CreateApp(const QString &keyword, const QString &scriptText);
@@ -93,20 +86,20 @@ public:
     // Asks first. Without a keyword nothing is selected, and nothing happens.
     bool DeleteApp(const QString &keyword);
 
-    // `package` is "<packagePath>|<keyword>".
-    bool InstallPackage(const QString &package);
+    // Installs the package at `packagePath`, over the app that is there if there is one; its other files
+    // stay.
+    bool InstallPackage(const QString &packagePath, const QString &keyword);
 
     enum class Dropped {
         Ignored, // no package
-        Done,
-        NeedsName, // an app of that name exists; `pendingInstall` waits for another name
+        Done, // installed, or the user knows why not
+        NeedsName, // an app of that name exists; nothing was done
     };
 
     Dropped DropPackage(const QString &path);
 
-    // The package text that waits for a name, "<packagePath>|<keyword>".
-    const QString &pendingInstall() const { return m_pendingInstall; }
-    void setPendingInstall(const QString &package) { m_pendingInstall = package; }
+    // The keyword that a package file names: its name without its ending.
+    static QString packageKeyword(const QString &path);
 
     void ListApps(QStringList &list) const;
     void OpenAppFolder(const QString &keyword);
@@ -129,10 +122,10 @@ private:
     void sayFailed(const QString &keyword) const;
     void say(const QString &text) const;
     void saveOrder() const;
+    bool replaceInApp(const QString &keyword, const QString &fileName, const QByteArray &content) const;
 
     Parts m;
     AppFolders m_folders;
-    QString m_pendingInstall;
 };
 
 } // namespace plum

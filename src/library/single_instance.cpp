@@ -1,7 +1,10 @@
 #include "library/single_instance.h"
 
+#include "library/app_folders.h"
+
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace plum {
@@ -10,28 +13,28 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A folder of the user's: the program folder itself may be read-only.
-QString lockPath(const QString &programFolder)
+// For a program folder that cannot be written: nobody writes its lists either, so each user may have a
+// launcher.
+QString claimOfUser(const AppFolders &folders)
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-    QDir().mkpath(folder);
+    const QString folder = QFileInfo(folders.onDisk(folders.file({}))).canonicalFilePath();
     const QByteArray name
-        = QCryptographicHash::hash(programFolder.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
-    return u"%1/plum-%2.lock"_s.arg(folder, QString::fromLatin1(name));
+        = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
+    return u"%1/plum-%2.lock"_s.arg(
+        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation), QString::fromLatin1(name));
 }
 
 } // namespace
 
-SingleInstance::SingleInstance(const QString &programFolder)
-    : m_lock(lockPath(programFolder))
-{
-    // A launcher may run for weeks; only the end of its process makes its claim stale.
-    m_lock.setStaleLockTime(0);
-}
-
 bool SingleInstance::claim()
 {
-    return m_lock.tryLock(0) || m_lock.error() != QLockFile::LockFailedError;
+    const QString own = m_folders.onDisk(m_folders.launcherClaim());
+    QDir().mkpath(QFileInfo(own).path());
+    FileClaim::Outcome outcome = m_claim.claim(own);
+    if (outcome == FileClaim::Outcome::Impossible)
+        outcome = m_claim.claim(claimOfUser(m_folders));
+    // Where no claim can be made anywhere, starting is better than never starting.
+    return outcome != FileClaim::Outcome::HeldByAnother;
 }
 
 } // namespace plum

@@ -1,22 +1,27 @@
 #pragma once
 
-#include <QLockFile>
-#include <QString>
+#include "platform/file_claim.h"
 
 namespace plum {
 
-// One launcher at a time for each program folder. The claim ends with this object, and with the process
-// however it ends.
+class AppFolders;
+
+// One launcher at a time for each program folder, by whatever path it is called. The claim ends with this
+// object, and with the process however it ends.
 class SingleInstance
 {
 public:
-    explicit SingleInstance(const QString &programFolder);
+    explicit SingleInstance(const AppFolders &folders)
+        : m_folders(folders)
+    {
+    }
 
-    // False when another process holds the claim.
+    // False when another launcher holds the claim.
     bool claim();
 
 private:
-    QLockFile m_lock;
+    const AppFolders &m_folders;
+    FileClaim m_claim;
 };
 
 } // namespace plum

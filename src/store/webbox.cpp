@@ -1,8 +1,8 @@
 #include "store/webbox.h"
 
-#include "commands/file_functions.h"
 #include "engine/launcher.h"
 #include "library/package_index.h"
+#include "library/package_installer.h"
 #include "platform/shell.h"
 #include "store/clipboard_channel.h"
 #include "store/download_texts.h"
@@ -25,8 +25,7 @@ constexpr int storeHeight = 625; // pixels
 
 webbox::webbox(const Needs &needs)
     : m_use(needs)
-    , m_folders(needs.paths)
-    , m_install(needs.paths, needs.codec)
+    , m_package(needs.paths)
 {
     connect(&m_use.view, &StoreView::packageFollowed, this, &webbox::followPackage);
     connect(&m_use.view, &StoreView::outsideOpened, this, &webbox::openOutside);
@@ -58,7 +57,7 @@ void webbox::followPackage(const QUrl &link)
     if (!name || m_isInstalling || m_use.transfers.isBusy())
         return;
     m_asked = Source{*name, link.adjusted(QUrl::RemoveFragment | QUrl::NormalizePathSegments)};
-    if (!m_install.appExists(*name)) {
+    if (!m_use.installer.appExists(*name)) {
         XzSet(installNamed, *name);
         return;
     }
@@ -79,7 +78,10 @@ void webbox::XzSet(int mode, const QString &name)
         return;
     }
     if (mode == reinstall) {
-        FolderOp(u"delfold"_s, m_folders.app(m_currentName), m_use.paths, m_folders);
+        if (!m_use.installer.setAside(m_currentName)) {
+            sayFailed({InstallFault::NotWritable});
+            return;
+        }
     } else {
         m_currentName = name;
         m_source = m_asked.value_or(Source{name, m_use.addresses.package(name)});
@@ -106,8 +108,10 @@ void webbox::showStatus(DownloadStatus status)
         installWhenReady();
         return;
     }
-    if (!isOnTheWay(status))
+    if (!isOnTheWay(status)) {
         m_isInstalling = false;
+        m_use.installer.putBack();
+    }
     m_use.view.setCaption(downloadTitle(status).toString());
 }
 
@@ -130,19 +134,26 @@ void webbox::installWhenReady()
 void webbox::install()
 {
     const std::optional<QByteArray> checksum = packageChecksum(*m_index, m_source.name);
-    const bool isDamaged = checksum && !m_install.isGenuine(m_currentName, *checksum);
-    const bool isUnpacked = !isDamaged && m_install.unpack(m_currentName);
-    m_install.deletePackage(m_currentName);
-    if (!isUnpacked) {
-        m_use.host.showMessage(
-            {.text = isDamaged ? u"The package is damaged and was not installed."_s
-                               : u"There is no room left on the disk. The package was not installed."_s,
-                .icon = MessageIcon::Critical,
-                .systemModal = true});
-        return;
+    InstallResult result{InstallFault::Damaged};
+    if (!checksum || m_package.isGenuine(m_currentName, *checksum)) {
+        const bool isAnew = m_use.installer.isAside(m_currentName);
+        result = m_use.installer.install({.path = m_package.path(m_currentName),
+                                             .keyword = m_currentName,
+                                             .carried = isAnew ? CarriedFiles::UsersOwn : CarriedFiles::All,
+                                             .place = LibraryChange::Place::End},
+            [this](const QString &keyword) { m_use.host.addApp(keyword); });
     }
-    m_use.host.showMessage({.text = u"installed successfully"_s, .systemModal = true});
-    m_use.host.addApp(m_currentName);
+    m_use.installer.putBack();
+    m_package.deleteAll(m_currentName);
+    if (result)
+        m_use.host.showMessage({.text = u"installed successfully"_s, .systemModal = true});
+    else
+        sayFailed(result);
+}
+
+void webbox::sayFailed(const InstallResult &result)
+{
+    m_use.host.showMessage({.text = result.message(), .icon = MessageIcon::Critical, .systemModal = true});
 }
 
 void webbox::webw(const QString &html)

@@ -2,7 +2,7 @@
 
 #include "commands/store_page.h"
 #include "download/download_status.h"
-#include "library/package_install.h"
+#include "store/downloaded_package.h"
 #include "store/store_addresses.h"
 
 #include <QObject>
@@ -14,6 +14,8 @@
 namespace plum {
 
 class ClipboardChannel;
+class PackageInstaller;
+struct InstallResult;
 class Shell;
 class StoreHost;
 class StoreTransfers;
@@ -35,7 +37,7 @@ public:
         StoreHost &host;
         Shell &shell;
         Paths &paths;
-        TextCodec &codec;
+        PackageInstaller &installer;
         StoreAddresses addresses;
     };
 
@@ -45,8 +47,8 @@ public:
     void openStore();
 
     // Starts installing a package. Mode 1: the package `name`. Mode 0: the current package anew, `name` is
-    // not looked at; its app is deleted first. While a package is on its way, nothing happens: two of them
-    // would be mixed up.
+    // not looked at; its app leaves the library first and comes back if nothing takes its place. While a
+    // package is on its way, nothing happens: two of them would be mixed up.
     void XzSet(int mode, const QString &name);
 
     // Shows a piece of HTML in place of the page.
@@ -85,10 +87,10 @@ private:
     void takeIndex(const QByteArray &index);
     void installWhenReady();
     void install();
+    void sayFailed(const InstallResult &result);
 
     Needs m_use;
-    AppFolders m_folders;
-    PackageInstall m_install;
+    DownloadedPackage m_package;
     QString m_currentName;
     Source m_source;
     std::optional<Source> m_asked; // the link for which the name box was shown

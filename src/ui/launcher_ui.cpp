@@ -1,5 +1,7 @@
 #include "ui/launcher_ui.h"
 
+#include "library/package_installer.h"
+
 #include "engine/run_state.h"
 #include "look/app_icon.h"
 #include "platform/paths.h"
@@ -29,7 +31,7 @@ constexpr auto paintPatience = 2s;
 LauncherUi::LauncherUi(Surroundings surroundings)
     : m(std::move(surroundings))
     , m_listFile(m.paths, m.codec)
-    , m_library({m.paths, m.codec, m.shell, m_messages, m.unpacker, m_lists, m_listFile})
+    , m_library({m.paths, m.codec, m.shell, m_messages, m.installer, m_lists, m_listFile})
     , m_faces(m_library, m.paths)
     , m_settings(m.paths, m.codec)
     , m_runs({.report = m.report,
@@ -67,6 +69,7 @@ void LauncherUi::start(const Desktop &desktop)
     m_actions = std::make_unique<AppActions>(AppActions::Parts{*m_window, m_library, m_faces, m.shell,
         m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; }});
     connectWindow();
+    LibraryChange::recover(m.installer.library());
     m_lists.List.setStringList(m_listFile.load());
     m_summons->showHint();
     m_summons->showAndActivate();

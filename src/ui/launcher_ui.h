@@ -52,7 +52,7 @@ public:
         TextCodec &codec;
         Shell &shell;
         StoreDoor &store;
-        PackageUnpacker &unpacker;
+        PackageInstaller &installer;
         Sites sites;
         std::function<void(int status)> endProcess; // in order, at once
         std::function<void(const QString &line)> report; // one line on standard error

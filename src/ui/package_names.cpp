@@ -1,14 +1,11 @@
 #include "ui/package_names.h"
 
-#include "engine/text_functions.h"
 #include "library/app_library.h"
 #include "ui/app_faces.h"
 #include "ui/questions.h"
 #include "ui/store_door.h"
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 PackageNames::PackageNames(const Parts &parts)
     : m(parts)
@@ -17,6 +14,7 @@ PackageNames::PackageNames(const Parts &parts)
 
 void PackageNames::askForStore(const QString &name)
 {
+    m_droppedPath.reset();
     m.questions.askPackageName(name, name);
 }
 
@@ -26,19 +24,17 @@ void PackageNames::packageDropped(const QString &path)
     m.faces.forget();
     if (outcome != AppLibrary::Dropped::NeedsName)
         return;
-    m_installMode = 1;
-    m.questions.askPackageName(Piece(m.library.pendingInstall(), u"|"_s, 1), path);
+    m_droppedPath = path;
+    m.questions.askPackageName(AppLibrary::packageKeyword(path), path);
 }
 
 void PackageNames::install(const QString &name, bool isFree)
 {
-    if (m_installMode == 0) {
+    if (!m_droppedPath) {
         m.store.install(name, isFree ? StoreDoor::ByName : StoreDoor::Reinstall);
         return;
     }
-    if (isFree)
-        m.library.setPendingInstall(Piece(m.library.pendingInstall(), u"|"_s, 0) + u'|' + name);
-    m.library.InstallPackage(m.library.pendingInstall());
+    m.library.InstallPackage(*m_droppedPath, isFree ? name : AppLibrary::packageKeyword(*m_droppedPath));
     m.faces.forget();
 }
 

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace plum {
 
 class AppFaces;
@@ -36,9 +38,9 @@ public:
 private:
     Parts m;
 
-    // Where a package comes from whose name the box asks for: 0 the store, 1 dropped onto the lists. Nothing
-    // sets it back to 0; kept.
-    qint16 m_installMode = 0;
+    // What the question that is open is about: a package that was dropped, by its path, else one of the
+    // store.
+    std::optional<QString> m_droppedPath;
 };
 
 } // namespace plum

@@ -25,7 +25,7 @@ shurubox &Questions::freshBox()
         m_box->close();
     m_box = new shurubox(m_shell,
         {.exists = [this](const QString &keyword) { return m_library.exists(keyword); },
-            .isUsableName = [](const QString &keyword) { return AppLibrary::isFolderName(keyword); }},
+            .faultOf = [this](const QString &keyword) { return m_library.faultOf(keyword); }},
         m_owner());
     connect(m_box, &shurubox::unloaded, this, [this] { m_box.clear(); });
     connect(m_box, &shurubox::inputConfirmed, this, &Questions::inputConfirmed);

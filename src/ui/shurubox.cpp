@@ -259,8 +259,8 @@ void shurubox::confirmName()
         Label6->setText(name + u"  already exists"_s);
         return;
     }
-    if (!m_library.isUsableName(name)) {
-        Label6->setText(u"Can not exist *[\\/:*?\"<|>]*"_s);
+    if (const QString fault = m_library.faultOf(name); !fault.isEmpty()) {
+        Label6->setText(fault);
         return;
     }
     close();

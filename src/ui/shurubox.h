@@ -26,7 +26,7 @@ public:
     struct Library
     {
         std::function<bool(const QString &keyword)> exists;
-        std::function<bool(const QString &keyword)> isUsableName;
+        std::function<QString(const QString &keyword)> faultOf; // a sentence; empty for none
     };
 
     shurubox(Shell &shell, Library library, QWidget *owner);

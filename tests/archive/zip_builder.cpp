@@ -49,9 +49,22 @@ QByteArray flushed(const QByteArray &bytes)
     return compressed(bytes, 6, Z_FULL_FLUSH);
 }
 
+namespace {
+
+quint32 checksum(const QByteArray &content)
+{
+    return static_cast<quint32>(
+        ::crc32(0, reinterpret_cast<const Bytef *>(content.constData()), static_cast<uInt>(content.size())));
+}
+
+} // namespace
+
 BuiltEntry storedEntry(const QByteArray &name, const QByteArray &content)
 {
-    return {.name = name, .data = content, .uncompressedSize = static_cast<quint32>(content.size())};
+    return {.name = name,
+        .data = content,
+        .uncompressedSize = static_cast<quint32>(content.size()),
+        .crc = checksum(content)};
 }
 
 BuiltEntry deflatedEntry(const QByteArray &name, const QByteArray &content)
@@ -59,7 +72,8 @@ BuiltEntry deflatedEntry(const QByteArray &name, const QByteArray &content)
     return {.name = name,
         .data = deflated(content),
         .uncompressedSize = static_cast<quint32>(content.size()),
-        .method = 8};
+        .method = 8,
+        .crc = checksum(content)};
 }
 
 namespace {

@@ -10,6 +10,7 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 using recording::bytesOf;
+using recording::packageOf;
 using recording::writeBytes;
 
 namespace {
@@ -38,11 +39,15 @@ TEST_F(AppLibraryTest, createMakesTheFolderTheScriptAndTheListEntry)
     EXPECT_EQ(bytesOf(folder.configTxt()), "note\r\n");
 }
 
-TEST_F(AppLibraryTest, createSavesTheOrderAfterItsMessage)
+TEST_F(AppLibraryTest, whatTheUserIsToldIsAlreadySaved)
 {
-    dialogs.onMessage = [this] { EXPECT_FALSE(QFile::exists(folder.configTxt())); };
+    QByteArrayList saved;
+    dialogs.onMessage = [&] { saved += bytesOf(folder.configTxt()); };
     appLibrary.CreateApp(u"note"_s, {});
-    EXPECT_TRUE(QFile::exists(folder.configTxt()));
+    appLibrary.RenameApp(u"note"_s, u"letter"_s);
+    appLibrary.DropPackage(folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, "x"}})));
+    EXPECT_EQ(said(), QStringList(3, u"message! Successfully"_s));
+    EXPECT_EQ(saved, QByteArrayList({"note\r\n", "letter\r\n", "calc\r\nletter\r\n"}));
 }
 
 TEST_F(AppLibraryTest, createWithoutKeywordAsksForOne)
@@ -301,48 +306,52 @@ TEST_F(AppLibraryTest, deletingALinkLeavesWhatItPointsTo)
     EXPECT_EQ(bytesOf(folder.path() + u"/elsewhere/kept.txt"_s), "kept");
 }
 
-TEST_F(AppLibraryTest, installSplitsItsTextAndInsertsAtTheTopOfBothLists)
+TEST_F(AppLibraryTest, anInstallInsertsAtTheTopOfBothLists)
 {
     lists.List.setStringList({u"x"_s});
     lists.List2.setStringList({u"y"_s});
-    EXPECT_TRUE(appLibrary.InstallPackage(u"/tmp/p.wfp|calc"_s));
-    EXPECT_EQ(
-        said(), QStringList({u"extract /tmp/p.wfp|"_s + folder.apps(u"calc"_s), u"message! Successfully"_s}));
+    const QString package = folder.addPackage(u"p.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
+    EXPECT_TRUE(appLibrary.InstallPackage(package, u"calc"_s));
+    EXPECT_EQ(said(), QStringList(u"message! Successfully"_s));
     EXPECT_EQ(listed(), QStringList({u"calc"_s, u"x"_s}));
     EXPECT_EQ(lists.List2.stringList(), QStringList({u"calc"_s, u"y"_s}));
     EXPECT_EQ(bytesOf(folder.configTxt()), "calc\r\nx\r\n");
 }
 
-TEST_F(AppLibraryTest, installWithoutASeparatorUsesTheTextForBothFields)
-{
-    appLibrary.InstallPackage(u"calc"_s);
-    EXPECT_EQ(said().first(), u"extract calc|"_s + folder.apps(u"calc"_s));
-}
-
 TEST_F(AppLibraryTest, installOutsideTheLibraryExtractsNothing)
 {
-    for (const QString &name : {u".."_s, QString(), u"../x"_s, u"/tmp/x"_s})
-        EXPECT_FALSE(appLibrary.InstallPackage(u"/tmp/p.wfp|"_s + name));
-    EXPECT_EQ(said(), QStringList(4, u"message! Error"_s));
+    const QString package = folder.addPackage(u"p.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
+    for (const QString &name : {u".."_s, QString(), u"../x"_s, u"/tmp/x"_s}) {
+        log.clear();
+        EXPECT_FALSE(appLibrary.InstallPackage(package, name));
+        EXPECT_TRUE(said().value(0).startsWith(u"message! Error\n\n"_s));
+    }
+    EXPECT_FALSE(QFile::exists(folder.path() + u"/config"_s));
 }
 
-TEST_F(AppLibraryTest, aPackageThatCannotBeReadSaysErrorAndListsNothing)
+TEST_F(AppLibraryTest, aPackageFileWhoseNameIsNoKeywordGetsAClearMessage)
 {
-    unpacker.succeeds = false;
-    EXPECT_FALSE(appLibrary.InstallPackage(u"/tmp/p.wfp|calc"_s));
-    EXPECT_EQ(said().last(), u"message! Error"_s);
-    EXPECT_TRUE(listed().isEmpty());
+    folder.addApp(u"p"_s, "mine");
+    const QString package = folder.addPackage(u"p|q.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
+    EXPECT_EQ(appLibrary.DropPackage(package), AppLibrary::Dropped::Done);
+    EXPECT_EQ(said(),
+        QStringList(u"message! Error\n\nThe package's name cannot be a keyword. "
+                    "Can not exist *[\\/:*?\"<|>]*"_s));
+    EXPECT_EQ(folder.inApps(), QStringList(u"p"_s));
+    EXPECT_EQ(bytesOf(folder.script(u"p"_s)), "mine");
 }
 
 TEST_F(AppLibraryTest, aDroppedPackageInstallsUnderItsName)
 {
-    EXPECT_EQ(appLibrary.DropPackage(u"/home/me/calc.wfp"_s), AppLibrary::Dropped::Done);
+    const QString package = folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
+    EXPECT_EQ(appLibrary.DropPackage(package), AppLibrary::Dropped::Done);
     EXPECT_EQ(listed(), QStringList(u"calc"_s));
 }
 
 TEST_F(AppLibraryTest, aDroppedPackageWithTwoDotsInstallsUpToTheLast)
 {
-    appLibrary.DropPackage(u"C:\\Users\\me\\a.b.wfp"_s);
+    const QString package = folder.addPackage(u"a.b.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
+    appLibrary.DropPackage(QString(package).replace(u'/', u'\\'));
     EXPECT_EQ(listed(), QStringList(u"a.b"_s));
 }
 
@@ -350,9 +359,29 @@ TEST_F(AppLibraryTest, aDroppedPackageOfAnExistingAppAsksForANewKeyword)
 {
     folder.addApp(u"calc"_s, "mine");
     EXPECT_EQ(appLibrary.DropPackage(u"/tmp/calc.wfp"_s), AppLibrary::Dropped::NeedsName);
-    EXPECT_EQ(appLibrary.pendingInstall(), u"/tmp/calc.wfp|calc"_s);
+    EXPECT_EQ(AppLibrary::packageKeyword(u"/tmp/calc.wfp"_s), u"calc"_s);
     EXPECT_TRUE(said().isEmpty());
     EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "mine");
+}
+
+TEST_F(AppLibraryTest, aDeletedAppGoesToTheTrash)
+{
+    folder.addApp(u"a"_s, "mine");
+    lists.List.setStringList({u"a"_s});
+    EXPECT_TRUE(appLibrary.DeleteApp(u"a"_s));
+    EXPECT_EQ(said(), QStringList({u"ask 确定删除?|提示"_s, u"trash a"_s}));
+    EXPECT_EQ(trash.read(u"a/main.wf"_s), "mine");
+    EXPECT_FALSE(QFile::exists(folder.path() + u"/config/unpacking"_s));
+}
+
+TEST_F(AppLibraryTest, withoutATrashAnAppIsDeletedForGood)
+{
+    trash.isThere = false;
+    folder.addApp(u"a"_s, "mine");
+    lists.List.setStringList({u"a"_s});
+    EXPECT_TRUE(appLibrary.DeleteApp(u"a"_s));
+    EXPECT_TRUE(folder.inApps().isEmpty());
+    EXPECT_FALSE(QFile::exists(folder.path() + u"/config/unpacking"_s));
 }
 
 TEST_F(AppLibraryTest, otherDroppedFilesAreIgnored)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "archive/zip_writer.h"
 #include "engine/launcher.h"
 #include "library/app_library.h"
 #include "library/app_list_file.h"
 #include "library/app_lists.h"
+#include "library/package_installer.h"
 #include "support/recording/recording_platform.h"
 
 #include <QDir>
@@ -42,27 +44,6 @@ private:
     Log &m_log;
 };
 
-// Stands for the archive reader: makes the folder with a script in it, or fails.
-class RecordingUnpacker final : public PackageUnpacker
-{
-public:
-    explicit RecordingUnpacker(Log &log)
-        : m_log(log)
-    {
-    }
-
-    bool extract(const QString &packagePath, const QString &folder) override
-    {
-        m_log.add(QStringLiteral("extract %1|%2").arg(packagePath, folder));
-        return succeeds && QDir().mkpath(folder);
-    }
-
-    bool succeeds = true;
-
-private:
-    Log &m_log;
-};
-
 inline QByteArray bytesOf(const QString &path)
 {
     QFile file(path);
@@ -77,6 +58,15 @@ inline void writeBytes(const QString &path, const QByteArray &bytes)
         qFatal("cannot write %s", qUtf8Printable(path));
 }
 
+// A package of these files.
+inline QByteArray packageOf(const QList<std::pair<QString, QByteArray>> &files)
+{
+    ZipWriter archive;
+    for (const auto &[name, content] : files)
+        archive.add(name, content, QDateTime::currentDateTime());
+    return archive.finish();
+}
+
 // A program folder of its own on the disk.
 class ProgramFolder
 {
@@ -85,6 +75,20 @@ public:
     QString apps(const QString &name = {}) const { return path() + QStringLiteral("/config/apps/") + name; }
     QString configTxt() const { return path() + QStringLiteral("/config/load/config.txt"); }
     QString setIni() const { return path() + QStringLiteral("/config/load/set.ini"); }
+    // A package beside the library; its full path.
+    QString addPackage(const QString &fileName, const QByteArray &package) const
+    {
+        const QString file = path() + QStringLiteral("/downloads/") + fileName;
+        writeBytes(file, package);
+        return file;
+    }
+
+    // The names of the apps' folders and of everything else in their place.
+    QStringList inApps() const
+    {
+        return QDir(apps()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+
     QString script(const QString &keyword) const { return apps(keyword) + QStringLiteral("/main.wf"); }
 
     void addApp(const QString &keyword, const QByteArray &script = "time.sleep \"1\"\r\n") const
@@ -93,6 +97,42 @@ public:
     }
 
 private:
+    QTemporaryDir m_folder;
+};
+
+// A trash of a test's own; writes down the names of what goes there.
+class RecordingTrash
+{
+public:
+    explicit RecordingTrash(Log &log)
+        : m_log(log)
+    {
+    }
+
+    bool take(const QString &path)
+    {
+        if (!isThere)
+            return false;
+        const QString name = QFileInfo(path).fileName();
+        const QString target = m_folder.path() + QLatin1Char('/') + name;
+        QDir(target).removeRecursively();
+        if (!QDir().rename(path, target))
+            return false;
+        m_log.add(QStringLiteral("trash ") + name);
+        return true;
+    }
+
+    Trash asTrash()
+    {
+        return [this](const QString &path) { return take(path); };
+    }
+
+    QByteArray read(const QString &name) const { return bytesOf(m_folder.path() + QLatin1Char('/') + name); }
+
+    bool isThere = true;
+
+private:
+    Log &m_log;
     QTemporaryDir m_folder;
 };
 
@@ -114,10 +154,12 @@ public:
     TextCodec &codec = m_system->textCodec();
     RecordingShell shell{log};
     RecordingDialogs dialogs{log};
-    RecordingUnpacker unpacker{log};
+    RecordingTrash trash{log};
     AppLists lists;
     AppListFile listFile{paths, codec};
-    AppLibrary appLibrary{{paths, codec, shell, dialogs, unpacker, lists, listFile}};
+    AppFolders folders{paths};
+    PackageInstaller installer{{paths, codec, {folders, listFile, trash.asTrash()}}};
+    AppLibrary appLibrary{{paths, codec, shell, dialogs, installer, lists, listFile}};
 };
 
 } // namespace plum::recording

@@ -1,6 +1,6 @@
 #include "library/single_instance.h"
 
-#include <QTemporaryDir>
+#include "library/library_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -12,34 +12,146 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// A program folder by one of its names.
+struct Place
+{
+    explicit Place(const QString &folder)
+        : m_system(createPlatform(folder + u"/plum"_s))
+        , folders(m_system->paths())
+    {
+    }
+
+private:
+    std::unique_ptr<Platform> m_system;
+
+public:
+    AppFolders folders;
+};
+
+// The rights of everybody else, whatever folder they come to.
+class OtherUser
+{
+public:
+    OtherUser()
+        : m_isRoot(geteuid() == 0)
+        , isReady(!m_isRoot || seteuid(65534) == 0)
+    {
+    }
+    ~OtherUser()
+    {
+        if (m_isRoot && seteuid(0) != 0)
+            std::abort();
+    }
+    Q_DISABLE_COPY_MOVE(OtherUser)
+
+private:
+    const bool m_isRoot;
+
+public:
+    const bool isReady;
+};
+
+} // namespace
+
 TEST(SingleInstance, aSecondStartInTheSameFolderIsRefused)
 {
-    const QTemporaryDir folder;
-    SingleInstance first(folder.path());
-    SingleInstance second(folder.path());
+    const recording::ProgramFolder folder;
+    const Place place(folder.path());
+    SingleInstance first(place.folders);
+    SingleInstance second(place.folders);
     EXPECT_TRUE(first.claim());
     EXPECT_FALSE(second.claim());
 }
 
 TEST(SingleInstance, anotherFolderHasALauncherOfItsOwn)
 {
-    const QTemporaryDir folder;
-    const QTemporaryDir other;
-    SingleInstance first(folder.path());
-    SingleInstance second(other.path());
+    const recording::ProgramFolder folder;
+    const recording::ProgramFolder other;
+    const Place place(folder.path());
+    const Place otherPlace(other.path());
+    SingleInstance first(place.folders);
+    SingleInstance second(otherPlace.folders);
     EXPECT_TRUE(first.claim());
     EXPECT_TRUE(second.claim());
 }
 
+TEST(SingleInstance, theClaimIsTheFoldersNotThePaths)
+{
+    const recording::ProgramFolder folder;
+    const recording::ProgramFolder links;
+    ASSERT_TRUE(QFile::link(folder.path(), links.path() + u"/linked"_s));
+    const Place place(folder.path());
+    const Place linked(links.path() + u"/linked"_s);
+    SingleInstance first(place.folders);
+    SingleInstance second(linked.folders);
+    EXPECT_TRUE(first.claim());
+    EXPECT_FALSE(second.claim());
+}
+
+TEST(SingleInstance, withoutAHomeThereIsOneLauncherAFolderToo)
+{
+    const recording::ProgramFolder folder;
+    const QByteArray home = qgetenv("HOME");
+    const QByteArray cache = qgetenv("XDG_CACHE_HOME");
+    qputenv("HOME", "/proc/none");
+    qunsetenv("XDG_CACHE_HOME");
+    const Place place(folder.path());
+    SingleInstance first(place.folders);
+    SingleInstance second(place.folders);
+    EXPECT_TRUE(first.claim());
+    EXPECT_FALSE(second.claim());
+    qputenv("HOME", home);
+    if (!cache.isNull())
+        qputenv("XDG_CACHE_HOME", cache);
+}
+
+TEST(SingleInstance, aFolderThatCannotBeWrittenIsClaimedInTheRuntimeFolder)
+{
+    const recording::ProgramFolder folder;
+    const recording::ProgramFolder links;
+    const recording::ProgramFolder runtime;
+    ASSERT_TRUE(QFile::link(folder.path(), links.path() + u"/linked"_s));
+    const QByteArray runtimeBefore = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+    const auto closed = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    QFile::setPermissions(links.path(), closed);
+    QFile::setPermissions(folder.path(), closed);
+    // It has to be the user's own.
+    constexpr uid_t nobody = 65534;
+    if (geteuid() == 0)
+        ASSERT_EQ(chown(QFile::encodeName(runtime.path()).constData(), nobody, nobody), 0);
+    {
+        const OtherUser user;
+        ASSERT_TRUE(user.isReady);
+        const Place place(folder.path());
+        const Place linked(links.path() + u"/linked"_s);
+        SingleInstance first(place.folders);
+        SingleInstance second(linked.folders);
+        EXPECT_TRUE(first.claim());
+        EXPECT_FALSE(second.claim());
+    }
+    for (const auto *each : {&folder, &links})
+        QFile::setPermissions(each->path(), closed | QFile::WriteOwner);
+    EXPECT_FALSE(QFile::exists(folder.path() + u"/config"_s));
+    EXPECT_FALSE(QDir(runtime.path()).isEmpty());
+    if (runtimeBefore.isNull())
+        qunsetenv("XDG_RUNTIME_DIR");
+    else
+        qputenv("XDG_RUNTIME_DIR", runtimeBefore);
+}
+
 TEST(SingleInstance, aClaimEndsWithItsProcess)
 {
-    const QTemporaryDir folder;
+    const recording::ProgramFolder folder;
+    const Place place(folder.path());
     int report[2];
     ASSERT_EQ(pipe(report), 0);
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        SingleInstance other(folder.path());
+        SingleInstance other(place.folders);
         const char claimed = other.claim() ? 'y' : 'n';
         if (write(report[1], &claimed, 1) != 1)
             _exit(1);
@@ -49,7 +161,7 @@ TEST(SingleInstance, aClaimEndsWithItsProcess)
     char claimed = 0;
     ASSERT_EQ(read(report[0], &claimed, 1), 1);
     EXPECT_EQ(claimed, 'y');
-    SingleInstance mine(folder.path());
+    SingleInstance mine(place.folders);
     EXPECT_FALSE(mine.claim());
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);

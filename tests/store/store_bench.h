@@ -1,6 +1,9 @@
 #pragma once
 
 #include "engine/launcher.h"
+#include "library/app_folders.h"
+#include "library/app_list_file.h"
+#include "library/package_installer.h"
 #include "store/clipboard_channel.h"
 #include "store/protocol/store_transfers.h"
 #include "store/store_host.h"
@@ -128,7 +131,14 @@ struct StoreBench
     RecordingTransfers transfers{platform.log};
     RecordingHost host{platform.log};
     ClipboardChannel channel{platform.clipboard()};
-    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), platform.textCodec(),
+    AppFolders folders{platform.paths()};
+    AppListFile listFile{platform.paths(), platform.textCodec()};
+    QTemporaryDir trash;
+    PackageInstaller installer{{platform.paths(), platform.textCodec(),
+        {folders, listFile, [this](const QString &path) {
+             return QDir().rename(path, trash.path() + u'/' + QFileInfo(path).fileName());
+         }}}};
+    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer,
         {QUrl(QStringLiteral("http://shop.test")), QUrl(QStringLiteral("http://shop.test/plum/download/"))}}};
 };
 

@@ -56,6 +56,11 @@ protected:
 
 const QStringList success{u"message installed successfully (system-modal)"_s};
 
+QStringList failure(const QString &why)
+{
+    return {u"message Error\n\n%1 (system-modal)"_s.arg(why), u"caption Download completed"_s};
+}
+
 } // namespace
 
 TEST_F(Store, OpensTheCatalogue)
@@ -112,7 +117,7 @@ TEST_F(Store, InstallingTheSamePackageTwiceWithMode0RemovesTheOldAppFolderBefore
     bench.store.XzSet(1, u"notes"_s);
     putPackage(u"notes"_s, "first");
     complete();
-    bench.files.write(u"config/apps/notes/leftover"_s, "x");
+    bench.files.write(u"config/apps/notes/notes.txt"_s, "what the user's script wrote");
 
     bool wasGone = false;
     bench.transfers.onStart = [&] { wasGone = !bench.hasApp(u"notes"_s); };
@@ -121,7 +126,32 @@ TEST_F(Store, InstallingTheSamePackageTwiceWithMode0RemovesTheOldAppFolderBefore
     putPackage(u"notes"_s, "second");
     complete();
     EXPECT_EQ(script(u"notes"_s), "second");
-    EXPECT_FALSE(bench.hasApp(u"notes/leftover"_s));
+    EXPECT_EQ(bench.files.read(u"config/apps/notes/notes.txt"_s), "what the user's script wrote");
+    EXPECT_TRUE(QFileInfo::exists(bench.trash.path() + u"/notes/notes.txt"_s));
+}
+
+TEST_F(Store, AnAppThatIsNotReplacedComesBack)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    // Not found, cut, stopped, no connection: each is an end of the download.
+    for (const DownloadStatus end : {DownloadStatus::Failed, DownloadStatus::Stopped, DownloadStatus::Paused,
+             DownloadStatus::BadAnswer, DownloadStatus::NotSent, DownloadStatus::NoFile}) {
+        follow(u"http://shop.test/plum/download/notes.wfp"_s);
+        bench.store.XzSet(0, {});
+        EXPECT_FALSE(bench.hasApp(u"notes"_s));
+        bench.transfers.end(end);
+        EXPECT_EQ(script(u"notes"_s), "old");
+    }
+    const QByteArray package = putPackage(u"notes"_s, "new");
+    for (const QByteArray &bad : {QByteArray("<html>Not found</html>"), package.first(package.size() / 2),
+             QByteArray("\x1f\x8b\x08") + package}) {
+        follow(u"http://shop.test/plum/download/notes.wfp"_s);
+        bench.store.XzSet(0, {});
+        bench.files.write(u"notes.wfp"_s, bad);
+        complete();
+        EXPECT_EQ(script(u"notes"_s), "old");
+    }
+    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/config/unpacking"_s));
 }
 
 TEST_F(Store, Mode0WithoutACurrentPackageDoesNothing)
@@ -176,19 +206,24 @@ TEST_F(Store, InstallsInTheOrderOfItsSteps)
             EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u'/' + QLatin1StringView(file))) << file;
     };
     complete();
-    EXPECT_EQ(bench.events(), success + QStringList({u"add app notes"_s, u"caption Download completed"_s}));
+    EXPECT_EQ(bench.events(),
+        QStringList(u"add app notes"_s) + success + QStringList(u"caption Download completed"_s));
     EXPECT_EQ(bench.files.read(u"config/apps/notes/pictures/a.txt"_s), "picture");
 }
 
-TEST_F(Store, SaysInstalledEvenWhenThePackageIsNoArchive)
+TEST_F(Store, OnlyAWholePackageIsAnnouncedAndListed)
 {
-    bench.store.XzSet(1, u"notes"_s);
-    bench.files.write(u"notes.wfp"_s, "no archive");
-    bench.platform.log.clear();
-    complete();
-    EXPECT_EQ(bench.events(), success + QStringList({u"add app notes"_s, u"caption Download completed"_s}));
-    EXPECT_FALSE(bench.hasApp(u"notes"_s));
-    EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+    const QByteArray package = putPackage(u"notes"_s, "script");
+    for (const QByteArray &bad : {QByteArray("<html>Not found</html>"), package.first(package.size() - 10),
+             QByteArray("\x1f\x8b\x08") + package}) {
+        bench.store.XzSet(1, u"notes"_s);
+        bench.files.write(u"notes.wfp"_s, bad);
+        bench.platform.log.clear();
+        complete();
+        EXPECT_EQ(bench.events(), failure(u"This is no package, or only a part of one."_s));
+        EXPECT_FALSE(bench.hasApp(u"notes"_s));
+        EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
+    }
 }
 
 TEST_F(Store, AFullDiskLeavesNoHalfApp)
@@ -203,10 +238,8 @@ TEST_F(Store, AFullDiskLeavesNoHalfApp)
         const plum::test::FileSizeLimit limit(100'000);
         complete();
     }
-    EXPECT_EQ(bench.events(),
-        (QStringList{
-            u"message There is no room left on the disk. The package was not installed. (system-modal)"_s,
-            u"caption Download completed"_s}));
+    EXPECT_EQ(
+        bench.events(), failure(u"There is no room left on the disk. The package was not installed."_s));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/config/unpacking"_s));
@@ -261,9 +294,7 @@ TEST_F(Store, ADamagedPackageIsRefusedAndNothingOfItIsKept)
     putPackage(u"notes"_s, "script");
     bench.platform.log.clear();
     complete(indexOf(u"notes"_s, "another package"));
-    EXPECT_EQ(bench.events(),
-        (QStringList{u"message The package is damaged and was not installed. (system-modal)"_s,
-            u"caption Download completed"_s}));
+    EXPECT_EQ(bench.events(), failure(u"The package is damaged and was not installed."_s));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
 }

@@ -34,6 +34,13 @@ protected:
         return list->visualRect(list->model()->index(row, 0)).center();
     }
 
+    void dropPackage(const QString &name)
+    {
+        const QString package
+            = folder.addPackage(name, recording::packageOf({{QStringLiteral("main.wf"), QByteArray("new")}}));
+        drop(viewport("List"), {QUrl::fromLocalFile(package)});
+    }
+
     bool isCentred()
     {
         const QRect screen = QGuiApplication::primaryScreen()->geometry();

@@ -250,7 +250,7 @@ TEST_F(FrmSetTest, aPackageDroppedOnAListIsInstalled)
 {
     addApps({u"one"_s});
     start();
-    drop(viewport("List"), {QUrl::fromLocalFile(u"/tmp/calc.wfp"_s)});
+    dropPackage(u"calc.wfp"_s);
     EXPECT_EQ(user.seen, QStringList(u"!Successfully"_s));
     EXPECT_EQ(listed("List"), QStringList({u"calc"_s, u"one"_s}));
     EXPECT_EQ(bytesOf(folder.configTxt()), "calc\r\none\r\n");
@@ -269,7 +269,7 @@ TEST_F(FrmSetTest, aDroppedPackageOfAnExistingAppAsksForAName)
 {
     addApps({u"calc"_s});
     start();
-    drop(viewport("List"), {QUrl::fromLocalFile(u"/tmp/calc.wfp"_s)});
+    dropPackage(u"calc.wfp"_s);
     ASSERT_TRUE(topLevel("shurubox"));
     EXPECT_TRUE(inBox("renamebox")->isVisible());
 
@@ -278,7 +278,8 @@ TEST_F(FrmSetTest, aDroppedPackageOfAnExistingAppAsksForAName)
     inBox<QLineEdit>("Text4")->setText(u"CALC2"_s);
     click(inBox("Image2"));
     EXPECT_FALSE(topLevel("shurubox"));
-    EXPECT_EQ(said(), QStringList(u"extract /tmp/calc.wfp|"_s + folder.path() + u"/config/apps/CALC2"_s));
+    EXPECT_EQ(bytesOf(folder.script(u"CALC2"_s)), "new");
+    EXPECT_TRUE(said().isEmpty());
     EXPECT_EQ(listed("List"), QStringList({u"CALC2"_s, u"calc"_s}));
 }
 
@@ -286,9 +287,10 @@ TEST_F(FrmSetTest, aDroppedPackageCanReplaceTheExistingApp)
 {
     addApps({u"calc"_s});
     start();
-    drop(viewport("List"), {QUrl::fromLocalFile(u"/tmp/calc.wfp"_s)});
+    dropPackage(u"calc.wfp"_s);
     click(inBox("Label3"));
-    EXPECT_EQ(said(), QStringList(u"extract /tmp/calc.wfp|"_s + folder.path() + u"/config/apps/calc"_s));
+    EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "new");
+    EXPECT_EQ(said(), QStringList(u"trash calc"_s));
     EXPECT_EQ(listed("List"), QStringList(u"calc"_s));
 }
 

@@ -226,9 +226,12 @@ public:
     ProgramFolder folder;
     RecordingPlatform platform;
     RecordingStore store{platform.log};
-    RecordingUnpacker unpacker{platform.log};
+    RecordingTrash trash{platform.log};
+    AppFolders places{platform.paths()};
+    AppListFile listFile{platform.paths(), platform.textCodec()};
+    PackageInstaller installer{{platform.paths(), platform.textCodec(), {places, listFile, trash.asTrash()}}};
     BoxUser user;
-    LauncherUi ui{{platform.paths(), platform.textCodec(), platform.shell(), store, unpacker,
+    LauncherUi ui{{platform.paths(), platform.textCodec(), platform.shell(), store, installer,
         {QStringLiteral("http://site"), QStringLiteral("http://forum")},
         [this](int status) { platform.log.add(QStringLiteral("end process %1").arg(status)); },
         [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }}};

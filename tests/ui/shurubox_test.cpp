@@ -275,24 +275,40 @@ TEST_F(ShuruboxTest, aNameForAStorePackageGoesToTheStore)
     EXPECT_EQ(said(), QStringList({u"store install new 1"_s, u"store install Calc 0"_s}));
 }
 
-TEST_F(ShuruboxTest, afterADroppedPackageANameIsAlwaysForThatOne)
+TEST_F(ShuruboxTest, theInstallModeBelongsToTheQuestionThatIsOpen)
 {
     addApps({u"calc"_s});
     start();
-    drop(find<QAbstractScrollArea>("List")->viewport(), {QUrl::fromLocalFile(u"/tmp/calc.wfp"_s)});
+    const QUrl dropped
+        = QUrl::fromLocalFile(folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, "dropped"}})));
+    drop(find<QAbstractScrollArea>("List")->viewport(), {dropped});
     key(inBox("Text4"), Qt::Key_Escape);
     ui.askPackageName(u"chess"_s);
     click(inBox("Image2"));
-    EXPECT_EQ(said(), QStringList(u"extract /tmp/calc.wfp|"_s + folder.apps(u"chess"_s)));
+    EXPECT_EQ(said(), QStringList(u"store install chess 1"_s));
+    EXPECT_EQ(folder.inApps(), QStringList(u"calc"_s));
 }
 
-TEST_F(ShuruboxTest, aNameThatLeavesTheLibraryKeepsTheBoxOpen)
+TEST_F(ShuruboxTest, theNameBoxTakesTheRuleOfEveryKeyword)
 {
+    addApps({u"b"_s});
     start();
-    ui.askPackageName(u"../x"_s);
-    click(inBox("Image2"));
-    EXPECT_TRUE(topLevel("shurubox"));
-    EXPECT_TRUE(said().isEmpty());
+    const QByteArray before = bytesOf(folder.script(u"b"_s));
+    const QUrl dropped
+        = QUrl::fromLocalFile(folder.addPackage(u"b.wfp"_s, packageOf({{u"main.wf"_s, "dropped"}})));
+    drop(find<QAbstractScrollArea>("List")->viewport(), {dropped});
+    for (const QString &name : {u"b|piano"_s, u"a:b"_s, u"../x"_s, u"a*"_s, u".."_s}) {
+        inBox<QLineEdit>("Text4")->setText(name);
+        key(inBox("Text4"), Qt::Key_Return);
+        ASSERT_TRUE(topLevel("shurubox")) << qPrintable(name);
+        EXPECT_EQ(inBox<QLabel>("Label6")->text(), u"Can not exist *[\\/:*?\"<|>]*"_s);
+    }
+    EXPECT_EQ(bytesOf(folder.script(u"b"_s)), before);
+    EXPECT_EQ(folder.inApps(), QStringList(u"b"_s));
+
+    inBox<QLineEdit>("Text4")->setText(QString(256, u'n'));
+    key(inBox("Text4"), Qt::Key_Return);
+    EXPECT_EQ(inBox<QLabel>("Label6")->text(), u"This keyword is too long for the name of a folder."_s);
 }
 
 TEST_F(ShuruboxTest, theDetailsShowThePackageAndLeadBack)
@@ -315,7 +331,7 @@ TEST(Shurubox, aNameThatDiffersInLetterCaseAloneExists)
     const AppLibrary &apps = bench.appLibrary;
     shurubox box(bench.shell,
         {.exists = [&](const QString &keyword) { return apps.exists(keyword); },
-            .isUsableName = [](const QString &) { return true; }},
+            .faultOf = [](const QString &) { return QString(); }},
         nullptr);
     box.setAttribute(Qt::WA_DeleteOnClose, false);
     box.showName(u"cALC"_s, u"cALC"_s);

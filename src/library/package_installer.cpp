@@ -1,0 +1,180 @@
+#include "library/package_installer.h"
+
+#include "archive/unzip.h"
+#include "library/app_folders.h"
+#include "platform/paths.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct FaultText
+{
+    InstallFault fault;
+    QStringView text;
+};
+
+constexpr std::array faultTexts{
+    FaultText{InstallFault::None, u""},
+    FaultText{InstallFault::Keyword, u"The package's name cannot be a keyword."},
+    FaultText{InstallFault::Missing, u"The package is not there."},
+    FaultText{InstallFault::WriteProtected, u"The package is write-protected; it is opened for writing too."},
+    FaultText{InstallFault::NoPackage, u"This is no package, or only a part of one."},
+    FaultText{InstallFault::Empty, u"There is nothing in the package."},
+    FaultText{InstallFault::Unreadable, u"A file in the package is encrypted or packed in an unknown way."},
+    FaultText{InstallFault::Misplaced, u"A file in the package cannot be put into the app's folder."},
+    FaultText{InstallFault::Damaged, u"The package is damaged and was not installed."},
+    FaultText{InstallFault::NoRoom, u"There is no room left on the disk. The package was not installed."},
+    FaultText{InstallFault::NotWritable, u"The folder of the apps cannot be changed, or its disk is full."},
+};
+
+// What an error of the archive reader says about the package.
+struct ReaderError
+{
+    QStringView start;
+    InstallFault fault;
+};
+
+constexpr std::array readerErrors{
+    ReaderError{u"Invalid signature", InstallFault::None}, // the file itself came out, and is checked
+    ReaderError{u"Encryption not supported", InstallFault::Unreadable},
+    ReaderError{u"UnReduce not supported", InstallFault::Unreadable},
+    ReaderError{u"Compression not supported", InstallFault::Unreadable},
+    ReaderError{u"Error creating", InstallFault::Misplaced},
+};
+
+InstallFault faultOf(const QString &readerError)
+{
+    const auto known = std::ranges::find_if(
+        readerErrors, [&](const ReaderError &each) { return readerError.startsWith(each.start); });
+    return known == readerErrors.end() ? InstallFault::Damaged : known->fault;
+}
+
+// Why an archive could not be opened.
+InstallFault faultOfOpening(const QString &systemPath)
+{
+    const QFileInfo file(systemPath);
+    if (!file.isFile())
+        return InstallFault::Missing;
+    return file.isWritable() ? InstallFault::NoPackage : InstallFault::WriteProtected;
+}
+
+} // namespace
+
+QString installFaultText(InstallFault fault)
+{
+    return std::ranges::find(faultTexts, fault, &FaultText::fault)->text.toString();
+}
+
+QString InstallResult::message() const
+{
+    const QString why = installFaultText(fault);
+    return fault == InstallFault::Keyword
+        ? u"Error\n\n%1 %2"_s.arg(why, keywordMessage(KeywordFault::Forbidden))
+        : u"Error\n\n"_s + why;
+}
+
+InstallResult PackageInstaller::install(
+    const Package &package, const std::function<void(const QString &keyword)> &list)
+{
+    const QString &keyword = package.keyword;
+    std::unique_ptr<LibraryChange> change = isAside(keyword) ? std::move(m_aside) : nullptr;
+    const auto app = m.library.folders.appOnDisk(keyword);
+    const bool isThere = change || (app && QFileInfo::exists(*app));
+    if (!isThere && m.library.folders.fault(keyword) != KeywordFault::None)
+        return {InstallFault::Keyword};
+
+    if (!change)
+        change = LibraryChange::begin(m.library, {.keyword = keyword, .place = package.place});
+    if (!change)
+        return {InstallFault::NotWritable};
+
+    PackageRecord record;
+    if (const InstallFault fault = unpack(package.path, change->newFolder(), record);
+        fault != InstallFault::None)
+        return {fault};
+
+    if (const QString old = change->oldApp(); QFileInfo(old).isDir()) {
+        const PackageRecord brought = PackageRecord::of(change->keyword(), m.library.folders);
+        const auto outcome
+            = carryOver(old, m.library.folders.onDisk(change->newFolder()), brought, package.carried, record);
+        if (outcome != CarryOutcome::Done)
+            return {outcome == CarryOutcome::NoRoom ? InstallFault::NoRoom : InstallFault::NotWritable};
+    }
+    if (!change->arrive(record.toJson()))
+        return {InstallFault::NotWritable};
+    list(change->keyword());
+    change->close();
+    return {};
+}
+
+// Whole means that nothing failed or was left out, and that every file has its length and its checksum.
+InstallFault PackageInstaller::unpack(const QString &path, const QString &folder, PackageRecord &record)
+{
+    Unzip archive(m.paths, m.codec);
+    if (!archive.Init(path))
+        return faultOfOpening(m.paths.toSystem(path));
+    if (archive.Count() == 0)
+        return InstallFault::Empty;
+
+    InstallFault fault = InstallFault::None;
+    const auto note = [&fault](const QString &error) {
+        if (fault == InstallFault::None)
+            fault = faultOf(error);
+    };
+    QObject::connect(&archive, &Unzip::UnzipError, &archive, note);
+    const bool isDone = archive.unzip(folder);
+    if (archive.ranOutOfRoom())
+        return InstallFault::NoRoom;
+    if (fault != InstallFault::None || !isDone)
+        return fault == InstallFault::None ? InstallFault::Damaged : fault;
+
+    for (int i = 0; i < archive.Count(); ++i) {
+        const ZipEntry entry = archive.EntryInfo(i);
+        const QString name = QDir::cleanPath(QString(entry.fileName).replace(u'\\', u'/'));
+        if (entry.isFolder) {
+            record.folders.insert(name);
+            continue;
+        }
+        const auto measure = measureFile(m.paths.toSystem(folder + u'\\' + entry.fileName));
+        if (measure != FileMeasure{entry.uncompressedSize, entry.crc})
+            return InstallFault::Damaged;
+        record.files.insert(name, *measure);
+        for (qsizetype end = name.lastIndexOf(u'/'); end > 0; end = name.lastIndexOf(u'/', end - 1))
+            record.folders.insert(name.first(end));
+    }
+    return InstallFault::None;
+}
+
+bool PackageInstaller::setAside(const QString &keyword)
+{
+    m_aside.reset();
+    if (!appExists(keyword))
+        return true;
+    auto change = LibraryChange::begin(m.library, {.keyword = keyword, .place = LibraryChange::Place::End});
+    if (!change || !change->takeAside())
+        return false;
+    m_aside = std::move(change);
+    return true;
+}
+
+bool PackageInstaller::appExists(const QString &keyword) const
+{
+    const auto app = m.library.folders.appOnDisk(keyword);
+    return app && QFileInfo(*app).isDir();
+}
+
+bool PackageInstaller::isAside(const QString &keyword) const
+{
+    return m_aside && m_aside->keyword().compare(keyword, Qt::CaseInsensitive) == 0;
+}
+
+} // namespace plum
