@@ -184,7 +184,10 @@ bool LibraryChange::arrive(const QByteArray &record)
     // A folder that came while the old app was aside is nobody's leftover.
     if (isThere(appOnDisk()) && !asideApp().isEmpty())
         return false;
-    if (!record.isEmpty() && !plum::replaceFile(inFolder(recordFile), record))
+    if (record.isEmpty())
+        QFile::remove(
+            PackageRecord::fileOf(m_plan.keyword, m.folders)); // of an app that somebody deleted by hand
+    else if (!plum::replaceFile(inFolder(recordFile), record))
         return false;
     m_isMade = takeAside() && QDir().rename(inFolder(newName), appOnDisk());
     return m_isMade;
@@ -256,15 +259,15 @@ void LibraryChange::keepRecord()
 // What is old goes first: until then the plan says what the folder is.
 void LibraryChange::settle()
 {
-    if (const QString old = asideApp(); !old.isEmpty())
-        discard(old, m.trash);
+    m_isOpen = false;
+    if (const QString old = asideApp(); !old.isEmpty() && !discard(old, m.trash))
+        return;
     QFile::remove(inFolder(planFile));
     deleteFolder(systemFolder());
     m_claim.release();
     QFile::remove(systemFolder() + claimEnding);
     // Fails while another change is under way.
     QDir().rmdir(QFileInfo(systemFolder()).path());
-    m_isOpen = false;
 }
 
 // Without its plan the folder is one to be taken back, however far that gets.
