@@ -40,11 +40,7 @@
     </message>
 </context>
 <context>
-    <name>plum::LauncherUi</name>
-    <message>
-        <source>Dropped: %1</source>
-        <translation>已放入：%1</translation>
-    </message>
+    <name>plum::LauncherSummons</name>
     <message>
         <source>No hotkey yet.</source>
         <translation>还没有热键。</translation>
@@ -52,6 +48,13 @@
     <message>
         <source>Choose one</source>
         <translation>选择一个</translation>
+    </message>
+</context>
+<context>
+    <name>plum::LauncherUi</name>
+    <message>
+        <source>Dropped: %1</source>
+        <translation>已放入：%1</translation>
     </message>
 </context>
 <context>
