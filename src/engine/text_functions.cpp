@@ -3,6 +3,8 @@
 #include "engine/conversions.h"
 #include "engine/run_time_error.h"
 
+#include <QStringList>
+
 namespace plum {
 
 qint16 CountOf(QStringView find, QStringView text)

@@ -1,5 +1,6 @@
 #include "platform/web_sandbox.h"
 
+#include <QByteArray>
 #include <QtGlobal>
 
 #include <unistd.h>
