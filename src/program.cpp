@@ -2,7 +2,6 @@
 
 #include "commands/notices.h"
 #include "engine/run_time_error.h"
-#include "look/theme.h"
 #include "platform/paths.h"
 
 #include <QApplication>
@@ -37,6 +36,7 @@ Program::Program(const QString &programPath, bool hasDesktop)
     , m_folders(m_platform->paths())
     , m_listFile(m_platform->paths(), m_platform->textCodec())
     , m_installer({m_platform->paths(), m_platform->textCodec(), {m_folders, m_listFile, &moveToTrash}})
+    , m_questions(m_platform->windows())
     , m_ui({.paths = m_platform->paths(),
           .codec = m_platform->textCodec(),
           .shell = m_platform->shell(),
@@ -48,9 +48,7 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .report = &say,
           .hasDesktop = hasDesktop})
     , m_channel(m_platform->clipboard())
-    , m_storeWindow({.program = StoreProcess::besideThisProgram(),
-          .downloadBase = m_addresses.downloadBase,
-          .dark = Theme::of(QApplication::palette()).isDark})
+    , m_storeWindow({.program = StoreProcess::besideThisProgram(), .downloadBase = m_addresses.downloadBase})
     , m_transfers(m_platform->paths(), m_platform->textCodec())
     , m_store({m_storeWindow, m_transfers, m_channel, m_host, m_platform->shell(), m_platform->paths(),
           m_installer, m_addresses})
@@ -103,9 +101,9 @@ void Program::Door::openCatalogue()
     m_program.m_store.openStore();
 }
 
-void Program::Door::install(const QString &name, InstallFlag flag)
+void Program::Door::askInstall(InstallFlag flag, const QString &name)
 {
-    m_program.m_store.XzSet(flag == ByName ? 1 : 0, name);
+    m_program.m_store.askInstall(flag, name);
 }
 
 void Program::Host::showMessage(const Message &message)
@@ -116,6 +114,16 @@ void Program::Host::showMessage(const Message &message)
 void Program::Host::askName(const QString &name)
 {
     m_program.m_ui.askPackageName(name);
+}
+
+void Program::Host::askInstall(const InstallOffer &offer, std::function<void()> install)
+{
+    m_program.m_questions.ask(offer, std::move(install));
+}
+
+bool Program::Host::isAsking() const
+{
+    return m_program.m_questions.isAsking() || m_program.m_ui.isAskingPackageName();
 }
 
 void Program::Host::addApp(const QString &keyword)

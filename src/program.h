@@ -12,6 +12,7 @@
 #include "store/store_host.h"
 #include "store/store_process.h"
 #include "store/webbox.h"
+#include "ui/install_questions.h"
 #include "ui/launcher_ui.h"
 #include "ui/store_door.h"
 
@@ -44,7 +45,7 @@ private:
         {
         }
         void openCatalogue() override;
-        void install(const QString &name, InstallFlag flag) override;
+        void askInstall(InstallFlag flag, const QString &name) override;
 
     private:
         Program &m_program;
@@ -58,6 +59,8 @@ private:
         }
         void showMessage(const Message &message) override;
         void askName(const QString &name) override;
+        void askInstall(const InstallOffer &offer, std::function<void()> install) override;
+        bool isAsking() const override;
         void addApp(const QString &keyword) override;
 
     private:
@@ -73,6 +76,7 @@ private:
     AppFolders m_folders;
     AppListFile m_listFile;
     PackageInstaller m_installer;
+    InstallQuestions m_questions;
     LauncherUi m_ui;
     ClipboardChannel m_channel;
     StoreProcess m_storeWindow;

@@ -17,8 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int reinstall = 0; // modes of XzSet
-constexpr int installNamed = 1;
 constexpr int storeHeight = 625; // pixels
 
 } // namespace
@@ -45,20 +43,29 @@ void webbox::openStore()
         openOutside(m_use.addresses.catalogue());
         return;
     }
+    // What was said of a download that is over was said to whoever had the window open then.
+    if (!isBusy())
+        m_use.view.setCaption({});
     m_use.view.navigate(m_use.addresses.catalogue());
     m_use.view.setWindowHeight(storeHeight);
     m_use.view.layOut();
     m_use.view.showWindow();
 }
 
+bool webbox::isBusy() const
+{
+    return m_isInstalling || m_use.transfers.isBusy();
+}
+
 void webbox::followPackage(const QUrl &link)
 {
     const std::optional<QString> name = packageNameOf(link, m_use.addresses.downloadBase);
-    if (!name || m_isInstalling || m_use.transfers.isBusy())
+    // One question at a time: a page asks no second one over it.
+    if (!name || isBusy() || m_use.host.isAsking())
         return;
     m_asked = Source{*name, link.adjusted(QUrl::RemoveFragment | QUrl::NormalizePathSegments)};
     if (!m_use.installer.appExists(*name)) {
-        XzSet(installNamed, *name);
+        askInstall(InstallFlag::ByName, *name);
         return;
     }
     m_currentName = *name;
@@ -66,18 +73,41 @@ void webbox::followPackage(const QUrl &link)
     m_use.host.askName(*name);
 }
 
-void webbox::XzSet(int mode, const QString &name)
+bool webbox::isUsable(const QString &name) const
 {
-    if (m_isInstalling || m_use.transfers.isBusy())
+    if (name.isEmpty())
+        return false;
+    if (isPackageName(name))
+        return true;
+    m_use.host.showMessage({.text = keywordMessage(KeywordFault::Forbidden), .systemModal = true});
+    return false;
+}
+
+void webbox::askInstall(InstallFlag flag, const QString &name)
+{
+    const bool isAnew = flag == InstallFlag::Reinstall;
+    const QString wanted = isAnew ? m_currentName : name;
+    if (isBusy() || !isUsable(wanted))
         return;
-    const QString &wanted = mode == reinstall ? m_currentName : name;
-    if (wanted.isEmpty())
+    const Source source = isAnew ? m_source : m_asked.value_or(Source{name, m_use.addresses.package(name)});
+    m_use.host.askInstall({.keyword = wanted,
+                              .origin = source.address.toString(),
+                              .replaces = isAnew && m_use.installer.appExists(wanted)},
+        [this, flag, wanted, source] {
+            // What was asked is what is done, whatever link has been followed meanwhile.
+            m_currentName = wanted;
+            m_source = source;
+            m_asked = source;
+            XzSet(flag, wanted);
+        });
+}
+
+void webbox::XzSet(InstallFlag mode, const QString &name)
+{
+    const bool isAnew = mode == InstallFlag::Reinstall;
+    if (isBusy() || !isUsable(isAnew ? m_currentName : name))
         return;
-    if (!isPackageName(wanted)) {
-        m_use.host.showMessage({.text = keywordMessage(KeywordFault::Forbidden), .systemModal = true});
-        return;
-    }
-    if (mode == reinstall) {
+    if (isAnew) {
         if (!m_use.installer.setAside(m_currentName)) {
             sayFailed({InstallFault::NotWritable});
             return;

@@ -2,6 +2,7 @@
 
 #include "commands/store_page.h"
 #include "download/download_status.h"
+#include "library/install_offer.h"
 #include "store/downloaded_package.h"
 #include "store/store_addresses.h"
 
@@ -46,20 +47,25 @@ public:
     // Opens the catalogue.
     void openStore();
 
-    // Starts installing a package. Mode 1: the package `name`. Mode 0: the current package anew, `name` is
-    // not looked at; its app leaves the library first and comes back if nothing takes its place. While a
-    // package is on its way, nothing happens: two of them would be mixed up.
-    void XzSet(int mode, const QString &name);
+    // Asks the user whether to install a package, as XzSet would, and does it when the answer is yes. Nothing
+    // is requested before.
+    void askInstall(InstallFlag flag, const QString &name);
+
+    // Starts installing a package: the package `name`, or the current one anew, where `name` is not looked at; its app
+    // leaves the library first and comes back if nothing takes its place. While a package is on its way, nothing
+    // happens: two of them would be mixed up.
+    void XzSet(InstallFlag mode, const QString &name);
 
     // Shows a piece of HTML in place of the page.
     void webw(const QString &html);
 
     // The text up to and with its second "#", and the text after it; empty when there are not two.
-    // Kept: the first part ends in "#", the second does not begin with it.
+    // Kept: the first part ends in "#", the second does not begin with it. Part of the window's interface;
+    // nothing in this program calls it.
     static QStringList ShellUrl(const QString &text);
 
     // What follows the first `prefix` in `link`, empty when there is none. Each "\" in `prefix` becomes "/",
-    // in the caller's text too.
+    // in the caller's text too. Part of the window's interface; nothing in this program calls it.
     static QString repurl(const QString &link, QString &prefix);
 
     // What the user's closing does: no more pages through the clipboard, the window hidden, its page gone.
@@ -80,6 +86,8 @@ private:
     };
 
     void followPackage(const QUrl &link);
+    bool isBusy() const;
+    bool isUsable(const QString &name) const;
     void openOutside(const QUrl &address);
     void showArrivedPage(const QString &html);
     void start();
@@ -93,7 +101,7 @@ private:
     DownloadedPackage m_package;
     QString m_currentName;
     Source m_source;
-    std::optional<Source> m_asked; // the link for which the name box was shown
+    std::optional<Source> m_asked; // the link that the user is being asked about
 
     // A package is installed when it and the index are there.
     bool m_hasPackage = false;

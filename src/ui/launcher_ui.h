@@ -89,6 +89,7 @@ public:
 
     // Asks for the keyword of a package that the store is going to install.
     void askPackageName(const QString &name) { m_packageNames.askForStore(name); }
+    bool isAskingPackageName() const { return m_questions.isAskingName(); }
 
     frmSet *window() { return m_window.get(); }
 

@@ -31,7 +31,7 @@ void PackageNames::packageDropped(const QString &path)
 void PackageNames::install(const QString &name, bool isFree)
 {
     if (!m_droppedPath) {
-        m.store.install(name, isFree ? StoreDoor::ByName : StoreDoor::Reinstall);
+        m.store.askInstall(isFree ? InstallFlag::ByName : InstallFlag::Reinstall, name);
         return;
     }
     m.library.InstallPackage(*m_droppedPath, isFree ? name : AppLibrary::packageKeyword(*m_droppedPath));

@@ -21,13 +21,15 @@ Questions::~Questions()
 
 shurubox &Questions::freshBox()
 {
-    if (m_box)
-        m_box->close();
     m_box = new shurubox(m_shell,
         {.exists = [this](const QString &keyword) { return m_library.exists(keyword); },
             .faultOf = [this](const QString &keyword) { return m_library.faultOf(keyword); }},
         m_owner());
-    connect(m_box, &shurubox::unloaded, this, [this] { m_box.clear(); });
+    connect(m_box, &shurubox::unloaded, this, [this] {
+        m_box.clear();
+        // What the answer leads to comes first: a script may have its next question.
+        QMetaObject::invokeMethod(this, &Questions::showWaiting, Qt::QueuedConnection);
+    });
     connect(m_box, &shurubox::inputConfirmed, this, &Questions::inputConfirmed);
     connect(m_box, &shurubox::inputClosed, this, &Questions::inputClosed);
     connect(m_box, &shurubox::nameConfirmed, this,
@@ -37,19 +39,53 @@ shurubox &Questions::freshBox()
     return *m_box;
 }
 
+void Questions::ask(Kind kind, const Show &show)
+{
+    if (!m_box || m_openKind == kind)
+        open(kind, show);
+    else if (kind == Kind::OfScript)
+        m_waitingOfScript = show;
+    else
+        m_waitingName = show;
+}
+
+void Questions::open(Kind kind, const Show &show)
+{
+    if (m_box)
+        m_box->close();
+    m_openKind = kind;
+    show(freshBox());
+}
+
+void Questions::showWaiting()
+{
+    if (m_box)
+        return;
+    if (m_waitingOfScript) {
+        open(Kind::OfScript, *std::exchange(m_waitingOfScript, std::nullopt));
+    } else if (m_waitingName) {
+        open(Kind::Name, *std::exchange(m_waitingName, std::nullopt));
+    }
+}
+
 void Questions::showInput(const QString &prompt, const QString &variable)
 {
-    freshBox().showInput(prompt, variable);
+    ask(Kind::OfScript, [prompt, variable](shurubox &box) { box.showInput(prompt, variable); });
 }
 
 void Questions::showTip(const QString &text)
 {
-    freshBox().showTip(text);
+    ask(Kind::OfScript, [text](shurubox &box) { box.showTip(text); });
 }
 
 void Questions::askPackageName(const QString &keyword, const QString &package)
 {
-    freshBox().showName(keyword, package);
+    ask(Kind::Name, [keyword, package](shurubox &box) { box.showName(keyword, package); });
+}
+
+bool Questions::isAskingName() const
+{
+    return (m_box && m_openKind == Kind::Name) || m_waitingName;
 }
 
 QString Questions::entryText() const

@@ -4,6 +4,7 @@
 #include <QPointer>
 
 #include <functional>
+#include <optional>
 
 class QWidget;
 
@@ -13,7 +14,9 @@ class AppLibrary;
 class Shell;
 class shurubox;
 
-// Asks the user through the input box, one question at a time: a new one takes the place of an open one.
+// Asks the user through the input box, one question at a time. A question takes the place of one of its kind;
+// questions of scripts and for the names of packages wait for each other, so that no page and no drop takes
+// away what a script is waiting for.
 class Questions final : public QObject
 {
     Q_OBJECT
@@ -30,6 +33,9 @@ public:
     // Asks for the keyword of a package.
     void askPackageName(const QString &keyword, const QString &package);
 
+    // Whether the name of a package is being asked for, or will be.
+    bool isAskingName() const;
+
     // The text of the open box's entry; empty without a box.
     QString entryText() const;
 
@@ -39,12 +45,24 @@ Q_SIGNALS:
     void nameConfirmed(const QString &name, bool isFree); // `isFree`: nothing has this name yet
 
 private:
+    enum class Kind {
+        OfScript,
+        Name,
+    };
+    using Show = std::function<void(shurubox &)>;
+
+    void ask(Kind kind, const Show &show);
+    void open(Kind kind, const Show &show);
+    void showWaiting();
     shurubox &freshBox();
 
     Shell &m_shell;
     const AppLibrary &m_library;
     std::function<QWidget *()> m_owner;
     QPointer<shurubox> m_box;
+    Kind m_openKind = Kind::OfScript; // of the open box
+    std::optional<Show> m_waitingOfScript;
+    std::optional<Show> m_waitingName;
 };
 
 } // namespace plum

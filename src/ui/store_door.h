@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "library/install_offer.h"
 
 namespace plum {
 
@@ -13,12 +13,8 @@ public:
     // Shows the store's catalogue.
     virtual void openCatalogue() = 0;
 
-    enum InstallFlag {
-        Reinstall = 0, // the store's current package, whatever the name
-        ByName = 1,
-    };
-
-    virtual void install(const QString &name, InstallFlag flag) = 0;
+    // Asks whether to install the package that the name box was about.
+    virtual void askInstall(InstallFlag flag, const QString &name) = 0;
 };
 
 } // namespace plum

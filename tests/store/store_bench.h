@@ -106,9 +106,19 @@ public:
             onMessage();
     }
     void askName(const QString &name) override { m_log.add(QStringLiteral("ask name ") + name); }
+    void askInstall(const InstallOffer &offer, std::function<void()> install) override
+    {
+        m_log.add(QStringLiteral("ask install %1 from %2%3")
+                      .arg(offer.keyword, offer.origin,
+                          offer.replaces ? QStringLiteral(" (replacing)") : QString()));
+        agree = std::move(install);
+    }
+    bool isAsking() const override { return asking; }
     void addApp(const QString &keyword) override { m_log.add(QStringLiteral("add app ") + keyword); }
 
     std::function<void()> onMessage;
+    std::function<void()> agree; // the answer to the last question
+    bool asking = false;
 
 private:
     recording::Log &m_log;

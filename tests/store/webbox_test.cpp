@@ -11,6 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using plum::DownloadStatus;
+using plum::InstallFlag;
 using plum::test::StoreBench;
 
 namespace {
@@ -43,6 +44,16 @@ protected:
 
     void follow(const QString &link) { Q_EMIT bench.view.packageFollowed(QUrl(link)); }
 
+    // The user answers the dialog that a link has brought up.
+    void agree()
+    {
+        ASSERT_EQ(bench.events().size(), 1);
+        EXPECT_TRUE(bench.events().first().startsWith("ask install "_L1))
+            << qPrintable(bench.events().first());
+        bench.platform.log.clear();
+        bench.host.agree();
+    }
+
     QByteArray script(const QString &app) { return bench.files.read(u"config/apps/%1/main.wf"_s.arg(app)); }
 
     static QStringList startOf(const QString &name, const QString &url)
@@ -67,8 +78,8 @@ TEST_F(Store, OpensTheCatalogue)
 {
     bench.store.openStore();
     EXPECT_EQ(bench.events(),
-        (QStringList{u"navigate http://shop.test/plum/workflow_in/index.html?v=0.01"_s, u"height 625"_s,
-            u"lay out"_s, u"show"_s}));
+        (QStringList{u"caption "_s, u"navigate http://shop.test/plum/workflow_in/index.html?v=0.01"_s,
+            u"height 625"_s, u"lay out"_s, u"show"_s}));
 }
 
 TEST_F(Store, WithoutABrowserEngineTheCatalogueOpensInTheDefaultBrowser)
@@ -82,31 +93,32 @@ TEST_F(Store, WithoutABrowserEngineTheCatalogueOpensInTheDefaultBrowser)
 TEST_F(Store, Mode1DownloadsThePackageOfTheName)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
     EXPECT_TRUE(bench.hasApp(u"notes"_s));
 }
 
 TEST_F(Store, ANameWithSignsOfAnAddressIsStillAName)
 {
-    bench.store.XzSet(1, u"a#b%c d你"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"a#b%c d你"_s);
     EXPECT_EQ(bench.events(),
         startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
     bench.transfers.end(DownloadStatus::Failed);
     bench.platform.log.clear();
     follow(u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s);
+    agree();
     EXPECT_EQ(bench.events(),
         startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
 }
 
 TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     bench.transfers.end(DownloadStatus::Failed);
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
     bench.files.write(u"config/apps/other/main.wf"_s, "other");
     bench.platform.log.clear();
-    bench.store.XzSet(0, u"other"_s);
+    bench.store.XzSet(InstallFlag::Reinstall, u"other"_s);
     EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     EXPECT_TRUE(bench.hasApp(u"other"_s));
@@ -114,14 +126,14 @@ TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
 
 TEST_F(Store, InstallingTheSamePackageTwiceWithMode0RemovesTheOldAppFolderBeforeDownloading)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     putPackage(u"notes"_s, "first");
     complete();
     bench.files.write(u"config/apps/notes/notes.txt"_s, "what the user's script wrote");
 
     bool wasGone = false;
     bench.transfers.onStart = [&] { wasGone = !bench.hasApp(u"notes"_s); };
-    bench.store.XzSet(0, {});
+    bench.store.XzSet(InstallFlag::Reinstall, {});
     EXPECT_TRUE(wasGone);
     putPackage(u"notes"_s, "second");
     complete();
@@ -137,7 +149,7 @@ TEST_F(Store, AnAppThatIsNotReplacedComesBack)
     for (const DownloadStatus end : {DownloadStatus::Failed, DownloadStatus::Stopped, DownloadStatus::Paused,
              DownloadStatus::BadAnswer, DownloadStatus::NotSent, DownloadStatus::NoFile}) {
         follow(u"http://shop.test/plum/download/notes.wfp"_s);
-        bench.store.XzSet(0, {});
+        bench.store.XzSet(InstallFlag::Reinstall, {});
         EXPECT_FALSE(bench.hasApp(u"notes"_s));
         bench.transfers.end(end);
         EXPECT_EQ(script(u"notes"_s), "old");
@@ -146,7 +158,7 @@ TEST_F(Store, AnAppThatIsNotReplacedComesBack)
     for (const QByteArray &bad : {QByteArray("<html>Not found</html>"), package.first(package.size() / 2),
              QByteArray("\x1f\x8b\x08") + package}) {
         follow(u"http://shop.test/plum/download/notes.wfp"_s);
-        bench.store.XzSet(0, {});
+        bench.store.XzSet(InstallFlag::Reinstall, {});
         bench.files.write(u"notes.wfp"_s, bad);
         complete();
         EXPECT_EQ(script(u"notes"_s), "old");
@@ -157,7 +169,7 @@ TEST_F(Store, AnAppThatIsNotReplacedComesBack)
 TEST_F(Store, Mode0WithoutACurrentPackageDoesNothing)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
-    bench.store.XzSet(0, u"notes"_s);
+    bench.store.XzSet(InstallFlag::Reinstall, u"notes"_s);
     EXPECT_TRUE(bench.events().isEmpty());
     EXPECT_TRUE(bench.hasApp(u"notes"_s));
 }
@@ -166,12 +178,12 @@ TEST_F(Store, ANameThatIsNoFolderNameIsRefused)
 {
     for (const char *name : {"..", "a/b", "a\\b", "a:b", "*", "a?", "a|b"}) {
         bench.platform.log.clear();
-        bench.store.XzSet(1, QString::fromLatin1(name));
+        bench.store.XzSet(InstallFlag::ByName, QString::fromLatin1(name));
         EXPECT_EQ(bench.events(), (QStringList{u"message Can not exist *[\\/:*?\"<|>]* (system-modal)"_s}))
             << name;
     }
     bench.platform.log.clear();
-    bench.store.XzSet(1, {});
+    bench.store.XzSet(InstallFlag::ByName, {});
     EXPECT_TRUE(bench.events().isEmpty());
 }
 
@@ -194,7 +206,7 @@ TEST_F(Store, EveryStatusHasItsTitle)
 
 TEST_F(Store, InstallsInTheOrderOfItsSteps)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     putPackage(u"notes"_s, "script");
     bench.files.write(u"notes.wfp.dl"_s, "x");
     bench.files.write(u"notes.wfp.dl.cfg"_s, "x");
@@ -216,7 +228,7 @@ TEST_F(Store, OnlyAWholePackageIsAnnouncedAndListed)
     const QByteArray package = putPackage(u"notes"_s, "script");
     for (const QByteArray &bad : {QByteArray("<html>Not found</html>"), package.first(package.size() - 10),
              QByteArray("\x1f\x8b\x08") + package}) {
-        bench.store.XzSet(1, u"notes"_s);
+        bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
         bench.files.write(u"notes.wfp"_s, bad);
         bench.platform.log.clear();
         complete();
@@ -228,7 +240,7 @@ TEST_F(Store, OnlyAWholePackageIsAnnouncedAndListed)
 
 TEST_F(Store, AFullDiskLeavesNoHalfApp)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     plum::ZipWriter archive;
     archive.add(u"main.wf"_s, "script", QDateTime::currentDateTime());
     archive.add(u"picture"_s, QByteArray(500'000, 'x'), QDateTime::currentDateTime());
@@ -245,7 +257,7 @@ TEST_F(Store, AFullDiskLeavesNoHalfApp)
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/config/unpacking"_s));
 
     // With room again the same package installs.
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     bench.files.write(u"notes.wfp"_s, archive.finish());
     complete();
     EXPECT_EQ(script(u"notes"_s), "script");
@@ -253,7 +265,7 @@ TEST_F(Store, AFullDiskLeavesNoHalfApp)
 
 TEST_F(Store, ADownloadBesideAnOlderPackageInstallsTheOlderOne)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     putPackage(u"notes"_s, "older");
     bench.files.write(u"notes(1).wfp"_s, "what the downloader saved under a numbered name");
     complete();
@@ -264,7 +276,7 @@ TEST_F(Store, Mode1OverAnAppReplacesItsFilesAndKeepsTheOthers)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
     bench.files.write(u"config/apps/notes/mine"_s, "kept");
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     putPackage(u"notes"_s, "new");
     complete();
     EXPECT_EQ(script(u"notes"_s), "new");
@@ -273,7 +285,7 @@ TEST_F(Store, Mode1OverAnAppReplacesItsFilesAndKeepsTheOthers)
 
 TEST_F(Store, WaitsForTheIndexBeforeInstalling)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     const QByteArray package = putPackage(u"notes"_s, "script");
     bench.transfers.end(DownloadStatus::Complete);
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
@@ -283,14 +295,14 @@ TEST_F(Store, WaitsForTheIndexBeforeInstalling)
 
 TEST_F(Store, APackageWithTheRightChecksumIsInstalled)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     complete(indexOf(u"notes"_s, putPackage(u"notes"_s, "script")));
     EXPECT_EQ(script(u"notes"_s), "script");
 }
 
 TEST_F(Store, ADamagedPackageIsRefusedAndNothingOfItIsKept)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     putPackage(u"notes"_s, "script");
     bench.platform.log.clear();
     complete(indexOf(u"notes"_s, "another package"));
@@ -304,7 +316,7 @@ TEST_F(Store, WithoutAnIndexEntryThePackageIsInstalled)
     for (const QByteArray &index : {QByteArray(), QByteArray("no index"), indexOf(u"other"_s, "x"),
              QByteArray(R"({"packages":[{"name":"notes","sha256":"12"},5]})")}) {
         QDir(bench.files.folder() + u"/config/apps/notes"_s).removeRecursively();
-        bench.store.XzSet(1, u"notes"_s);
+        bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
         putPackage(u"notes"_s, "script");
         complete(index);
         EXPECT_EQ(script(u"notes"_s), "script") << index.constData();
@@ -313,46 +325,50 @@ TEST_F(Store, WithoutAnIndexEntryThePackageIsInstalled)
 
 TEST_F(Store, ASecondPackageHasToWaitForTheFirst)
 {
-    bench.store.XzSet(1, u"first"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"first"_s);
     bench.platform.log.clear();
-    bench.store.XzSet(1, u"second"_s);
-    bench.store.XzSet(0, {});
+    bench.store.XzSet(InstallFlag::ByName, u"second"_s);
+    bench.store.XzSet(InstallFlag::Reinstall, {});
     follow(u"http://shop.test/plum/download/third.wfp"_s);
     EXPECT_TRUE(bench.events().isEmpty());
 
     putPackage(u"first"_s, "script");
-    bench.host.onMessage = [&] { bench.store.XzSet(1, u"second"_s); };
+    bench.host.onMessage = [&] { bench.store.XzSet(InstallFlag::ByName, u"second"_s); };
     complete();
     EXPECT_EQ(bench.events().first(), success.first());
     EXPECT_TRUE(bench.events().contains(u"add app first"_s));
 
     bench.host.onMessage = {};
     bench.platform.log.clear();
-    bench.store.XzSet(1, u"second"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"second"_s);
     EXPECT_EQ(bench.events(), startOf(u"second"_s, u"http://shop.test/plum/download/second.wfp"_s));
 }
 
 TEST_F(Store, AfterAFailedDownloadItCanBeStartedAgain)
 {
     for (const int code : {4, 5, 6, 7, 8, 10}) {
-        bench.store.XzSet(1, u"notes"_s);
+        bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
         bench.transfers.end(DownloadStatus{code});
         bench.platform.log.clear();
-        bench.store.XzSet(1, u"notes"_s);
+        bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
         EXPECT_EQ(bench.events().last(), u"GetStart"_s) << code;
         bench.transfers.end(DownloadStatus{code});
     }
 }
 
-TEST_F(Store, ALinkToAPackageInstallsIt)
+TEST_F(Store, ALinkToAPackageAsksAndRequestsNothingBefore)
 {
     follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    EXPECT_EQ(
+        bench.events(), QStringList{u"ask install notes from http://shop.test/plum/download/notes.wfp"_s});
+    agree();
     EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
 }
 
 TEST_F(Store, ALinkFurtherBelowTheBaseIsFetchedFromThere)
 {
     follow(u"http://shop.test/plum/download/more/notes.wfp"_s);
+    agree();
     EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/more/notes.wfp"_s));
 }
 
@@ -369,7 +385,7 @@ TEST_F(Store, ANewNameInstallsTheLinkedPackageUnderIt)
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
     follow(u"http://shop.test/plum/download/notes.wfp"_s);
     bench.platform.log.clear();
-    bench.store.XzSet(1, u"memo"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"memo"_s);
     EXPECT_EQ(bench.events(), startOf(u"memo"_s, u"http://shop.test/plum/download/notes.wfp"_s));
     complete(indexOf(u"notes"_s, putPackage(u"memo"_s, "script")));
     EXPECT_EQ(script(u"memo"_s), "script");
@@ -377,7 +393,7 @@ TEST_F(Store, ANewNameInstallsTheLinkedPackageUnderIt)
 
     // The link counts once.
     bench.platform.log.clear();
-    bench.store.XzSet(1, u"chess"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"chess"_s);
     EXPECT_EQ(bench.events(), startOf(u"chess"_s, u"http://shop.test/plum/download/chess.wfp"_s));
 }
 
@@ -386,9 +402,72 @@ TEST_F(Store, ConfirmingWithoutACheckReinstallsTheLinkedPackage)
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
     follow(u"http://shop.test/plum/download/notes.wfp"_s);
     bench.platform.log.clear();
-    bench.store.XzSet(0, u"whatever"_s);
+    bench.store.XzSet(InstallFlag::Reinstall, u"whatever"_s);
     EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
+}
+
+TEST_F(Store, TheNameBoxIsFollowedByTheDialog)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    bench.platform.log.clear();
+    bench.store.askInstall(InstallFlag::ByName, u"memo"_s);
+    EXPECT_EQ(
+        bench.events(), QStringList{u"ask install memo from http://shop.test/plum/download/notes.wfp"_s});
+    agree();
+    EXPECT_EQ(bench.events(), startOf(u"memo"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+}
+
+TEST_F(Store, TheDialogSaysThatAnAppIsReplaced)
+{
+    bench.files.write(u"config/apps/notes/main.wf"_s, "old");
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    bench.platform.log.clear();
+    bench.store.askInstall(InstallFlag::Reinstall, u"whatever"_s);
+    EXPECT_EQ(bench.events(),
+        QStringList{u"ask install notes from http://shop.test/plum/download/notes.wfp (replacing)"_s});
+    EXPECT_TRUE(bench.hasApp(u"notes"_s));
+    agree();
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+}
+
+TEST_F(Store, WhatWasAskedIsWhatIsInstalledWhateverIsFollowedMeanwhile)
+{
+    bench.files.write(u"config/apps/other/main.wf"_s, "other");
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    const std::function<void()> agreeToNotes = bench.host.agree;
+    follow(u"http://shop.test/plum/download/other.wfp"_s);
+    bench.platform.log.clear();
+    agreeToNotes();
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(script(u"other"_s), "other");
+}
+
+TEST_F(Store, APageAsksNoSecondQuestionOverTheFirst)
+{
+    bench.host.asking = true;
+    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    EXPECT_TRUE(bench.events().isEmpty());
+}
+
+TEST_F(Store, ANameThatIsNoneIsRefusedBeforeTheDialog)
+{
+    bench.store.askInstall(InstallFlag::ByName, u"a/b"_s);
+    EXPECT_EQ(bench.events(), (QStringList{u"message Can not exist *[\\/:*?\"<|>]* (system-modal)"_s}));
+}
+
+TEST_F(Store, AReopenedWindowSaysNothingOfADownloadThatIsOver)
+{
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
+    bench.platform.log.clear();
+    bench.store.openStore();
+    EXPECT_FALSE(bench.events().contains(u"caption "_s)); // it is still on its way
+    putPackage(u"notes"_s, "script");
+    complete();
+    bench.platform.log.clear();
+    bench.store.openStore();
+    EXPECT_TRUE(bench.events().contains(u"caption "_s));
 }
 
 TEST_F(Store, ALinkThatWantedAWindowOpensInTheDefaultBrowser)
@@ -413,7 +492,7 @@ TEST_F(Store, ClosingHidesTheWindowAndClearsThePage)
 
 TEST_F(Store, ADownloadGoesOnAfterClosing)
 {
-    bench.store.XzSet(1, u"notes"_s);
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     Q_EMIT bench.view.closeRequested();
     putPackage(u"notes"_s, "script");
     complete();

@@ -68,9 +68,9 @@ public:
     }
 
     void openCatalogue() override { m_log.add(QStringLiteral("store catalogue")); }
-    void install(const QString &name, InstallFlag flag) override
+    void askInstall(InstallFlag flag, const QString &name) override
     {
-        m_log.add(QStringLiteral("store install %1 %2").arg(name).arg(flag));
+        m_log.add(QStringLiteral("store install %1 %2").arg(name).arg(static_cast<int>(flag)));
     }
 
 private:

@@ -289,6 +289,47 @@ TEST_F(ShuruboxTest, theInstallModeBelongsToTheQuestionThatIsOpen)
     EXPECT_EQ(folder.inApps(), QStringList(u"calc"_s));
 }
 
+TEST_F(ShuruboxTest, aNameQuestionWaitsForAScriptsQuestion)
+{
+    run({u"input.text \"who\",\"?\""_s, u"note.down set.who"_s});
+    ui.askPackageName(u"calc"_s);
+    EXPECT_TRUE(ui.isAskingPackageName());
+    EXPECT_TRUE(inBox("title")->isVisible());
+    EXPECT_FALSE(inBox("renamebox")->isVisible());
+
+    entry()->setText(u"Ann"_s);
+    key(entry(), Qt::Key_Return);
+    EXPECT_EQ(said(), QStringList(u"note Ann"_s));
+    ASSERT_TRUE(waitUntil([] { return topLevel("shurubox") && inBox("renamebox")->isVisible(); }));
+    EXPECT_EQ(inBox<QLineEdit>("Text4")->text(), u"calc"_s);
+}
+
+TEST_F(ShuruboxTest, aScriptsNextQuestionComesBeforeAWaitingName)
+{
+    run({u"input.text \"who\",\"?\""_s, u"os.tips set.who"_s});
+    ui.askPackageName(u"calc"_s);
+    entry()->setText(u"Ann"_s);
+    key(entry(), Qt::Key_Return);
+    EXPECT_TRUE(inBox("tipsbox")->isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(inBox("tipsbox")->isVisible());
+    key(inBox("tipsbox"), Qt::Key_Escape);
+    EXPECT_TRUE(waitUntil([] { return topLevel("shurubox") && inBox("renamebox")->isVisible(); }));
+}
+
+TEST_F(ShuruboxTest, aScriptsQuestionWaitsForAnOpenName)
+{
+    start();
+    ui.askPackageName(u"calc"_s);
+    ui.showTip(u"first"_s);
+    ui.showTip(u"second"_s);
+    EXPECT_TRUE(inBox("renamebox")->isVisible());
+    key(inBox("Text4"), Qt::Key_Escape);
+    ASSERT_TRUE(waitUntil([] { return topLevel("shurubox") && inBox("tipsbox")->isVisible(); }));
+    EXPECT_EQ(inBox<QPlainTextEdit>("tipsbox")->toPlainText(), u"second"_s);
+    EXPECT_FALSE(ui.isAskingPackageName());
+}
+
 TEST_F(ShuruboxTest, theNameBoxTakesTheRuleOfEveryKeyword)
 {
     addApps({u"b"_s});

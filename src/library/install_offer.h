@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace plum {
+
+// How a package of the store becomes an app.
+enum class InstallFlag {
+    Reinstall = 0, // the store's current package, in place of the app that is there
+    ByName = 1, // under a name of its own
+};
+
+// A package that the user is asked about before anything is done with it.
+struct InstallOffer
+{
+    QString keyword; // of the app that it would become
+    QString origin; // where the package is: an address, or the path of a file
+    bool replaces = false; // the app of that keyword goes
+};
+
+} // namespace plum

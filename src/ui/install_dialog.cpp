@@ -1,0 +1,160 @@
+#include "ui/install_dialog.h"
+
+#include "library/install_offer.h"
+#include "look/moveit.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int textWidth = 400; // pixels
+
+// A text from outside on one line: shortened in the middle where it is too long, whole in the tool tip.
+QLabel *outsideText(const QString &name, const QString &text, QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->ensurePolished();
+    const QString shown = label->fontMetrics().elidedText(text.simplified(), Qt::ElideMiddle, textWidth);
+    label->setText(shown);
+    if (shown != text)
+        label->setToolTip(text.toHtmlEscaped());
+    return label;
+}
+
+QLabel *sentence(const QString &text, QWidget *parent)
+{
+    auto *label = new QLabel(text, parent);
+    label->setWordWrap(true);
+    label->setFixedWidth(textWidth);
+    return label;
+}
+
+} // namespace
+
+InstallDialog::InstallDialog(const InstallOffer &offer)
+    : BorderlessWindow(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint)
+    , m_install(new QPushButton(tr("Install"), this))
+    , m_cancel(new QPushButton(tr("Cancel"), this))
+{
+    setObjectName(u"asks"_s);
+    setWindowTitle(tr("Plum asks"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_install->setObjectName(u"install"_s);
+    m_install->setProperty("primary", true);
+    m_install->installEventFilter(this);
+    m_cancel->setObjectName(u"cancel"_s);
+
+    QLabel *question = sentence(
+        offer.replaces ? tr("Install this app in place of the one that is there?") : tr("Install this app?"),
+        this);
+    question->setObjectName(u"question"_s);
+    question->setProperty("heading", true);
+    QLabel *origin = outsideText(u"origin"_s, offer.origin, this);
+    origin->setProperty("quiet", true);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(20, 16, 20, 16);
+    column->setSpacing(8);
+    column->addWidget(question);
+    QLabel *keyword = outsideText(u"keyword"_s, offer.keyword, this);
+    QFont large = keyword->font();
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    keyword->setFont(large);
+    column->addWidget(keyword);
+    column->addWidget(origin);
+    column->addWidget(sentence(
+        tr("An app uses mouse, keyboard, files and network as you do. Install only what you trust."), this));
+    column->addSpacing(6);
+    auto *row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(m_cancel);
+    row->addWidget(m_install);
+    column->addLayout(row);
+
+    connect(m_install, &QPushButton::clicked, this, &InstallDialog::agree);
+    connect(m_cancel, &QPushButton::clicked, this, &QWidget::close);
+    (new moveit(*this))->installOn(*this);
+}
+
+void InstallDialog::bringUp()
+{
+    if (!isVisible()) {
+        setFixedSize(sizeHint());
+        wincenter();
+        m_install->setFocus();
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+bool InstallDialog::isRipe() const
+{
+    return m_visible.isValid() && m_visible.hasExpired(ripeAfter.count());
+}
+
+void InstallDialog::agree()
+{
+    if (!isRipe())
+        return;
+    Q_EMIT agreed();
+    close();
+}
+
+void InstallDialog::closeEvent(QCloseEvent *event)
+{
+    BorderlessWindow::closeEvent(event);
+    Q_EMIT closed();
+}
+
+void InstallDialog::hideEvent(QHideEvent *event)
+{
+    m_visible.invalidate();
+    BorderlessWindow::hideEvent(event);
+}
+
+// What is asked for a paint is on the screen: a window that is only mapped may not be there yet.
+void InstallDialog::paintEvent(QPaintEvent *event)
+{
+    BorderlessWindow::paintEvent(event);
+    if (m_visible.isValid())
+        return;
+    m_visible.start();
+    Q_EMIT seen();
+}
+
+void InstallDialog::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->key() == Qt::Key_Escape || (isEnter && m_cancel->hasFocus() && !event->isAutoRepeat()))
+        close();
+    else if (isEnter && !event->isAutoRepeat()) // a key that is held was pressed for something else
+        agree();
+    else if (!isEnter)
+        BorderlessWindow::keyPressEvent(event);
+}
+
+// A press that came too early does not count at its release either.
+bool InstallDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    const bool isPress = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick
+        || type == QEvent::TouchBegin
+        || (type == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space);
+    if (watched == m_install && isPress && !isRipe())
+        return true;
+    return BorderlessWindow::eventFilter(watched, event);
+}
+
+} // namespace plum

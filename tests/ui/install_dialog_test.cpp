@@ -1,0 +1,200 @@
+#include "ui/install_dialog.h"
+
+#include "library/install_offer.h"
+#include "support/recording/recording_platform.h"
+#include "ui/install_questions.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace plum;
+
+namespace {
+
+constexpr auto patience = std::chrono::seconds(20);
+
+bool eventually(const std::function<bool()> &condition)
+{
+    return QTest::qWaitFor(condition, QDeadlineTimer(patience).remainingTime());
+}
+
+class InstallDialogTest : public testing::Test
+{
+protected:
+    InstallDialogTest()
+    {
+        QObject::connect(dialog, &InstallDialog::seen, dialog, [this] { sinceSeen.start(); });
+        QObject::connect(dialog, &InstallDialog::agreed, dialog, [this] { agreed = sinceSeen.elapsed(); });
+    }
+    ~InstallDialogTest() override { delete dialog; }
+
+    void show()
+    {
+        dialog->bringUp();
+        ASSERT_TRUE(eventually([this] { return sinceSeen.isValid(); }));
+    }
+
+    // Until "yes" counts, with the same clock as the dialog's.
+    void waitUntilRipe()
+    {
+        ASSERT_TRUE(
+            eventually([this] { return sinceSeen.hasExpired(InstallDialog::ripeAfter.count() + 1); }));
+    }
+
+    template <typename Widget = QWidget> Widget &child(const QString &name)
+    {
+        auto *found = dialog->findChild<Widget *>(name);
+        EXPECT_NE(found, nullptr) << name.toStdString();
+        return *found;
+    }
+
+    void press(bool isHeld = false)
+    {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, isHeld);
+        QApplication::sendEvent(&child(u"install"_s), &event);
+    }
+
+    QPointer<InstallDialog> dialog{
+        new InstallDialog({.keyword = u"notes"_s, .origin = u"http://shop.test/plum/download/notes.wfp"_s})};
+    QElapsedTimer sinceSeen;
+    qint64 agreed = -1; // how old the dialog was
+};
+
+} // namespace
+
+TEST_F(InstallDialogTest, SaysWhatAndFromWhere)
+{
+    show();
+    EXPECT_EQ(dialog->windowTitle(), u"Plum asks"_s);
+    EXPECT_TRUE(dialog->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_EQ(child<QLabel>(u"keyword"_s).text(), u"notes"_s);
+    EXPECT_EQ(child<QLabel>(u"origin"_s).text(), u"http://shop.test/plum/download/notes.wfp"_s);
+    EXPECT_EQ(child<QLabel>(u"question"_s).text(), u"Install this app?"_s);
+    EXPECT_TRUE(child(u"install"_s).hasFocus());
+}
+
+TEST_F(InstallDialogTest, EnterCountsOnceItHasBeenSeenForHalfASecond)
+{
+    show();
+    EXPECT_TRUE(eventually([this] {
+        if (agreed < 0)
+            press();
+        return agreed >= 0;
+    }));
+    EXPECT_GE(agreed, InstallDialog::ripeAfter.count());
+    EXPECT_TRUE(!dialog || !dialog->isVisible());
+}
+
+TEST_F(InstallDialogTest, AClickThatBeganTooEarlyDoesNotCount)
+{
+    show();
+    QWidget &install = child(u"install"_s);
+    QTest::mousePress(&install, Qt::LeftButton);
+    ASSERT_LT(sinceSeen.elapsed(), InstallDialog::ripeAfter.count())
+        << "this machine is too slow for the test";
+    waitUntilRipe();
+    QTest::mouseRelease(&install, Qt::LeftButton);
+    EXPECT_EQ(agreed, -1);
+    QTest::mouseClick(&install, Qt::LeftButton);
+    EXPECT_GE(agreed, InstallDialog::ripeAfter.count());
+}
+
+TEST_F(InstallDialogTest, AHeldKeyDoesNotCount)
+{
+    show();
+    waitUntilRipe();
+    press(true);
+    EXPECT_EQ(agreed, -1);
+    press();
+    EXPECT_GE(agreed, 0);
+}
+
+TEST_F(InstallDialogTest, HiddenAndShownItHasToBeSeenAnew)
+{
+    show();
+    waitUntilRipe();
+    sinceSeen.invalidate();
+    dialog->hide();
+    show();
+    press();
+    EXPECT_TRUE(agreed < 0 || agreed >= InstallDialog::ripeAfter.count());
+    waitUntilRipe();
+    if (agreed < 0)
+        press();
+    EXPECT_GE(agreed, InstallDialog::ripeAfter.count());
+}
+
+TEST_F(InstallDialogTest, CancelAndEscapeInstallNothing)
+{
+    show();
+    waitUntilRipe();
+    QSignalSpy closed(dialog, &InstallDialog::closed);
+    QTest::mouseClick(&child(u"cancel"_s), Qt::LeftButton);
+    EXPECT_EQ(closed.size(), 1);
+    EXPECT_EQ(agreed, -1);
+
+    dialog = new InstallDialog({.keyword = u"notes"_s, .origin = {}});
+    dialog->bringUp();
+    QSignalSpy closedAgain(dialog, &InstallDialog::closed);
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    EXPECT_EQ(closedAgain.size(), 1);
+}
+
+TEST(InstallDialogTexts, ANameIsShownAsItIsAndNeverWiderThanTheDialog)
+{
+    InstallDialog dialog({.keyword = u"<b>a</b>"_s, .origin = QString(3000, u'x'), .replaces = true});
+    EXPECT_EQ(dialog.findChild<QLabel *>(u"keyword"_s)->text(), u"<b>a</b>"_s);
+    EXPECT_EQ(dialog.findChild<QLabel *>(u"keyword"_s)->textFormat(), Qt::PlainText);
+    EXPECT_LT(dialog.sizeHint().width(), 600);
+    EXPECT_EQ(dialog.findChild<QLabel *>(u"question"_s)->text(),
+        u"Install this app in place of the one that is there?"_s);
+    dialog.setAttribute(Qt::WA_DeleteOnClose, false);
+}
+
+namespace {
+
+InstallDialog *openDialog()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *dialog = qobject_cast<InstallDialog *>(widget); dialog && dialog->isVisible())
+            return dialog;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TEST(InstallQuestionsTest, OneIsShownAtATimeAndEachAnswerIsForItsOwn)
+{
+    recording::RecordingPlatform platform;
+    InstallQuestions questions(platform.windows());
+    QStringList installed;
+    for (const QString &name : {u"a"_s, u"b"_s, u"c"_s})
+        questions.ask({.keyword = name, .origin = {}}, [&installed, name] { installed += name; });
+
+    const auto shows = [](const QString &name) {
+        const InstallDialog *dialog = openDialog();
+        return dialog && dialog->findChild<QLabel *>(u"keyword"_s)->text() == name;
+    };
+    ASSERT_TRUE(shows(u"a"_s));
+    QTest::keyClick(openDialog(), Qt::Key_Escape);
+    ASSERT_TRUE(shows(u"b"_s));
+    EXPECT_TRUE(eventually([&] {
+        if (shows(u"b"_s))
+            QTest::keyClick(openDialog(), Qt::Key_Return);
+        return shows(u"c"_s) && !installed.isEmpty();
+    }));
+    EXPECT_EQ(installed, QStringList{u"b"_s});
+    EXPECT_TRUE(questions.isAsking());
+    openDialog()->close();
+    EXPECT_FALSE(questions.isAsking());
+    EXPECT_EQ(installed, QStringList{u"b"_s});
+}
