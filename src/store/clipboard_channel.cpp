@@ -2,12 +2,15 @@
 
 #include "platform/clipboard.h"
 
+#include <QTimer>
+
 namespace plum {
 
 namespace {
 
 constexpr QLatin1StringView moreWillFollow("##tarnwick:sending##");
 constexpr QLatin1StringView lastPage("##tarnwick:send##");
+constexpr std::chrono::milliseconds period(500);
 
 } // namespace
 
@@ -15,6 +18,8 @@ ClipboardChannel::ClipboardChannel(Clipboard &clipboard)
     : m_clipboard(clipboard)
 {
     connect(&clipboard, &Clipboard::changed, this, &ClipboardChannel::checkresout);
+    // What was there before says of itself that it has changed to nobody.
+    QTimer::singleShot(period, this, &ClipboardChannel::checkresout);
 }
 
 void ClipboardChannel::setEnabled(bool enabled)

@@ -9,7 +9,8 @@ class Clipboard;
 
 // The clipboard message channel, under the name of the timer it replaces: a helper program leaves an HTML
 // page with a marker in front on the clipboard, and the store window shows it. The clipboard says when it
-// has changed, so nothing is polled and no other program's clipboard is read more often than it changes.
+// has changed, so nothing is polled and no other program's clipboard is read more often than it changes; a
+// page from before this program started is taken half a second after the start.
 class ClipboardChannel final : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,9 @@
 #include "store_bench.h"
 
 #include "store/answered_shell.h"
+#include "support/wait_until.h"
+
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +42,31 @@ TEST_F(Channel, TheLastPageSwitchesTheChannelOff)
 
     copied(u"##tarnwick:send##again"_s);
     EXPECT_EQ(bench.events().size(), 3);
+}
+
+TEST(ClipboardChannel, APageFromBeforeTheStartArrives)
+{
+    plum::recording::RecordingPlatform platform;
+    platform.clipboard().content = u"##tarnwick:sending##early"_s;
+    plum::ClipboardChannel channel(platform.clipboard());
+    QString page;
+    QObject::connect(&channel, &plum::ClipboardChannel::pageArrived, &channel,
+        [&page](const QString &html) { page = html; });
+    EXPECT_TRUE(plum::test::waitUntil([&page] { return !page.isEmpty(); }));
+    EXPECT_EQ(page, u"early"_s);
+    EXPECT_TRUE(platform.clipboard().content.isEmpty());
+}
+
+TEST(ClipboardChannel, SwitchedOffBeforeItLooksItLeavesThePageAlone)
+{
+    plum::recording::RecordingPlatform platform;
+    platform.clipboard().content = u"##tarnwick:sending##early"_s;
+    plum::ClipboardChannel channel(platform.clipboard());
+    channel.setEnabled(false);
+    bool hasLooked = false; // a timer of the same length that was started later
+    QTimer::singleShot(500, &channel, [&hasLooked] { hasLooked = true; });
+    EXPECT_TRUE(plum::test::waitUntil([&hasLooked] { return hasLooked; }));
+    EXPECT_EQ(platform.clipboard().content, u"##tarnwick:sending##early"_s);
 }
 
 TEST_F(Channel, AMarkerAloneIsAnEmptyPage)
