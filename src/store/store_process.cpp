@@ -13,10 +13,7 @@ StoreProcess::StoreProcess(Options options)
     : m_options(std::move(options))
 {
     m_process.setProgram(m_options.program);
-    QStringList arguments{u"--download-base"_s, m_options.downloadBase.toString(QUrl::FullyEncoded)};
-    if (m_options.dark)
-        arguments += u"--dark"_s;
-    m_process.setArguments(arguments);
+    m_process.setArguments({u"--download-base"_s, m_options.downloadBase.toString(QUrl::FullyEncoded)});
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &StoreProcess::readLines);
@@ -166,6 +163,9 @@ void StoreProcess::setLoadingVisible(bool visible)
 
 void StoreProcess::setProgress(const DownloadProgress &progress)
 {
+    // A window that comes later is told what happens then, not how far it had got before.
+    if (!isListening())
+        return;
     send(windowMessages::progress,
         {{u"percent"_s, progress.percent}, {u"total"_s, progress.total}, {u"done"_s, progress.done},
             {u"speed"_s, progress.speed}});

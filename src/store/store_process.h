@@ -26,7 +26,6 @@ public:
     {
         QString program; // the window's executable
         QUrl downloadBase; // links below it lead to packages
-        bool dark = false;
         std::chrono::milliseconds keptHidden = std::chrono::minutes(1);
     };
 

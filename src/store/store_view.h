@@ -31,7 +31,8 @@ public:
     virtual void setWindowHeight(int pixels) = 0;
 
     virtual void navigate(const QUrl &address) = 0;
-    // Leaves the browser with an empty page, waits until that is complete, and writes `html` into it.
+    // Leaves the browser with an empty page, waits until that is complete, and writes `html` into it, a page
+    // of another program: it reaches nothing, and the window says where it is from.
     virtual void writePage(const QString &html) = 0;
     virtual void clearPage() = 0;
     virtual void setBrowserWidth(int pixels) = 0;
@@ -49,10 +50,11 @@ Q_SIGNALS:
     // A page has loaded as a whole.
     void pageCompleted();
 
-    // The user followed a link to a package.
+    // The user followed a link to a package: a page cannot do this by itself.
     void packageFollowed(const QUrl &link);
 
-    // A loaded page wanted a new window for this address, which belongs into the default browser.
+    // The user followed a link of a loaded page that wanted a new window for this address, which belongs into
+    // the default browser: one for each thing that the user did.
     void outsideOpened(const QUrl &address);
 
     // Esc, `Image1`, or the window manager's request.

@@ -84,6 +84,10 @@ TEST_F(StorePath, anAppIsFoundInTheStoreInstalledAndRun)
     openStore();
     searchFor(u"far away"_s, 1);
     clickInPage(u".card:not([hidden]) .install"_s);
+    ASSERT_TRUE(shows(u"asks/keyword"_s, u"parcel"_s));
+    EXPECT_EQ(see(u"asks/asks"_s).title, u"Plum asks"_s);
+    EXPECT_FALSE(QFile::exists(programFolder() + u"/parcel.wfp.dl"_s));
+    agreeWithEnter();
     EXPECT_TRUE(eventually([&] { return showsProgress(); }));
     answer(u"installed successfully"_s);
     EXPECT_TRUE(eventually([&] { return hasWindow(u"Download completed"_s); }));
@@ -98,6 +102,7 @@ TEST_F(StorePath, aDownloadCutInTheMiddleGoesOnWhereItStopped)
     openStore();
     searchFor(u"parcel"_s, 1);
     clickInPage(u".card:not([hidden]) .install"_s);
+    agreeToInstall(u"parcel"_s);
     ASSERT_TRUE(eventually([&] { return read(u"parcel.wfp.dl"_s).size() > content.size() / 10; }));
     shop->cut();
     ASSERT_TRUE(eventually([&] { return hasWindow(u"下载被终止..."_s); }));
@@ -108,6 +113,7 @@ TEST_F(StorePath, aDownloadCutInTheMiddleGoesOnWhereItStopped)
 
     ASSERT_TRUE(shop->resume(u"limit_rate 300k;"_s));
     clickInPage(u".card:not([hidden]) .install"_s);
+    agreeToInstall(u"parcel"_s);
     ASSERT_TRUE(eventually([&] { return read(u"parcel.wfp.dl"_s).size() > kept.size(); }));
     EXPECT_TRUE(read(u"parcel.wfp.dl"_s).startsWith(kept));
     answer(u"installed successfully"_s);
@@ -121,6 +127,7 @@ TEST_F(StorePath, aServerThatFallsSilentDelaysADownloadOnly)
     openStore();
     searchFor(u"parcel"_s, 1);
     clickInPage(u".card:not([hidden]) .install"_s);
+    agreeToInstall(u"parcel"_s);
     ASSERT_TRUE(eventually([&] { return read(u"parcel.wfp.dl"_s).size() > content.size() / 10; }));
     shop->fallSilent();
     // What was on its way arrives, then nothing does.

@@ -24,7 +24,7 @@ protected:
         return *found;
     }
 
-    PlainStoreForm form{QUrl(u"http://files.example/plum/download/"_s), false};
+    PlainStoreForm form{QUrl(u"http://files.example/plum/download/"_s)};
     QSignalSpy outside{&form, &StoreForm::outsideOpened};
     QSignalSpy followed{&form, &StoreForm::packageFollowed};
 };
@@ -44,14 +44,55 @@ TEST_F(PlainStore, OpensAPageOutsideAndOnceMoreWhenAsked)
     EXPECT_EQ(outside[1][0].toUrl(), page);
 }
 
-TEST_F(PlainStore, OpensAWrittenPageAsAFileThatStays)
+TEST_F(PlainStore, APageOfAnotherProgramOpensOnlyWhenItIsWanted)
 {
-    form.writePage(u"<h1>你好</h1>"_s);
+    form.writePage(u"<!DOCTYPE html><h1>你好</h1>"_s);
+    EXPECT_TRUE(outside.isEmpty());
+    EXPECT_TRUE(child<QLabel>(u"explanation"_s).text().startsWith(u"Another program sent a page."_s));
+    EXPECT_EQ(form.windowTitle(), u"A page from another program"_s);
+
+    child<QPushButton>(u"again"_s).click();
     ASSERT_EQ(outside.size(), 1);
     QFile file(outside[0][0].toUrl().toLocalFile());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), QByteArray("\xEF\xBB\xBF") + u"<h1>你好</h1>"_s.toUtf8());
+    const QByteArray page = file.readAll();
+    EXPECT_TRUE(page.startsWith("\xEF\xBB\xBF<!DOCTYPE html><meta http-equiv=\"Content-Security-Policy\""))
+        << page.constData();
+    EXPECT_TRUE(page.contains("default-src 'none'"));
+    EXPECT_TRUE(page.endsWith(u"<h1>你好</h1>"_s.toUtf8()));
     EXPECT_TRUE(file.remove());
+}
+
+TEST_F(PlainStore, AStorePageAfterItIsTheStoresAgain)
+{
+    form.writePage(u"sent"_s);
+    form.showAddress(QUrl(u"http://store.example/"_s));
+    ASSERT_EQ(outside.size(), 1);
+    EXPECT_EQ(outside[0][0].toUrl(), QUrl(u"http://store.example/"_s));
+    EXPECT_EQ(form.windowTitle(), u"Plum"_s);
+    EXPECT_TRUE(child<QLabel>(u"explanation"_s).text().contains(u"pages of the store"_s));
+}
+
+TEST_F(PlainStore, ADownloadWithoutASpeedLeavesItOut)
+{
+    form.show();
+    form.setProgress({{u"percent"_s, 100}, {u"total"_s, u"25 bytes"_s}, {u"done"_s, u"25 bytes"_s}});
+    EXPECT_EQ(child<QLabel>(u"sizes"_s).text(), u"25 bytes of 25 bytes"_s);
+    form.setProgress(
+        {{u"percent"_s, 50}, {u"total"_s, u"2 KB"_s}, {u"done"_s, u"1 KB"_s}, {u"speed"_s, u"512 bytes"_s}});
+    EXPECT_EQ(child<QLabel>(u"sizes"_s).text(), u"1 KB of 2 KB, 512 bytes a second"_s);
+}
+
+TEST_F(PlainStore, AReopenedWindowDoesNotShowADownloadThatIsOver)
+{
+    const QJsonObject whole{{u"percent"_s, 100}, {u"total"_s, u"2 KB"_s}, {u"done"_s, u"2 KB"_s}};
+    form.show();
+    form.setProgress(whole);
+    EXPECT_TRUE(child<QWidget>(u"weia"_s).isVisible());
+    form.hide();
+    form.setProgress(whole); // its end, while nobody looks
+    form.show();
+    EXPECT_FALSE(child<QWidget>(u"weia"_s).isVisible());
 }
 
 TEST_F(PlainStore, EnterInTheNameFollowsThePackageOfThatName)

@@ -1,5 +1,6 @@
 #include "store_bench.h"
 
+#include "desktop/support/page_eyes.h"
 #include "store/loaded_store_transfers.h"
 #include "store/store_process.h"
 #include "support/shop.h"
@@ -52,10 +53,10 @@ protected:
     }
 
     // The window manager and the X server agree that keys go to the store window.
-    static bool hasFocus()
+    static bool hasFocus(const QString &title = u"Plum"_s)
     {
-        return xdotool({u"getactivewindow"_s, u"getwindowname"_s}) == "Plum"_L1
-            && xdotool({u"getwindowfocus"_s, u"getwindowname"_s}) == "Plum"_L1;
+        return xdotool({u"getactivewindow"_s, u"getwindowname"_s}) == title
+            && xdotool({u"getwindowfocus"_s, u"getwindowname"_s}) == title;
     }
     // Whether a window with exactly this title is there.
     static bool isVisible(const QString &title)
@@ -133,6 +134,9 @@ TEST_F(StoreWindow, SearchingAndChoosingAPackageInstallsIt)
 
     // Past the brand and the three pages to the search; then the card's title and its button.
     press(u"Tab Tab Tab Tab Tab t i d y Tab Tab Return"_s);
+    ASSERT_TRUE(waitUntil([this] { return eventHolds(u"ask install tidy"_s); }));
+    EXPECT_FALSE(QFileInfo::exists(files.folder() + u"/tidy.wfp.dl"_s));
+    host.agree();
     ASSERT_TRUE(waitUntil([this] { return hasEvent(u"add app tidy"_s); }));
     EXPECT_TRUE(hasEvent(u"message installed successfully (system-modal)"_s));
     QFile original(QStringLiteral(PLUM_APPS "/tidy/main.wf"));
@@ -153,7 +157,7 @@ TEST_F(StoreWindow, ADownloadCutInTheMiddleGoesOnLater)
     int status = 0;
     QObject::connect(&transfers, &plum::StoreTransfers::Progress, &store, [&](float now) { percent = now; });
     QObject::connect(&transfers, &plum::StoreTransfers::Status, &store, [&](int code) { status = code; });
-    store.XzSet(1, u"big"_s);
+    store.XzSet(plum::InstallFlag::ByName, u"big"_s);
     ASSERT_TRUE(waitUntil([&] { return percent > 10; }));
     shop.cut();
     ASSERT_TRUE(waitUntil([&] { return status == 4; }));
@@ -164,7 +168,7 @@ TEST_F(StoreWindow, ADownloadCutInTheMiddleGoesOnLater)
 
     ASSERT_TRUE(shop.resume());
     percent = 0;
-    store.XzSet(1, u"big"_s);
+    store.XzSet(plum::InstallFlag::ByName, u"big"_s);
     ASSERT_TRUE(waitUntil([this] { return hasEvent(u"add app big"_s); }));
     EXPECT_EQ(files.read(u"config/apps/big/content"_s), content);
 }
@@ -257,17 +261,17 @@ TEST_F(StoreWindow, ALinkForANewWindowOpensOneWhileThePageIsLoading)
     view.navigate(shop.url(u"/page.html"_s));
     view.showWindow();
     ASSERT_TRUE(waitUntil([] { return hasFocus(); }));
-    EXPECT_TRUE(pressUntil(u"Return"_s, [] { return isVisible(u"inner page"_s); }));
+    EXPECT_TRUE(pressUntil(u"Return"_s, [] { return isVisible(u"inner page (store page)"_s); }));
     EXPECT_EQ(completed, 0);
     EXPECT_TRUE(platform.log.lines().isEmpty());
 }
 
-TEST_F(StoreWindow, ALinkToAPackageForANewWindowInstallsIt)
+TEST_F(StoreWindow, ALinkToAPackageForANewWindowAsksToo)
 {
     shop.addPage(u"page.html"_s, pageWithLink("target=_blank href=/plum/download/hello.wfp"));
     ASSERT_TRUE(shop.serve());
     ASSERT_TRUE(show(shop.url(u"/page.html"_s)));
-    EXPECT_TRUE(pressUntil(u"Return"_s, [this] { return hasEvent(u"add app hello"_s); }))
+    EXPECT_TRUE(pressUntil(u"Return"_s, [this] { return eventHolds(u"ask install hello"_s); }))
         << qPrintable(platform.log.lines().join(u'\n'));
 }
 
@@ -292,18 +296,40 @@ TEST_F(StoreWindow, APageReadsNoFilesAndGetsNoPermissions)
 
 TEST_F(StoreWindow, APageFromTheClipboardArrivesWholeHoweverLongItIs)
 {
+    const auto port = static_cast<quint16>(plum::test::freePort());
+    qputenv("QTWEBENGINE_REMOTE_DEBUGGING", QByteArray::number(port));
     constexpr int much = 3'000'000; // characters; more than a data: address could carry
-    const QByteArray html = pageWithLink("target=_blank",
-        "<p>\u4F60 \"\\\u2028</p>" + QByteArray(much, 'x')
-            + "<script>document.getElementById('a').href = 'https://example.org/'"
-              " + (document.body.textContent.length > 3e6) + document.querySelector('p').textContent.length;"
-              "document.getElementById('a').focus()</script>");
+    const QByteArray html
+        = "<!doctype html><p>\u4F60 \"\\\u2028</p>" + QByteArray(much, 'x') + "<script>let rule = 1</script>";
     platform.clipboard().content = u"##tarnwick:send##"_s + QString::fromUtf8(html);
     Q_EMIT platform.clipboard().changed();
-    ASSERT_TRUE(waitUntil([this] { return completed > 0 && hasFocus(); }));
+    ASSERT_TRUE(waitUntil([this] { return completed > 0 && hasFocus(u"A page from another program"_s); }));
+    qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
     EXPECT_FALSE(channel.isEnabled());
-    EXPECT_TRUE(pressUntil(u"Return"_s, [this] { return eventHolds(u"https://example.org/true5"_s); }))
-        << qPrintable(platform.log.lines().join(u'\n'));
+    const plum::PageEyes page(port);
+    EXPECT_EQ(page.see(u"document.querySelector('p').textContent.length"_s).toInt(), 5);
+    EXPECT_TRUE(page.see(u"document.body.textContent.length > 3e6 && rule === 1"_s).toBool());
+    EXPECT_EQ(page.see(u"document.compatMode"_s).toString(), u"CSS1Compat"_s);
+}
+
+TEST_F(StoreWindow, AStoreThatDoesNotAnswerIsTriedAgainWithF5)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("href=/"));
+    view.navigate(shop.url(u"/page.html"_s));
+    view.showWindow();
+    ASSERT_TRUE(waitUntil([] { return hasFocus(); }));
+    ASSERT_TRUE(shop.serve());
+    EXPECT_TRUE(pressUntil(u"F5"_s, [this] { return completed > 0; }));
+}
+
+TEST_F(StoreWindow, AStoreThatDoesNotAnswerIsTriedAgainWithItsButton)
+{
+    shop.addPage(u"page.html"_s, pageWithLink("href=/"));
+    view.navigate(shop.url(u"/page.html"_s));
+    view.showWindow();
+    ASSERT_TRUE(waitUntil([] { return hasFocus(); }));
+    ASSERT_TRUE(shop.serve());
+    EXPECT_TRUE(pressUntil(u"Return"_s, [this] { return completed > 0; })); // Retry has the keyboard
 }
 
 TEST_F(StoreWindow, ACalledProgramsPageSizesTheWindow)

@@ -12,12 +12,6 @@ using namespace plum;
 
 namespace {
 
-bool hasDarkPalette()
-{
-    const QPalette palette = QApplication::palette();
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-}
-
 void obey(const WindowMessage &command, StoreForm &form)
 {
     namespace verbs = windowMessages;
@@ -59,13 +53,11 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
 
     const QCommandLineOption downloadBase(u"download-base"_s, {}, u"address"_s);
-    const QCommandLineOption darkOption(u"dark"_s);
     QCommandLineParser parser;
-    parser.addOptions({downloadBase, darkOption});
+    parser.addOption(downloadBase);
     parser.process(application);
-    const bool dark = parser.isSet(darkOption) || hasDarkPalette();
 
-    const std::unique_ptr<StoreForm> made = makeStoreForm(QUrl(parser.value(downloadBase)), dark);
+    const std::unique_ptr<StoreForm> made = makeStoreForm(QUrl(parser.value(downloadBase)));
     StoreForm &form = *made;
     LauncherLink link;
     QObject::connect(&link, &LauncherLink::commandArrived, &form,

@@ -2,6 +2,7 @@
 
 #include "store_form.h"
 
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -14,19 +15,23 @@ class PlainStoreForm final : public StoreForm
     Q_OBJECT
 
 public:
-    PlainStoreForm(const QUrl &downloadBase, bool dark);
+    explicit PlainStoreForm(const QUrl &downloadBase);
 
     void showAddress(const QUrl &address) override;
     void writePage(const QString &html) override;
-    void clearPage() override { }
+    void clearPage() override;
     void setLoadingVisible(bool) override { }
     void bringUp() override;
 
 private:
     void install();
+    void openPage();
 
     const QUrl m_downloadBase;
     QUrl m_page; // the last one, which the user can open again
+    QString m_sent; // instead of it, the page of another program
+    QLabel *m_explanation;
+    QPushButton *m_open;
     QLineEdit *m_name;
     QPushButton *m_install;
 };

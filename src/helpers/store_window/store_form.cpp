@@ -1,14 +1,15 @@
 #include "store_form.h"
 
+#include "look/moveit.h"
+#include "look/picture_button.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QProgressBar>
 #include <QScreen>
 #include <QShortcut>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -20,37 +21,37 @@ namespace {
 
 constexpr int frameWidth = 4; // a press here resizes the window
 
+// What is in this window alone; the rest looks as in all of Plum's windows.
 const QString styleTemplate = uR"(
 QWidget#wei, QWidget#weia, QWidget#loadimgbox, QWidget#content { background: @window; }
-QLabel { color: @text; }
+QWidget#sentby { background: @hover; }
 QLabel#loadt, QLabel#sizes { color: @quiet; }
-QToolButton#Image1 { border: none; border-radius: 6px; color: @quiet; font-size: 16px; padding: 3px 9px; }
-QToolButton#Image1:hover { background: @hover; color: @text; }
 QProgressBar { background: @line; border: none; border-radius: 3px; max-height: 6px; min-height: 6px; }
 QProgressBar::chunk { background: @accent; border-radius: 3px; }
 )"_s;
 
-QString sheetOf(const StoreColours &colours)
-{
-    QString sheet = styleTemplate;
-    const std::pair<QLatin1StringView, QColor> names[]
-        = {{"@window"_L1, colours.window}, {"@text"_L1, colours.text}, {"@quiet"_L1, colours.quiet},
-            {"@line"_L1, colours.line}, {"@hover"_L1, colours.hover}, {"@accent"_L1, colours.accent}};
-    for (const auto &[name, colour] : names)
-        sheet.replace(name, colour.name());
-    return sheet;
-}
-
 } // namespace
 
-StoreForm::StoreForm(bool dark)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint)
-    , m_colours(storeColours(dark))
+StoreForm::StoreForm()
+    : BorderlessWindow(nullptr, Qt::Window)
+    , m_usualCaption(u"Plum"_s)
 {
     setObjectName(u"webbox"_s);
-    setStyleSheet(sheetOf(m_colours));
+    applyStyle();
+    connect(this, &BorderlessWindow::themeChanged, this, &StoreForm::applyStyle);
     setMouseTracking(true);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &StoreForm::closeRequested);
+}
+
+void StoreForm::applyStyle()
+{
+    QString sheet = styleTemplate;
+    const std::pair<QLatin1StringView, QColor> colours[]
+        = {{"@window"_L1, theme().window}, {"@quiet"_L1, theme().quiet}, {"@line"_L1, theme().line},
+            {"@hover"_L1, theme().hover}, {"@accent"_L1, theme().accent}};
+    for (const auto &[name, colour] : colours)
+        sheet.replace(name, colour.name());
+    setStyleSheet(theme().styleSheet() + sheet);
 }
 
 void StoreForm::build(QLayout *content)
@@ -70,17 +71,13 @@ QWidget *StoreForm::buildBar()
     wei = new QWidget;
     wei->setObjectName(u"wei"_s);
     wei->setAttribute(Qt::WA_StyledBackground);
-    wei->installEventFilter(this);
     wei->setCursor(Qt::ArrowCursor);
 
     m_caption = new QLabel;
     m_caption->setTextFormat(Qt::PlainText);
-    auto *Image1 = new QToolButton; // closes
-    Image1->setObjectName(u"Image1"_s);
-    Image1->setText(u"✕"_s);
-    Image1->setToolTip(tr("Close (Esc)"));
-    Image1->setAccessibleName(tr("Close"));
-    connect(Image1, &QToolButton::clicked, this, &StoreForm::closeRequested);
+    auto *Image1 = new PictureButton(u"Image1"_s, PictureButton::Picture::Close, tr("Close (Esc)"), wei);
+    connect(Image1, &PictureButton::clicked, this, &StoreForm::closeRequested);
+    (new moveit(*this))->installOn(*wei);
 
     auto *bar = new QHBoxLayout(wei);
     bar->setContentsMargins(12, 3, 3, 5);
@@ -98,7 +95,9 @@ QWidget *StoreForm::buildStrip()
     m_bar->setTextVisible(false);
     m_bar->setRange(0, 1000);
     m_percent = new QLabel;
+    m_percent->setObjectName(u"percent"_s);
     m_sizes = new QLabel;
+    m_sizes->setTextFormat(Qt::PlainText);
     m_sizes->setObjectName(u"sizes"_s);
 
     auto *texts = new QHBoxLayout;
@@ -115,8 +114,20 @@ QWidget *StoreForm::buildStrip()
 
 void StoreForm::setCaption(const QString &text)
 {
-    // A window without a name could not be told from others in a list of windows.
-    const QString shown = text.isEmpty() ? u"Plum"_s : text;
+    m_givenCaption = text;
+    showCaption();
+}
+
+void StoreForm::setUsualCaption(const QString &text)
+{
+    m_usualCaption = text;
+    showCaption();
+}
+
+// A window without a name could not be told from others in a list of windows.
+void StoreForm::showCaption()
+{
+    const QString shown = m_givenCaption.isEmpty() ? m_usualCaption : m_givenCaption;
     m_caption->setText(shown);
     setWindowTitle(shown);
 }
@@ -124,12 +135,16 @@ void StoreForm::setCaption(const QString &text)
 void StoreForm::setProgress(const QJsonObject &fields)
 {
     const double percent = fields.value("percent"_L1).toDouble();
+    const QString done = fields.value("done"_L1).toString();
+    const QString total = fields.value("total"_L1).toString();
+    const QString speed = fields.value("speed"_L1).toString();
     m_bar->setValue(static_cast<int>(percent * 10));
     m_percent->setText(u"%1 %"_s.arg(percent, 0, 'f', 0));
-    m_sizes->setText(tr("%1 of %2, %3 a second")
-                         .arg(fields.value("done"_L1).toString(), fields.value("total"_L1).toString(),
-                             fields.value("speed"_L1).toString()));
-    weia->show();
+    // A download may be over before there is a speed.
+    m_sizes->setText(speed.isEmpty() ? tr("%1 of %2").arg(done, total)
+                                     : tr("%1 of %2, %3 a second").arg(done, total, speed));
+    // A download that comes to its end while the window is hidden is over when the window comes back.
+    weia->setVisible(isVisible());
 }
 
 QSize StoreForm::aroundBrowser() const
@@ -195,15 +210,7 @@ void StoreForm::hideEvent(QHideEvent *event)
 {
     if (!event->spontaneous())
         weia->hide();
-    QWidget::hideEvent(event);
-}
-
-void StoreForm::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    painter.fillRect(rect(), m_colours.window);
-    painter.setPen(m_colours.line);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    BorderlessWindow::hideEvent(event);
 }
 
 Qt::Edges StoreForm::edgesAt(QPoint point) const
@@ -235,16 +242,6 @@ void StoreForm::mouseMoveEvent(QMouseEvent *event)
         setCursor(isHorizontal ? Qt::SizeHorCursor : Qt::SizeVerCursor);
     else
         unsetCursor();
-}
-
-bool StoreForm::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == wei && event->type() == QEvent::MouseButtonPress
-        && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton) {
-        windowHandle()->startSystemMove();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace plum

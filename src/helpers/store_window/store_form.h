@@ -1,10 +1,9 @@
 #pragma once
 
-#include "store_colours.h"
+#include "look/borderless_window.h"
 
 #include <QJsonObject>
 #include <QUrl>
-#include <QWidget>
 
 #include <memory>
 
@@ -16,12 +15,12 @@ namespace plum {
 
 // The store window `webbox`: borderless, its content below a bar that moves the window, a strip with the
 // progress of a download below the content.
-class StoreForm : public QWidget
+class StoreForm : public BorderlessWindow
 {
     Q_OBJECT
 
 public:
-    explicit StoreForm(bool dark);
+    StoreForm();
 
     virtual void showAddress(const QUrl &address) = 0;
     virtual void writePage(const QString &html) = 0;
@@ -50,16 +49,17 @@ protected:
     // Lays the window out around its content. Called once.
     void build(QLayout *content);
 
-    const StoreColours &colours() const { return m_colours; }
+    // What the window is called while the launcher has no caption for it.
+    void setUsualCaption(const QString &text);
 
     void closeEvent(QCloseEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void applyStyle();
+    void showCaption();
     QWidget *buildBar();
     QWidget *buildStrip();
     Qt::Edges edgesAt(QPoint point) const;
@@ -67,7 +67,8 @@ private:
     QSize browserSize() const;
     void resizeForBrowser(QSize browser);
 
-    const StoreColours m_colours;
+    QString m_usualCaption;
+    QString m_givenCaption;
     QWidget *wei = nullptr; // the bar at the top
     QLabel *m_caption = nullptr;
     QWidget *weia = nullptr; // the strip at the bottom
@@ -77,6 +78,6 @@ private:
 };
 
 // The form that this build has.
-std::unique_ptr<StoreForm> makeStoreForm(const QUrl &downloadBase, bool dark);
+std::unique_ptr<StoreForm> makeStoreForm(const QUrl &downloadBase);
 
 } // namespace plum
