@@ -11,6 +11,7 @@ class PlainPaths final : public Paths
 public:
     QString programFolder() const override { return {}; }
     QString toSystem(const QString &path) const override { return QString(path).replace(u'\\', u'/'); }
+    bool interpretsNames() const override { return false; }
 };
 
 class Utf8 final : public TextCodec

@@ -17,7 +17,7 @@ namespace {
 // launcher.
 QString claimOfUser(const AppFolders &folders)
 {
-    const QString folder = QFileInfo(folders.onDisk(folders.file({}))).canonicalFilePath();
+    const QString folder = QDir(folders.onDisk(folders.file({}))).canonicalPath();
     const QByteArray name
         = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
     return u"%1/plum-%2.lock"_s.arg(

@@ -51,9 +51,9 @@ public:
     // is requested before.
     void askInstall(InstallFlag flag, const QString &name);
 
-    // Starts installing a package: the package `name`, or the current one anew, where `name` is not looked at; its app
-    // leaves the library first and comes back if nothing takes its place. While a package is on its way, nothing
-    // happens: two of them would be mixed up.
+    // Starts installing a package: the package `name`, or the current one anew, where `name` is not looked
+    // at; its app leaves the library first and comes back if nothing takes its place. While a package is on
+    // its way, nothing happens: two of them would be mixed up.
     void XzSet(InstallFlag mode, const QString &name);
 
     // Shows a piece of HTML in place of the page.

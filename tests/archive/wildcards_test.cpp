@@ -1,5 +1,6 @@
 #include "archive/wildcards.h"
 
+#include <QString>
 #include <gtest/gtest.h>
 
 namespace {

@@ -17,6 +17,7 @@
 #include "support/temporary_files.h"
 
 #include <QImage>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 

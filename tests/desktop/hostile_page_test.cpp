@@ -170,7 +170,8 @@ document.getElementById('b').onclick = () => { ++window.clicks;
     if (!eventually([&] { return !isShown(u"asks/asks"_s); }))
         click(u"asks/cancel"_s);
     // The page goes on asking for as long as this takes.
-    ASSERT_TRUE(pageShows(u"(window.since = window.since || Date.now(), Date.now() - window.since > 1500)"_s));
+    ASSERT_TRUE(
+        pageShows(u"(window.since = window.since || Date.now(), Date.now() - window.since > 1500)"_s));
     expectNothingInstalled();
     expectTheLauncherAnswers();
 }
@@ -289,23 +290,23 @@ addEventListener('click', () => ++window.clicks);
 setTimeout(() => { go(() => location = 'ELSEWHERE/location'); setTimeout(() => window.done = true, 500); }, 200);
 </script>)html";
     page.replace("BASE", shop->url().toEncoded());
-page.replace("ELSEWHERE", elsewhere());
-write(u"page.html"_s, page);
-outputOf(u"sh"_s, {u"-c"_s, u"xclip -i -selection clipboard < '%1/page.html'"_s.arg(programFolder())});
-ASSERT_TRUE(pageShows(u"window.done"_s));
-EXPECT_TRUE(eventually([&] { return hasWindow(u"A page from another program"_s); }));
+    page.replace("ELSEWHERE", elsewhere());
+    write(u"page.html"_s, page);
+    outputOf(u"sh"_s, {u"-c"_s, u"xclip -i -selection clipboard < '%1/page.html'"_s.arg(programFolder())});
+    ASSERT_TRUE(pageShows(u"window.done"_s));
+    EXPECT_TRUE(eventually([&] { return hasWindow(u"A page from another program"_s); }));
 
-// Its scripts run, and a real click on its links leads nowhere either.
-clickInPage(u"#p"_s);
-clickInPage(u"#o"_s);
-EXPECT_TRUE(pageShows(u"window.clicks >= 2 && document.title == 'sent'"_s));
-EXPECT_TRUE(eventually([&] {
-    hands->key(u"Escape"_s);
-    return !hasWindow(u"A page from another program"_s);
-}));
-EXPECT_EQ(visits(), 0);
-EXPECT_TRUE(opened().isEmpty());
-expectNothingInstalled();
+    // Its scripts run, and a real click on its links leads nowhere either.
+    clickInPage(u"#p"_s);
+    clickInPage(u"#o"_s);
+    EXPECT_TRUE(pageShows(u"window.clicks >= 2 && document.title == 'sent'"_s));
+    EXPECT_TRUE(eventually([&] {
+        hands->key(u"Escape"_s);
+        return !hasWindow(u"A page from another program"_s);
+    }));
+    EXPECT_EQ(visits(), 0);
+    EXPECT_TRUE(opened().isEmpty());
+    expectNothingInstalled();
 }
 
 } // namespace plum

@@ -4,6 +4,7 @@
 #include "download/win_http_down.h"
 #include "support/recording/recording_platform.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QEventLoop>

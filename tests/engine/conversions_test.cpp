@@ -1,6 +1,7 @@
 #include "engine/conversions.h"
 #include "support/raised_by.h"
 
+#include <QStringList>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;

@@ -33,6 +33,5 @@ TEST(UnreadableFile, LeavesTheList)
     EXPECT_EQ(lines, QStringList{u"before"_s});
     // It was the permission.
     ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOther | QFile::ReadOwner));
-    const test::PlainUser user;
     EXPECT_TRUE(files.appendLines(path, lines));
 }

@@ -275,6 +275,7 @@ TEST_F(PackageInstallerTest, theDesktopsTrashTakesAnAppAsAWhole)
     const QByteArray dataBefore = qgetenv("XDG_DATA_HOME");
     qputenv("HOME", QFile::encodeName(home.path()));
     qunsetenv("XDG_DATA_HOME");
+    ASSERT_TRUE(QDir().mkpath(home.path() + u"/.local/share"_s));
     folder.addApp(u"calc"_s, "mine");
     writeBytes(folder.apps(u"calc/deep/notes.txt"_s), "mine too");
     const bool isMoved = moveToTrash(folder.apps(u"calc"_s));

@@ -1,5 +1,7 @@
 #include "store/store_process.h"
 
+#include <QCoreApplication>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;

@@ -1,6 +1,8 @@
 #include "store_bench.h"
 
 #include "desktop/support/page_eyes.h"
+#include "library/app_list_file.h"
+#include "library/package_installer.h"
 #include "store/loaded_store_transfers.h"
 #include "store/store_process.h"
 #include "support/shop.h"
@@ -111,8 +113,11 @@ protected:
     plum::LoadedStoreTransfers transfers{platform.paths(), platform.textCodec()};
     plum::test::RecordingHost host{platform.log};
     plum::ClipboardChannel channel{platform.clipboard()};
-    plum::webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(),
-        platform.textCodec(), {shop.url(), shop.url(u"/plum/download/"_s)}}};
+    plum::AppFolders folders{platform.paths()};
+    plum::AppListFile listFile{platform.paths(), platform.textCodec()};
+    plum::PackageInstaller installer{{platform.paths(), platform.textCodec(), {folders, listFile, {}}}};
+    plum::webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer,
+        {shop.url(), shop.url(u"/plum/download/"_s)}}};
     int completed = 0;
     int closed = 0;
 };
@@ -156,7 +161,8 @@ TEST_F(StoreWindow, ADownloadCutInTheMiddleGoesOnLater)
     float percent = 0;
     int status = 0;
     QObject::connect(&transfers, &plum::StoreTransfers::Progress, &store, [&](float now) { percent = now; });
-    QObject::connect(&transfers, &plum::StoreTransfers::Status, &store, [&](int code) { status = code; });
+    QObject::connect(&transfers, &plum::StoreTransfers::Status, &store,
+        [&](plum::DownloadStatus code) { status = static_cast<int>(code); });
     store.XzSet(plum::InstallFlag::ByName, u"big"_s);
     ASSERT_TRUE(waitUntil([&] { return percent > 10; }));
     shop.cut();

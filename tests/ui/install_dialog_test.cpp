@@ -23,7 +23,7 @@ constexpr auto patience = std::chrono::seconds(20);
 
 bool eventually(const std::function<bool()> &condition)
 {
-    return QTest::qWaitFor(condition, QDeadlineTimer(patience).remainingTime());
+    return QTest::qWaitFor(condition, static_cast<int>(std::chrono::milliseconds(patience).count()));
 }
 
 class InstallDialogTest : public testing::Test

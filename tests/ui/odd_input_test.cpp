@@ -70,11 +70,11 @@ TEST_F(OddInputTest, ofAThousandPackagesDroppedOnAListTheFirstIsInstalled)
     start();
     QList<QUrl> packages;
     for (int i = 0; i < 1000; ++i)
-        packages
-            += QUrl::fromLocalFile(folder.addPackage(u"%1.wfp"_s.arg(i), packageOf({{u"main.wf"_s, "x"}})));
+        packages += QUrl::fromLocalFile(
+            folder.addPackage(u"%1.wfp"_s.arg(i), recording::packageOf({{u"main.wf"_s, "x"}})));
     drop(listViewport(), packages);
     EXPECT_EQ(folder.inApps(), QStringList(u"0"_s));
-    EXPECT_EQ(bytesOf(folder.configTxt()), "0\r\n");
+    EXPECT_EQ(recording::bytesOf(folder.configTxt()), "0\r\n");
 }
 
 TEST_F(OddInputTest, ofAThousandFilesDroppedOnTheKeywordBoxTheFirstCounts)

@@ -25,7 +25,7 @@ protected:
         if (!ui.window())
             start();
         state.runlist = lines;
-        starts.runAll();
+        system.starts().runAll();
     }
 
     // Runs lines as the script of a command line: there is no launcher then.
@@ -34,7 +34,7 @@ protected:
         state.runidx[2] = 1;
         state.runctx[1] = u"jb"_s;
         state.runlist = lines;
-        starts.runAll();
+        system.starts().runAll();
     }
 
     static QLineEdit *entry() { return inBox<QLineEdit>("Text1"); }
@@ -279,8 +279,8 @@ TEST_F(ShuruboxTest, theInstallModeBelongsToTheQuestionThatIsOpen)
 {
     addApps({u"calc"_s});
     start();
-    const QUrl dropped
-        = QUrl::fromLocalFile(folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, "dropped"}})));
+    const QUrl dropped = QUrl::fromLocalFile(
+        folder.addPackage(u"calc.wfp"_s, recording::packageOf({{u"main.wf"_s, "dropped"}})));
     drop(find<QAbstractScrollArea>("List")->viewport(), {dropped});
     key(inBox("Text4"), Qt::Key_Escape);
     ui.askPackageName(u"chess"_s);
@@ -334,9 +334,9 @@ TEST_F(ShuruboxTest, theNameBoxTakesTheRuleOfEveryKeyword)
 {
     addApps({u"b"_s});
     start();
-    const QByteArray before = bytesOf(folder.script(u"b"_s));
-    const QUrl dropped
-        = QUrl::fromLocalFile(folder.addPackage(u"b.wfp"_s, packageOf({{u"main.wf"_s, "dropped"}})));
+    const QByteArray before = recording::bytesOf(folder.script(u"b"_s));
+    const QUrl dropped = QUrl::fromLocalFile(
+        folder.addPackage(u"b.wfp"_s, recording::packageOf({{u"main.wf"_s, "dropped"}})));
     drop(find<QAbstractScrollArea>("List")->viewport(), {dropped});
     for (const QString &name : {u"b|piano"_s, u"a:b"_s, u"../x"_s, u"a*"_s, u".."_s}) {
         inBox<QLineEdit>("Text4")->setText(name);
@@ -344,7 +344,7 @@ TEST_F(ShuruboxTest, theNameBoxTakesTheRuleOfEveryKeyword)
         ASSERT_TRUE(topLevel("shurubox")) << qPrintable(name);
         EXPECT_EQ(inBox<QLabel>("Label6")->text(), u"Can not exist *[\\/:*?\"<|>]*"_s);
     }
-    EXPECT_EQ(bytesOf(folder.script(u"b"_s)), before);
+    EXPECT_EQ(recording::bytesOf(folder.script(u"b"_s)), before);
     EXPECT_EQ(folder.inApps(), QStringList(u"b"_s));
 
     inBox<QLineEdit>("Text4")->setText(QString(256, u'n'));

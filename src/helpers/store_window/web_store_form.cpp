@@ -5,6 +5,7 @@
 #include "platform/web_sandbox.h"
 
 #include <QApplication>
+#include <QHideEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>

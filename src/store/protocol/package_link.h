@@ -10,8 +10,8 @@ namespace plum {
 // The ending of package files.
 inline constexpr QLatin1StringView packageEnding(".wfp");
 
-// True for a name that can be a keyword wherever the store's packages go, and that has none of the marks that make a
-// text run backwards, with which a name would look like another.
+// True for a name that can be a keyword wherever the store's packages go, and that has none of the marks that
+// make a text run backwards, with which a name would look like another.
 bool isPackageName(QStringView name);
 
 // Whether `link` leads to something below `downloadBase`, where packages are and no page is.

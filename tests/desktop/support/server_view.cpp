@@ -2,6 +2,8 @@
 
 #include "platform/x11/keyboard/xcb_xkb.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>

@@ -1,6 +1,7 @@
 #include "platform/linux/loaded_javascript.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <gtest/gtest.h>

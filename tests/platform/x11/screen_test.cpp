@@ -2,6 +2,7 @@
 #include "platform/x11/x11_screen.h"
 #include "support/x_server.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 #include <algorithm>
