@@ -21,8 +21,11 @@ Questions::~Questions()
 
 shurubox &Questions::freshBox()
 {
-    if (m_box)
+    if (m_box) {
+        // What takes its place decides what happens next.
+        disconnect(m_box, &shurubox::dismissed, this, nullptr);
         m_box->close();
+    }
     m_box = new shurubox(m_shell,
         {.exists = [this](const QString &keyword) { return m_library.exists(keyword); },
             .isUsableName = [](const QString &keyword) { return AppLibrary::isFolderName(keyword); }},
@@ -39,12 +42,16 @@ shurubox &Questions::freshBox()
 
 void Questions::showInput(const QString &prompt, const QString &variable)
 {
-    freshBox().showInput(prompt, variable);
+    shurubox &box = freshBox();
+    connect(&box, &shurubox::dismissed, this, &Questions::dismissed);
+    box.showInput(prompt, variable);
 }
 
 void Questions::showTip(const QString &text)
 {
-    freshBox().showTip(text);
+    shurubox &box = freshBox();
+    connect(&box, &shurubox::dismissed, this, &Questions::dismissed);
+    box.showTip(text);
 }
 
 void Questions::askPackageName(const QString &keyword, const QString &package)
