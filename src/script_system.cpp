@@ -7,14 +7,22 @@
 #include "commands/net_commands.h"
 #include "commands/notices.h"
 #include "commands/os_commands.h"
+#include "commands/point_actions.h"
 #include "commands/waitable_timer.h"
 #include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
 #include "http/file_upload.h"
 #include "http/loaded_http_client.h"
 #include "platform/platform.h"
+#include "programs/program_runner.h"
+#include "search/screen_search.h"
+#include "values/calc_commands.h"
+#include "values/json_commands.h"
+#include "waits/patience.h"
+#include "waits/wait_commands.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 
 namespace plum {
 
@@ -35,6 +43,13 @@ clsWaitableTimer::Clock clockOfSeconds()
     };
 }
 
+Patience::Clock clockOfMilliseconds()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return [timer] { return timer.elapsed(); };
+}
+
 } // namespace
 
 struct ScriptSystem::Parts
@@ -42,10 +57,15 @@ struct ScriptSystem::Parts
     explicit Parts(const Needs &needs)
         : ownWaiter(needs.platform.timers(), needs.executableName, clockOfSeconds())
         , waiter(needs.waiter ? *needs.waiter : ownWaiter)
+        , ownPrograms(waiter)
+        , programs(needs.programs ? *needs.programs : ownPrograms)
+        , patience(waiter, needs.clock ? needs.clock : clockOfMilliseconds())
         , http(needs.http ? *needs.http : ownHttp)
         , notices(needs.notices ? *needs.notices : ownNotices)
         , upload(http, needs.platform.paths(), needs.platform.textCodec())
         , clicks(needs.platform.pointer(), waiter)
+        , actions({needs.platform.pointer(), clicks, needs.platform.clipboard(), needs.launcher})
+        , search({needs.platform.screen(), needs.launcher, needs.platform.paths()})
         , engine({needs.platform.clipboard(), needs.platform.pointer(), needs.shell, needs.platform.paths(),
               needs.platform.textCodec(), needs.launcher, waiter})
     {
@@ -55,10 +75,15 @@ struct ScriptSystem::Parts
     LoadedHttpClient ownHttp;
     StandardErrorNotices ownNotices;
     Waiter &waiter;
+    ProcessRunner ownPrograms;
+    ProgramRunner &programs;
+    Patience patience;
     HttpClient &http;
     Notices &notices;
     FileUpload upload;
     MouseClicks clicks;
+    PointActions actions;
+    ScreenSearch search;
     ScriptEngine engine;
 };
 
@@ -69,7 +94,7 @@ ScriptSystem::ScriptSystem(const Needs &needs)
     ScriptEngine &to = m->engine;
     to.add(u"mouse"_s,
         std::make_unique<MouseCommands>(
-            MouseCommands::Needs{on.pointer(), m->clicks, m->waiter, needs.launcher}));
+            MouseCommands::Needs{on.pointer(), m->clicks, m->actions, m->waiter}));
     to.add(u"keyboard"_s, std::make_unique<KeyboardCommands>(on.keyboard(), on.clipboard(), m->waiter));
     to.add(u"file"_s,
         std::make_unique<FileCommands>(FileCommands::Needs{to.state(), on.paths(), on.textCodec(), to.files(),
@@ -80,8 +105,13 @@ ScriptSystem::ScriptSystem(const Needs &needs)
     to.add(u"webbox"_s, std::make_unique<WebboxCommands>(needs.shell, on.paths()));
     to.add(u"window"_s, std::make_unique<WindowCommands>(on.windows()));
     to.add(u"os"_s,
-        std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), on.screen(), on.pointer(),
-            m->clicks, on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
+        std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), on.screen(), m->search,
+            m->actions, m->programs, on.textCodec(), on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
+    to.add(u"calc"_s, std::make_unique<CalcCommands>(to.reader()));
+    to.add(u"json"_s, std::make_unique<JsonCommands>());
+    to.add(u"wait"_s,
+        std::make_unique<WaitCommands>(WaitCommands::Needs{
+            to.state(), on.paths(), on.screen(), m->search, on.windows(), m->patience}));
 }
 
 ScriptSystem::~ScriptSystem() = default;

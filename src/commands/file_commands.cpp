@@ -12,7 +12,11 @@
 #include "engine/text_functions.h"
 #include "engine/variable_store.h"
 #include "http/http_text.h"
+#include "platform/paths.h"
 #include "platform/shell.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <optional>
@@ -95,6 +99,21 @@ std::span<const FileCommands::Row> FileCommands::table()
                 u"Appends a variable's value as a line, with mode append. Without a mode edition 1 writes "
                 u"nothing and edition 2 replaces the file."},
             &FileCommands::save},
+        Row{{u"write",
+                {{{u"path", Path}, {u"text", Text}, Field{u"mode", Choice}.oneOf(saveWords).optional()}},
+                u"Writes a text into a file as it is, in place of what is there or, with mode append, behind it.",
+                Touches::Nothing, Editions::Two},
+            &FileCommands::write},
+        Row{{u"exists", {{{u"path", Path}, {u"variable", Variable}}},
+                u"Stores 1 where there is such a file or folder, else 0.", Touches::Nothing, Editions::Two},
+            &FileCommands::exists},
+        Row{{u"list", {{{u"folder", Path}, {u"pattern", Text, u"*"}, {u"variable", Variable}}},
+                u"Stores the names of a folder's files that fit a pattern such as *.txt, one a line, by name.",
+                Touches::Nothing, Editions::Two},
+            &FileCommands::list},
+        Row{{u"move", {{{u"from", Path}, {u"to", Path}}},
+                u"Moves or renames a file; it replaces none.", Touches::Nothing, Editions::Two},
+            &FileCommands::move},
     };
     return rows;
 }
@@ -193,6 +212,44 @@ void FileCommands::save(const CommandCall &call)
         mode = u"覆盖"_s;
     if (!WriteText(path, call.variables().GetVar(name), mode, m_use.paths, m_use.codec))
         call.fail(u"%1 cannot be written"_s.arg(path));
+}
+
+void FileCommands::write(const CommandCall &call)
+{
+    const QString path = resolved(call.arg(0));
+    if (!writeExactly(path, call.arg(1), call.arg(2) == "append"_L1, m_use.paths, m_use.codec))
+        call.fail(u"%1 cannot be written"_s.arg(path));
+}
+
+void FileCommands::exists(const CommandCall &call)
+{
+    const QString path = m_use.paths.toSystem(resolved(call.arg(0)));
+    call.setVariable(call.arg(1), QFileInfo::exists(path) ? u"1"_s : u"0"_s);
+}
+
+void FileCommands::list(const CommandCall &call)
+{
+    const QString path = resolved(call.arg(0));
+    const QString pattern = call.arg(1);
+    const QDir folder(m_use.paths.toSystem(path));
+    if (path.isEmpty() || !folder.exists()) {
+        call.fail(u"there is no folder %1"_s.arg(path));
+        return;
+    }
+    const QStringList names = folder.entryList({pattern.isEmpty() ? u"*"_s : pattern}, QDir::Files, QDir::Name);
+    call.setVariable(call.arg(2), names.join(u"\r\n"_s));
+}
+
+void FileCommands::move(const CommandCall &call)
+{
+    const QString from = resolved(call.arg(0));
+    const QString to = resolved(call.arg(1));
+    if (!QFileInfo(m_use.paths.toSystem(from)).isFile())
+        call.fail(u"there is no file %1"_s.arg(from));
+    else if (QFileInfo::exists(m_use.paths.toSystem(to)))
+        call.fail(u"%1 is there already"_s.arg(to));
+    else if (!QFile::rename(m_use.paths.toSystem(from), m_use.paths.toSystem(to)))
+        call.fail(u"%1 cannot be moved to %2"_s.arg(from, to));
 }
 
 } // namespace plum

@@ -1,9 +1,12 @@
 #include "modules/http/qt_http_client.h"
 
+#include <QBuffer>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -43,8 +46,15 @@ public:
     }
     Q_DISABLE_COPY_MOVE(Arrival)
 
-    HttpReply wait()
+    // Until `deadline`; what has not come by then is given up.
+    HttpReply wait(QDeadlineTimer deadline)
     {
+        QTimer timer;
+        if (!deadline.isForever()) {
+            QObject::connect(&timer, &QTimer::timeout, &m_reply, &QNetworkReply::abort);
+            timer.setSingleShot(true);
+            timer.start(static_cast<int>(deadline.remainingTime()));
+        }
         // The loop also ends when the process is about to: the request is then given up.
         if (!m_reply.isFinished())
             m_loop.exec();
@@ -120,30 +130,59 @@ bool keepsMethod(int status)
     return status == 307 || status == 308;
 }
 
+constexpr QByteArrayView getMethod("GET");
+
+// What is sent: `body` is null for a request without one.
+struct Sending
+{
+    QByteArray method = getMethod.toByteArray();
+    QList<std::pair<QByteArray, QByteArray>> headers = {};
+    QIODevice *body = nullptr;
+    QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever);
+};
+
+QNetworkReply *send(QNetworkAccessManager &manager, const QNetworkRequest &request, const Sending &sending)
+{
+    if (sending.method == getMethod && !sending.body)
+        return manager.get(request);
+    if (sending.method == "POST" && sending.body)
+        return manager.post(request, sending.body);
+    return manager.sendCustomRequest(request, sending.method, sending.body);
+}
+
 // One exchange after the other, until an answer is final. Redirections are followed here and not by Qt, which
-// at times loses a body that it has to send again. `body` is null for a GET.
-HttpReply exchange(const QString &url, const QByteArray &contentType, QIODevice *body)
+// at times loses a body that it has to send again.
+HttpReply exchange(const QString &url, Sending sending)
 {
     QUrl address(url.trimmed());
     for (int redirections = 0; isHttp(address) && redirections <= mostRedirections; ++redirections) {
         QNetworkRequest request = requestFor(address);
         QNetworkAccessManager manager;
-        QNetworkReply *reply = nullptr;
-        if (body) {
-            request.setHeader(QNetworkRequest::ContentTypeHeader, contentType);
-            body->seek(0);
-            reply = manager.post(request, body);
-        } else {
-            reply = manager.get(request);
-        }
-        const HttpReply answer = Arrival(*reply).wait();
+        for (const auto &[name, value] : std::as_const(sending.headers))
+            request.setRawHeader(name, value);
+        if (sending.body)
+            sending.body->seek(0);
+        QNetworkReply *reply = send(manager, request, sending);
+        const HttpReply answer = Arrival(*reply).wait(sending.deadline);
         const std::optional<QUrl> next = redirection(*reply);
         if (answer.status == 0 || !next)
             return answer;
         if (address.scheme() == QLatin1StringView("https") && next->scheme() != address.scheme())
             return {};
-        if (!keepsMethod(answer.status))
-            body = nullptr;
+        if (!keepsMethod(answer.status) && sending.method != "HEAD") {
+            sending.method = getMethod.toByteArray();
+            sending.body = nullptr;
+            sending.headers.removeIf([](const auto &header) {
+                return header.first.compare("Content-Type", Qt::CaseInsensitive) == 0;
+            });
+        }
+        // What is meant for one server is not told to another.
+        if (next->host() != address.host() || next->port() != address.port()) {
+            sending.headers.removeIf([](const auto &header) {
+                return header.first.compare("Authorization", Qt::CaseInsensitive) == 0
+                    || header.first.compare("Cookie", Qt::CaseInsensitive) == 0;
+            });
+        }
         address = *next;
     }
     return {};
@@ -153,12 +192,26 @@ HttpReply exchange(const QString &url, const QByteArray &contentType, QIODevice 
 
 HttpReply QtHttpClient::get(const QString &url)
 {
-    return exchange(url, {}, nullptr);
+    return exchange(url, {});
 }
 
 HttpReply QtHttpClient::post(const QString &url, const QByteArray &contentType, QIODevice &body)
 {
-    return exchange(url, contentType, &body);
+    return exchange(
+        url, {.method = QByteArrayLiteral("POST"), .headers = {{"Content-Type", contentType}}, .body = &body});
+}
+
+HttpReply QtHttpClient::request(const HttpRequest &request)
+{
+    QBuffer body;
+    body.setData(request.body);
+    body.open(QIODevice::ReadOnly);
+    return exchange(request.url,
+        {.method = request.method,
+            .headers = request.headers,
+            .body = request.body.isEmpty() ? nullptr : &body,
+            .deadline = request.milliseconds > 0 ? QDeadlineTimer(request.milliseconds)
+                                                 : QDeadlineTimer(QDeadlineTimer::Forever)});
 }
 
 } // namespace plum
