@@ -7,12 +7,14 @@
 #include "commands/net_commands.h"
 #include "commands/notices.h"
 #include "commands/os_commands.h"
+#include "commands/point_actions.h"
 #include "commands/waitable_timer.h"
 #include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
 #include "http/file_upload.h"
 #include "http/loaded_http_client.h"
 #include "platform/platform.h"
+#include "search/screen_search.h"
 
 #include <QDateTime>
 
@@ -46,6 +48,8 @@ struct ScriptSystem::Parts
         , notices(needs.notices ? *needs.notices : ownNotices)
         , upload(http, needs.platform.paths(), needs.platform.textCodec())
         , clicks(needs.platform.pointer(), waiter)
+        , actions({needs.platform.pointer(), clicks, needs.platform.clipboard(), needs.launcher})
+        , search({needs.platform.screen(), needs.launcher, needs.platform.paths()})
         , engine({needs.platform.clipboard(), needs.platform.pointer(), needs.shell, needs.platform.paths(),
               needs.platform.textCodec(), needs.launcher, waiter})
     {
@@ -59,6 +63,8 @@ struct ScriptSystem::Parts
     Notices &notices;
     FileUpload upload;
     MouseClicks clicks;
+    PointActions actions;
+    ScreenSearch search;
     ScriptEngine engine;
 };
 
@@ -69,7 +75,7 @@ ScriptSystem::ScriptSystem(const Needs &needs)
     ScriptEngine &to = m->engine;
     to.add(u"mouse"_s,
         std::make_unique<MouseCommands>(
-            MouseCommands::Needs{on.pointer(), m->clicks, m->waiter, needs.launcher}));
+            MouseCommands::Needs{on.pointer(), m->clicks, m->actions, m->waiter}));
     to.add(u"keyboard"_s, std::make_unique<KeyboardCommands>(on.keyboard(), on.clipboard(), m->waiter));
     to.add(u"file"_s,
         std::make_unique<FileCommands>(FileCommands::Needs{to.state(), on.paths(), on.textCodec(), to.files(),
@@ -80,8 +86,8 @@ ScriptSystem::ScriptSystem(const Needs &needs)
     to.add(u"webbox"_s, std::make_unique<WebboxCommands>(needs.shell, on.paths()));
     to.add(u"window"_s, std::make_unique<WindowCommands>(on.windows()));
     to.add(u"os"_s,
-        std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), on.screen(), on.pointer(),
-            m->clicks, on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
+        std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), on.screen(), m->search,
+            m->actions, on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
 }
 
 ScriptSystem::~ScriptSystem() = default;

@@ -1,8 +1,9 @@
 #include "commands/os_commands.h"
 
-#include "commands/mouse_clicks.h"
 #include "commands/notices.h"
 #include "commands/path_resolution.h"
+#include "commands/point_actions.h"
+#include "commands/screen_fields.h"
 #include "engine/conversions.h"
 #include "engine/launcher.h"
 #include "engine/run_state.h"
@@ -10,7 +11,7 @@
 #include "engine/text_functions.h"
 #include "platform/clipboard.h"
 #include "platform/desktop_windows.h"
-#include "platform/pointer.h"
+#include "search/screen_search.h"
 
 namespace plum {
 
@@ -18,24 +19,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// How far a picture's channels may be off: much in red, nearly anything in green, anything in blue.
-constexpr QStringView pictureTolerance = u"58DDFF";
-
-constexpr QStringView pointVariable = u"tarnwick_xy";
-
 // A coordinate of the found point, wrapped to 16 bits as all sums of coordinates are.
-qint16 coordinate(const QString &found, int field, qint32 regionStart, qint16 offset)
+qint16 coordinate(qint64 found, qint32 areaStart, qint16 offset)
 {
-    const qint64 sum = qint64(toInt32(Piece(found, u","_s, field))) + regionStart + offset;
-    return static_cast<qint16>(static_cast<quint16>(sum));
-}
-
-QList<CommandInfo> choicesOf(std::span<const OsCommands::Action> actions)
-{
-    QList<CommandInfo> choices;
-    for (const OsCommands::Action &action : actions)
-        choices += {action.word, {}, action.summary};
-    return choices;
+    return static_cast<qint16>(static_cast<quint16>(found + areaStart + offset));
 }
 
 // Where the machine has no such service, the program that stands for it could not be started.
@@ -50,7 +37,7 @@ void requireStarted(Session::Outcome outcome)
 std::span<const OsCommands::Row> OsCommands::table()
 {
     using enum FieldKind;
-    static const QList<CommandInfo> actionWords = choicesOf(actions());
+    static const QList<CommandInfo> actionWords = PointActions::words(PointActions::Search);
     static const std::array rows{
         Row{{u"find_pic",
                 {{{u"picture", Path}, {u"region", Region, u"the main screen"}, {u"offset", Offset, u"0:0"},
@@ -90,27 +77,6 @@ std::span<const OsCommands::Row> OsCommands::table()
     return rows;
 }
 
-std::span<const OsCommands::Action> OsCommands::actions()
-{
-    static constexpr std::array rows{
-        Action{u"click", &OsCommands::clickAt, u"Moves there and clicks."},
-        Action{u"d_click", &OsCommands::doubleClickAt, u"Moves there and double-clicks."},
-        Action{u"r_click", &OsCommands::rightClick, u"Right-clicks where the pointer is."},
-        Action{u"move", &OsCommands::moveTo, u"Moves there."},
-        Action{u"get_xy", &OsCommands::storePoint, u"Stores the point in tarnwick_xy."},
-        Action{u"get_x", &OsCommands::storeX, u"Stores its x in tarnwick_xy."},
-        Action{u"get_y", &OsCommands::storeY, u"Stores its y in tarnwick_xy."},
-        Action{u"set_clipboard", &OsCommands::copyPoint, u"Puts the point on the clipboard."},
-    };
-    return rows;
-}
-
-OsCommands::OsCommands(const Needs &needs)
-    : m_use(needs)
-    , m_search({needs.screen, needs.launcher, needs.paths})
-{
-}
-
 OsCommands::SearchFields OsCommands::searchFields(const CommandCall &call) const
 {
     const QString target = ResolvePath(call.arg(0), m_use.state, m_use.paths);
@@ -119,39 +85,26 @@ OsCommands::SearchFields OsCommands::searchFields(const CommandCall &call) const
     return {target, region, offset, call.arg(3)};
 }
 
-OsCommands::Region OsCommands::regionOf(const QString &text) const
-{
-    if (text.isEmpty()) {
-        const QSize size = m_use.screen.mainScreenSize();
-        return {0, 0, size.width(), size.height()};
-    }
-    const auto field = [&](int index) { return toInt32(Piece(text, u":"_s, index)); };
-    return {field(0), field(1), field(2), field(3)};
-}
-
 void OsCommands::findPicture(const CommandCall &call)
 {
     const SearchFields fields = searchFields(call);
     // A missing picture is all that is reported, even where the other fields make no sense.
-    const bool exists = call.edition() == Edition::One ? m_search.requirePicture(fields.target)
-                                                       : m_search.hasPicture(fields.target);
+    const bool exists = call.edition() == Edition::One ? m_use.search.requirePicture(fields.target)
+                                                       : m_use.search.hasPicture(fields.target);
     if (!exists) {
         call.fail(u"there is no picture %1"_s.arg(fields.target));
         return;
     }
-    searchAndAct(
-        call, fields, u"the picture %1 is not on the screen"_s.arg(fields.target), [&](const Region &region) {
-            return m_search.FindPic(
-                region.x, region.y, region.width, region.height, fields.target, pictureTolerance.toString());
-        });
+    searchAndAct(call, fields, u"the picture %1 is not on the screen"_s.arg(fields.target),
+        [&](const ScreenArea &area) { return m_use.search.FindPic(area, fields.target, pictureTolerance); });
 }
 
 void OsCommands::findColour(const CommandCall &call)
 {
     const SearchFields fields = searchFields(call);
-    searchAndAct(
-        call, fields, u"the colour %1 is not on the screen"_s.arg(fields.target), [&](const Region &region) {
-            return m_search.FindColor(region.x, region.y, region.width, region.height, fields.target);
+    searchAndAct(call, fields, u"the colour %1 is not on the screen"_s.arg(fields.target),
+        [&](const ScreenArea &area) {
+            return m_use.search.FindColor(area, Channels::fromText(fields.target));
         });
 }
 
@@ -159,82 +112,22 @@ template <typename Search>
 void OsCommands::searchAndAct(
     const CommandCall &call, const SearchFields &fields, const QString &notFound, const Search &search)
 {
-    const Region region = regionOf(fields.region);
+    const ScreenArea area = areaOf(fields.region, m_use.screen);
     const ScriptPoint offset = fields.offset.isEmpty() ? ScriptPoint{} : ScriptPoint::fromText(fields.offset);
-    const QString found = search(region);
-    if (found.isEmpty()) {
+    const std::optional<Position> found = search(area);
+    if (!found) {
         call.fail(notFound);
         return;
     }
-    act(call, fields.action,
-        {coordinate(found, 0, region.x, offset.x), coordinate(found, 1, region.y, offset.y)});
-}
-
-void OsCommands::act(const CommandCall &call, const QString &action, ScriptPoint point)
-{
-    if (action.isEmpty())
-        return;
-    for (const Action &known : actions()) {
-        if (known.word == action) {
-            (this->*known.routine)(call, point);
-            return;
-        }
-    }
-    call.setVariable(action, point.toText());
-}
-
-void OsCommands::clickAt(const CommandCall &, ScriptPoint point)
-{
-    m_use.pointer.moveTo(point.toPoint());
-    m_use.clicks.leftClick();
-}
-
-void OsCommands::doubleClickAt(const CommandCall &, ScriptPoint point)
-{
-    m_use.pointer.moveTo(point.toPoint());
-    m_use.clicks.doubleClick();
-}
-
-// Kept: the right click stays where the pointer is.
-void OsCommands::rightClick(const CommandCall &, ScriptPoint)
-{
-    m_use.clicks.rightClick();
-}
-
-void OsCommands::moveTo(const CommandCall &, ScriptPoint point)
-{
-    m_use.pointer.moveTo(point.toPoint());
-}
-
-void OsCommands::storePoint(const CommandCall &call, ScriptPoint point)
-{
-    call.setVariable(pointVariable.toString(), point.toText());
-}
-
-void OsCommands::storeX(const CommandCall &call, ScriptPoint point)
-{
-    call.setVariable(pointVariable.toString(), QString::number(point.x));
-}
-
-void OsCommands::storeY(const CommandCall &call, ScriptPoint point)
-{
-    call.setVariable(pointVariable.toString(), QString::number(point.y));
-}
-
-void OsCommands::copyPoint(const CommandCall &, ScriptPoint point)
-{
-    putOnClipboard(point.toText());
-}
-
-void OsCommands::putOnClipboard(const QString &text)
-{
-    m_use.clipboard.clear();
-    m_use.clipboard.setText(text);
+    m_use.actions.act(PointActions::Search, call, fields.action,
+        {coordinate(found->x, area.x, offset.x), coordinate(found->y, area.y, offset.y)});
 }
 
 void OsCommands::setClipboard(const CommandCall &call)
 {
-    putOnClipboard(call.arg(0));
+    const QString text = call.arg(0);
+    m_use.clipboard.clear();
+    m_use.clipboard.setText(text);
 }
 
 void OsCommands::getClipboard(const CommandCall &call)

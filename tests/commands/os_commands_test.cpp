@@ -349,3 +349,11 @@ TEST_F(OsCommandsTest, UnreadablePictureIsNeverFoundAndHarmless)
     const QString path = QString(file.fileName()).replace(u'/', u'\\');
     EXPECT_EQ(bench.eventsOf(u"os.find_pic \"%1\",,,\"move\""_s.arg(path)), QStringList());
 }
+
+TEST_F(OsCommandsTest, WordsOfMouseAfterOffsetAreVariablesToASearch)
+{
+    paint(10, 20, 0x00ff00);
+    EXPECT_EQ(bench.eventsOf(u"os.find_color \"00FF00\",\"\",\"\",\"tips\""_s), QStringList());
+    EXPECT_EQ(bench.variable(u"tips"_s), u"10:20");
+    EXPECT_EQ(bench.eventsOf(u"os.find_color \"00FF00\",\"\",\"\",\"\""_s), QStringList());
+}
