@@ -2,6 +2,7 @@
 
 #include "library/single_instance.h"
 #include "library/zip_unpacker.h"
+#include "platform/launcher_call.h"
 #include "platform/platform.h"
 #include "script_system.h"
 #include "store/answered_shell.h"
@@ -25,7 +26,8 @@ public:
     Program(const QString &programPath, bool hasDesktop);
     Q_DISABLE_COPY_MOVE(Program)
 
-    // The launcher. False when another one runs for the same program folder; the process then ends silently.
+    // The launcher. False when another one runs for the same program folder; that one comes forward, and this
+    // process ends silently.
     bool startLauncher();
 
     // Runs the script that `commandLine` names, with the launcher hidden. The process ends with the script's
@@ -77,6 +79,7 @@ private:
     AnsweredShell m_shell;
     ScriptSystem m_scripts;
     SingleInstance m_instance;
+    std::unique_ptr<LauncherCall> m_call;
 };
 
 } // namespace plum
