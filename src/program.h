@@ -25,7 +25,8 @@ public:
     Program(const QString &programPath, bool hasDesktop);
     Q_DISABLE_COPY_MOVE(Program)
 
-    // The launcher. False when another one runs for the same program folder; the process then ends silently.
+    // The launcher. False when another one runs for the same program folder; that one comes forward, and this
+    // process ends silently.
     bool startLauncher();
 
     // Runs the script that `commandLine` names, with the launcher hidden. The process ends with the script's

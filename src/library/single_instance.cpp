@@ -34,4 +34,12 @@ bool SingleInstance::claim()
     return m_lock.tryLock(0) || m_lock.error() != QLockFile::LockFailedError;
 }
 
+std::optional<qint64> SingleInstance::holder() const
+{
+    qint64 process = 0;
+    QString host;
+    QString program;
+    return m_lock.getLockInfo(&process, &host, &program) ? std::optional(process) : std::nullopt;
+}
+
 } // namespace plum

@@ -46,6 +46,11 @@ public:
     // end of the session).
     virtual void onEndRequested(std::function<void()> end) = 0;
 
+    // Calls `fetch` from the event loop when another process of this program asks its launcher to come
+    // forward, and asks `process` for that. A process that does not listen takes no harm.
+    virtual void onFetchRequested(std::function<void()> fetch) = 0;
+    virtual void requestFetch(qint64 process) = 0;
+
     // Calls `then` once the desktop's tray is known not to hang, or once it is known that there is none:
     // making a tray icon waits for it.
     virtual void whenTrayAnswers(std::function<void()> then) = 0;

@@ -18,28 +18,69 @@ using namespace Qt::StringLiterals;
 AppActions::AppActions(Parts parts)
     : m(std::move(parts))
 {
+    // A key without an app does nothing.
+    const auto withKeyword = [this](void (AppActions::*action)(const QString &)) {
+        return [this, action](const QString &keyword) {
+            if (!keyword.isEmpty())
+                (this->*action)(keyword);
+        };
+    };
     connect(&m.window, &frmSet::editDotScriptRequested, this, &AppActions::editDotScript);
     connect(&m.window, &frmSet::saveRequested, this, &AppActions::saveEdited);
+    connect(&m.window, &frmSet::leaveEditorRequested, this, &AppActions::leaveEditor);
+    connect(&m.window, &frmSet::newAppRequested, this, &AppActions::addApp);
+    connect(&m.window, &frmSet::editRequested, this, withKeyword(&AppActions::editApp));
+    connect(&m.window, &frmSet::renameRequested, this, withKeyword(&AppActions::renameApp));
+    connect(&m.window, &frmSet::deleteRequested, this, withKeyword(&AppActions::deleteApp));
     connect(&m.window, &frmSet::renameConfirmed, this, &AppActions::confirmRename);
     connect(&m.window, &frmSet::filesDroppedOnEditor, this, &AppActions::appendDropped);
 }
 
-void AppActions::addApp()
+bool AppActions::mayLeaveEditor()
 {
-    m.window.editPanel().openForAdding();
+    const EditPanel *panel = m.window.shownEditPanel();
+    if (!panel || !panel->isModified())
+        return true;
+    const QString name = panel->keyword().isEmpty() ? tr("The new app") : u'"' + panel->keyword() + u'"';
+    switch (MessageBoxes::askUnsaved(tr("%1 is not saved.").arg(name))) {
+    case MessageBoxes::Unsaved::Save:
+        return saveEdited();
+    case MessageBoxes::Unsaved::Discard:
+        return true;
+    case MessageBoxes::Unsaved::GoOn:
+        return false;
+    }
+    Q_UNREACHABLE();
+}
+
+void AppActions::leaveEditor()
+{
+    if (mayLeaveEditor())
+        m.window.showMainPanel();
+}
+
+void AppActions::addApp(const QString &keyword)
+{
+    if (!mayLeaveEditor())
+        return;
+    m.window.editPanel().openForAdding(keyword);
     m.window.showEditPanel();
 }
 
 void AppActions::editApp(const QString &keyword)
 {
-    m.window.editPanel().openForEditing(keyword, m.library.scriptText(keyword, u"main.wf"_s));
+    m_opened = m.library.scriptFile(keyword, u"main.wf"_s);
+    m.window.editPanel().openForEditing(keyword, m_opened.shown());
+    m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
 }
 
 void AppActions::editDotScript(const QString &keyword)
 {
     m.setScriptPath(m.library.appPath(keyword, u".main.wf"_s));
-    m.window.editPanel().openDotScript(keyword, m.library.scriptText(keyword, u".main.wf"_s));
+    m_opened = m.library.scriptFile(keyword, u".main.wf"_s);
+    m.window.editPanel().openDotScript(keyword, m_opened.shown());
+    m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
 }
 
@@ -54,7 +95,7 @@ void AppActions::deleteApp(const QString &keyword)
     if (!m.library.DeleteApp(keyword))
         return;
     m.faces.forget();
-    m.window.bringListToFront();
+    m.window.startAnew();
 }
 
 void AppActions::showGuide(const QString &keyword)
@@ -80,25 +121,24 @@ void AppActions::appendDropped(const QStringList &paths)
 }
 
 // A save or a rename that was refused leaves the panel open, so that nothing typed is lost.
-void AppActions::saveEdited()
+bool AppActions::saveEdited()
 {
     EditPanel &panel = m.window.editPanel();
-    bool saved = false;
-    switch (panel.mode()) {
-    case EditPanel::Mode::Add:
-        saved = m.library.CreateApp(panel.keyword(), panel.script());
-        break;
-    case EditPanel::Mode::Edit:
-        saved = m.library.SaveApp(panel.keyword(), panel.script());
-        break;
-    case EditPanel::Mode::EditDotScript:
-        saved = m.library.saveScript(panel.keyword(), u".main.wf"_s, panel.script());
-        break;
-    }
+    const bool isNew = panel.mode() == EditPanel::Mode::Add;
+    const bool mends = panel.mendsLineEnds();
+    const QString fileName = panel.mode() == EditPanel::Mode::EditDotScript ? u".main.wf"_s : u"main.wf"_s;
+    const bool saved = isNew ? m.library.CreateApp(panel.keyword(), panel.script())
+                             : m.library.saveScript(panel.keyword(), fileName, m_opened, panel.script(),
+                                 mends ? ScriptFile::LineEnds::Mended : ScriptFile::LineEnds::Kept);
     if (!saved)
-        return;
+        return false;
     m.faces.forget();
+    if (isNew)
+        m.window.refilter();
     m.window.showMainPanel();
+    if (mends)
+        m.window.say(tr("Line ends mended: every line of %1 ends in CR LF.").arg(panel.keyword()));
+    return true;
 }
 
 void AppActions::confirmRename()
@@ -107,6 +147,7 @@ void AppActions::confirmRename()
     if (!m.library.RenameApp(panel.oldKeyword(), panel.newKeyword()))
         return;
     m.faces.forget();
+    m.window.refilter();
     m.window.showMainPanel();
 }
 

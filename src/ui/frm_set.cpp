@@ -11,11 +11,16 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QStackedLayout>
+#include <QTimer>
 #include <QVBoxLayout>
 
+#include <chrono>
 #include <utility>
 
 namespace plum {
@@ -25,6 +30,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize mainPanelSize(440, 452);
+constexpr std::chrono::seconds passingTime{6};
 
 // The main panel; a press on it leads back to the keyword box.
 class MainPanel final : public QWidget
@@ -42,6 +48,24 @@ protected:
 
 private:
     std::function<void()> m_pressed;
+};
+
+// Leaves a key to the panel that an entry would take for itself: the end of the line on some systems.
+class KeyForPanel final : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride)
+            return false;
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() != Qt::Key_E || key->modifiers() != Qt::ControlModifier)
+            return false;
+        event->ignore();
+        return true;
+    }
 };
 
 } // namespace
@@ -68,7 +92,7 @@ EditPanel &frmSet::editPanel()
     m_mover->installOn(*addeditbox);
     addeditbox->setTheme(theme());
     connect(this, &BorderlessWindow::themeChanged, addeditbox, &EditPanel::setTheme);
-    connect(addeditbox, &EditPanel::back, this, &frmSet::showMainPanel);
+    connect(addeditbox, &EditPanel::back, this, &frmSet::leaveEditorRequested);
     connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::openSettingsMenu);
     connect(addeditbox, &EditPanel::saveRequested, this, &frmSet::saveRequested);
     connect(addeditbox, &EditPanel::filesDropped, this, &frmSet::filesDroppedOnEditor);
@@ -118,6 +142,10 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     m_hint->setTextFormat(Qt::RichText);
     m_hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_hint->hide();
+    m_passing = new QTimer(this);
+    m_passing->setSingleShot(true);
+    m_passing->setInterval(passingTime);
+    connect(m_passing, &QTimer::timeout, this, &frmSet::showFooter);
 
     auto *head = new QHBoxLayout;
     head->setSpacing(2);
@@ -147,7 +175,13 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     connect(List, &KeywordList::runRequested, this, &frmSet::runFromList);
     connect(List2, &KeywordList::runRequested, this, &frmSet::runFromList2);
     connect(List2, &KeywordList::editRequested, this, &frmSet::editDotScriptRequested);
-    connect(m_hint, &QLabel::linkActivated, this, &frmSet::hotkeyRequested);
+    connect(m_hint, &QLabel::linkActivated, this, &frmSet::followLink);
+    connect(List2->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmSet::updateMark);
+    connect(&m_lists.List2, &QAbstractItemModel::modelReset, this, &frmSet::updateMark);
+    connect(&m_lists.List2, &QAbstractItemModel::dataChanged, this, &frmSet::updateMark);
+    connect(&m_lists.List2, &QAbstractItemModel::rowsRemoved, this, &frmSet::updateMark);
+    makeShortcuts(*panel);
+    Text8->installEventFilter(new KeyForPanel(Text8));
     connect(store, &PictureButton::clicked, this, &frmSet::storeRequested);
     connect(menuimg, &PictureButton::clicked, this, &frmSet::hotkeyRequested);
     connect(Image6, &PictureButton::clicked, this,
@@ -162,6 +196,16 @@ void frmSet::connectList(KeywordList &list, ListMarker marker)
         bringListToFront();
         Text8->focusAtEnd();
     });
+    connect(&list, &KeywordList::leftAtTheTop, this, [this, &list] {
+        list.clearSelection();
+        Text8->focusAtEnd();
+    });
+    connect(&list, &KeywordList::typed, this, [this](const QString &text) {
+        Text8->focusAtEnd();
+        Text8->insert(text);
+    });
+    connect(&list, &KeywordList::renameRequested, this, [this] { Q_EMIT renameRequested(keywordAtHand()); });
+    connect(&list, &KeywordList::deleteRequested, this, [this] { Q_EMIT deleteRequested(keywordAtHand()); });
     connect(&list, &KeywordList::menuRequested, this, [this, marker](QPoint position) {
         activateWindow();
         m_marker = marker;
@@ -226,8 +270,43 @@ QString frmSet::selectedKeyword() const
 
 void frmSet::setHint(const QString &richText)
 {
-    m_hint->setText(richText);
-    m_hint->setVisible(!richText.isEmpty());
+    m_standingHint = richText;
+    showFooter();
+}
+
+void frmSet::say(const QString &plainText)
+{
+    m_passingLine = plainText.toHtmlEscaped();
+    m_passing->start();
+    showFooter();
+}
+
+void frmSet::showFooter()
+{
+    const bool findsNothing = !Text8->text().isEmpty() && !Text8->text().contains(u' ')
+        && m_lists.List2.rowCount() == 0 && m_stack->currentWidget() == List2;
+    QString line = m_standingHint;
+    if (m_passing->isActive())
+        line = m_passingLine;
+    else if (findsNothing)
+        line = tr("No app has this keyword.")
+            + u" <a href='new' style='color:%1'>%2</a>"_s.arg(
+                theme().accent.name(), tr("Create it? (Ctrl+N)"));
+    m_hint->setText(line);
+    m_hint->setVisible(!line.isEmpty());
+}
+
+void frmSet::followLink(const QString &link)
+{
+    if (link == "new"_L1)
+        Q_EMIT newAppRequested(Text8->text());
+    else
+        Q_EMIT hotkeyRequested();
+}
+
+EditPanel *frmSet::shownEditPanel() const
+{
+    return addeditbox && addeditbox->isVisibleTo(this) ? addeditbox : nullptr;
 }
 
 void frmSet::filter()
@@ -238,12 +317,82 @@ void frmSet::filter()
     m_stack->setCurrentWidget(List2);
     m_lists.filter(Text8->text());
     Text8->setFocus();
+    showFooter();
+}
+
+void frmSet::refilter()
+{
+    if (!Text8->text().isEmpty() && !Text8->text().contains(u' '))
+        m_lists.filter(Text8->text());
+    showFooter();
+}
+
+void frmSet::startAnew()
+{
+    bringListToFront();
+    Text8->setFocus();
+    Text8->selectAll();
+}
+
+QString frmSet::keywordOfEnter() const
+{
+    return m_lists.List2.rowCount() > 0 && List2->text().isEmpty() ? m_lists.List2.index(0).data().toString()
+                                                                   : QString();
+}
+
+void frmSet::updateMark()
+{
+    List->mark(keywordOfEnter());
+    List2->mark(keywordOfEnter());
+}
+
+QString frmSet::keywordAtHand() const
+{
+    if (List->hasFocus())
+        return List->text();
+    if (List2->hasFocus())
+        return List2->text();
+    return keywordOfEnter();
+}
+
+void frmSet::makeShortcuts(QWidget &panel)
+{
+    const auto add = [&](const QKeySequence &keys, auto action) {
+        auto *shortcut = new QShortcut(keys, &panel);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    add(QKeySequence(u"Ctrl+N"_s), [this] {
+        const bool isNew = !Text8->text().contains(u' ') && m_lists.List2.rowCount() == 0;
+        Q_EMIT newAppRequested(isNew ? Text8->text() : QString());
+    });
+    add(QKeySequence(u"Ctrl+E"_s), [this] { Q_EMIT editRequested(keywordAtHand()); });
+    add(QKeySequence(Qt::Key_F5), [this] {
+        if (List->hasFocus())
+            Q_EMIT runFromList(List->text());
+        else if (List2->hasFocus())
+            Q_EMIT runFromList2(List2->text());
+        else
+            runFirst();
+    });
+    add(QKeySequence(Qt::Key_Escape), [this] { goBack(); });
+}
+
+// One step: from a list to the keyword box, then the box is cleared, then the window goes.
+void frmSet::goBack()
+{
+    if (!Text8->hasFocus())
+        Text8->focusAtEnd();
+    else if (!Text8->text().isEmpty())
+        Text8->clear();
+    else
+        Q_EMIT hideRequested();
 }
 
 void frmSet::runFirst()
 {
-    if (m_lists.List2.rowCount() > 0 && List2->text().isEmpty())
-        Q_EMIT runFromKeywordBox(m_lists.List2.index(0).data().toString());
+    if (const QString keyword = keywordOfEnter(); !keyword.isEmpty())
+        Q_EMIT runFromKeywordBox(keyword);
 }
 
 void frmSet::moveIntoList()

@@ -6,6 +6,7 @@
 
 class QLabel;
 class QStackedLayout;
+class QTimer;
 
 namespace plum {
 
@@ -47,11 +48,27 @@ public:
 
     void bringListToFront();
 
+    // The lists have changed: what is typed filters them again.
+    void refilter();
+
+    // `List` in front, and the typed text selected, so that the next key filters anew.
+    void startAnew();
+
+    // The app that keys in the main panel act on: the selected one of the list that has the keyboard, else
+    // the one that Enter in the keyword box would run.
+    QString keywordAtHand() const;
+
     // The current text of the list that the marker names.
     QString selectedKeyword() const;
 
-    // A line of text under the lists; it may hold a link, which emits `hotkeyRequested`.
+    // The standing line under the lists; it may hold a link, which emits `hotkeyRequested`.
     void setHint(const QString &richText);
+
+    // A passing line in its place, for some seconds.
+    void say(const QString &plainText);
+
+    // The edit panel when it is the one that is shown.
+    EditPanel *shownEditPanel() const;
 
 Q_SIGNALS:
     void firstPainted();
@@ -64,9 +81,15 @@ Q_SIGNALS:
     void fileDroppedOnKeywordBox(const QString &path);
     void settingsMenuRequested(QPoint globalPosition);
     void hotkeyRequested();
+    void newAppRequested(const QString &keyword);
+    void editRequested(const QString &keyword);
+    void renameRequested(const QString &keyword);
+    void deleteRequested(const QString &keyword);
+    void hideRequested();
     void storeRequested();
     void exitRequested();
     void saveRequested(); // of the edit panel
+    void leaveEditorRequested();
     void filesDroppedOnEditor(const QStringList &paths);
     void renameConfirmed();
 
@@ -80,9 +103,15 @@ private:
     void connectList(KeywordList &list, ListMarker marker);
     void showPanel(QWidget *panel);
     void filter();
+    void makeShortcuts(QWidget &panel);
+    void goBack();
+    void updateMark();
+    QString keywordOfEnter() const;
     void runFirst();
     void moveIntoList();
     void openSettingsMenu(QPoint globalPosition);
+    void showFooter();
+    void followLink(const QString &link);
 
     AppLists &m_lists;
     const ScriptVocabulary &m_vocabulary;
@@ -93,6 +122,9 @@ private:
     KeywordList *List2; // the keywords that match; in front of `List` when filtering
     FileEntry *Text8; // the keyword box
     QLabel *m_hint;
+    QString m_standingHint;
+    QString m_passingLine;
+    QTimer *m_passing; // runs while a passing line is shown
     QStackedLayout *m_stack;
     QWidget *okbox; // the main panel
     EditPanel *addeditbox = nullptr;

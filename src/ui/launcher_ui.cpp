@@ -5,9 +5,11 @@
 #include "platform/paths.h"
 #include "platform/shell.h"
 #include "ui/frm_set.h"
+#include "ui/passing_note.h"
 #include "ui/sett.h"
 #include "ui/store_door.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <chrono>
@@ -34,7 +36,9 @@ LauncherUi::LauncherUi(Surroundings surroundings)
     , m_settings(m.paths, m.codec)
     , m_runs({.report = m.report,
           .showMessage = [this](const Message &message) { showMessage(message); },
-          .endProcess = [this](int status) { end(status); }})
+          .endProcess = [this](int status) { end(status); },
+          .refused = [this] { m_window->say(tr("Not started: too many runs wait for each other already.")); },
+          .left = [this] { runLeft(); }})
     , m_questions(m.shell, m_library,
           [this]() -> QWidget * { return m_window && m_window->isVisible() ? m_window.get() : nullptr; })
     , m_packageNames({m_library, m_faces, m.store, m_questions})
@@ -42,6 +46,10 @@ LauncherUi::LauncherUi(Surroundings surroundings)
     connect(&m_questions, &Questions::inputConfirmed, this,
         [this](const QString &variable, const QString &text) { m_runs.resumeWith(variable, text); });
     connect(&m_questions, &Questions::inputClosed, this, [this] { m_runs.resumeClosed(); });
+    connect(&m_questions, &Questions::abandoned, this, [this] {
+        if (!m_runs.isRunning())
+            runLeft();
+    });
     connect(&m_questions, &Questions::nameConfirmed, this,
         [this](const QString &name, bool isFree) { m_packageNames.install(name, isFree); });
 }
@@ -102,6 +110,10 @@ void LauncherUi::connectWindow()
         m_window->setHint(tr("Dropped: %1").arg(m_runs.state().droppedPath.toHtmlEscaped()));
     });
     connect(window, &frmSet::hotkeyRequested, m_summons.get(), &LauncherSummons::showHotkeyWindow);
+    connect(window, &frmSet::hideRequested, this, [this] {
+        if (canReturn())
+            hideLauncher();
+    });
     connect(window, &frmSet::storeRequested, this, [this] { m.store.openCatalogue(); });
     connect(window, &frmSet::exitRequested, this, &LauncherUi::exit);
     connect(window, &frmSet::settingsMenuRequested, this,
@@ -197,6 +209,8 @@ void LauncherUi::end(int status)
 
 void LauncherUi::exit()
 {
+    if (m_actions && !m_actions->mayLeaveEditor())
+        return;
     leaveDesktop();
     if (m_window)
         m_window->hide();
@@ -245,6 +259,40 @@ void LauncherUi::showTip(const QString &text)
 {
     reportUnseen(u"shows a tip, and nobody can close it without a display"_s, text);
     m_questions.showTip(text);
+    // Where the run goes on is known when the line has been carried out.
+    QTimer::singleShot(0, this, [this] {
+        if (m_runs.hasLinesLeft())
+            m_questions.explainTip(m_runs.state().endsWithRun()
+                    ? tr("✕ ends the script · Enter or Esc only closes this")
+                    : tr("✕ goes on with the script · Enter or Esc gives the rest up"));
+    });
+}
+
+// No line of a script is carried out at the moment, and none will be unless somebody answers.
+void LauncherUi::runLeft()
+{
+    const bool isScriptStart = m_runs.state().runidx[2] == 1;
+    if (isScriptStart && !(m_questions.isAsking() && m.hasDesktop)) {
+        m.report(u"nothing is left to run, and the process stays; Ctrl+C or \"kill %1\" ends it."_s.arg(
+            QCoreApplication::applicationPid()));
+    }
+    if (std::exchange(m_tellsHowToReturn, false))
+        tellHowToReturn();
+}
+
+// Whether the user has a way to fetch the launcher without starting it again.
+bool LauncherUi::canReturn() const
+{
+    return m_summons->hasHotkey() || (m_menus && m_menus->hasTrayIcon());
+}
+
+void LauncherUi::tellHowToReturn()
+{
+    if (m_window->isVisible() || std::exchange(m_toldHowToReturn, true))
+        return;
+    const QString text = tr("Plum is hidden. Start it again to bring it back, and choose a hotkey there.");
+    m.report(text);
+    PassingNote::tell(text);
 }
 
 void LauncherUi::showMessage(const Message &message)
@@ -256,8 +304,19 @@ void LauncherUi::showMessage(const Message &message)
 
 void LauncherUi::hideLauncher()
 {
-    if (m_window)
-        m_window->hide();
+    if (!m_window)
+        return;
+    m_window->hide();
+    // A script that hides the launcher goes on with what lies behind it: nothing gets in its way.
+    m_tellsHowToReturn = !canReturn();
+    if (m_tellsHowToReturn && !m_runs.isRunning())
+        runLeft();
+}
+
+void LauncherUi::fetch()
+{
+    if (m_summons)
+        m_summons->fetch();
 }
 
 } // namespace plum

@@ -81,6 +81,9 @@ public:
     // The normal start: the list, the hotkey, the window, and soon after it the tray icon.
     void start(const Desktop &desktop);
 
+    // Brings the launcher to the user, wherever it is: another start of the program asks for it.
+    void fetch();
+
     // Ends the process through the launcher's exit routine.
     void exit();
 
@@ -106,6 +109,9 @@ private:
     sett &menus(); // made when they are first asked for
     void choose(MenuCommand command);
     void openPage(const QString &address);
+    void runLeft();
+    bool canReturn() const;
+    void tellHowToReturn();
     void leaveDesktop();
     void end(int status);
     void reportUnseen(const QString &what, const QString &text);
@@ -128,6 +134,8 @@ private:
 
     // With the launcher alone.
     bool m_isComplete = false;
+    bool m_tellsHowToReturn = false; // when the run that hid the launcher is over
+    bool m_toldHowToReturn = false;
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<sett> m_menus;
     std::unique_ptr<AppActions> m_actions;

@@ -21,13 +21,16 @@ Questions::~Questions()
 
 shurubox &Questions::freshBox()
 {
-    if (m_box)
+    if (m_box) {
+        disconnect(m_box, &shurubox::abandoned, this, nullptr);
         m_box->close();
+    }
     m_box = new shurubox(m_shell,
         {.exists = [this](const QString &keyword) { return m_library.exists(keyword); },
             .isUsableName = [](const QString &keyword) { return AppLibrary::isFolderName(keyword); }},
         m_owner());
     connect(m_box, &shurubox::unloaded, this, [this] { m_box.clear(); });
+    connect(m_box, &shurubox::abandoned, this, &Questions::abandoned);
     connect(m_box, &shurubox::inputConfirmed, this, &Questions::inputConfirmed);
     connect(m_box, &shurubox::inputClosed, this, &Questions::inputClosed);
     connect(m_box, &shurubox::nameConfirmed, this,
@@ -47,9 +50,20 @@ void Questions::showTip(const QString &text)
     freshBox().showTip(text);
 }
 
+void Questions::explainTip(const QString &keys)
+{
+    if (m_box)
+        m_box->explainKeys(keys);
+}
+
 void Questions::askPackageName(const QString &keyword, const QString &package)
 {
     freshBox().showName(keyword, package);
+}
+
+bool Questions::isAsking() const
+{
+    return !m_box.isNull();
 }
 
 QString Questions::entryText() const

@@ -30,6 +30,11 @@ public:
     // Asks for the keyword of a package.
     void askPackageName(const QString &keyword, const QString &package);
 
+    // Says under an open tip what its keys do.
+    void explainTip(const QString &keys);
+
+    bool isAsking() const;
+
     // The text of the open box's entry; empty without a box.
     QString entryText() const;
 
@@ -37,6 +42,7 @@ Q_SIGNALS:
     void inputConfirmed(const QString &variable, const QString &text);
     void inputClosed();
     void nameConfirmed(const QString &name, bool isFree); // `isFree`: nothing has this name yet
+    void abandoned(); // the box was left without an answer
 
 private:
     shurubox &freshBox();

@@ -6,12 +6,20 @@
 #include "engine/run_time_error.h"
 #include "library/app_library.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Each run that is started inside the wait of another takes its share of the stack.
+constexpr int mostNested = 200;
+
+} // namespace
 
 ScriptRuns::ScriptRuns(Surroundings surroundings)
     : m(std::move(surroundings))
@@ -29,6 +37,10 @@ void ScriptRuns::runKeyword(const QString &keyword, bool remembersPath)
     // A list file may hold any text; only a folder of the library is an app.
     if (!AppLibrary::isFolderName(keyword))
         return;
+    if (m_depth >= mostNested) {
+        m.refused();
+        return;
+    }
     guarded([&] {
         m_starts->runApp(
             keyword, remembersPath ? RunStart::ScriptPath::Remembered : RunStart::ScriptPath::Kept);
@@ -56,16 +68,27 @@ void ScriptRuns::resumeClosed()
         m.endProcess(EXIT_SUCCESS);
         return;
     }
-    resumeNext([this] { m_starts->resume(); });
+    guarded([this] { resumeNext([this] { m_starts->resume(); }); });
+}
+
+bool ScriptRuns::hasLinesLeft() const
+{
+    const QStringList left
+        = m_state->runlist.sliced(std::clamp<qsizetype>(m_state->runidx[0], 0, m_state->runlist.size()));
+    return std::ranges::any_of(
+        left, [](const QString &line) { return !line.isEmpty() && !line.startsWith("//"_L1); });
 }
 
 void ScriptRuns::guarded(const std::function<void()> &run)
 {
+    ++m_depth;
     try {
         run();
     } catch (const RunTimeError &error) {
         fail(error);
     }
+    if (--m_depth == 0)
+        m.left();
 }
 
 // A script start carries on after an error; in the launcher an error of a script is fatal.

@@ -20,6 +20,8 @@ public:
         std::function<void(const QString &line)> report; // one line on standard error
         std::function<void(const Message &message)> showMessage;
         std::function<void(int status)> endProcess; // gives the desktop back what the launcher holds of it
+        std::function<void()> refused; // a run was not started, since too many wait already
+        std::function<void()> left; // no run is under way any more
     };
 
     explicit ScriptRuns(Surroundings surroundings);
@@ -35,6 +37,12 @@ public:
     // Runs the whole run list: a script on the command line.
     void runAll();
 
+    // Whether the run that is suspended has a line left that does something.
+    bool hasLinesLeft() const;
+
+    // A run is under way; one that is suspended is not.
+    bool isRunning() const { return m_depth > 0; }
+
     // Go on with a suspended run: with an answer, or because the box was closed.
     void resumeWith(const QString &variable, const QString &text);
     void resumeClosed();
@@ -44,6 +52,7 @@ private:
     void fail(const RunTimeError &error);
 
     Surroundings m;
+    int m_depth = 0; // runs that were started inside the waits of others
     RunState *m_state = nullptr;
     RunStart *m_starts = nullptr;
 };

@@ -135,6 +135,10 @@ QWidget *shurubox::makeTipPanel()
     heading->setMinimumHeight(Image1->height());
     column->addWidget(heading);
     column->addWidget(tipsbox, 1);
+    m_keys = label(u"keys"_s, {}, panel);
+    m_keys->setProperty("quiet", true);
+    m_keys->hide();
+    column->addWidget(m_keys);
     return panel;
 }
 
@@ -166,7 +170,7 @@ QWidget *shurubox::makeNamePanel()
     connect(Image2, &PictureButton::clicked, this, &shurubox::confirmName);
     connect(Label3, &QPushButton::clicked, this, [this] {
         const QString name = Text4->text();
-        close();
+        answered();
         Q_EMIT nameConfirmedUnchecked(name);
     });
     connect(Label4, &QPushButton::clicked, this, [this] { bringUp(setupbox); });
@@ -223,6 +227,15 @@ void shurubox::showTip(const QString &text)
     tipsbox->setFocus();
 }
 
+void shurubox::explainKeys(const QString &text)
+{
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    m_keys->setFont(small);
+    m_keys->setText(text);
+    m_keys->setVisible(!text.isEmpty());
+}
+
 void shurubox::showName(const QString &keyword, const QString &package)
 {
     Text4->setText(keyword);
@@ -242,13 +255,13 @@ void shurubox::confirmInput()
 {
     const QString variable = indim->text();
     const QString text = Text1->text();
-    close();
+    answered();
     Q_EMIT inputConfirmed(variable, text);
 }
 
 void shurubox::closeInput()
 {
-    close();
+    answered();
     Q_EMIT inputClosed();
 }
 
@@ -263,7 +276,7 @@ void shurubox::confirmName()
         Label6->setText(u"Can not exist *[\\/:*?\"<|>]*"_s);
         return;
     }
-    close();
+    answered();
     Q_EMIT nameConfirmed(name);
 }
 
@@ -271,6 +284,14 @@ void shurubox::closeEvent(QCloseEvent *event)
 {
     BorderlessWindow::closeEvent(event);
     Q_EMIT unloaded();
+    if (!m_isAnswered)
+        Q_EMIT abandoned();
+}
+
+void shurubox::answered()
+{
+    m_isAnswered = true;
+    close();
 }
 
 void shurubox::keyPressEvent(QKeyEvent *event)

@@ -34,6 +34,9 @@ public:
     void showInput(const QString &prompt, const QString &variable);
     void showTip(const QString &text);
 
+    // Says in small print under the tip what its keys do; nothing hides the line.
+    void explainKeys(const QString &text);
+
     // Asks for the keyword under which `package` is to be installed.
     void showName(const QString &keyword, const QString &package);
 
@@ -46,6 +49,7 @@ Q_SIGNALS:
     void inputClosed(); // by the close picture
     void nameConfirmed(const QString &name); // the name is free
     void nameConfirmedUnchecked(const QString &name);
+    void abandoned(); // left without an answer
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -61,6 +65,9 @@ private:
     void closeInput();
     void confirmName();
 
+    void answered();
+
+    bool m_isAnswered = false;
     Shell &m_shell;
     Library m_library;
     QStackedWidget *m_panels;
@@ -73,6 +80,7 @@ private:
     QLabel *indim; // the name of the variable that receives the input; never visible
     FileEntry *Text1; // the entry
     QPlainTextEdit *tipsbox; // the tip
+    QLabel *m_keys; // what the keys do
     QLineEdit *Text4; // the keyword for a package
     QLabel *Label6; // says that a keyword is taken
     QLineEdit *Text2; // the package

@@ -77,6 +77,7 @@ TEST_F(SettTest, addnewForgetsWhatWasTypedBefore)
     choose("mmmm", "addnew");
     type(find("Text7"), u"x"_s);
     type(find("Text4"), u"y"_s);
+    user.answer = QMessageBox::Discard;
     click(find("Image9"));
     choose("mmmm", "addnew");
     EXPECT_EQ(text("Text7"), QString());

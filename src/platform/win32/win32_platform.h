@@ -40,6 +40,8 @@ public:
     {
         m_endRequests.get(m_window.get(), std::move(end));
     }
+    void onFetchRequested(std::function<void()> fetch) override;
+    void requestFetch(qint64 process) override;
     void whenTrayAnswers(std::function<void()> then) override { then(); }
     bool registersComponents() const override { return true; }
     void releaseDesktop() override;

@@ -2,6 +2,8 @@
 
 #include <QAbstractEventDispatcher>
 
+#include <csignal>
+
 namespace plum {
 
 X11Platform::X11Platform(const QString &programPath)
@@ -35,8 +37,15 @@ X11Connection &X11Platform::connection()
     return made;
 }
 
+void X11Platform::requestFetch(qint64 process)
+{
+    kill(static_cast<pid_t>(process), fetchingSignal());
+}
+
 void X11Platform::releaseDesktop()
 {
+    if (X11Shell *shell = m_shell.ifMade())
+        shell->finishStarts();
     if (X11Pointer *pointer = m_pointer.ifMade())
         pointer->releaseAll();
     if (X11Keyboard *keyboard = m_keyboard.ifMade())

@@ -4,7 +4,7 @@
 #include "platform/linux/file_paths.h"
 #include "platform/linux/linux_text_codec.h"
 #include "platform/linux/loaded_javascript.h"
-#include "platform/linux/termination_signals.h"
+#include "platform/linux/process_signals.h"
 #include "platform/linux/timer_descriptors.h"
 #include "platform/linux/tray_host.h"
 #include "platform/platform.h"
@@ -42,7 +42,15 @@ public:
     WaitableTimers &timers() override { return m_timers; }
     Windows &windows() override { return m_windows.get(connection()); }
 
-    void onEndRequested(std::function<void()> end) override { m_signals.get(std::move(end)); }
+    void onEndRequested(std::function<void()> end) override
+    {
+        m_endingSignals.get(endingSignals(), std::move(end));
+    }
+    void onFetchRequested(std::function<void()> fetch) override
+    {
+        m_fetchingSignal.get(std::vector{fetchingSignal()}, std::move(fetch));
+    }
+    void requestFetch(qint64 process) override;
     void whenTrayAnswers(std::function<void()> then) override { whenTrayHostAnswers(then); }
     bool registersComponents() const override { return false; }
     void releaseDesktop() override;
@@ -54,7 +62,8 @@ private:
     FilePaths m_paths;
     LinuxTextCodec m_textCodec;
     TimerDescriptors m_timers;
-    Lazy<TerminationSignals> m_signals;
+    Lazy<ProcessSignals> m_endingSignals;
+    Lazy<ProcessSignals> m_fetchingSignal;
 
     // The connection and the map of the keyboard come before the ports that use them.
     Lazy<X11Connection> m_connection;

@@ -25,7 +25,7 @@ public:
         EditDotScript, // its second script `.main.wf`, which never runs
     };
 
-    void openForAdding();
+    void openForAdding(const QString &keyword = {});
     void openForEditing(const QString &keyword, const QString &script);
     void openDotScript(const QString &keyword, const QString &script);
 
@@ -33,6 +33,15 @@ public:
     QString keyword() const;
     QString script() const;
     void appendScriptLine(const QString &line);
+
+    // Something was typed since the panel was opened.
+    bool isModified() const;
+
+    // Says that so many lines end in something that ends no line of a run, and offers to mend them.
+    void showOddLineEnds(int count);
+
+    // The user has asked for line ends that a run knows.
+    bool mendsLineEnds() const { return m_mendsLineEnds; }
 
     void takeFocus();
     void setTheme(const Theme &theme);
@@ -46,10 +55,15 @@ Q_SIGNALS:
 private:
     void open(Mode mode, const QString &caption, const QString &keyword, const QString &script);
 
+    void mendLineEnds();
+
     Mode m_mode = Mode::Add;
+    bool m_mendsLineEnds = false;
+    QString m_openedKeyword;
     QLabel *Label5; // what is being edited
     QLineEdit *Text7; // the keyword
     ScriptEditor *Text4; // the script
+    QLabel *m_lineEnds; // what is odd about them, and what saving does about it
     QWidget *Image9; // back
 };
 

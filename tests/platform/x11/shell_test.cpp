@@ -3,8 +3,10 @@
 #include "platform/x11/connection/x11_connection.h"
 #include "x11_test.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <gmock/gmock.h>
 
@@ -381,6 +383,16 @@ TEST_F(ManagedShellTest, aWindowStartsHidden)
         return window != XCB_NONE && state().value_or(0) == 0 && attributes
             && attributes->map_state == XCB_MAP_STATE_UNMAPPED && !numbers(window, "_OB_APP_CLASS").empty();
     }));
+}
+
+TEST_F(ManagedShellTest, aWindowGetsItsStateAlsoWhenTheProcessEndsBeforeItIsThere)
+{
+    openWindow(ShowState::Minimised);
+    platform->releaseDesktop();
+    // No event of this process has a part in it any more.
+    for (QDeadlineTimer patience(10000); state() != 3 && !patience.hasExpired();)
+        QThread::msleep(5);
+    EXPECT_EQ(state(), 3U);
 }
 
 TEST_F(ManagedShellTest, otherWindowsAreLeftAlone)

@@ -258,6 +258,7 @@ public:
     void close(Handle timer) override;
 
     int pumps = 1;
+    bool hasRoom = true; // for another timer
     std::function<void()> onPump;
 
 private:
@@ -327,6 +328,8 @@ public:
     RecordingTimers &timers() override { return m_timers; }
     RecordingWindows &windows() override { return m_windows; }
     void onEndRequested(std::function<void()> end) override { endRequested = std::move(end); }
+    void onFetchRequested(std::function<void()> fetch) override { fetchRequested = std::move(fetch); }
+    void requestFetch(qint64 process) override { log.add(QStringLiteral("fetch %1").arg(process)); }
     void whenTrayAnswers(std::function<void()> then) override { then(); }
     bool registersComponents() const override { return hasComponents; }
 
@@ -335,6 +338,7 @@ public:
 
     Log log;
     std::function<void()> endRequested;
+    std::function<void()> fetchRequested;
 
 private:
     RecordingClipboard m_clipboard;
