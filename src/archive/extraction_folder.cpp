@@ -1,5 +1,6 @@
 #include "archive/extraction_folder.h"
 
+#include "platform/device_names.h"
 #include "platform/paths.h"
 
 #include <QDir>
@@ -8,27 +9,12 @@
 #include <QVarLengthArray>
 
 #include <algorithm>
-#include <array>
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr std::array deviceNames{"con"_L1, "prn"_L1, "aux"_L1, "nul"_L1, "conin$"_L1, "conout$"_L1};
-constexpr std::array numberedDeviceNames{"com"_L1, "lpt"_L1};
-
-bool isDevice(QStringView part)
-{
-    const QStringView stem = part.left(part.indexOf(u'.') < 0 ? part.size() : part.indexOf(u'.')).trimmed();
-    const auto same = [stem](QLatin1StringView name) { return stem.compare(name, Qt::CaseInsensitive) == 0; };
-    const auto sameNumbered = [stem](QLatin1StringView name) {
-        return stem.size() == name.size() + 1 && stem.startsWith(name, Qt::CaseInsensitive)
-            && stem.back().isDigit();
-    };
-    return std::ranges::any_of(deviceNames, same) || std::ranges::any_of(numberedDeviceNames, sameNumbered);
-}
 
 // Windows drops dots and blanks at the end of a name, so ".. " is ".." too.
 bool leadsUp(QStringView part)
@@ -54,12 +40,13 @@ QString tidied(QStringView name)
 
 } // namespace
 
-bool staysInside(QStringView entryName)
+bool staysInside(QStringView entryName, bool hasDeviceNames)
 {
     if (entryName.startsWith(u'\\') || entryName.contains(u':') || entryName.contains(QChar()))
         return false;
     return std::ranges::none_of(entryName.tokenize(u'\\').toContainer<QVarLengthArray<QStringView, 16>>(),
-        [](QStringView part) { return leadsUp(part) || isDevice(part); });
+        [hasDeviceNames](
+            QStringView part) { return leadsUp(part) || (hasDeviceNames && isDeviceName(part)); });
 }
 
 ExtractionFolder::ExtractionFolder(const Paths &paths, const QString &folder)
@@ -72,14 +59,14 @@ ExtractionFolder::ExtractionFolder(const Paths &paths, const QString &folder)
 
 ExtractionFolder::Outcome ExtractionFolder::makeFolder(QStringView name)
 {
-    if (!staysInside(name))
+    if (!staysInside(name, systemHasDeviceNames))
         return Outcome::Outside;
     return enter(tidied(name)) ? Outcome::Done : outcomeOfEntering();
 }
 
 ExtractionFolder::Outcome ExtractionFolder::createFile(QStringView name, QFile &file)
 {
-    if (!staysInside(name))
+    if (!staysInside(name, systemHasDeviceNames))
         return Outcome::Outside;
     const qsizetype leafAt = name.lastIndexOf(u'\\') + 1;
     const QStringView folder = name.first(leafAt);

@@ -64,6 +64,21 @@ bool Central::isZip64() const
         || localHeaderOffset == inZip64Field;
 }
 
+std::optional<qint64> zip64EndLength(Bytes header)
+{
+    constexpr qint64 smallest = 44; // bytes behind the field that says how many there are
+    constexpr qint64 largest = 1 << 20;
+    const auto behind = at<qint64>(header, 4);
+    return behind >= smallest && behind <= largest ? std::optional(12 + behind) : std::nullopt;
+}
+
+qint64 largestContent(qint16 method, qint64 compressedSize)
+{
+    constexpr qint64 deflateRatio = 1032;
+    constexpr qint64 deflate64Ratio = 29128;
+    return (localSize + compressedSize) * (method == Deflated64 ? deflate64Ratio : deflateRatio);
+}
+
 QString versionText(quint16 version)
 {
     return QString::number((version & 0xFF) / 10) + u'.' + QString::number(version % 10);

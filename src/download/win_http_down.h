@@ -1,16 +1,13 @@
 #pragma once
 
 #include "download/download_status.h"
+#include "transport/http_exchange.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QNetworkAccessManager>
 #include <QObject>
-#include <QPointer>
 
 #include <chrono>
-
-class QNetworkReply;
 
 namespace plum {
 
@@ -37,6 +34,10 @@ public:
     // A transfer in which nothing arrives for this long has failed. 30 seconds unless set.
     void setTransferTimeout(std::chrono::milliseconds timeout) { m_timeout = timeout; }
 
+    // A download that grows beyond so many bytes has failed, and nothing of it is kept. 1 GiB unless set; may
+    // be set while it runs.
+    void setLargest(qint64 bytes);
+
     bool isBusy() const { return m_busy; }
 
     // Starts, or goes on where the partial file ends. Does nothing while busy.
@@ -62,9 +63,11 @@ private:
     bool send();
 
     void onHeaders();
-    void onData();
-    void onFinished();
+    void onData(const QByteArray &piece);
+    void onEnded(HttpExchange::End how);
     bool openFiles();
+    bool isTooLarge() const;
+    void giveUp();
     void complete();
     QString finalName() const;
 
@@ -75,8 +78,9 @@ private:
 
     const Paths &m_paths;
     TextCodec &m_codec;
-    QNetworkAccessManager m_network;
+    HttpExchange m_exchange;
     std::chrono::milliseconds m_timeout{30000};
+    qint64 m_largest = qint64(1) << 30; // bytes
 
     QString m_url;
     QString m_target;
@@ -88,8 +92,6 @@ private:
     QElapsedTimer m_sinceStart;
     QString m_speed;
     QFile m_partial;
-    QPointer<QNetworkReply> m_reply;
-    bool m_hasHeaders = false;
     bool m_busy = false;
     int m_transfer = 0; // counts them
 };

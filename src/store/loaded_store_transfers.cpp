@@ -41,12 +41,24 @@ void LoadedStoreTransfers::GetStart()
         Q_EMIT Status(DownloadStatus::NotSent);
 }
 
+void LoadedStoreTransfers::setLargest(qint64 bytes)
+{
+    if (load())
+        m_transfers->setLargest(bytes);
+}
+
 void LoadedStoreTransfers::fetchIndex(const QUrl &address)
 {
     if (load())
         m_transfers->fetchIndex(address);
     else
         Q_EMIT indexArrived({});
+}
+
+void LoadedStoreTransfers::endIndex()
+{
+    if (m_transfers)
+        m_transfers->endIndex();
 }
 
 } // namespace plum

@@ -20,6 +20,7 @@ namespace {
 constexpr int reinstall = 0; // modes of XzSet
 constexpr int installNamed = 1;
 constexpr int storeHeight = 625; // pixels
+constexpr qint64 largestPackage = qint64(1) << 30; // bytes, where the index says nothing
 
 } // namespace
 
@@ -94,6 +95,7 @@ void webbox::start()
     m_index.reset();
     m_use.transfers.setTarget(m_currentName + packageEnding);
     m_use.transfers.setUrl(m_source.address.toString(QUrl::FullyEncoded));
+    m_use.transfers.setLargest(largestPackage);
     m_use.transfers.fetchIndex(m_use.addresses.index());
     m_use.transfers.GetStart();
 }
@@ -113,6 +115,8 @@ void webbox::showStatus(DownloadStatus status)
 void webbox::takeIndex(const QByteArray &index)
 {
     m_index = index;
+    if (const std::optional<qint64> size = packageSize(index, m_source.name))
+        m_use.transfers.setLargest(*size);
     installWhenReady();
 }
 
@@ -181,6 +185,7 @@ void webbox::close()
     m_use.channel.setEnabled(false);
     m_use.view.hideWindow();
     m_use.view.clearPage();
+    m_use.transfers.endIndex();
 }
 
 void webbox::setBrowserWidth(int pixels)

@@ -66,10 +66,17 @@ public:
         if (onStart)
             onStart();
     }
+    void setLargest(qint64 bytes) override { largest = bytes; }
     bool isBusy() const override { return busy; }
     void fetchIndex(const QUrl &address) override
     {
         m_log.add(QStringLiteral("index ") + address.toString());
+        indexIsUnderWay = true;
+    }
+    void endIndex() override
+    {
+        if (std::exchange(indexIsUnderWay, false))
+            Q_EMIT indexArrived({});
     }
 
     // Ends the transfer.
@@ -80,6 +87,8 @@ public:
     }
 
     bool busy = false;
+    bool indexIsUnderWay = false;
+    qint64 largest = 0;
     std::function<void()> onStart;
 
 private:

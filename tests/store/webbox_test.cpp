@@ -248,6 +248,35 @@ TEST_F(Store, WaitsForTheIndexBeforeInstalling)
     EXPECT_EQ(script(u"notes"_s), "script");
 }
 
+TEST_F(Store, ClosingTheWindowEndsTheWaitForTheIndex)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    putPackage(u"notes"_s, "script");
+    bench.transfers.end(DownloadStatus::Complete);
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    Q_EMIT bench.view.closeRequested();
+    EXPECT_FALSE(bench.transfers.indexIsUnderWay);
+    EXPECT_EQ(script(u"notes"_s), "script");
+}
+
+TEST_F(Store, APackageMayBeAsLargeAsTheIndexSays)
+{
+    bench.store.XzSet(1, u"notes"_s);
+    EXPECT_EQ(bench.transfers.largest, qint64(1) << 30);
+    Q_EMIT bench.transfers.indexArrived(
+        R"({"packages":[{"name":"other","size":5},{"name":"notes","size":1234}]})");
+    EXPECT_EQ(bench.transfers.largest, 1234);
+    bench.transfers.end(DownloadStatus::Failed);
+
+    for (const QByteArray index :
+        {"", R"({"packages":[{"name":"notes"}]})", R"({"packages":[{"name":"notes","size":-1}]})"}) {
+        bench.store.XzSet(1, u"notes"_s);
+        Q_EMIT bench.transfers.indexArrived(index);
+        EXPECT_EQ(bench.transfers.largest, qint64(1) << 30) << index.constData();
+        bench.transfers.end(DownloadStatus::Failed);
+    }
+}
+
 TEST_F(Store, APackageWithTheRightChecksumIsInstalled)
 {
     bench.store.XzSet(1, u"notes"_s);

@@ -12,10 +12,14 @@ struct DownloadRequest
     QString url;
     QString target; // the file's full path, with "\"
     QString label; // what the window calls the download
+    bool staysInFolder = true; // false for a file name that leads out of the folder that was given
 
     // Address, folder, file name and label; the label may be missing, and a missing or empty one is the file
-    // name. Nothing when the address or the file name is.
+    // name. Without a file name the address gives one. Nothing when there is no address.
     static std::optional<DownloadRequest> fromCommandLine(const QString &commandLine);
 };
+
+// A file name for what is at this address: the last part of its path that has a name, else the server's.
+QString fileNameFor(const QString &url);
 
 } // namespace plum
