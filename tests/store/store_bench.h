@@ -70,6 +70,12 @@ public:
     void fetchIndex(const QUrl &address) override
     {
         m_log.add(QStringLiteral("index ") + address.toString());
+        indexIsUnderWay = true;
+    }
+    void endIndex() override
+    {
+        if (std::exchange(indexIsUnderWay, false))
+            Q_EMIT indexArrived({});
     }
 
     // Ends the transfer.
@@ -80,6 +86,7 @@ public:
     }
 
     bool busy = false;
+    bool indexIsUnderWay = false;
     std::function<void()> onStart;
 
 private:
