@@ -285,8 +285,11 @@ void OsCommands::restart(const CommandCall &)
 
 void OsCommands::minimiseByTitle(const CommandCall &call)
 {
-    // In edition 1 the title is the argument text itself: nothing in it is a quote, a field or a variable.
-    const QString title = call.edition() == Edition::One ? call.arguments() : call.arg(0);
+    // In edition 1 the title is the argument text itself: nothing in it is a quote, a field, a variable or an
+    // escape.
+    const QString title = call.edition() == Edition::One
+        ? QString(call.arguments()).replace(commaPlaceholder, commaEscape)
+        : call.arg(0);
     const WindowHandle window = m_use.windows.byTitle(title);
     if (window == 0)
         call.fail(u"there is no window with the title \"%1\""_s.arg(title));

@@ -32,6 +32,9 @@ public:
     // Copies `region` (physical pixels of the whole desktop). What lies off the desktop is black.
     // An empty result for an empty region, one above 2^28 pixels, or when the system refuses.
     virtual Capture capture(const QRect &region) = 0;
+
+    // The same without the windows that the system blends over the others, where it keeps these apart.
+    virtual Capture capturePlainly(const QRect &region) { return capture(region); }
 };
 
 } // namespace plum

@@ -19,7 +19,8 @@ struct Stretch
 
 } // namespace
 
-std::optional<ScreenRegion> captureRegion(Screen &screen, qint32 x, qint32 y, qint32 width, qint32 height)
+std::optional<ScreenRegion> captureRegion(
+    Screen &screen, qint32 x, qint32 y, qint32 width, qint32 height, LayeredWindows layered)
 {
     const QRect desktop = screen.desktop();
     if (desktop.isEmpty())
@@ -38,7 +39,7 @@ std::optional<ScreenRegion> captureRegion(Screen &screen, qint32 x, qint32 y, qi
     const QRect part(
         static_cast<int>(columns.begin), static_cast<int>(rows.begin), columns.length(), rows.length());
     region.part = {columns.begin - x, rows.begin - y};
-    region.captured = screen.capture(part);
+    region.captured = layered == LayeredWindows::Seen ? screen.capture(part) : screen.capturePlainly(part);
     if (region.captured.isEmpty() || region.captured.size != part.size())
         return {};
     return region;

@@ -27,8 +27,15 @@ struct ScreenRegion
     bool isEmpty() const { return width <= 0 || height <= 0; }
 };
 
+// Whether windows count that the system blends over the others.
+enum class LayeredWindows {
+    Seen,
+    Ignored,
+};
+
 // Captures a region. Nothing without a desktop or when the system refuses. The pixels belong to `screen`
 // and are valid until its next capture.
-std::optional<ScreenRegion> captureRegion(Screen &screen, qint32 x, qint32 y, qint32 width, qint32 height);
+std::optional<ScreenRegion> captureRegion(Screen &screen, qint32 x, qint32 y, qint32 width, qint32 height,
+    LayeredWindows layered = LayeredWindows::Seen);
 
 } // namespace plum

@@ -43,7 +43,8 @@ QString ScreenSearch::FindPic(
         = m_pictures.prepared(m_use.paths.toSystem(path), distances);
     if (!picture)
         return {};
-    const std::optional<ScreenRegion> region = captureRegion(m_use.screen, x, y, width, height);
+    const std::optional<ScreenRegion> region
+        = captureRegion(m_use.screen, x, y, width, height, LayeredWindows::Ignored);
     return region ? toText(m_scan.find(*region, *picture)) : QString();
 }
 

@@ -153,6 +153,23 @@ TEST_F(OsCommandsTest, TitleIsTheWholeArgumentTextWithItsCommas)
     EXPECT_EQ(bench.eventsOf(u"os.窗口最小化 Report, page \"1\""_s), QStringList(u"window minimise 43"_s));
 }
 
+TEST_F(OsCommandsTest, TitleKeepsTheEscapeOfACommaAsItIsWritten)
+{
+    bench.platform.windows().titles.insert(u"a_,_b, c"_s, 44);
+    EXPECT_EQ(bench.eventsOf(u"os.窗口最小化 a_,_b, c"_s), QStringList(u"window minimise 44"_s));
+}
+
+TEST_F(OsCommandsTest, FindColorSeesLayeredWindowsAndFindPicDoesNot)
+{
+    auto &screen = bench.platform.screen();
+    screen.plainPixels = screen.pixels;
+    const QString path = picture(30, 20); // in a layered window
+    EXPECT_EQ(bench.eventsOf(u"os.find_color \"FF8040\",,,\"move\""_s).size(), 1);
+    EXPECT_EQ(bench.eventsOf(u"os.find_pic \"%1\",,,\"move\""_s.arg(path)), QStringList());
+    screen.plainPixels = screen.pixels;
+    EXPECT_EQ(bench.eventsOf(u"os.find_pic \"%1\",,,\"move\""_s.arg(path)), QStringList(u"move 30 20"_s));
+}
+
 TEST_F(OsCommandsTest, FindColorMovesToTheFirstPureRedPixelOfTheSquare)
 {
     paint(110, 0, 0xff0000); // outside the region

@@ -25,6 +25,7 @@ public:
         m_windows.titles.insert(title, m_handle);
         m_windows.rectangles.insert(m_handle, inside.adjusted(-border, -caption, border, border));
         m_windows.foregroundWindow = m_handle;
+        m_windows.order.insert(m_windows.order.begin(), m_handle);
         paint(platform.screen());
     }
     ~ToldWindow() override { kill(); }
@@ -40,6 +41,7 @@ public:
     {
         m_windows.titles.remove(m_title);
         m_windows.rectangles.remove(m_handle);
+        std::erase(m_windows.order, m_handle);
     }
 
 private:

@@ -5,6 +5,9 @@
 
 #include <QElapsedTimer>
 
+#include <algorithm>
+#include <vector>
+
 namespace plum::contract {
 
 using namespace Qt::StringLiterals;
@@ -29,6 +32,21 @@ protected:
 
     Windows &windows() { return platform->windows(); }
 
+    // Whether `upper` covers `lower` where both are.
+    bool isAbove(WindowHandle upper, WindowHandle lower)
+    {
+        const std::vector<WindowHandle> all = windows().stacking();
+        const auto place = std::ranges::find(all, upper);
+        return place != all.end() && std::find(place, all.end(), lower) != all.end();
+    }
+
+    // It has the keyboard, and covers the other one.
+    void expectInFront(WindowHandle upper, WindowHandle lower)
+    {
+        EXPECT_EQ(windows().foreground(), upper);
+        EXPECT_TRUE(isAbove(upper, lower));
+    }
+
     std::unique_ptr<PeerWindow> window;
     WindowHandle handle = 0;
 };
@@ -43,6 +61,15 @@ protected:
     {
         const Capture capture = platform->screen().capture({point, QSize(1, 1)});
         return !capture.isEmpty() && (capture.pixels.front() & 0xffffff) == colour;
+    }
+
+    // Whether the pointer finds another one, or none, there.
+    bool isAway(QPoint point)
+    {
+        return waitUntil([&] {
+            platform->pointer().moveTo(point);
+            return windows().underPointer() != handle;
+        });
     }
 
     // Whether the pointer finds `window` at a point. The pointer may be held up on its way by events of the
@@ -123,6 +150,51 @@ TEST_F(WindowsPort, activatesAWindowBehindAnother)
     EXPECT_EQ(windows().foreground(), other->handle());
 }
 
+TEST_F(WindowsPort, movingAWindowBringsItToTheFront)
+{
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    expectInFront(other->handle(), handle);
+    windows().moveTo(handle, {60, 70});
+    expectInFront(handle, other->handle());
+    windows().moveTo(other->handle(), {300, 100});
+    expectInFront(other->handle(), handle);
+}
+
+TEST_F(WindowsPort, showingAShownWindowBringsItToTheFront)
+{
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    const QRect before = windows().rectangle(handle);
+    windows().show(handle);
+    expectInFront(handle, other->handle());
+    EXPECT_EQ(windows().rectangle(handle), before);
+}
+
+TEST_F(WindowsPort, showingAHiddenWindowBringsItToTheFront)
+{
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    windows().hide(handle);
+    windows().show(handle);
+    expectInFront(handle, other->handle());
+}
+
+TEST_F(WindowsPort, movingAHiddenWindowLeavesItHidden)
+{
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    const QSize size = windows().rectangle(handle).size();
+    windows().hide(handle);
+    windows().moveTo(handle, {99, 88});
+    EXPECT_EQ(windows().rectangle(handle), QRect(QPoint(99, 88), size));
+    EXPECT_FALSE(isAbove(handle, handle)); // in no order at all
+    EXPECT_EQ(windows().foreground(), other->handle());
+    windows().show(handle);
+    EXPECT_EQ(windows().rectangle(handle), QRect(QPoint(99, 88), size));
+    expectInFront(handle, other->handle());
+}
+
 TEST_F(WindowsPort, doesNothingWithAWindowThatIsNot)
 {
     const auto other = openWindow(u"Other"_s, otherArea);
@@ -156,6 +228,10 @@ TEST_F(WindowsPort, aHiddenWindowHasNoTitleToBeFoundBy)
 TEST_F(WindowsOnScreen, isTheOneUnderThePointer)
 {
     EXPECT_TRUE(isAt(window->inside().center(), handle));
+}
+
+TEST_F(WindowsOnScreen, noneIsUnderThePointerOverTheBareDesktop)
+{
     EXPECT_TRUE(isAt({1150, 40}, 0));
 }
 
@@ -168,7 +244,7 @@ TEST_F(WindowsOnScreen, isUnderThePointerWithItsTitleBar)
 TEST_F(WindowsOnScreen, hiddenIsNotThereAndShownIsThereAgain)
 {
     windows().hide(handle);
-    EXPECT_TRUE(isAt(window->inside().center(), 0));
+    EXPECT_TRUE(isAway(window->inside().center()));
     EXPECT_TRUE(waitUntil([&] { return !isVisible(); }));
     windows().show(handle);
     EXPECT_TRUE(isAt(window->inside().center(), handle));
@@ -180,7 +256,7 @@ TEST_F(WindowsOnScreen, isOnScreenUnlessHiddenMinimisedOrGone)
     EXPECT_TRUE(windows().isOnScreen(handle));
     windows().minimise(handle);
     EXPECT_FALSE(windows().isOnScreen(handle));
-    windows().activate(handle);
+    windows().maximise(handle);
     EXPECT_TRUE(windows().isOnScreen(handle));
     windows().hide(handle);
     EXPECT_FALSE(windows().isOnScreen(handle));
@@ -197,8 +273,8 @@ TEST_F(WindowsOnScreen, hiddenComesBackMinimised)
     windows().minimise(handle);
     EXPECT_FALSE(windows().isOnScreen(handle));
     EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);
-    windows().activate(handle);
-    EXPECT_TRUE(waitUntil([&] { return isVisible(); }));
+    windows().maximise(handle);
+    EXPECT_TRUE(windows().isOnScreen(handle));
 }
 
 TEST_F(WindowsOnScreen, hiddenComesBackMaximised)
@@ -207,6 +283,38 @@ TEST_F(WindowsOnScreen, hiddenComesBackMaximised)
     windows().maximise(handle);
     EXPECT_TRUE(windows().isOnScreen(handle));
     EXPECT_GE(windows().rectangle(handle).width(), platform->screen().mainScreenSize().width());
+}
+
+TEST_F(WindowsOnScreen, maximisedIsStillMaximisedWhenItWasHidden)
+{
+    windows().maximise(handle);
+    ASSERT_TRUE(waitUntil([&] { return !window->seen({u"maximised"_s}).isEmpty(); }));
+    const QRect spread = windows().rectangle(handle);
+    windows().hide(handle);
+    EXPECT_EQ(windows().rectangle(handle), spread);
+    window->forget();
+    windows().show(handle);
+    EXPECT_EQ(windows().rectangle(handle), spread);
+    EXPECT_TRUE(waitUntil([&] { return window->frame() == spread; }));
+}
+
+TEST_F(WindowsOnScreen, maximisedIsMovedWithItsSize)
+{
+    windows().maximise(handle);
+    const QSize size = windows().rectangle(handle).size();
+    windows().moveTo(handle, {70, 90});
+    EXPECT_EQ(windows().rectangle(handle), QRect(QPoint(70, 90), size));
+    EXPECT_TRUE(waitUntil([&] { return window->frame() == QRect(QPoint(70, 90), size); }));
+}
+
+TEST_F(WindowsOnScreen, minimisedStaysMinimisedWhenItIsMovedOrShown)
+{
+    windows().minimise(handle);
+    ASSERT_FALSE(windows().isOnScreen(handle));
+    windows().show(handle);
+    EXPECT_FALSE(windows().isOnScreen(handle));
+    windows().moveTo(handle, {70, 90});
+    EXPECT_FALSE(windows().isOnScreen(handle));
 }
 
 TEST_F(WindowsOnScreen, thatIsHereIsNotChangedByFetchingIt)
@@ -223,7 +331,7 @@ TEST_F(WindowsOnScreen, minimisedIsRestoredByActivating)
 {
     const QRect before = windows().rectangle(handle);
     windows().minimise(handle);
-    EXPECT_TRUE(isAt(before.center(), 0));
+    EXPECT_TRUE(isAway(before.center()));
     EXPECT_TRUE(waitUntil([&] { return !window->seen({u"minimised"_s}).isEmpty(); }));
     EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);
     windows().activate(handle);

@@ -9,6 +9,10 @@ namespace {
 constexpr std::array table{
     Exception{"WindowsPort.aHiddenWindowHasNoTitleToBeFoundBy",
         "The system finds a hidden window by its title too."},
+    Exception{"WindowsOnScreen.noneIsUnderThePointerOverTheBareDesktop",
+        "Over the bare desktop the system names the desktop's own window."},
+    Exception{"WindowsOnScreen.minimisedIsRestoredByActivating",
+        "Windows gives a minimised window the keyboard and leaves it minimised."},
     Exception{"WindowsOnScreen.isUnderThePointerWithItsTitleBar",
         "Under Wine the title bar is the window manager's and nobody's for the pointer."},
 };

@@ -27,9 +27,9 @@ struct DeleteBitmap
 };
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteBitmap>;
 
-// Copies a part of the screen, layered windows included, into a bitmap of its own; what the desktop does not
-// have is black. Only what it has is asked for: Wine copies nothing from the left of the screen.
-Bitmap copyOfScreen(HDC screen, const QRect &region, const QRect &desktop)
+// Copies a part of the screen into a bitmap of its own by a raster operation; what the desktop does not have
+// is black. Only what it has is asked for: Wine copies nothing from the left of the screen.
+Bitmap copyOfScreen(HDC screen, const QRect &region, const QRect &desktop, DWORD operation)
 {
     const MemoryContext memory(CreateCompatibleDC(screen));
     Bitmap bitmap(CreateCompatibleBitmap(screen, region.width(), region.height()));
@@ -40,8 +40,8 @@ Bitmap copyOfScreen(HDC screen, const QRect &region, const QRect &desktop)
     const QRect part = region & desktop;
     const QPoint to = part.topLeft() - region.topLeft();
     const bool isCopied = part.isEmpty()
-        || BitBlt(memory.get(), to.x(), to.y(), part.width(), part.height(), screen, part.x(), part.y(),
-            SRCCOPY | CAPTUREBLT);
+        || BitBlt(
+            memory.get(), to.x(), to.y(), part.width(), part.height(), screen, part.x(), part.y(), operation);
     SelectObject(memory.get(), before);
     return isCopied ? std::move(bitmap) : Bitmap();
 }
@@ -61,10 +61,20 @@ QRect Win32Screen::desktop()
 
 Capture Win32Screen::capture(const QRect &region)
 {
+    return captureBy(SRCCOPY | CAPTUREBLT, region);
+}
+
+Capture Win32Screen::capturePlainly(const QRect &region)
+{
+    return captureBy(SRCCOPY, region);
+}
+
+Capture Win32Screen::captureBy(quint32 operation, const QRect &region)
+{
     if (region.isEmpty() || qint64(region.width()) * region.height() > maxPixels)
         return {};
     const ScreenContext screen(GetDC(nullptr));
-    const Bitmap bitmap = screen ? copyOfScreen(screen.get(), region, desktop()) : Bitmap();
+    const Bitmap bitmap = screen ? copyOfScreen(screen.get(), region, desktop(), operation) : Bitmap();
     if (!bitmap)
         return {};
 

@@ -13,8 +13,11 @@ public:
     QSize mainScreenSize() override;
     QRect desktop() override;
     Capture capture(const QRect &region) override;
+    Capture capturePlainly(const QRect &region) override;
 
 private:
+    Capture captureBy(quint32 operation, const QRect &region);
+
     std::vector<quint32> m_pixels;
 };
 

@@ -57,11 +57,30 @@ void setShowState(HWND window, int state)
         ShowWindowAsync(window, state);
 }
 
-// Changes what `flags` name, nothing else.
+// Keeps the size, and what else `flags` name.
 void setPosition(HWND window, HWND after, QPoint corner, UINT flags)
 {
-    SetWindowPos(window, after, corner.x(), corner.y(), 0, 0,
-        flags | SWP_NOSIZE | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
+    SetWindowPos(window, after, corner.x(), corner.y(), 0, 0, flags | SWP_NOSIZE | SWP_ASYNCWINDOWPOS);
+}
+
+// Only the program that had the last input may pass the attention on. A move by nothing makes it this one.
+void bringToFront(HWND window)
+{
+    if (!SetForegroundWindow(window)) {
+        mouse_event(MOUSEEVENTF_MOVE, 0, 0, 0, 0);
+        SetForegroundWindow(window);
+    }
+}
+
+// The system takes a window to the front that gets a position there, unless another program guards the
+// attention. Controls, and windows that nobody can see, stay without it.
+void insistOnFront(HWND window)
+{
+    if (!IsWindowVisible(window) || IsIconic(window) || GetAncestor(window, GA_ROOT) != window)
+        return;
+    if (GetForegroundWindow() != window)
+        bringToFront(window);
+    waitFor(window, [window] { return GetForegroundWindow() == window; });
 }
 
 QRect outerRectangle(HWND window)
@@ -100,13 +119,24 @@ WindowHandle Win32Windows::underPointer()
 {
     POINT point{};
     GetCursorPos(&point);
-    const HWND window = GetAncestor(WindowFromPoint(point), GA_ROOT);
-    return !window || isDesktop(window) ? 0 : handle(window);
+    return handle(WindowFromPoint(point));
 }
 
 WindowHandle Win32Windows::byTitle(const QString &title)
 {
     return handle(FindWindowW(nullptr, wide(title)));
+}
+
+std::vector<WindowHandle> Win32Windows::stacking()
+{
+    std::vector<WindowHandle> windows;
+    const auto add = [](HWND window, LPARAM list) -> BOOL {
+        if (IsWindowVisible(window) && !isDesktop(window))
+            reinterpret_cast<std::vector<WindowHandle> *>(list)->push_back(handle(window));
+        return TRUE;
+    };
+    EnumWindows(add, reinterpret_cast<LPARAM>(&windows));
+    return windows;
 }
 
 bool Win32Windows::isOnScreen(WindowHandle window)
@@ -134,29 +164,23 @@ void Win32Windows::activate(WindowHandle window)
     const HWND activated = native(window);
     if (!IsWindow(activated))
         return;
-    if (IsIconic(activated))
-        setShowState(activated, SW_RESTORE);
-    // Only the program that had the last input may pass the attention on. A move by nothing makes it this
-    // one.
-    if (!SetForegroundWindow(activated)) {
-        mouse_event(MOUSEEVENTF_MOVE, 0, 0, 0, 0);
-        SetForegroundWindow(activated);
-    }
-    waitFor(activated, [activated] { return GetForegroundWindow() == activated && !IsIconic(activated); });
+    bringToFront(activated);
+    waitFor(activated, [activated] { return GetForegroundWindow() == GetAncestor(activated, GA_ROOT); });
 }
 
 void Win32Windows::hide(WindowHandle window)
 {
     const HWND hidden = native(window);
-    setPosition(hidden, nullptr, {}, SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOZORDER);
+    setPosition(hidden, nullptr, {}, SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     waitFor(hidden, [hidden] { return !IsWindowVisible(hidden); });
 }
 
 void Win32Windows::show(WindowHandle window)
 {
     const HWND shown = native(window);
-    setPosition(shown, nullptr, {}, SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOZORDER);
+    setPosition(shown, HWND_TOP, {}, SWP_SHOWWINDOW | SWP_NOMOVE);
     waitFor(shown, [shown] { return IsWindowVisible(shown); });
+    insistOnFront(shown);
 }
 
 void Win32Windows::minimise(WindowHandle window)
@@ -176,23 +200,26 @@ void Win32Windows::maximise(WindowHandle window)
 void Win32Windows::moveTo(WindowHandle window, QPoint corner)
 {
     const HWND moved = native(window);
-    setPosition(moved, nullptr, corner, SWP_NOZORDER);
+    setPosition(moved, HWND_TOP, corner, 0);
     waitFor(moved, [moved, corner] { return outerRectangle(moved).topLeft() == corner; });
+    insistOnFront(moved);
 }
 
 void Win32Windows::bringHere(WindowHandle window)
 {
+    const HWND fetched = native(window);
+    if (!isCloaked(fetched))
+        return;
     // A hidden window comes back on the desktop that the user sees.
-    if (isCloaked(native(window))) {
-        hide(window);
-        show(window);
-    }
+    hide(window);
+    setPosition(fetched, nullptr, {}, SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    waitFor(fetched, [fetched] { return IsWindowVisible(fetched); });
 }
 
 void Win32Windows::setTopmost(WindowHandle window)
 {
     const HWND raised = native(window);
-    setPosition(raised, HWND_TOPMOST, {}, SWP_NOMOVE);
+    setPosition(raised, HWND_TOPMOST, {}, SWP_NOMOVE | SWP_NOACTIVATE);
     waitFor(raised, [raised] { return (GetWindowLongW(raised, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; });
 }
 

@@ -12,6 +12,7 @@ public:
     WindowHandle foreground() override;
     WindowHandle underPointer() override;
     WindowHandle byTitle(const QString &title) override;
+    std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle window) override;
     QRect rectangle(WindowHandle window) override;
     void close(WindowHandle window) override;

@@ -74,15 +74,22 @@ protected:
     void pull(const QStringList &addresses, const QString &path)
     {
         write(u"dragged.txt"_s, addresses.join(u'\n').toUtf8());
-        ASSERT_TRUE(appears(path));
+        // Both windows have to be where they stay: a drag ends at a place, not at a control.
+        const QPoint to = stillControl(path).middle();
+        QRect source;
+        ASSERT_TRUE(eventually([&] {
+            const QRect before = source;
+            source = view->clientRectangle(view->windowTitled("Drag source"));
+            return view->isViewable(view->windowTitled("Drag source")) && source == before;
+        }));
+        const QPoint from = source.center();
         m_source.readAllStandardOutput();
         m_said.clear();
-        const QPoint from = view->clientRectangle(view->windowTitled("Drag source")).center();
-        hands->pull(from, see(path).middle());
+        hands->pull(from, to);
         // A window manager may keep a press for itself when it makes the window the one in front.
         if (!sourceSays("dragging")) {
             hands->release();
-            hands->pull(from, see(path).middle());
+            hands->pull(from, to);
             ASSERT_TRUE(sourceSays("dragging")) << path.toStdString();
         }
     }

@@ -76,7 +76,10 @@ protected:
         return eventually([&] { return see(path).items == items; });
     }
 
-    // Waits until the control is shown and still, and clicks into its middle.
+    // Waits until the control is shown and still.
+    Control stillControl(const QString &path);
+
+    // The same, and clicks into its middle.
     void click(const QString &path, Hands::Button button = Hands::Left);
 
     // The same, and waits until the control has the keyboard.
@@ -100,8 +103,6 @@ protected:
     std::optional<Hands> hands;
 
 private:
-    Control stillControl(const QString &path);
-
     QProcess m_launcher;
     int m_starts = 0;
     std::optional<Eyes> m_eyes;

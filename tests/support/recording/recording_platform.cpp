@@ -49,11 +49,28 @@ WindowHandle RecordingWindows::byTitle(const QString &title)
     return m_hidden.contains(window) ? 0 : window;
 }
 
+std::vector<WindowHandle> RecordingWindows::stacking()
+{
+    std::vector<WindowHandle> shown = order;
+    std::erase_if(shown, [this](WindowHandle window) { return m_hidden.contains(window); });
+    return shown;
+}
+
+// To the front, with the keyboard.
+void RecordingWindows::raise(WindowHandle window)
+{
+    if (!rectangles.contains(window) || m_hidden.contains(window) || m_minimised.contains(window))
+        return;
+    std::erase(order, window);
+    order.insert(order.begin(), window);
+    foregroundWindow = window;
+}
+
 void RecordingWindows::activate(WindowHandle window)
 {
     record("activate", window);
-    if (rectangles.contains(window))
-        foregroundWindow = window;
+    m_minimised.remove(window);
+    raise(window);
 }
 
 void RecordingWindows::hide(WindowHandle window)
@@ -66,6 +83,21 @@ void RecordingWindows::show(WindowHandle window)
 {
     record("show", window);
     m_hidden.remove(window);
+    raise(window);
+}
+
+void RecordingWindows::minimise(WindowHandle window)
+{
+    record("minimise", window);
+    m_hidden.remove(window);
+    m_minimised.insert(window);
+}
+
+void RecordingWindows::maximise(WindowHandle window)
+{
+    record("maximise", window);
+    m_hidden.remove(window);
+    m_minimised.remove(window);
 }
 
 void RecordingWindows::moveTo(WindowHandle window, QPoint corner)
@@ -73,9 +105,10 @@ void RecordingWindows::moveTo(WindowHandle window, QPoint corner)
     if (const auto known = rectangles.find(window); known != rectangles.end())
         known->moveTopLeft(corner);
     m_log.add(u"window move %1 %2 %3"_s.arg(window).arg(corner.x()).arg(corner.y()));
+    raise(window);
 }
 
-Capture RecordingScreen::capture(const QRect &region)
+Capture RecordingScreen::captureFrom(const std::vector<quint32> &source, const QRect &region)
 {
     constexpr qint64 most = 1 << 28; // pixels
     if (region.isEmpty() || static_cast<qint64>(region.width()) * region.height() > most)
@@ -86,7 +119,7 @@ Capture RecordingScreen::capture(const QRect &region)
             const QPoint at = region.topLeft() + QPoint(x, y);
             if (QRect(QPoint(), size).contains(at)) {
                 m_captured[static_cast<size_t>(y * region.width() + x)]
-                    = pixels[static_cast<size_t>(at.y() * size.width() + at.x())];
+                    = source[static_cast<size_t>(at.y() * size.width() + at.x())];
             }
         }
     }

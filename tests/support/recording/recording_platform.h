@@ -104,14 +104,15 @@ public:
     WindowHandle foreground() override { return foregroundWindow; }
     WindowHandle underPointer() override { return windowUnderPointer; }
     WindowHandle byTitle(const QString &title) override;
+    std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle) override { return windowsAreOnScreen; }
     QRect rectangle(WindowHandle window) override { return rectangles.value(window); }
     void close(WindowHandle window) override { record("close", window); }
     void activate(WindowHandle window) override;
     void hide(WindowHandle window) override;
     void show(WindowHandle window) override;
-    void minimise(WindowHandle window) override { record("minimise", window); }
-    void maximise(WindowHandle window) override { record("maximise", window); }
+    void minimise(WindowHandle window) override;
+    void maximise(WindowHandle window) override;
     void moveTo(WindowHandle window, QPoint corner) override;
     void bringHere(WindowHandle window) override { record("bring here", window); }
     void setTopmost(WindowHandle window) override { record("topmost", window); }
@@ -121,12 +122,15 @@ public:
     bool windowsAreOnScreen = true;
     QHash<QString, WindowHandle> titles;
     QHash<WindowHandle, QRect> rectangles;
+    std::vector<WindowHandle> order; // the one above all others first
 
 private:
     void record(const char *what, WindowHandle window);
+    void raise(WindowHandle window);
 
     Log &m_log;
     QSet<WindowHandle> m_hidden;
+    QSet<WindowHandle> m_minimised;
 };
 
 // A screen whose pixels a test paints.
@@ -135,12 +139,19 @@ class RecordingScreen final : public Screen
 public:
     QSize mainScreenSize() override { return size; }
     QRect desktop() override { return {QPoint(), size}; }
-    Capture capture(const QRect &region) override;
+    Capture capture(const QRect &region) override { return captureFrom(pixels, region); }
+    Capture capturePlainly(const QRect &region) override
+    {
+        return captureFrom(plainPixels.empty() ? pixels : plainPixels, region);
+    }
 
     QSize size{0, 0};
     std::vector<quint32> pixels; // size.width() * size.height()
+    std::vector<quint32> plainPixels; // those behind layered windows; empty where there are none
 
 private:
+    Capture captureFrom(const std::vector<quint32> &source, const QRect &region);
+
     std::vector<quint32> m_captured;
 };
 
