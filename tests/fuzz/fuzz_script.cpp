@@ -1,5 +1,6 @@
 #include "engine/run_start.h"
 #include "engine/run_time_error.h"
+#include "support/recording/recording_folders.h"
 #include "support/script_bench.h"
 
 #include <algorithm>
@@ -79,7 +80,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     bench.loop.addNamespace(u"text"_s, text);
     bench.launcher.keywordBox = u"mail Ann,Bob"_s;
     bench.state.runctx[1] = (control & 1) != 0 ? u"jb"_s : u"bao"_s;
-    RunStart start(bench.state, bench.loop, bench.files, bench.platform.paths());
+    const recording::RecordingFolders folders(bench.platform.paths());
+    RunStart start(bench.state, bench.loop, bench.files, bench.platform.paths(), folders);
 
     int waits = 0;
     const int secondRun = (control & 2) != 0 ? (control >> 2) & 31 : -1;
