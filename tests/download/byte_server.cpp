@@ -22,10 +22,23 @@ ByteServer::ByteServer()
     connect(&m_server, &QTcpServer::newConnection, this, &ByteServer::onConnection);
 }
 
+void ByteServer::answer(const Answer &answer)
+{
+    if (std::exchange(m_lastWasGiven, false))
+        m_answers.clear();
+    m_answers.push_back(answer);
+}
+
 void ByteServer::serve(const QByteArray &content, qint64 most)
 {
     m_content = content;
     m_most = most;
+}
+
+void ByteServer::trickle(const QByteArray &bytes, int pace)
+{
+    answer({bytes, Then::Stall});
+    m_pace = pace;
 }
 
 QString ByteServer::url(const QString &path) const
@@ -51,11 +64,20 @@ void ByteServer::onConnection()
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QTcpSocket::readyRead, this, [this, socket, request = QByteArray()]() mutable {
             request += socket->readAll();
-            if (!request.endsWith("\r\n\r\n"))
+            const qsizetype headEnd = request.indexOf("\r\n\r\n");
+            if (headEnd < 0)
                 return;
+            request.truncate(headEnd + 4); // what else comes is not looked at
             requests += request;
+            socket->disconnect(this);
+            connect(socket, &QTcpSocket::readyRead, socket, [socket] { socket->readAll(); });
             const Answer answer = answerTo(request);
             socket->write(answer.bytes);
+            if (m_pace > 0) {
+                auto *const pace = new QTimer(socket);
+                connect(pace, &QTimer::timeout, socket, [socket] { socket->write("x"); });
+                pace->start(m_pace);
+            }
             if (answer.then == Then::Close) {
                 socket->disconnectFromHost();
             } else if (answer.then == Then::Reset) {
@@ -78,6 +100,7 @@ ByteServer::Answer ByteServer::answerTo(const QByteArray &request)
     if (m_content)
         return contentFor(request);
     const Answer answer = m_answers.empty() ? Answer{} : m_answers.front();
+    m_lastWasGiven = m_answers.size() == 1;
     if (m_answers.size() > 1)
         m_answers.pop_front();
     return answer;

@@ -3,8 +3,10 @@
 #include <QByteArray>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <deque>
+#include <optional>
 
 namespace plum::testing {
 
@@ -22,12 +24,15 @@ public:
 
     ByteServer();
 
-    // What the next request gets; after the last answer that one is given again.
-    void answer(const Answer &answer) { m_answers.push_back(answer); }
+    // What the next request gets; the last answer is given again until there is another.
+    void answer(const Answer &answer);
 
     // From now on gives `content` to every request as a careful server does: ranges with 206, ranges outside
     // with 416 and no body. A transfer ends by a reset after `most` bytes of body, if set.
     void serve(const QByteArray &content, qint64 most = -1);
+
+    // From now on answers with `bytes` and then one more byte every so many milliseconds, without end.
+    void trickle(const QByteArray &bytes, int pace);
 
     QString url(const QString &path) const;
 
@@ -43,8 +48,10 @@ private:
 
     QTcpServer m_server;
     std::deque<Answer> m_answers;
+    bool m_lastWasGiven = false;
     std::optional<QByteArray> m_content;
     qint64 m_most = -1;
+    int m_pace = 0; // milliseconds; 0: no trickling
 };
 
 // An answer with the headers given, one a line.
