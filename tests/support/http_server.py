@@ -95,6 +95,31 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.begin(Transfer_Encoding="chunked")
         self.wfile.write(b"10\r\nonly part")
 
+    def page_chunked_end(self, _):
+        self.begin(Transfer_Encoding="chunked")
+        self.wfile.write(b"4\r\none \r\n9\r\ntwo three\r\n0\r\n")
+
+    def page_long_head(self, _):
+        self.close_connection = True
+        self.wfile.write(b"HTTP/1.1 200 OK\r\n")
+        for _ in range(100_000):
+            self.wfile.write(b"A: " + b"x" * 1000 + b"\r\n")
+
+    def page_gzip_cut(self, framing):
+        half = gzip.compress("zipped 你好".encode() * 100)[:-9]
+        if framing == "length":
+            self.answer(half, Content_Encoding="gzip")
+        elif framing == "chunks":
+            self.begin(Content_Encoding="gzip", Transfer_Encoding="chunked")
+            self.wfile.write(b"%x\r\n%s\r\n0\r\n\r\n" % (len(half), half))
+        else:
+            self.begin(Content_Encoding="gzip")
+            self.wfile.write(half)
+
+    def page_gzip_whole_but_short(self, _):
+        self.begin(Content_Encoding="gzip", Content_Length="1000")
+        self.wfile.write(gzip.compress("zipped 你好".encode()))
+
     def page_chunked_garbage(self, _):
         self.begin(Transfer_Encoding="chunked")
         self.wfile.write(b"zz\r\nwhat\r\n")
@@ -180,6 +205,11 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if self.path == "/upload-redirect":
             self.rfile.read(int(self.headers["Content-Length"]))
             self.answer(b"", 307, Location="/upload")
+            return
+        if self.path == "/upload-chunked-end":
+            self.rfile.read(int(self.headers["Content-Length"]))
+            self.begin(Transfer_Encoding="chunked")
+            self.wfile.write(b"6\r\nthanks\r\n0\r\n")
             return
         if self.path == "/upload-reset":
             self.rfile.read(100)

@@ -1,164 +1,99 @@
 #include "modules/http/qt_http_client.h"
 
+#include "transport/content_decoding.h"
+#include "transport/http_exchange.h"
+
 #include <QEventLoop>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace plum {
 
 namespace {
 
-constexpr int mostRedirections = 10;
-
-bool isHttp(const QUrl &url)
-{
-    return url.isValid() && !url.host().isEmpty()
-        && (url.scheme() == QLatin1StringView("http") || url.scheme() == QLatin1StringView("https"));
-}
-
-QNetworkRequest requestFor(const QUrl &url)
-{
-    QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    return request;
-}
-
 // Gathers the answer's body as it arrives and gives up when it grows too large.
 class Arrival
 {
 public:
-    explicit Arrival(QNetworkReply &reply)
-        : m_reply(reply)
+    Arrival()
     {
-        QObject::connect(&reply, &QNetworkReply::readyRead, &reply, [this] { take(); });
-        QObject::connect(&reply, &QNetworkReply::finished, &m_loop, &QEventLoop::quit);
+        QObject::connect(&m_exchange, &HttpExchange::answered, &m_loop, [this] { prepare(); });
+        QObject::connect(
+            &m_exchange, &HttpExchange::arrived, &m_loop, [this](const QByteArray &piece) { take(piece); });
+        QObject::connect(&m_exchange, &HttpExchange::ended, &m_loop, [this](HttpExchange::End end) {
+            m_end = end;
+            m_loop.quit();
+        });
     }
     Q_DISABLE_COPY_MOVE(Arrival)
 
-    HttpReply wait()
+    HttpReply of(const HttpExchange::Request &request)
     {
+        m_exchange.start(request);
         // The loop also ends when the process is about to: the request is then given up.
-        if (!m_reply.isFinished())
-            m_loop.exec();
-        const int status = m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        const bool complete = m_reply.isFinished() && isAnswer(status, m_reply.error());
-        take();
-        if (!complete || m_tooLarge || isCut(status))
+        m_loop.exec();
+        if (!m_end)
             return {};
-        return {status, m_reply.rawHeader("Content-Type"), std::move(m_body)};
+        const HttpAnswer &answer = m_exchange.answer();
+        const QByteArray encoding = answer.header("Content-Encoding");
+        // Compressed data tells itself whether it is whole, better than a connection that ends.
+        const bool mayBeWhole = m_end == HttpExchange::End::Complete
+            || (m_end == HttpExchange::End::Cut && answer.hasHead() && tellsItsEnd(encoding)
+                && !m_body.isEmpty());
+        if (!mayBeWhole)
+            return {};
+        const std::optional<QByteArray> content = decodedContent(encoding, m_body, HttpClient::largestBody);
+        if (!content)
+            return {};
+        return {answer.status(), answer.header("Content-Type"), *content};
     }
 
 private:
-    // Qt counts a status of 400 and above as an error of its own kinds, but the answer has arrived.
-    static bool isAnswer(int status, QNetworkReply::NetworkError error)
+    void prepare()
     {
-        return error == QNetworkReply::NoError
-            || (status >= 400 && error >= QNetworkReply::ContentAccessDenied);
+        const qint64 announced = m_exchange.answer().length().value_or(0);
+        if (announced > HttpClient::largestBody)
+            giveUp();
+        else
+            m_body.reserve(announced);
     }
 
-    // Qt at times takes the end of the connection for the end of the body. It hides the announced length of a
-    // body that it has decompressed.
-    bool isCut(int status) const
+    void take(const QByteArray &piece)
     {
-        constexpr int notModified = 304; // announces what it does not send
-        bool isNumber = false;
-        const qint64 announced = m_reply.rawHeader("Content-Length").trimmed().toLongLong(&isNumber);
-        return isNumber && status != notModified && m_body.size() < announced;
+        if (m_body.size() + piece.size() > HttpClient::largestBody)
+            giveUp();
+        else
+            m_body += piece;
     }
 
-    void take()
+    void giveUp()
     {
-        const qint64 available = m_reply.bytesAvailable();
-        if (m_tooLarge || available == 0)
-            return;
-        if (m_body.size() + available > HttpClient::largestBody) {
-            m_tooLarge = true;
-            m_body.clear();
-            m_reply.abort();
-            return;
-        }
-        if (m_body.isEmpty())
-            m_body.reserve(expectedSize());
-        const qsizetype before = m_body.size();
-        m_body.resize(before + available);
-        m_body.resize(before + std::max<qint64>(0, m_reply.read(m_body.data() + before, available)));
+        m_exchange.stop();
+        m_loop.quit();
     }
 
-    qsizetype expectedSize() const
-    {
-        const qint64 announced = m_reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
-        return announced <= HttpClient::largestBody ? announced : 0;
-    }
-
-    QNetworkReply &m_reply;
     QEventLoop m_loop;
+    HttpExchange m_exchange;
+    std::optional<HttpExchange::End> m_end;
     QByteArray m_body;
-    bool m_tooLarge = false;
 };
 
-// Where an answer sends the client on to; nothing for one that is final.
-std::optional<QUrl> redirection(const QNetworkReply &reply)
-{
-    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    const QByteArray location = reply.rawHeader("Location");
-    constexpr std::array redirecting{301, 302, 303, 307, 308};
-    if (location.isEmpty() || std::ranges::find(redirecting, status) == redirecting.end())
-        return {};
-    return reply.url().resolved(QUrl(QString::fromUtf8(location)));
-}
-
-bool keepsMethod(int status)
-{
-    return status == 307 || status == 308;
-}
-
-// One exchange after the other, until an answer is final. Redirections are followed here and not by Qt, which
-// at times loses a body that it has to send again. `body` is null for a GET.
-HttpReply exchange(const QString &url, const QByteArray &contentType, QIODevice *body)
-{
-    QUrl address(url.trimmed());
-    for (int redirections = 0; isHttp(address) && redirections <= mostRedirections; ++redirections) {
-        QNetworkRequest request = requestFor(address);
-        QNetworkAccessManager manager;
-        QNetworkReply *reply = nullptr;
-        if (body) {
-            request.setHeader(QNetworkRequest::ContentTypeHeader, contentType);
-            body->seek(0);
-            reply = manager.post(request, body);
-        } else {
-            reply = manager.get(request);
-        }
-        const HttpReply answer = Arrival(*reply).wait();
-        const std::optional<QUrl> next = redirection(*reply);
-        if (answer.status == 0 || !next)
-            return answer;
-        if (address.scheme() == QLatin1StringView("https") && next->scheme() != address.scheme())
-            return {};
-        if (!keepsMethod(answer.status))
-            body = nullptr;
-        address = *next;
-    }
-    return {};
-}
+const QList<std::pair<QByteArray, QByteArray>> acceptedEncodings{{"Accept-Encoding", "gzip, deflate"}};
 
 } // namespace
 
 HttpReply QtHttpClient::get(const QString &url)
 {
-    return exchange(url, {}, nullptr);
+    return Arrival().of({.url = QUrl(url.trimmed()), .headers = acceptedEncodings});
 }
 
 HttpReply QtHttpClient::post(const QString &url, const QByteArray &contentType, QIODevice &body)
 {
-    return exchange(url, contentType, &body);
+    return Arrival().of({.url = QUrl(url.trimmed()),
+        .method = "POST",
+        .headers = acceptedEncodings + decltype(acceptedEncodings){{"Content-Type", contentType}},
+        .body = &body});
 }
 
 } // namespace plum

@@ -2,11 +2,9 @@
 
 #include "http/http_client.h"
 
-class QNetworkReply;
-
 namespace plum {
 
-// HTTP on Qt Network.
+// HTTP on Qt's sockets.
 class QtHttpClient final : public HttpClient
 {
 public:
