@@ -7,8 +7,8 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QNetworkReply>
-#include <QNetworkRequest>
+#include <QPointer>
+#include <QUrl>
 
 #include <algorithm>
 #include <array>
@@ -20,11 +20,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// 302 and 416 count as answers: their body is written and the file is renamed as after 200; kept.
+// 302 and 416 count as answers: their body is written and the file is renamed as after 200; kept. A 302 that
+// says where to is followed before it comes here.
 constexpr std::array acceptedStatuses{200, 206, 302, 416};
-
-// What a handler of the data can take at once, and so what is kept in memory.
-constexpr qint64 readBuffer = 256 * 1024;
 
 constexpr auto partialSuffix = ".dl"_L1;
 constexpr auto configSuffix = ".dl.cfg"_L1;
@@ -47,15 +45,6 @@ QUrl requestUrl(const QString &url)
     return QUrl(trimmed.startsWith(scheme, Qt::CaseInsensitive) ? trimmed : scheme + trimmed);
 }
 
-// An error of the connection; an answer with a bad status is none here.
-bool isTransferError(QNetworkReply::NetworkError error)
-{
-    const bool isAnswer
-        = (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError)
-        || (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
-    return error != QNetworkReply::NoError && !isAnswer;
-}
-
 QString inWorkingFolder(const QString &path)
 {
     return QDir::currentPath().replace(u'/', u'\\') + u'\\' + path;
@@ -68,6 +57,9 @@ WinHttpDown::WinHttpDown(const Paths &paths, TextCodec &codec, QObject *parent)
     , m_paths(paths)
     , m_codec(codec)
 {
+    connect(&m_exchange, &HttpExchange::answered, this, &WinHttpDown::onHeaders);
+    connect(&m_exchange, &HttpExchange::arrived, this, &WinHttpDown::onData);
+    connect(&m_exchange, &HttpExchange::ended, this, &WinHttpDown::onEnded);
 }
 
 WinHttpDown::~WinHttpDown()
@@ -157,38 +149,23 @@ bool WinHttpDown::send()
     const QUrl url = requestUrl(m_url);
     if (!url.isValid() || url.host().isEmpty())
         return false;
-    QNetworkRequest request(url);
-    request.setRawHeader("Range", "bytes=" + QByteArray::number(static_cast<qint64>(m_resumePosition)) + '-');
-    request.setRawHeader("Accept-Encoding", "identity");
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setTransferTimeout(static_cast<int>(m_timeout.count()));
-
     m_received = 0;
-    m_hasHeaders = false;
-    m_reply = m_network.get(request);
-    m_reply->setReadBufferSize(readBuffer);
-    connect(m_reply, &QNetworkReply::metaDataChanged, this, &WinHttpDown::onHeaders);
-    connect(m_reply, &QNetworkReply::readyRead, this, &WinHttpDown::onData);
-    connect(m_reply, &QNetworkReply::finished, this, &WinHttpDown::onFinished);
+    m_exchange.start({.url = url,
+        .headers = {{"Range", "bytes=" + QByteArray::number(static_cast<qint64>(m_resumePosition)) + '-'},
+            {"Accept-Encoding", "identity"}},
+        .silence = m_timeout});
     return true;
 }
 
 void WinHttpDown::onHeaders()
 {
-    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (m_hasHeaders || status == 0)
-        return;
-    m_hasHeaders = true;
     if (!tell(DownloadStatus::HeadersArrived))
         return;
-    if (std::ranges::find(acceptedStatuses, status) == acceptedStatuses.end())
+    const HttpAnswer &answer = m_exchange.answer();
+    if (std::ranges::find(acceptedStatuses, answer.status()) == acceptedStatuses.end())
         return end(DownloadStatus::BadAnswer);
 
-    const QByteArray length = m_reply->rawHeader("Content-Length");
+    const QByteArray length = answer.header("Content-Length");
     m_total = (length.isEmpty() ? 1 : length.toDouble()) + m_resumePosition;
     if (!openFiles())
         return end(DownloadStatus::NoFile);
@@ -210,13 +187,8 @@ bool WinHttpDown::openFiles()
         && m_partial.seek(static_cast<qint64>(m_resumePosition));
 }
 
-void WinHttpDown::onData()
+void WinHttpDown::onData(const QByteArray &piece)
 {
-    if (!m_partial.isOpen() || !m_reply->isOpen())
-        return;
-    const QByteArray piece = m_reply->readAll();
-    if (piece.isEmpty())
-        return;
     if (m_partial.write(piece) != piece.size())
         return end(DownloadStatus::Failed);
 
@@ -229,23 +201,12 @@ void WinHttpDown::onData()
     Q_EMIT Progress(percent, byteSizeText(m_total), byteSizeText(done), m_speed);
 }
 
-void WinHttpDown::onFinished()
+void WinHttpDown::onEnded(HttpExchange::End how)
 {
-    const QPointer<WinHttpDown> self(this);
-    const int transfer = m_transfer;
-    const auto isOver = [&] { return !self || !m_busy || m_transfer != transfer; };
-    const bool failed = isTransferError(m_reply->error());
-    if (!failed && !m_hasHeaders) {
-        onHeaders();
-        if (isOver())
-            return;
-    }
-    onData();
-    if (isOver())
-        return;
-    if (failed || !m_hasHeaders)
-        return end(DownloadStatus::Failed);
-    complete();
+    if (how == HttpExchange::End::Complete)
+        complete();
+    else
+        end(DownloadStatus::Failed);
 }
 
 void WinHttpDown::complete()
@@ -287,11 +248,7 @@ void WinHttpDown::end(DownloadStatus status)
 // Lets go of the request, from which nothing comes any more, and of the partial file.
 void WinHttpDown::release()
 {
-    if (QNetworkReply *const reply = m_reply; reply) {
-        m_reply.clear();
-        reply->disconnect(this);
-        reply->deleteLater(); // this ends the request; abort() inside of its own signals confuses it
-    }
+    m_exchange.stop();
     m_partial.close();
 }
 

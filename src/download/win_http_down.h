@@ -1,16 +1,13 @@
 #pragma once
 
 #include "download/download_status.h"
+#include "transport/http_exchange.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QNetworkAccessManager>
 #include <QObject>
-#include <QPointer>
 
 #include <chrono>
-
-class QNetworkReply;
 
 namespace plum {
 
@@ -62,8 +59,8 @@ private:
     bool send();
 
     void onHeaders();
-    void onData();
-    void onFinished();
+    void onData(const QByteArray &piece);
+    void onEnded(HttpExchange::End how);
     bool openFiles();
     void complete();
     QString finalName() const;
@@ -75,7 +72,7 @@ private:
 
     const Paths &m_paths;
     TextCodec &m_codec;
-    QNetworkAccessManager m_network;
+    HttpExchange m_exchange;
     std::chrono::milliseconds m_timeout{30000};
 
     QString m_url;
@@ -88,8 +85,6 @@ private:
     QElapsedTimer m_sinceStart;
     QString m_speed;
     QFile m_partial;
-    QPointer<QNetworkReply> m_reply;
-    bool m_hasHeaders = false;
     bool m_busy = false;
     int m_transfer = 0; // counts them
 };
