@@ -49,4 +49,10 @@ void LoadedStoreTransfers::fetchIndex(const QUrl &address)
         Q_EMIT indexArrived({});
 }
 
+void LoadedStoreTransfers::endIndex()
+{
+    if (m_transfers)
+        m_transfers->endIndex();
+}
+
 } // namespace plum

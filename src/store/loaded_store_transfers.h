@@ -22,6 +22,7 @@ public:
     void GetStart() override;
     bool isBusy() const override { return m_transfers && m_transfers->isBusy(); }
     void fetchIndex(const QUrl &address) override;
+    void endIndex() override;
 
 private:
     bool load();

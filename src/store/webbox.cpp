@@ -223,6 +223,7 @@ void webbox::close()
     m_use.channel.setEnabled(false);
     m_use.view.hideWindow();
     m_use.view.clearPage();
+    m_use.transfers.endIndex();
 }
 
 void webbox::setBrowserWidth(int pixels)

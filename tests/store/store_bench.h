@@ -73,6 +73,12 @@ public:
     void fetchIndex(const QUrl &address) override
     {
         m_log.add(QStringLiteral("index ") + address.toString());
+        indexIsUnderWay = true;
+    }
+    void endIndex() override
+    {
+        if (std::exchange(indexIsUnderWay, false))
+            Q_EMIT indexArrived({});
     }
 
     // Ends the transfer.
@@ -83,6 +89,7 @@ public:
     }
 
     bool busy = false;
+    bool indexIsUnderWay = false;
     std::function<void()> onStart;
 
 private:

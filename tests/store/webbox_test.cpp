@@ -293,6 +293,17 @@ TEST_F(Store, WaitsForTheIndexBeforeInstalling)
     EXPECT_EQ(script(u"notes"_s), "script");
 }
 
+TEST_F(Store, ClosingTheWindowEndsTheWaitForTheIndex)
+{
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
+    putPackage(u"notes"_s, "script");
+    bench.transfers.end(DownloadStatus::Complete);
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+    Q_EMIT bench.view.closeRequested();
+    EXPECT_FALSE(bench.transfers.indexIsUnderWay);
+    EXPECT_EQ(script(u"notes"_s), "script");
+}
+
 TEST_F(Store, APackageWithTheRightChecksumIsInstalled)
 {
     bench.store.XzSet(InstallFlag::ByName, u"notes"_s);

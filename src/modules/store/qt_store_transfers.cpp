@@ -1,13 +1,11 @@
 #include "modules/store/qt_store_transfers.h"
 
-#include <QNetworkReply>
-#include <QNetworkRequest>
+#include "transport/content_decoding.h"
 
 namespace plum {
 
 namespace {
 
-constexpr auto indexPatience = std::chrono::seconds(15);
 constexpr qint64 largestIndex = qint64(64) << 20; // bytes
 
 } // namespace
@@ -17,30 +15,39 @@ QtStoreTransfers::QtStoreTransfers(const Paths &paths, TextCodec &codec)
 {
     connect(&WinHttpDown1, &WinHttpDown::Status, this, &StoreTransfers::Status);
     connect(&WinHttpDown1, &WinHttpDown::Progress, this, &StoreTransfers::Progress);
+    connect(&m_indexExchange, &HttpExchange::arrived, this, [this](const QByteArray &piece) {
+        m_index += piece;
+        if (m_index.size() > largestIndex)
+            endIndex();
+    });
+    connect(&m_indexExchange, &HttpExchange::ended, this, &QtStoreTransfers::takeIndex);
 }
 
 void QtStoreTransfers::fetchIndex(const QUrl &address)
 {
-    if (QNetworkReply *earlier = m_index) {
-        earlier->disconnect(this);
-        earlier->abort();
-        earlier->deleteLater();
-    }
-    QNetworkRequest request(address);
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setTransferTimeout(std::chrono::milliseconds(indexPatience).count());
-    QNetworkReply *reply = m_network.get(request);
-    m_index = reply;
-    connect(reply, &QNetworkReply::downloadProgress, this, [reply](qint64 received) {
-        if (received > largestIndex)
-            reply->abort();
-    });
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
-        reply->deleteLater();
-        const bool isThere = reply->error() == QNetworkReply::NoError;
-        Q_EMIT indexArrived(isThere ? reply->readAll() : QByteArray());
-    });
+    m_index.clear();
+    m_indexExchange.start(
+        {.url = address, .headers = {{"Accept-Encoding", "gzip, deflate"}}, .whole = m_indexPatience});
+}
+
+void QtStoreTransfers::endIndex()
+{
+    if (!m_indexExchange.isRunning())
+        return;
+    m_indexExchange.stop();
+    m_index.clear();
+    Q_EMIT indexArrived({});
+}
+
+void QtStoreTransfers::takeIndex(HttpExchange::End how)
+{
+    constexpr int ok = 200;
+    const HttpAnswer &answer = m_indexExchange.answer();
+    const QByteArray index = std::exchange(m_index, {});
+    const bool isThere = how == HttpExchange::End::Complete && answer.status() == ok;
+    Q_EMIT indexArrived(isThere
+            ? decodedContent(answer.header("Content-Encoding"), index, largestIndex).value_or(QByteArray())
+            : QByteArray());
 }
 
 } // namespace plum

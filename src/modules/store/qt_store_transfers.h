@@ -2,13 +2,11 @@
 
 #include "download/win_http_down.h"
 #include "store/protocol/store_transfers.h"
-
-#include <QNetworkAccessManager>
-#include <QPointer>
+#include "transport/http_exchange.h"
 
 namespace plum {
 
-// Transfers on Qt's HTTP.
+// Transfers over HTTP.
 class QtStoreTransfers final : public StoreTransfers
 {
     Q_OBJECT
@@ -21,11 +19,18 @@ public:
     void GetStart() override { WinHttpDown1.GetStart(); }
     bool isBusy() const override { return WinHttpDown1.isBusy(); }
     void fetchIndex(const QUrl &address) override;
+    void endIndex() override;
+
+    // How long fetching the index may take as a whole. 15 seconds unless set.
+    void setIndexPatience(std::chrono::milliseconds patience) { m_indexPatience = patience; }
 
 private:
+    void takeIndex(HttpExchange::End how);
+
     WinHttpDown WinHttpDown1;
-    QNetworkAccessManager m_network;
-    QPointer<QNetworkReply> m_index;
+    HttpExchange m_indexExchange;
+    QByteArray m_index;
+    std::chrono::milliseconds m_indexPatience{15000};
 };
 
 } // namespace plum

@@ -24,10 +24,14 @@ public:
     virtual void setTarget(const QString &path) = 0;
     virtual void setUrl(const QString &url) = 0;
     virtual void GetStart() = 0;
+
     virtual bool isBusy() const = 0;
 
-    // Fetches a small text; an earlier one that is still under way is forgotten.
+    // Fetches a small text, in 15 seconds at most; an earlier one that is still under way is forgotten.
     virtual void fetchIndex(const QUrl &address) = 0;
+
+    // Waits no longer for the index: one that is still under way could not be had.
+    virtual void endIndex() = 0;
 
 Q_SIGNALS:
     // Those of the downloader: its state; 0 to 100 and three texts.
