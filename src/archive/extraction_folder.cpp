@@ -40,12 +40,13 @@ QString tidied(QStringView name)
 
 } // namespace
 
-bool staysInside(QStringView entryName)
+bool staysInside(QStringView entryName, bool namesAreInterpreted)
 {
     if (entryName.startsWith(u'\\') || entryName.contains(u':') || entryName.contains(QChar()))
         return false;
     return std::ranges::none_of(entryName.tokenize(u'\\').toContainer<QVarLengthArray<QStringView, 16>>(),
-        [](QStringView part) { return leadsUp(part) || isDeviceName(part); });
+        [namesAreInterpreted](
+            QStringView part) { return leadsUp(part) || (namesAreInterpreted && isDeviceName(part)); });
 }
 
 ExtractionFolder::ExtractionFolder(const Paths &paths, const QString &folder)
@@ -58,14 +59,14 @@ ExtractionFolder::ExtractionFolder(const Paths &paths, const QString &folder)
 
 ExtractionFolder::Outcome ExtractionFolder::makeFolder(QStringView name)
 {
-    if (!staysInside(name))
+    if (!staysInside(name, m_paths.interpretsNames()))
         return Outcome::Outside;
     return enter(tidied(name)) ? Outcome::Done : outcomeOfEntering();
 }
 
 ExtractionFolder::Outcome ExtractionFolder::createFile(QStringView name, QFile &file)
 {
-    if (!staysInside(name))
+    if (!staysInside(name, m_paths.interpretsNames()))
         return Outcome::Outside;
     const qsizetype leafAt = name.lastIndexOf(u'\\') + 1;
     const QStringView folder = name.first(leafAt);

@@ -13,8 +13,9 @@ namespace plum {
 class Paths;
 
 // True for the name of an archive entry (parts separated by "\") that stays below the folder it is unpacked
-// into on every system: no "..", no root, drive or stream (":"), no device name of Windows, no NUL.
-bool staysInside(QStringView entryName);
+// into: no "..", no root, drive or stream (":"), no NUL, and no device where the system takes names for those
+// (`Paths::interpretsNames`).
+bool staysInside(QStringView entryName, bool namesAreInterpreted);
 
 // The folder that an archive is unpacked into. Makes folders and files below it and nothing outside of it:
 // neither by an entry's name nor through a link that stands below the folder.

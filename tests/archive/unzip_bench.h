@@ -19,7 +19,7 @@ class UnzipBench
 {
 public:
     UnzipBench()
-        : reader(m_paths, m_codec)
+        : reader(paths, m_codec)
     {
         QObject::connect(&reader, &Unzip::UnzipError, [this](const QString &message, int index) {
             EXPECT_EQ(reader.LastError(), message); // it is set before the event
@@ -92,8 +92,9 @@ public:
     QStringList errors; // "message@index"
     QStringList progress; // "index: position/total"
 
+    recording::RecordingPaths paths;
+
 private:
-    recording::RecordingPaths m_paths;
     recording::RecordingTextCodec m_codec;
 
 public:

@@ -1,3 +1,4 @@
+#include "archive/extraction_folder.h"
 #include "archive/reference_inflate.h"
 #include "archive/unzip_bench.h"
 #include "archive/zip_builder.h"
@@ -153,14 +154,30 @@ TEST(UnzipHostile, NamesThatLeaveTheTargetAreSkipped)
 {
     const QList<QByteArray> names{"../f", "..\\f", "d/../../f", "d/..", "/f", "\\f", "//server/share/f",
         "\\\\server\\share\\f", "\\\\?\\C:\\f", "C:\\f", "c:f", "d/c:f", "f:stream", ".. /f", "... /../f",
-        "../target/../f", "nul", "NUL.txt", "d/con", "com1", "LPT9.log", "aux ", "CONIN$",
-        QByteArray("f\0g", 3), QByteArray("\0", 1)};
+        "../target/../f", QByteArray("f\0g", 3), QByteArray("\0", 1)};
     for (const QByteArray &name : names) {
         SCOPED_TRACE(name.toPercentEncoding().constData());
         UnzipBench bench;
         ASSERT_TRUE(bench.run(buildArchive({storedEntry(name, "x"), storedEntry("good", "y")})));
         EXPECT_EQ(bench.errors, QStringList{outside + u"@0"_s});
         EXPECT_EQ(bench.everything(), (QStringList{u"a.wfp"_s, u"target"_s, u"target/good"_s}));
+    }
+}
+
+TEST(UnzipHostile, NamesOfDevicesAreRefusedWhereTheSystemHasThem)
+{
+    for (const QString &name : {u"nul"_s, u"NUL.txt"_s, u"d\\con"_s, u"com1"_s, u"LPT9.log"_s, u"aux "_s,
+             u"aux\\f"_s, u"CONIN$"_s}) {
+        EXPECT_FALSE(plum::staysInside(name, true)) << name.toStdString();
+        EXPECT_TRUE(plum::staysInside(name, false)) << name.toStdString();
+    }
+    for (const QString &name : {u"com"_s, u"com0x"_s, u"nully"_s, u"xnul"_s, u"d.nul"_s})
+        EXPECT_TRUE(plum::staysInside(name, true)) << name.toStdString();
+    for (const bool interpreted : {true, false}) {
+        UnzipBench bench;
+        bench.paths.namesAreInterpreted = interpreted;
+        ASSERT_TRUE(bench.run(buildArchive({storedEntry("aux/con.txt", "x")})));
+        EXPECT_EQ(bench.has(u"aux/con.txt"_s), !interpreted);
     }
 }
 
