@@ -1,6 +1,5 @@
 #include "helpers/download/download_window.h"
 #include "platform/linux/file_paths.h"
-#include "platform/linux/linux_text_codec.h"
 #include "support/temporary_files.h"
 #include "support/test_server.h"
 #include "support/wait_until.h"
@@ -33,11 +32,37 @@ TEST(DownloadRequest, AnEmptyLabelIsTheFileName)
     EXPECT_EQ(DownloadRequest::fromCommandLine(u"http://h/a@@@/in@@@b.zip"_s)->target, u"\\in\\b.zip"_s);
 }
 
-TEST(DownloadRequest, NeedsAnAddressAndAName)
+TEST(DownloadRequest, NeedsAnAddress)
 {
     EXPECT_FALSE(DownloadRequest::fromCommandLine(QString()));
-    EXPECT_FALSE(DownloadRequest::fromCommandLine(u"http://h/a"_s));
-    EXPECT_FALSE(DownloadRequest::fromCommandLine(u"http://h/a@@@/in@@@@@@label"_s));
+    EXPECT_FALSE(DownloadRequest::fromCommandLine(u"@@@/in@@@a@@@"_s));
+}
+
+TEST(DownloadRequest, AnAddressGivesTheNameThatIsMissing)
+{
+    for (const auto &[url, name] : std::initializer_list<std::pair<QString, QString>>{
+             {u"http://h/a/b.zip"_s, u"b.zip"_s}, {u"http://h/a/b/"_s, u"b"_s},
+             {u"http://shop.test/"_s, u"shop.test"_s}, {u"shop.test"_s, u"shop.test"_s},
+             {u"http://h/a%20%E4%BD%A0?q=/x/#y/"_s, u"a 你"_s}, {u"http://h/a%2Fb%3A%22"_s, u"b__"_s},
+             {u"http://h/a/../.."_s, u"download"_s}, {u"http://"_s, u"download"_s}})
+        EXPECT_EQ(plum::fileNameFor(url), name) << url.toStdString();
+    const auto request = DownloadRequest::fromCommandLine(u"http://h/a/@@@/in@@@@@@"_s);
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->target, u"\\in\\a"_s);
+    EXPECT_EQ(request->label, u"a"_s);
+    EXPECT_TRUE(request->staysInFolder(plum::FilePaths(u"/plum/plum"_s)));
+}
+
+TEST(DownloadRequest, ANameThatLeavesTheFolderIsSeen)
+{
+    const plum::FilePaths paths(u"/plum/plum"_s);
+    for (const QString &name :
+        {u"../x"_s, u"..\\x"_s, u"../../../x"_s, u"a/../../x"_s, u"/etc/x"_s, u".."_s, u"C:\\x"_s, u"a/"_s})
+        EXPECT_FALSE(DownloadRequest::fromCommandLine(u"http://h/a@@@/in@@@"_s + name)->staysInFolder(paths))
+            << name.toStdString();
+    for (const QString &name : {u"x"_s, u"a/x"_s, u"..x"_s, u"x.."_s})
+        EXPECT_TRUE(DownloadRequest::fromCommandLine(u"http://h/a@@@/in@@@"_s + name)->staysInFolder(paths))
+            << name.toStdString();
 }
 
 namespace {
@@ -56,7 +81,7 @@ protected:
     std::unique_ptr<DownloadWindow> open(const QString &url)
     {
         auto window = std::make_unique<DownloadWindow>(
-            DownloadRequest{url, target.folder() + u"\\sub\\file.bin"_s, u"My label"_s}, paths, codec);
+            DownloadRequest{url, target.folder() + u"\\sub\\file.bin"_s, u"My label"_s}, paths);
         window->show();
         window->start();
         return window;
@@ -71,7 +96,6 @@ protected:
     TemporaryFiles served;
     TemporaryFiles target;
     plum::FilePaths paths{u"/plum/plum"_s};
-    plum::LinuxTextCodec codec;
     QByteArray content;
 };
 
@@ -123,12 +147,24 @@ TEST_F(DownloadWindowTest, SaysWhatIsWrong)
     const auto missing = open(nginx.address(u"slow/none.bin"_s));
     ASSERT_TRUE(
         waitUntil([&] { return text(*missing, u"state"_s) == u"The server does not have this file."_s; }));
+    EXPECT_FALSE(QFileInfo::exists(target.folder() + u"/sub/file.bin"_s));
     const auto refused = open(u"http://127.0.0.1:%1/f"_s.arg(plum::test::freePort()));
-    ASSERT_TRUE(waitUntil([&] { return text(*refused, u"state"_s) == u"The connection broke."_s; }));
-    const auto safe = open(u"https://127.0.0.1/f"_s);
-    EXPECT_EQ(text(*safe, u"state"_s), u"Only plain http:// addresses can be downloaded."_s);
+    ASSERT_TRUE(waitUntil([&] { return text(*refused, u"state"_s) == u"The server cannot be reached."_s; }));
+    const auto safe = open(u"https://127.0.0.1:%1/f"_s.arg(plum::test::freePort()));
+    ASSERT_TRUE(waitUntil([&] { return text(*safe, u"state"_s) == u"The server cannot be reached."_s; }));
     target.write(u"sub/file.bin.dl/folder"_s, "x");
     const auto blocked = open(nginx.address(u"slow/file.bin"_s));
     ASSERT_TRUE(waitUntil([&] { return blocked->isComplete(); }));
     EXPECT_EQ(target.read(u"sub/file.bin"_s), content);
+}
+
+TEST_F(DownloadWindowTest, FetchesNothingForANameThatLeavesTheFolder)
+{
+    const auto request = DownloadRequest::fromCommandLine(
+        nginx.address(u"slow/file.bin"_s) + u"@@@"_s + target.folder() + u"/sub@@@../../x@@@"_s);
+    DownloadWindow window(*request, paths);
+    window.show();
+    window.start();
+    EXPECT_EQ(text(window, u"state"_s), u"The file name leads out of the folder. Nothing was downloaded."_s);
+    EXPECT_FALSE(QFileInfo::exists(target.folder() + u"/sub"_s));
 }

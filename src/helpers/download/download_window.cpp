@@ -29,17 +29,12 @@ struct StatusText
     QStringView text;
 };
 
+// The ends that are failures have words of their own.
 constexpr std::array statusTexts{
     StatusText{DownloadStatus::Sending, u"Sending the request..."},
-    StatusText{DownloadStatus::HeadersArrived, u"The server has answered..."},
     StatusText{DownloadStatus::Receiving, u"Receiving..."},
-    StatusText{DownloadStatus::Failed, u"The connection broke."},
-    StatusText{DownloadStatus::Stopped, u"Stopped."},
     StatusText{DownloadStatus::Paused, u"Paused."},
-    StatusText{DownloadStatus::BadAnswer, u"The server does not have this file."},
-    StatusText{DownloadStatus::NotSent, u"The address cannot be reached."},
     StatusText{DownloadStatus::Complete, u"Complete."},
-    StatusText{DownloadStatus::NoFile, u"The file cannot be written."},
 };
 
 QLabel *namedLabel(const QString &name, QWidget *parent)
@@ -52,10 +47,10 @@ QLabel *namedLabel(const QString &name, QWidget *parent)
 
 } // namespace
 
-DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths, TextCodec &codec)
+DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths)
     : m_request(request)
     , m_paths(paths)
-    , m_downloader(paths, codec)
+    , m_download(paths)
     , m_state(namedLabel(u"state"_s, this))
     , m_bar(new QProgressBar(this))
     , m_figures(namedLabel(u"figures"_s, this))
@@ -83,35 +78,36 @@ DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths, Tex
         rows->addWidget(row);
     rows->addLayout(buttons);
 
-    connect(&m_downloader, &WinHttpDown::Status, this, &DownloadWindow::showStatus);
-    connect(&m_downloader, &WinHttpDown::Progress, this, &DownloadWindow::showProgress);
+    connect(&m_download, &FileDownload::Status, this, &DownloadWindow::showStatus);
+    connect(&m_download, &FileDownload::Progress, this, &DownloadWindow::showProgress);
     connect(m_again, &QPushButton::clicked, this, &DownloadWindow::start);
     connect(m_end, &QPushButton::clicked, this, &DownloadWindow::endOrClose);
 }
 
 void DownloadWindow::start()
 {
-    // The downloader would put "http://" in front of such an address and look for a server called "https".
-    if (m_request.url.trimmed().startsWith("https://"_L1, Qt::CaseInsensitive)) {
-        m_state->setText(u"Only plain http:// addresses can be downloaded."_s);
+    if (!m_request.staysInFolder(m_paths)) {
+        m_state->setText(u"The file name leads out of the folder. Nothing was downloaded."_s);
         m_end->setText(u"Close"_s);
         return;
     }
     QString target = m_request.target;
     QDir().mkpath(m_paths.toSystem(ParentPath(target, ParentPathMode::WithSeparator)));
-    m_downloader.setTarget(m_request.target);
-    m_downloader.setUrl(m_request.url);
-    m_downloader.GetStart();
+    m_download.setTarget(m_request.target);
+    m_download.setUrl(m_request.url);
+    m_download.start();
 }
 
 void DownloadWindow::showStatus(DownloadStatus status)
 {
     const auto text = std::ranges::find(statusTexts, status, &StatusText::status);
-    m_state->setText(text == statusTexts.end() ? QString() : text->text.toString());
+    m_state->setText(text == statusTexts.end() ? m_download.problem() : text->text.toString());
     m_complete = status == DownloadStatus::Complete;
+    if (!isOnTheWay(status))
+        m_bar->setRange(0, 100); // which may have been a bar that only shows that something happens
     if (m_complete)
         m_bar->setValue(m_bar->maximum());
-    const bool busy = m_downloader.isBusy();
+    const bool busy = m_download.isBusy();
     m_again->setVisible(!busy && !m_complete);
     m_end->setText(busy ? u"Cancel"_s : u"Close"_s);
 }
@@ -119,22 +115,24 @@ void DownloadWindow::showStatus(DownloadStatus status)
 void DownloadWindow::showProgress(
     float percent, const QString &total, const QString &done, const QString &speed)
 {
+    const bool isKnown = percent >= 0;
+    m_bar->setRange(0, isKnown ? 100 : 0);
     m_bar->setValue(static_cast<int>(std::floor(percent)));
-    m_figures->setText(
-        u"%1 of %2"_s.arg(done, total) + (speed.isEmpty() ? QString() : u", %1/s"_s.arg(speed)));
+    m_figures->setText((isKnown ? u"%1 of %2"_s.arg(done, total) : done)
+        + (speed.isEmpty() ? QString() : u", %1/s"_s.arg(speed)));
 }
 
 void DownloadWindow::endOrClose()
 {
-    if (m_downloader.isBusy())
-        m_downloader.GetPause();
+    if (m_download.isBusy())
+        m_download.pause();
     else
         close();
 }
 
 void DownloadWindow::closeEvent(QCloseEvent *event)
 {
-    m_downloader.GetPause();
+    m_download.pause();
     event->accept();
 }
 

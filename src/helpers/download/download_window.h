@@ -1,6 +1,6 @@
 #pragma once
 
-#include "download/win_http_down.h"
+#include "download/file_download.h"
 #include "helpers/download/download_request.h"
 
 #include <QWidget>
@@ -18,7 +18,7 @@ class DownloadWindow final : public QWidget
     Q_OBJECT
 
 public:
-    DownloadWindow(const DownloadRequest &request, Paths &paths, TextCodec &codec);
+    DownloadWindow(const DownloadRequest &request, Paths &paths);
 
     void start();
     bool isComplete() const { return m_complete; }
@@ -33,7 +33,7 @@ private:
 
     DownloadRequest m_request;
     Paths &m_paths;
-    WinHttpDown m_downloader;
+    FileDownload m_download;
     bool m_complete = false;
 
     QLabel *m_state;

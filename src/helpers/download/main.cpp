@@ -27,7 +27,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"download"_s);
     const auto platform = plum::createPlatform(QFile::decodeName(argv[0]));
-    plum::DownloadWindow window(*request, platform->paths(), platform->textCodec());
+    plum::DownloadWindow window(*request, platform->paths());
     platform->onEndRequested([&window] { window.close(); });
     window.show();
     window.start();
