@@ -77,6 +77,12 @@ private:
     QByteArray m_tail;
 };
 
+// As browsers write it: as it is, a quote or a line end would end the name.
+QString quotable(QString name)
+{
+    return name.replace(u'"', "%22"_L1).replace(u'\r', "%0D"_L1).replace(u'\n', "%0A"_L1);
+}
+
 } // namespace
 
 QString RandomAlnum(int count)
@@ -97,8 +103,8 @@ QString MakeBoundary()
 
 QString PartHeader(const QString &field, const QString &file, const QString &contentType)
 {
-    return uR"(Content-Disposition: form-data; name="{field}";)"_s.replace(u"{field}"_s, field)
-        + uR"( filename="{file}")"_s.replace(u"{file}"_s, file) + u"\r\n"_s
+    return uR"(Content-Disposition: form-data; name="{field}";)"_s.replace(u"{field}"_s, quotable(field))
+        + uR"( filename="{file}")"_s.replace(u"{file}"_s, quotable(file)) + u"\r\n"_s
         + u"Content-Type: {ct}"_s.replace(u"{ct}"_s, contentType) + u"\r\n\r\n"_s;
 }
 

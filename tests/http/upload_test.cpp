@@ -80,6 +80,22 @@ TEST_F(Upload, AnotherParserReadsTheFileBackByteForByte)
     }
 }
 
+TEST_F(Upload, QuotesInNamesAreWrittenAsBrowsersWriteThem)
+{
+    const QString file = files.write(u"a \"quoted\" name.bin"_s, "x");
+    const QJsonObject answer = post(file, u"the \"field\"\r\nX: y"_s);
+    EXPECT_EQ(answer[u"defects"_s].toInt(), 0);
+    EXPECT_EQ(answer[u"parts"_s][0][u"filename"_s].toString(), QString(file).replace(u'"', u"%22"_s));
+    EXPECT_EQ(answer[u"parts"_s][0][u"name"_s].toString(), u"the %22field%22%0D%0AX: y"_s);
+}
+
+TEST_F(Upload, AnAnswerOfChunksWithoutALastLineArrives)
+{
+    EXPECT_EQ(
+        upload.UploadFile(server.address(u"upload-chunked-end"_s), files.write(u"f"_s, "x"), u"t"_s, u"n"_s),
+        u"thanks"_s);
+}
+
 TEST_F(Upload, AnEmptyFileIsAnEmptyPart)
 {
     const QJsonObject answer = post(files.write(u"empty"_s, QByteArray()));
