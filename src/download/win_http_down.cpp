@@ -150,6 +150,7 @@ bool WinHttpDown::send()
     if (!url.isValid() || url.host().isEmpty())
         return false;
     m_received = 0;
+    m_total = 0;
     m_exchange.start({.url = url,
         .headers = {{"Range", "bytes=" + QByteArray::number(static_cast<qint64>(m_resumePosition)) + '-'},
             {"Accept-Encoding", "identity"}},
@@ -169,6 +170,8 @@ void WinHttpDown::onHeaders()
     m_total = (length.isEmpty() ? 1 : length.toDouble()) + m_resumePosition;
     if (!openFiles())
         return end(DownloadStatus::NoFile);
+    if (isTooLarge())
+        return giveUp();
     m_sinceStart.start();
     tell(DownloadStatus::Receiving);
 }
@@ -187,12 +190,36 @@ bool WinHttpDown::openFiles()
         && m_partial.seek(static_cast<qint64>(m_resumePosition));
 }
 
+void WinHttpDown::setLargest(qint64 bytes)
+{
+    m_largest = bytes;
+    if (m_busy && m_partial.isOpen() && isTooLarge())
+        giveUp();
+}
+
+// What has arrived, or what the server says will.
+bool WinHttpDown::isTooLarge() const
+{
+    return std::max(m_total, m_resumePosition + m_received) > static_cast<double>(m_largest);
+}
+
+// Going on from a file that is too large would end here again.
+void WinHttpDown::giveUp()
+{
+    release();
+    QFile::remove(m_paths.toSystem(m_partialPath));
+    QFile::remove(m_paths.toSystem(m_configPath));
+    end(DownloadStatus::Failed);
+}
+
 void WinHttpDown::onData(const QByteArray &piece)
 {
     if (m_partial.write(piece) != piece.size())
         return end(DownloadStatus::Failed);
 
     m_received += static_cast<double>(piece.size());
+    if (isTooLarge())
+        return giveUp();
     const double done = m_resumePosition + m_received;
     const auto percent = static_cast<float>(std::min(done / m_total * 100, 100.0));
     const double seconds = static_cast<double>(m_sinceStart.elapsed()) / 1000;

@@ -34,6 +34,10 @@ public:
     // A transfer in which nothing arrives for this long has failed. 30 seconds unless set.
     void setTransferTimeout(std::chrono::milliseconds timeout) { m_timeout = timeout; }
 
+    // A download that grows beyond so many bytes has failed, and nothing of it is kept. 1 GiB unless set; may
+    // be set while it runs.
+    void setLargest(qint64 bytes);
+
     bool isBusy() const { return m_busy; }
 
     // Starts, or goes on where the partial file ends. Does nothing while busy.
@@ -62,6 +66,8 @@ private:
     void onData(const QByteArray &piece);
     void onEnded(HttpExchange::End how);
     bool openFiles();
+    bool isTooLarge() const;
+    void giveUp();
     void complete();
     QString finalName() const;
 
@@ -74,6 +80,7 @@ private:
     TextCodec &m_codec;
     HttpExchange m_exchange;
     std::chrono::milliseconds m_timeout{30000};
+    qint64 m_largest = qint64(1) << 30; // bytes
 
     QString m_url;
     QString m_target;

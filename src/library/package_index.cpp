@@ -10,17 +10,38 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
-std::optional<QByteArray> packageChecksum(QByteArrayView index, const QString &name)
+namespace {
+
+// What the index says of the packages of that name; one, unless it is damaged.
+QList<QJsonObject> packagesNamed(QByteArrayView index, const QString &name)
 {
+    QList<QJsonObject> named;
     const QJsonArray packages
         = QJsonDocument::fromJson(index.toByteArray()).object().value("packages"_L1).toArray();
     for (const QJsonValue &value : packages) {
-        const QJsonObject package = value.toObject();
-        if (package.value("name"_L1).toString() != name)
-            continue;
+        if (const QJsonObject package = value.toObject(); package.value("name"_L1).toString() == name)
+            named += package;
+    }
+    return named;
+}
+
+} // namespace
+
+std::optional<QByteArray> packageChecksum(QByteArrayView index, const QString &name)
+{
+    for (const QJsonObject &package : packagesNamed(index, name)) {
         const QByteArray checksum = QByteArray::fromHex(package.value("sha256"_L1).toString().toLatin1());
         if (checksum.size() == QCryptographicHash::hashLength(QCryptographicHash::Sha256))
             return checksum;
+    }
+    return std::nullopt;
+}
+
+std::optional<qint64> packageSize(QByteArrayView index, const QString &name)
+{
+    for (const QJsonObject &package : packagesNamed(index, name)) {
+        if (const qint64 size = package.value("size"_L1).toInteger(); size > 0)
+            return size;
     }
     return std::nullopt;
 }

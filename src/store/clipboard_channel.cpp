@@ -11,6 +11,7 @@ namespace {
 constexpr QLatin1StringView moreWillFollow("##tarnwick:sending##");
 constexpr QLatin1StringView lastPage("##tarnwick:send##");
 constexpr std::chrono::milliseconds period(500);
+constexpr qsizetype largestMessage = (qsizetype(16) << 20) / qsizetype(sizeof(QChar)); // characters
 
 } // namespace
 
@@ -39,7 +40,8 @@ void ClipboardChannel::checkresout()
     if (!isLast && !text.startsWith(moreWillFollow))
         return;
 
-    Q_EMIT pageArrived(text.sliced(isLast ? lastPage.size() : moreWillFollow.size()));
+    if (text.size() <= largestMessage)
+        Q_EMIT pageArrived(text.sliced(isLast ? lastPage.size() : moreWillFollow.size()));
     m_clipboard.clear();
     if (isLast)
         setEnabled(false);

@@ -24,7 +24,8 @@ public:
     void setEnabled(bool enabled);
 
 Q_SIGNALS:
-    // A page has arrived; the marker is gone. The clipboard is emptied after this.
+    // A page has arrived; the marker is gone. The clipboard is emptied after this. A message of more than 16
+    // MiB is taken from the clipboard without a word.
     void pageArrived(const QString &html);
 
 private:

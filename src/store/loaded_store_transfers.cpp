@@ -41,6 +41,12 @@ void LoadedStoreTransfers::GetStart()
         Q_EMIT Status(DownloadStatus::NotSent);
 }
 
+void LoadedStoreTransfers::setLargest(qint64 bytes)
+{
+    if (load())
+        m_transfers->setLargest(bytes);
+}
+
 void LoadedStoreTransfers::fetchIndex(const QUrl &address)
 {
     if (load())

@@ -20,6 +20,7 @@ public:
     void setTarget(const QString &path) override;
     void setUrl(const QString &url) override;
     void GetStart() override;
+    void setLargest(qint64 bytes) override;
     bool isBusy() const override { return m_transfers && m_transfers->isBusy(); }
     void fetchIndex(const QUrl &address) override;
     void endIndex() override;

@@ -18,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int storeHeight = 625; // pixels
+constexpr qint64 largestPackage = qint64(1) << 30; // bytes, where the index says nothing
 
 } // namespace
 
@@ -127,6 +128,7 @@ void webbox::start()
     m_index.reset();
     m_use.transfers.setTarget(m_currentName + packageEnding);
     m_use.transfers.setUrl(m_source.address.toString(QUrl::FullyEncoded));
+    m_use.transfers.setLargest(largestPackage);
     m_use.transfers.fetchIndex(m_use.addresses.index());
     m_use.transfers.GetStart();
 }
@@ -148,6 +150,8 @@ void webbox::showStatus(DownloadStatus status)
 void webbox::takeIndex(const QByteArray &index)
 {
     m_index = index;
+    if (const std::optional<qint64> size = packageSize(index, m_source.name))
+        m_use.transfers.setLargest(*size);
     installWhenReady();
 }
 

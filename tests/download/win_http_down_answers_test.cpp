@@ -149,6 +149,32 @@ TEST(WinHttpDown, AHeadWithoutEndFails)
     EXPECT_EQ(bench.run(), (QList{1, 4}));
 }
 
+TEST(WinHttpDown, EndsAtItsLimitAndKeepsNothing)
+{
+    for (const QByteArray &answer : {ok(noise(1001)), httpAnswer("200 OK", {}, noise(1001))}) {
+        Bench bench;
+        bench.downloader->setLargest(1000);
+        bench.server.answer({answer});
+        EXPECT_EQ(bench.run().back(), 4);
+        EXPECT_EQ(bench.files(), QStringList());
+    }
+    Bench bench;
+    bench.downloader->setLargest(1000);
+    bench.server.answer({ok(noise(1000))});
+    EXPECT_EQ(bench.run(), completed);
+}
+
+TEST(WinHttpDown, WhatIsThereFromBeforeCountsForTheLimit)
+{
+    Bench bench;
+    bench.write(u"a.wfp.dl"_s, "01234");
+    bench.write(u"a.wfp.dl.cfg"_s, bench.server.url(u"a.wfp"_s).toUtf8());
+    bench.downloader->setLargest(9);
+    bench.server.serve("0123456789");
+    EXPECT_EQ(bench.run().back(), 4);
+    EXPECT_EQ(bench.files(), QStringList());
+}
+
 TEST(WinHttpDown, RefusesEveryOtherStatus)
 {
     for (const QByteArray status : {"201 Created", "204 No Content", "301 Moved", "303 See Other",

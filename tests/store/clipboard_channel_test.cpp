@@ -69,6 +69,16 @@ TEST(ClipboardChannel, SwitchedOffBeforeItLooksItLeavesThePageAlone)
     EXPECT_EQ(platform.clipboard().content, u"##tarnwick:sending##early"_s);
 }
 
+TEST_F(Channel, AMessageOfMoreThan16MebibytesIsTakenAwayUnread)
+{
+    copied(u"##tarnwick:sending##"_s + QString(50'000'000, u'x'));
+    EXPECT_EQ(bench.events(), QStringList{u"clipboard clear"_s});
+    EXPECT_TRUE(bench.channel.isEnabled());
+    copied(u"##tarnwick:send##"_s + QString(50'000'000, u'x'));
+    EXPECT_FALSE(bench.channel.isEnabled());
+    EXPECT_EQ(bench.events().size(), 2);
+}
+
 TEST_F(Channel, AMarkerAloneIsAnEmptyPage)
 {
     copied(u"##tarnwick:send##"_s);

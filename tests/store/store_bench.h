@@ -69,6 +69,7 @@ public:
         if (onStart)
             onStart();
     }
+    void setLargest(qint64 bytes) override { largest = bytes; }
     bool isBusy() const override { return busy; }
     void fetchIndex(const QUrl &address) override
     {
@@ -90,6 +91,7 @@ public:
 
     bool busy = false;
     bool indexIsUnderWay = false;
+    qint64 largest = 0;
     std::function<void()> onStart;
 
 private:

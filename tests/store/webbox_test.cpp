@@ -304,6 +304,24 @@ TEST_F(Store, ClosingTheWindowEndsTheWaitForTheIndex)
     EXPECT_EQ(script(u"notes"_s), "script");
 }
 
+TEST_F(Store, APackageMayBeAsLargeAsTheIndexSays)
+{
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
+    EXPECT_EQ(bench.transfers.largest, qint64(1) << 30);
+    Q_EMIT bench.transfers.indexArrived(
+        R"({"packages":[{"name":"other","size":5},{"name":"notes","size":1234}]})");
+    EXPECT_EQ(bench.transfers.largest, 1234);
+    bench.transfers.end(DownloadStatus::Failed);
+
+    for (const QByteArray index :
+        {"", R"({"packages":[{"name":"notes"}]})", R"({"packages":[{"name":"notes","size":-1}]})"}) {
+        bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
+        Q_EMIT bench.transfers.indexArrived(index);
+        EXPECT_EQ(bench.transfers.largest, qint64(1) << 30) << index.constData();
+        bench.transfers.end(DownloadStatus::Failed);
+    }
+}
+
 TEST_F(Store, APackageWithTheRightChecksumIsInstalled)
 {
     bench.store.XzSet(InstallFlag::ByName, u"notes"_s);

@@ -17,6 +17,7 @@ public:
     void setTarget(const QString &path) override { WinHttpDown1.setTarget(path); }
     void setUrl(const QString &url) override { WinHttpDown1.setUrl(url); }
     void GetStart() override { WinHttpDown1.GetStart(); }
+    void setLargest(qint64 bytes) override { WinHttpDown1.setLargest(bytes); }
     bool isBusy() const override { return WinHttpDown1.isBusy(); }
     void fetchIndex(const QUrl &address) override;
     void endIndex() override;

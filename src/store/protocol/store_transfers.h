@@ -25,6 +25,9 @@ public:
     virtual void setUrl(const QString &url) = 0;
     virtual void GetStart() = 0;
 
+    // More bytes than these are no package: the transfer fails. May be set while it runs.
+    virtual void setLargest(qint64 bytes) = 0;
+
     virtual bool isBusy() const = 0;
 
     // Fetches a small text, in 15 seconds at most; an earlier one that is still under way is forgotten.
