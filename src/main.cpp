@@ -19,7 +19,7 @@ constexpr char usage[] = R"(Plum runs small automation scripts, line by line.
   plum --help        shows this text
   plum --version     shows the version
 
-A script's lines end in CR LF. docs/scripting.md describes the language.
+A script's lines end in CR LF, in edition 2 also in LF. docs/scripting.md describes the language.
 )";
 
 } // namespace

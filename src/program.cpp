@@ -1,6 +1,7 @@
 #include "program.h"
 
 #include "commands/notices.h"
+#include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
 #include "platform/paths.h"
 
@@ -16,6 +17,14 @@ namespace plum {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Without the program's name in front, as editors and shells find their way to the place.
+void sayMistakes(const ScriptError &error)
+{
+    for (const ScriptMistake &mistake : error.mistakes())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(mistake.toText()));
+    std::fflush(stderr);
+}
 
 void say(const QString &line)
 {
@@ -46,7 +55,8 @@ Program::Program(const QString &programPath, bool hasDesktop)
               m_addresses.site.toString(QUrl::StripTrailingSlash)},
           .endProcess = [this](int status) { end(status); },
           .report = &say,
-          .hasDesktop = hasDesktop})
+          .hasDesktop = hasDesktop,
+          .reportMistakes = &sayMistakes})
     , m_channel(m_platform->clipboard())
     , m_storeWindow({.program = StoreProcess::besideThisProgram(), .downloadBase = m_addresses.downloadBase})
     , m_transfers(m_platform->paths(), m_platform->textCodec())

@@ -10,12 +10,16 @@
 #include "commands/waitable_timer.h"
 #include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
+#include "engine/edition2/runner.h"
 #include "http/file_upload.h"
 #include "http/loaded_http_client.h"
 #include "library/app_folders.h"
 #include "platform/platform.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
+
+#include <optional>
 
 namespace plum {
 
@@ -63,6 +67,7 @@ struct ScriptSystem::Parts
     FileUpload upload;
     MouseClicks clicks;
     ScriptEngine engine;
+    std::optional<edition2::Runner> runner;
 };
 
 ScriptSystem::ScriptSystem(const Needs &needs)
@@ -86,9 +91,25 @@ ScriptSystem::ScriptSystem(const Needs &needs)
         std::make_unique<OsCommands>(
             OsCommands::Needs{to.state(), on.paths(), m->folders, on.screen(), on.pointer(), m->clicks,
                 on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
+
+    connectRunner(needs);
+}
+
+void ScriptSystem::connectRunner(const Needs &needs)
+{
+    ScriptEngine &to = m->engine;
+    m->runner.emplace(edition2::Runner::Needs{to.state(), to.reader(), m->waiter, needs.launcher, to.files(),
+        [] { QCoreApplication::processEvents(); }, [&to] { return to.vocabulary(); },
+        [&to](const QString &name) { return &to.handler(name); }});
+    to.starts().setLaterEdition(*m->runner);
 }
 
 ScriptSystem::~ScriptSystem() = default;
+
+void ScriptSystem::presetVariable(const QString &name, const QString &value)
+{
+    m->runner->presetVariable(name, value);
+}
 
 ScriptEngine &ScriptSystem::engine()
 {

@@ -39,7 +39,12 @@ public:
     RunStart &starts() { return engine().starts(); }
     ScriptVocabulary vocabulary() { return engine().vocabulary(); }
 
+    // A variable that every script of edition 2 finds when it begins.
+    void presetVariable(const QString &name, const QString &value);
+
 private:
+    void connectRunner(const Needs &needs);
+
     // The headers of the namespaces stay out of this one: whoever runs scripts does not depend on them.
     struct Parts;
     std::unique_ptr<Parts> m;

@@ -106,21 +106,23 @@ QString FileCommands::resolved(const QString &path) const
 
 void FileCommands::open(const CommandCall &call)
 {
-    const QString path = resolved(fieldOrEmpty(call, 0));
+    const QString written = fieldOrEmpty(call, 0);
+    const QString path = resolved(written);
     const QString parameters = fieldOrEmpty(call, 1);
     const std::optional<ShowState> state = showStateOf(fieldOrEmpty(call, 2));
     if (!path.isEmpty() && state && !m_use.shell.open(path, parameters, *state))
-        call.fail(u"%1 cannot be opened"_s.arg(path));
+        call.fail(u"%1 cannot be opened"_s.arg(written));
 }
 
 void FileCommands::callProgram(const CommandCall &call)
 {
-    const QString path = resolved(fieldOrEmpty(call, 0));
+    const QString written = fieldOrEmpty(call, 0);
+    const QString path = resolved(written);
     const QString parameters = fieldOrEmpty(call, 1);
     if (fieldOrEmpty(call, 2) == "html"_L1)
         prepareBrowser(fieldOrEmpty(call, 3));
     if (!m_use.shell.open(path, parameters, ShowState::Hidden))
-        call.fail(u"%1 cannot be started"_s.arg(path));
+        call.fail(u"%1 cannot be started"_s.arg(written));
     m_use.storePage.layOut();
     m_use.storePage.showLoadingPicture();
 }
@@ -148,7 +150,7 @@ void FileCommands::callJavaScript(const CommandCall &call)
             call.fail(fetched.problem);
     } else {
         script = m_use.files.ReadAllText(resolved(source), ReadAllMode::Joined);
-        requireFile(call, resolved(source));
+        requireFile(call, source);
     }
     const JavaScript::Result result = callJs(m_use.javaScript, script, function, arguments);
     if (!result.ok)
@@ -159,9 +161,10 @@ void FileCommands::callJavaScript(const CommandCall &call)
 
 void FileCommands::read(const CommandCall &call)
 {
-    const QString path = resolved(fieldOrEmpty(call, 0));
+    const QString written = fieldOrEmpty(call, 0);
+    const QString path = resolved(written);
     const QString mode = fieldOrEmpty(call, 1);
-    requireFile(call, path);
+    requireFile(call, written);
     QString text;
     if (mode.isEmpty())
         text = m_use.files.ReadAllText(path, ReadAllMode::Joined);
@@ -173,10 +176,10 @@ void FileCommands::read(const CommandCall &call)
 }
 
 // Edition 1 reads what is not there as empty.
-void FileCommands::requireFile(const CommandCall &call, const QString &path) const
+void FileCommands::requireFile(const CommandCall &call, const QString &written) const
 {
-    if (call.edition() == Edition::Two && !m_use.files.isReadable(path))
-        call.fail(u"%1 cannot be read"_s.arg(path));
+    if (call.edition() == Edition::Two && !m_use.files.isReadable(resolved(written)))
+        call.fail(u"%1 cannot be read"_s.arg(written));
 }
 
 void FileCommands::save(const CommandCall &call)

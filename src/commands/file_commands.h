@@ -47,7 +47,7 @@ private:
     void read(const CommandCall &call);
     void save(const CommandCall &call);
 
-    void requireFile(const CommandCall &call, const QString &path) const;
+    void requireFile(const CommandCall &call, const QString &written) const;
     QString resolved(const QString &path) const;
     void prepareBrowser(const QString &size);
 

@@ -2,6 +2,7 @@
 
 #include "engine/conversions.h"
 #include "engine/launcher.h"
+#include "engine/references.h"
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
 #include "engine/script_folders.h"
@@ -12,6 +13,9 @@
 #include "platform/shell.h"
 
 #include <QStringList>
+
+#include <algorithm>
+#include <array>
 
 namespace plum {
 
@@ -128,6 +132,17 @@ QString ArgumentReader::osValue(QStringView name) const
     if (name == u"path_desktop")
         return m_from.shell.desktopFolder().left(desktopPathLimit);
     return {};
+}
+
+bool isReference(QStringView token)
+{
+    static constexpr std::array<QStringView, 12> known{u"os.get_clipboard", u"os.path_pfold",
+        u"os.path_ppfold", u"os.path_package", u"os.path_package_name", u"os.path_desktop", u"str.r",
+        u"me.text_input", u"me.drag", u"me.drag_text", u"me.enter_input", u"mouse.xy"};
+    constexpr QStringView numbered = u"me.enter_input_";
+    if (token.startsWith(numbered) && token.size() > numbered.size())
+        return std::ranges::all_of(token.sliced(numbered.size()), [](QChar c) { return c.isDigit(); });
+    return std::ranges::find(known, token) != known.end();
 }
 
 VariableStore &ArgumentReader::variables() const

@@ -1,6 +1,7 @@
 #include "engine/run_start.h"
 
 #include "engine/conversions.h"
+#include "engine/editions/script_error.h"
 #include "engine/run_loop.h"
 #include "engine/run_state.h"
 #include "engine/script_folders.h"
@@ -8,10 +9,17 @@
 #include "platform/paths.h"
 
 #include <QDir>
+#include <QScopeGuard>
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int lastEdition = 2;
+
+} // namespace
 
 RunStart::CommandLineScript RunStart::prepareCommandLine(const QString &commandLine)
 {
@@ -34,35 +42,117 @@ RunStart::CommandLineScript RunStart::prepareCommandLine(const QString &commandL
     else if (QDir::isRelativePath(m_paths.toSystem(m_state.runctx[0])))
         m_state.runctx[0] = QDir::current().absoluteFilePath(m_state.runctx[0]);
 
-    return {path, LoadScript(path)};
+    const bool isLoaded = LoadScript(path);
+    if (m_loaded) {
+        m_loaded->fullPath = m_state.runctx[0];
+        m_loaded->endsProcess = true;
+    }
+    return {path, isLoaded};
+}
+
+bool RunStart::prepareFile(const QString &path)
+{
+    m_state.runidx[2] = 1;
+    m_state.runctx = {QDir::current().absoluteFilePath(m_paths.toSystem(path)), u"jb"_s};
+    m_state.currentKeyword.clear();
+    const bool isLoaded = LoadScript(path);
+    if (m_loaded) {
+        m_loaded->fullPath = m_state.runctx[0];
+        m_loaded->endsProcess = true;
+    }
+    return isLoaded;
 }
 
 void RunStart::runApp(const QString &keyword, ScriptPath scriptPath)
 {
-    m_state.currentKeyword = keyword;
-    if (scriptPath == ScriptPath::Remembered)
-        m_state.runctx[0] = m_folders.app(keyword) + u"\\main.wf"_s;
+    const QString fullPath = m_folders.app(keyword) + u"\\main.wf"_s;
     LoadScript(m_folders.appScript(keyword));
+    if (m_loaded) {
+        m_loaded->fullPath = fullPath;
+        m_loaded->keyword = keyword;
+    } else {
+        m_state.currentKeyword = keyword;
+        if (scriptPath == ScriptPath::Remembered)
+            m_state.runctx[0] = fullPath;
+    }
     runAll();
 }
 
 void RunStart::runAll()
 {
+    // A new run ends the one that waits for the user.
+    if (m_later)
+        m_later->endWaitingRun();
+    if (m_loaded) {
+        runLater();
+        return;
+    }
     m_state.runidx[0] = 0;
     m_state.runidx[1] = lastIndex();
-    m_loop.RunLines(m_state.runidx[0], m_state.runidx[1]);
+    runLines(m_state.runidx[1]);
 }
 
 void RunStart::resume()
 {
     qint16 end = lastIndex();
+    runLines(end);
+}
+
+// The loop reads `end` again after every line.
+void RunStart::runLines(qint16 &end)
+{
+    const bool before = std::exchange(m_innermostIsLater, false);
+    ++m_loopsRunning;
+    const auto leave = qScopeGuard([&] {
+        --m_loopsRunning;
+        m_innermostIsLater = before;
+    });
     m_loop.RunLines(m_state.runidx[0], end);
+}
+
+void RunStart::runLater()
+{
+    const ScriptStart script = *std::exchange(m_loaded, std::nullopt);
+    const AskedEdition asked = askedEdition(script.text);
+    if (!m_later || asked.number > lastEdition) {
+        throw ScriptError(script.app(),
+            {{script.path, asked.line, 1,
+                u"this script asks for edition %1 of the language, and this Plum knows edition %2 at most"_s
+                    .arg(asked.number)
+                    .arg(lastEdition)}});
+    }
+    // A run of edition 1 that waits for the user ends as well; one that is going on around this one does not.
+    if (m_loopsRunning == 0) {
+        m_state.runlist.clear();
+        m_state.runidx[0] = 0;
+    }
+    const bool before = std::exchange(m_innermostIsLater, true);
+    const auto leave = qScopeGuard([&] { m_innermostIsLater = before; });
+    m_later->run(script);
+}
+
+RunTicket RunStart::asking() const
+{
+    return m_innermostIsLater ? m_later->current() : 0;
+}
+
+void RunStart::answer(RunTicket ticket, const Answer &answer)
+{
+    const bool before = std::exchange(m_innermostIsLater, true);
+    const auto leave = qScopeGuard([&] { m_innermostIsLater = before; });
+    m_later->resume(ticket, answer);
 }
 
 bool RunStart::LoadScript(const QString &path)
 {
-    m_state.runlist.clear();
-    return m_files.appendLines(path, m_state.runlist);
+    m_loaded.reset();
+    const std::optional<QByteArray> script = m_files.bytes(path);
+    if (script && askedEdition(*script).number > 1) {
+        m_loaded = ScriptStart{.text = *script, .path = path};
+        return true;
+    }
+    m_state.runlist = script ? m_files.linesOf(*script) : QStringList();
+    return script.has_value();
 }
 
 qint16 RunStart::lastIndex() const

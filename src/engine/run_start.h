@@ -1,6 +1,10 @@
 #pragma once
 
+#include "engine/editions/later_edition.h"
+
 #include <QString>
+
+#include <optional>
 
 namespace plum {
 
@@ -10,7 +14,8 @@ class ScriptFolders;
 class TextFiles;
 struct RunState;
 
-// The ways in which a run begins: each prepares the run state and hands over to the run loop.
+// The ways in which a run begins: each prepares the run state and hands over to the run loop, or to the
+// runner of the edition that the script asks for.
 class RunStart
 {
 public:
@@ -24,6 +29,9 @@ public:
     {
     }
 
+    // Who runs the scripts that ask for edition 2. Without it they cannot be run.
+    void setLaterEdition(LaterEdition &runner) { m_later = &runner; }
+
     // What a command line named.
     struct CommandLineScript
     {
@@ -33,6 +41,9 @@ public:
 
     // Prepares the run of the script that `commandLine` names: mode "jb", no keyword, the run list filled.
     CommandLineScript prepareCommandLine(const QString &commandLine);
+
+    // As above for the script at `path`, whatever its name. False when it cannot be read.
+    bool prepareFile(const QString &path);
 
     enum class ScriptPath {
         Kept, // the running script's path stays that of an earlier start
@@ -44,14 +55,23 @@ public:
     // `os.path_pfold` depends on it).
     void runApp(const QString &keyword, ScriptPath scriptPath);
 
-    // Runs the whole run list. More lines than a 16-bit index reaches raise an overflow (6).
+    // Runs what was loaded. Of edition 1 that is the whole run list: more lines than a 16-bit index reaches
+    // raise an overflow (6).
     void runAll();
 
     // Goes on with a suspended run, up to the last line of the run list.
     void resume();
 
+    // The run of a later edition that is showing something right now; 0 when it is one of edition 1.
+    RunTicket asking() const;
+
+    // What became of what that run showed.
+    void answer(RunTicket ticket, const Answer &answer);
+
 private:
     bool LoadScript(const QString &path);
+    void runLater();
+    void runLines(qint16 &end);
     qint16 lastIndex() const;
 
     RunState &m_state;
@@ -59,6 +79,11 @@ private:
     const TextFiles &m_files;
     const Paths &m_paths;
     const ScriptFolders &m_folders;
+
+    LaterEdition *m_later = nullptr;
+    std::optional<ScriptStart> m_loaded; // a script of a later edition, to be run next
+    int m_loopsRunning = 0;
+    bool m_innermostIsLater = false;
 };
 
 } // namespace plum

@@ -105,6 +105,11 @@ bool TextFiles::appendLines(const QString &path, QStringList &list) const
     return text.has_value();
 }
 
+QStringList TextFiles::linesOf(const QByteArray &bytes) const
+{
+    return splitLines(m_codec.fromSystem(bytes));
+}
+
 QString TextFiles::ReadAllText(const QString &path, ReadAllMode mode) const
 {
     QString text = wholeText(path).value_or(QString());

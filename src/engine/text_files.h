@@ -37,6 +37,9 @@ public:
     // Whether there is a file at `path` that can be read as a text.
     bool isReadable(const QString &path) const;
 
+    // The lines of a file's bytes.
+    QStringList linesOf(const QByteArray &bytes) const;
+
     // The bytes of the file at `path`; nothing when it cannot be read.
     std::optional<QByteArray> bytes(const QString &path) const;
 

@@ -35,6 +35,7 @@ LauncherUi::LauncherUi(Surroundings surroundings)
     , m_faces(m_library, m.paths)
     , m_settings(m.paths, m.codec)
     , m_runs({.report = m.report,
+          .reportMistakes = m.reportMistakes,
           .showMessage = [this](const Message &message) { showMessage(message); },
           .endProcess = [this](int status) { end(status); }})
     , m_questions(m.shell, m_library,
@@ -44,6 +45,10 @@ LauncherUi::LauncherUi(Surroundings surroundings)
     connect(&m_questions, &Questions::inputConfirmed, this,
         [this](const QString &variable, const QString &text) { m_runs.resumeWith(variable, text); });
     connect(&m_questions, &Questions::inputClosed, this, [this] { m_runs.resumeClosed(); });
+    connect(&m_questions, &Questions::dismissed, this,
+        [this](bool withEnter, const QString &variable, const QString &text) {
+            m_runs.resumeDismissed(withEnter, variable, text);
+        });
     connect(&m_questions, &Questions::nameConfirmed, this,
         [this](const QString &name, bool isFree) { m_packageNames.install(name, isFree); });
 }
@@ -240,12 +245,14 @@ void LauncherUi::reportUnseen(const QString &what, const QString &text)
 void LauncherUi::showInput(const QString &prompt, const QString &variable)
 {
     reportUnseen(u"asks, and nobody can answer without a display"_s, prompt);
+    m_runs.noteAsking();
     m_questions.showInput(prompt, variable);
 }
 
 void LauncherUi::showTip(const QString &text)
 {
     reportUnseen(u"shows a tip, and nobody can close it without a display"_s, text);
+    m_runs.noteAsking();
     m_questions.showTip(text);
 }
 

@@ -26,6 +26,7 @@ namespace plum {
 class Windows;
 class GlobalHotkey;
 class RunStart;
+class ScriptError;
 class StoreDoor;
 class frmSet;
 class sett;
@@ -57,6 +58,8 @@ public:
         std::function<void(int status)> endProcess; // in order, at once
         std::function<void(const QString &line)> report; // one line on standard error
         bool hasDesktop = true; // somebody can see windows and answer them
+        // What ends a run of edition 2, or keeps it from beginning.
+        std::function<void(const ScriptError &error)> reportMistakes = {};
     };
 
     // What the shown launcher needs beyond that; a script start has none of it.

@@ -51,10 +51,16 @@ void Questions::ask(Kind kind, const Show &show)
 
 void Questions::open(Kind kind, const Show &show)
 {
-    if (m_box)
+    if (m_box) {
+        // What takes its place decides what happens next.
+        disconnect(m_box, &shurubox::dismissed, this, nullptr);
         m_box->close();
+    }
     m_openKind = kind;
-    show(freshBox());
+    shurubox &box = freshBox();
+    if (kind == Kind::OfScript)
+        connect(&box, &shurubox::dismissed, this, &Questions::dismissed);
+    show(box);
 }
 
 void Questions::showWaiting()

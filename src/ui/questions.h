@@ -42,6 +42,8 @@ public:
 Q_SIGNALS:
     void inputConfirmed(const QString &variable, const QString &text);
     void inputClosed();
+    // A tip or question of a script has gone in another way: by a key, or by the window manager.
+    void dismissed(bool withEnter, const QString &variable, const QString &text);
     void nameConfirmed(const QString &name, bool isFree); // `isFree`: nothing has this name yet
 
 private:

@@ -1,5 +1,6 @@
 #include "ui/script_runs.h"
 
+#include "engine/editions/script_error.h"
 #include "engine/launcher.h"
 #include "engine/run_start.h"
 #include "engine/run_state.h"
@@ -40,8 +41,28 @@ void ScriptRuns::runAll()
     guarded([this] { m_starts->runAll(); });
 }
 
+void ScriptRuns::noteAsking()
+{
+    m_asking = m_starts->asking();
+}
+
+void ScriptRuns::resumeLater(const Answer &answer)
+{
+    guarded([&] { m_starts->answer(std::exchange(m_asking, 0), answer); });
+}
+
+void ScriptRuns::resumeDismissed(bool withEnter, const QString &variable, const QString &text)
+{
+    if (m_asking != 0)
+        resumeLater({withEnter, variable, text});
+}
+
 void ScriptRuns::resumeWith(const QString &variable, const QString &text)
 {
+    if (m_asking != 0) {
+        resumeLater({true, variable, text});
+        return;
+    }
     m_state->vardict.SetVar(variable, text);
     const bool isOver = m_state->runidx[0] >= m_state->runlist.size();
     guarded([this] { m_starts->resume(); });
@@ -52,6 +73,10 @@ void ScriptRuns::resumeWith(const QString &variable, const QString &text)
 
 void ScriptRuns::resumeClosed()
 {
+    if (m_asking != 0) {
+        resumeLater({});
+        return;
+    }
     if (m_state->endsWithRun()) {
         m.endProcess(EXIT_SUCCESS);
         return;
@@ -65,7 +90,20 @@ void ScriptRuns::guarded(const std::function<void()> &run)
         run();
     } catch (const RunTimeError &error) {
         fail(error);
+    } catch (const ScriptError &error) {
+        fail(error);
     }
+}
+
+// An error of a later edition ends the run, never the launcher. A script on the command line takes its
+// process with it, as at its last line.
+void ScriptRuns::fail(const ScriptError &error)
+{
+    m.reportMistakes(error);
+    if (m_state->runidx[2] == 1)
+        m.endProcess(EXIT_FAILURE);
+    else
+        m.showMessage({.text = error.toText(), .icon = MessageIcon::Critical, .systemModal = true});
 }
 
 // A script start carries on after an error; in the launcher an error of a script is fatal.

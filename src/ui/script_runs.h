@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/editions/later_edition.h"
+
 #include <QString>
 
 #include <functional>
@@ -8,6 +10,7 @@ namespace plum {
 
 class RunStart;
 class RunTimeError;
+class ScriptError;
 struct Message;
 struct RunState;
 
@@ -18,6 +21,7 @@ public:
     struct Surroundings
     {
         std::function<void(const QString &line)> report; // one line on standard error
+        std::function<void(const ScriptError &error)> reportMistakes; // as editors and shells read them
         std::function<void(const Message &message)> showMessage;
         std::function<void(int status)> endProcess; // gives the desktop back what the launcher holds of it
     };
@@ -35,17 +39,27 @@ public:
     // Runs the whole run list: a script on the command line.
     void runAll();
 
+    // A run shows a tip or a question: what becomes of it is for that run.
+    void noteAsking();
+
     // Go on with a suspended run: with an answer, or because the box was closed.
     void resumeWith(const QString &variable, const QString &text);
     void resumeClosed();
 
+    // The box went by Enter, Esc or the window manager. Edition 1 abandons its run; later editions go on, and
+    // take Enter for an answer.
+    void resumeDismissed(bool withEnter, const QString &variable, const QString &text);
+
 private:
     void guarded(const std::function<void()> &run);
     void fail(const RunTimeError &error);
+    void fail(const ScriptError &error);
+    void resumeLater(const Answer &answer);
 
     Surroundings m;
     RunState *m_state = nullptr;
     RunStart *m_starts = nullptr;
+    RunTicket m_asking = 0; // the run of a later edition whose tip or question is shown
 };
 
 } // namespace plum

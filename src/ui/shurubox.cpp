@@ -166,6 +166,7 @@ QWidget *shurubox::makeNamePanel()
     connect(Image2, &PictureButton::clicked, this, &shurubox::confirmName);
     connect(Label3, &QPushButton::clicked, this, [this] {
         const QString name = Text4->text();
+        m_isAnswered = true;
         close();
         Q_EMIT nameConfirmedUnchecked(name);
     });
@@ -242,12 +243,14 @@ void shurubox::confirmInput()
 {
     const QString variable = indim->text();
     const QString text = Text1->text();
+    m_isAnswered = true;
     close();
     Q_EMIT inputConfirmed(variable, text);
 }
 
 void shurubox::closeInput()
 {
+    m_isAnswered = true;
     close();
     Q_EMIT inputClosed();
 }
@@ -263,6 +266,7 @@ void shurubox::confirmName()
         Label6->setText(fault);
         return;
     }
+    m_isAnswered = true;
     close();
     Q_EMIT nameConfirmed(name);
 }
@@ -271,12 +275,15 @@ void shurubox::closeEvent(QCloseEvent *event)
 {
     BorderlessWindow::closeEvent(event);
     Q_EMIT unloaded();
+    if (!m_isAnswered)
+        Q_EMIT dismissed(m_isEnterPressed, indim->text(), Text1->text());
 }
 
 void shurubox::keyPressEvent(QKeyEvent *event)
 {
     // Enter in an entry never comes here; everywhere else it abandons, as Esc does.
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape)
+    m_isEnterPressed = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (m_isEnterPressed || event->key() == Qt::Key_Escape)
         close();
     else
         BorderlessWindow::keyPressEvent(event);

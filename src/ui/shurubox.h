@@ -44,6 +44,7 @@ Q_SIGNALS:
     void unloaded(); // by whatever way; comes before the signal that says which
     void inputConfirmed(const QString &variable, const QString &text);
     void inputClosed(); // by the close picture
+    void dismissed(bool withEnter, const QString &variable, const QString &text); // in any other way
     void nameConfirmed(const QString &name); // the name is free
     void nameConfirmedUnchecked(const QString &name);
 
@@ -77,6 +78,8 @@ private:
     QLabel *Label6; // says that a keyword is taken
     QLineEdit *Text2; // the package
     QLineEdit *Text3; // the keyword that it would have
+    bool m_isAnswered = false;
+    bool m_isEnterPressed = false;
 };
 
 } // namespace plum

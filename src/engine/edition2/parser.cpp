@@ -1,0 +1,225 @@
+#include "engine/edition2/parser.h"
+
+#include "engine/edition2/fields.h"
+#include "engine/references.h"
+
+#include <algorithm>
+
+namespace plum::edition2 {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString headOf(const OwnWord &word)
+{
+    return u"%1.%2"_s.arg(word.nameSpace, word.info.word);
+}
+
+class Parser
+{
+public:
+    explicit Parser(const ScriptVocabulary &vocabulary)
+        : m_vocabulary(vocabulary)
+    {
+    }
+
+    Parsed parse(QStringView text)
+    {
+        int number = 0;
+        for (QStringView line : text.tokenize(u'\n')) {
+            if (line.endsWith(u'\r'))
+                line.chop(1);
+            const qsizetype before = m_mistakes.size();
+            Line read = readLine(line, ++number, m_mistakes);
+            if (read.word == Word::Comment && read.comment.isEmpty())
+                continue;
+            const bool isWhole = m_mistakes.size() == before;
+            if (read.word == Word::Command && !read.command.isEmpty())
+                recognise(read, isWhole);
+            if (!place(std::move(read)))
+                break;
+        }
+        closeAll();
+        std::ranges::stable_sort(m_mistakes, [](const Mistake &a, const Mistake &b) {
+            return std::pair(a.at.line, a.at.column) < std::pair(b.at.line, b.at.column);
+        });
+        return {std::move(m_tree), std::move(m_mistakes)};
+    }
+
+private:
+    void fail(Position at, const QString &reason) { m_mistakes += {at, reason}; }
+
+    // Finds out what the line does. The arguments of a line that could not be read whole are not judged.
+    void recognise(Line &line, bool isWhole)
+    {
+        const CommandInfo *info = nullptr;
+        if (const OwnWord *own = ownWord(line.nameSpace, line.command)) {
+            line.word = own->word;
+            info = &own->info;
+            if (own->word == Word::Set && !isName(line.command))
+                fail(line.commandAt(), u"\"%1\" is no name of a variable"_s.arg(line.command));
+        } else {
+            info = m_vocabulary.find(line.nameSpace, line.command);
+        }
+        if (!info) {
+            failUnknown(line);
+            return;
+        }
+        if (!isWhole)
+            return;
+        bindFields(line, *info, m_mistakes);
+        for (const Value &value : line.values)
+            checkReferences(value);
+    }
+
+    void failUnknown(const Line &line)
+    {
+        const bool isOwn = std::ranges::any_of(
+            ownWords(), [&](const OwnWord &word) { return word.nameSpace == line.nameSpace; });
+        if (isOwn || m_vocabulary.hasNamespace(line.nameSpace, Edition::Two))
+            fail(line.commandAt(), u"%1 has no command \"%2\""_s.arg(line.nameSpace, line.command));
+        else if (line.nameSpace == u"while"_s)
+            fail(line.at, u"while belongs to edition 1; edition 2 repeats with repeat.times"_s);
+        else
+            fail(line.at, u"there is no namespace \"%1\""_s.arg(line.nameSpace));
+    }
+
+    void checkReferences(const Value &value)
+    {
+        const auto check = [&](const QString &name) {
+            if (name.contains(u'.') && !name.startsWith("set."_L1) && !plum::isReference(name))
+                fail(value.at, u"there is no reference %1"_s.arg(name));
+        };
+        if (value.form == Form::Reference)
+            check(value.text);
+        for (const Chunk &chunk : value.chunks) {
+            if (chunk.isName)
+                check(chunk.text);
+        }
+    }
+
+    std::vector<Statement> &body()
+    {
+        return m_open.empty() ? m_tree.statements : m_open.back().sections.back().body;
+    }
+
+    // False when there is no going on.
+    bool place(Line line)
+    {
+        const OwnWord *own
+            = line.word == Word::Comment || line.word == Word::Command ? nullptr : &ownWord(line.word);
+        switch (own ? own->place : Place::Plain) {
+        case Place::Plain:
+            checkPlace(line);
+            body().push_back({std::move(line), {}});
+            return true;
+        case Place::Opens:
+            return open(std::move(line));
+        case Place::Continues:
+            continueBlock(std::move(line), *own);
+            return true;
+        case Place::Closes:
+            close(std::move(line), *own);
+            return true;
+        }
+        Q_UNREACHABLE();
+    }
+
+    bool open(Line line)
+    {
+        if (m_open.size() == deepestBlock) {
+            fail(line.at, u"blocks stand in each other at most %1 deep"_s.arg(deepestBlock));
+            return false;
+        }
+        if (line.word == Word::PartStart && !m_open.empty())
+            fail(line.at, u"a part stands at the top of a script, in no other block"_s);
+        m_open.push_back({{}, {{std::move(line), {}}}});
+        return true;
+    }
+
+    bool isInside(QStringView nameSpace) const
+    {
+        return std::ranges::any_of(m_open,
+            [&](const Statement &block) { return block.sections.front().head.nameSpace == nameSpace; });
+    }
+
+    void checkPlace(const Line &line)
+    {
+        const bool isRepeatWord = line.word == Word::RepeatNext || line.word == Word::RepeatBreak;
+        if (isRepeatWord && !isInside(u"repeat"))
+            fail(line.at, u"repeat.%1 stands inside a repetition only"_s.arg(line.command));
+        if (line.word == Word::PartReturn && !isInside(u"part"))
+            fail(line.at, u"part.return stands inside a part only"_s);
+        if (line.word == Word::PartUse && !m_open.empty())
+            fail(line.at, u"part.use stands at the top of a script, in no block"_s);
+    }
+
+    void continueBlock(Line line, const OwnWord &own)
+    {
+        closeInnerOf(own);
+        if (m_open.empty() || m_open.back().sections.front().head.nameSpace != own.nameSpace) {
+            fail(line.at, u"%1 stands behind %2.start only"_s.arg(headOf(own), own.nameSpace));
+            return;
+        }
+        const Word before = m_open.back().sections.back().head.word;
+        if (before == Word::WhenElse)
+            fail(line.at, u"nothing but when.end follows when.else"_s);
+        if (before == Word::TryFailed)
+            fail(line.at, u"a try has one try.failed"_s);
+        m_open.back().sections.push_back({std::move(line), {}});
+    }
+
+    void close(Line line, const OwnWord &own)
+    {
+        closeInnerOf(own);
+        if (m_open.empty() || m_open.back().sections.front().head.nameSpace != own.nameSpace) {
+            fail(line.at, u"%1 closes no block"_s.arg(headOf(own)));
+            return;
+        }
+        Statement block = std::move(m_open.back());
+        m_open.pop_back();
+        if (line.word == Word::TryEnd && block.sections.size() == 1)
+            fail(line.at, u"try.failed is missing before try.end"_s);
+        block.line = std::move(line);
+        body().push_back(std::move(block));
+    }
+
+    // Blocks that a word of an outer block finds open have no end of their own.
+    void closeInnerOf(const OwnWord &own)
+    {
+        if (!isInside(own.nameSpace))
+            return;
+        while (m_open.back().sections.front().head.nameSpace != own.nameSpace)
+            closeUnfinished();
+    }
+
+    void closeUnfinished()
+    {
+        Statement block = std::move(m_open.back());
+        m_open.pop_back();
+        const Line &head = block.sections.front().head;
+        fail(head.at, u"%1.%2 is not closed by %1.end"_s.arg(head.nameSpace, head.command));
+        body().push_back(std::move(block));
+    }
+
+    void closeAll()
+    {
+        while (!m_open.empty())
+            closeUnfinished();
+    }
+
+    const ScriptVocabulary &m_vocabulary;
+    QList<Mistake> m_mistakes;
+    Tree m_tree;
+    std::vector<Statement> m_open;
+};
+
+} // namespace
+
+Parsed parse(QStringView text, const ScriptVocabulary &vocabulary)
+{
+    return Parser(vocabulary).parse(text);
+}
+
+} // namespace plum::edition2

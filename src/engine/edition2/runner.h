@@ -1,0 +1,111 @@
+#pragma once
+
+#include "engine/edition2/program.h"
+#include "engine/editions/later_edition.h"
+#include "engine/variable_store.h"
+
+#include <QElapsedTimer>
+
+namespace plum {
+class ArgumentReader;
+class Launcher;
+class TextFiles;
+class Waiter;
+struct RunState;
+} // namespace plum
+
+namespace plum::edition2 {
+
+// Where a run stands, as a value: nothing of it is on the C++ stack when the run waits for the user.
+struct RunPosition
+{
+    struct Loop
+    {
+        QStringList items = {}; // of each and lines
+        qint64 count = 0;
+        qint64 done = 0;
+        QString variable = {};
+        bool counts = false; // the variable gets the number of the pass
+    };
+    struct Try
+    {
+        int target = 0;
+        int loops = 0;
+        QString variable = {}; // receives the reason
+    };
+    struct Frame
+    {
+        int next = 0; // the instruction that comes next
+        VariableStore variables = {};
+        std::vector<Loop> loops = {};
+        std::vector<Try> tries = {};
+        QString result = {}; // the caller's variable for what the part returns
+    };
+
+    std::vector<Frame> frames;
+    double pause = 10; // milliseconds before commands that touch the desktop
+};
+
+// Parts call each other at most so deep.
+inline constexpr std::size_t deepestCall = 1000;
+
+// Runs scripts of edition 2.
+class Runner final : public LaterEdition
+{
+public:
+    struct Needs
+    {
+        RunState &state;
+        const ArgumentReader &reader;
+        Waiter &waiter;
+        Launcher &launcher;
+        const TextFiles &files;
+        std::function<void()> breathe; // lets the user interface do what is due
+        std::function<ScriptVocabulary()> vocabulary;
+        std::function<Handler *(const QString &nameSpace)> handler;
+    };
+
+    explicit Runner(Needs needs);
+    ~Runner() override;
+    Q_DISABLE_COPY_MOVE(Runner)
+
+    void run(const ScriptStart &script) override;
+    RunTicket current() const override { return m_current; }
+    void resume(RunTicket ticket, const Answer &answer) override;
+    void endWaitingRun() override { m_waiting.reset(); }
+
+    // The variables that a script finds when it begins.
+    void presetVariable(const QString &name, const QString &value) { m_presets.SetVar(name, value); }
+
+private:
+    struct Run;
+    struct Failure;
+
+    Linked link(const ScriptStart &script);
+    void goOn(const std::shared_ptr<Run> &run);
+    void stepUntilDone(const std::shared_ptr<Run> &run);
+    bool step(const std::shared_ptr<Run> &run);
+    bool isHolding(const Run &run, const Instruction &instruction) const;
+    bool callHandler(const std::shared_ptr<Run> &run, const Instruction &instruction);
+    void recover(Run &run, const Failure &failure);
+    void beginLoop(Run &run, const Instruction &instruction);
+    void nextPass(Run &run, const Instruction &instruction);
+    void runPart(Run &run, const Instruction &instruction);
+    void returnFromPart(Run &run, const Instruction &instruction);
+    void finish(const Run &run);
+    void breathe();
+    void enterContext(const Run &run);
+
+    QString valueOf(const Run &run, const Operand &operand) const;
+    QString textOf(const Run &run, const Operand &operand) const;
+
+    Needs m_use;
+    ScriptVocabulary m_vocabulary; // made with the first script
+    VariableStore m_presets;
+    std::shared_ptr<Run> m_waiting;
+    RunTicket m_current = 0;
+    RunTicket m_last = 0;
+    QElapsedTimer m_sinceBreath;
+};
+
+} // namespace plum::edition2
