@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <utility>
+
+namespace plum::kit {
+
+// How `plumkit run` ends.
+enum Status {
+    Done = 0,
+    Failed = 1, // every error of the script, also one that was found before the run
+    Unusable = 2, // options, or a file that cannot be read
+    TimedOut = 124,
+    Stopped = 130, // by Ctrl+C, or because a question was not answered
+};
+
+struct RunOptions
+{
+    QString file;
+    std::optional<double> timeout; // seconds
+    QList<std::pair<QString, QString>> variables;
+    bool wantsHelp = false;
+};
+
+// The arguments behind `plumkit run`; options may stand on both sides of the file. Where they are unusable,
+// `problem` says why in a sentence.
+RunOptions readRunOptions(const QStringList &arguments, QString &problem);
+
+} // namespace plum::kit

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "commands/store_page.h"
+#include "engine/launcher.h"
+#include "kit/run_options.h"
+#include "platform/platform.h"
+#include "script_system.h"
+
+#include <QPointer>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace plum {
+class shurubox;
+}
+
+namespace plum::kit {
+
+// One run of a script for a person in a terminal. It always ends the process, with a status.
+class ScriptRun final : public Launcher
+{
+public:
+    // Without a desktop a tip is printed and goes, and a question is given up.
+    ScriptRun(const QString &programPath, bool hasDesktop);
+    ~ScriptRun() override;
+    Q_DISABLE_COPY_MOVE(ScriptRun)
+
+    // Returns only while the script waits for the user.
+    void start(const RunOptions &options);
+
+    QString keywordBoxText() const override { return {}; }
+    QString inputEntryText() const override;
+    void showInput(const QString &prompt, const QString &variable) override;
+    void showTip(const QString &text) override;
+    void showMessage(const Message &message) override;
+    void hideLauncher() override { }
+    void endProcess() override { end(Done); }
+
+private:
+    // There is no store here: pages that a script wants to show beside a program go nowhere.
+    class NoStorePage final : public StorePage
+    {
+        void setBrowserWidth(int) override { }
+        void setBrowserHeight(int) override { }
+        void navigateToBlank() override { }
+        void layOut() override { }
+        void showLoadingPicture() override { }
+    };
+
+    [[noreturn]] void end(Status status);
+    [[noreturn]] void fail(const QString &place, const QString &reason);
+    void endAfter(std::chrono::milliseconds patience);
+    void guarded(const std::function<void()> &run);
+    shurubox &freshBox();
+    void goOn(const Answer &answer, bool isClosed);
+    void answerWithoutDesktop(bool isQuestion);
+
+    std::unique_ptr<Platform> m_platform;
+    bool m_hasDesktop;
+    NoStorePage m_storePage;
+    ScriptSystem m_scripts;
+    QString m_file;
+    QPointer<shurubox> m_box;
+    RunTicket m_asking = 0;
+    bool m_waits = false;
+    bool m_isQuestion = false;
+};
+
+} // namespace plum::kit
