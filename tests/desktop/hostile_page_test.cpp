@@ -60,6 +60,20 @@ protected:
         EXPECT_TRUE(getsFocus(u"frmSet/Text8"_s));
     }
 
+    // The launcher's own window has the same title.
+    xcb_window_t storeWindow() { return view->windowTitled("Plum", see(u"frmSet/frmSet"_s).id); }
+    bool isStoreOpen() { return storeWindow() != XCB_NONE; }
+
+    void closeStore()
+    {
+        const xcb_window_t window = storeWindow();
+        view->activate(window);
+        ASSERT_TRUE(
+            eventually([&] { return view->isActive(window) && !view->classWithKeyboard().isEmpty(); }));
+        hands->key(u"Escape"_s);
+        EXPECT_TRUE(eventually([&] { return !isStoreOpen(); }));
+    }
+
     int storeWindows()
     {
         QProcess xdotool;
@@ -166,9 +180,9 @@ document.getElementById('b').onclick = () => { ++window.clicks;
     ASSERT_TRUE(pageShows(u"document.readyState == 'complete' && !!document.querySelector('#b')"_s));
     clickInPage(u"#b"_s);
     ASSERT_TRUE(shows(u"asks/keyword"_s, u"hello"_s));
+    ASSERT_TRUE(getsFocus(u"asks/install"_s));
     hands->key(u"Escape"_s);
-    if (!eventually([&] { return !isShown(u"asks/asks"_s); }))
-        click(u"asks/cancel"_s);
+    ASSERT_TRUE(eventually([&] { return !isShown(u"asks/asks"_s); }));
     // The page goes on asking for as long as this takes.
     ASSERT_TRUE(
         pageShows(u"(window.since = window.since || Date.now(), Date.now() - window.since > 1500)"_s));
@@ -182,30 +196,37 @@ TEST_F(HostilePage, oneWindowOfALoadingPageIsAllAndGoesWithTheStore)
     ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
     shop->addPage(u"inner.html"_s, "<!doctype html><title>inner</title>inner");
     openStore(R"html(<!doctype html><title>loading</title><body style="margin:0">
-<button id=b style="font-size:60px">flood</button><script>
+<button id=b autofocus style="font-size:60px">flood</button><script>
 for (let i = 0; i < 50; ++i) window.open('BASE/inner.html');
 document.getElementById('b').onclick = () => { for (let i = 0; i < 50; ++i) window.open('BASE/inner.html'); };
 </script><img src="http://127.0.0.1:)html"
         + QByteArray::number(silent.serverPort()) + "/\">");
     ASSERT_TRUE(pageShows(u"!!document.querySelector('#b')"_s));
     EXPECT_EQ(storeWindows(), 0);
-    clickInPage(u"#b"_s);
+    // The picture of a loading page is in front of it: only keys reach it.
+    QDeadlineTimer again(0); // the browser takes the keyboard a little after its window
+    ASSERT_TRUE(eventually([&] {
+        if (storeWindows() == 0 && again.hasExpired()) {
+            hands->key(u"Return"_s);
+            again.setRemainingTime(1000);
+        }
+        return storeWindows() > 0;
+    }));
     ASSERT_TRUE(eventually([&] { return hasWindow(u"inner (store page)"_s); }));
     EXPECT_EQ(storeWindows(), 1);
-    view->activate(view->windowTitled("Plum"));
-    EXPECT_TRUE(eventually([&] {
-        hands->key(u"Escape"_s);
-        return storeWindows() == 0 && !hasWindow(u"Plum"_s);
-    }));
+    closeStore();
+    EXPECT_TRUE(eventually([&] { return storeWindows() == 0; }));
     expectNothingInstalled();
 }
 
 TEST_F(HostilePage, framesFilesAndDataAddressesReachNothing)
 {
     write(u"secret.txt"_s, "secret");
-    openStore(R"html(<!doctype html><title>files</title><body style="margin:0"><script>
+    openStore(R"html(<!doctype html><title>files</title><body style="margin:0">
+<p><a id=marker target=_blank href="https://example.org/marker" style="font-size:60px">m</a><script>
 window.seen = []; window.done = false;
-const frame = src => { const f = document.createElement('iframe'); f.src = src; document.body.append(f); return f; };
+// Hidden, for the pointer would be theirs where they are seen.
+const frame = src => { const f = document.createElement('iframe'); f.hidden = true; f.src = src; document.body.append(f); return f; };
 const file = 'file://SECRET';
 const frames = [frame(file), frame('file:///'), frame('data:text/html,<script>top.location="BASE/plum/download/hello.wfp"<\/script>'),
     frame('javascript:top.location="BASE/plum/download/hello.wfp"'), frame('plum:x'), frame('mailto:x@example.org')];
@@ -215,7 +236,7 @@ for (const to of [file, 'data:text/html,x', 'mailto:x@example.org', 'view-source
     for (const f of frames) { try { window.seen.push(f.contentDocument && f.contentDocument.body.innerText); } catch (e) { } }
     try { window.seen.push(await (await fetch(file)).text()); } catch (e) { }
     setTimeout(() => window.done = true, 300);
-})();</script><p><a id=marker target=_blank href="https://example.org/marker" style="font-size:60px">m</a>)html");
+})();</script>)html");
     ASSERT_TRUE(pageShows(u"window.done"_s));
     EXPECT_TRUE(pageShows(u"document.title == 'files' && !window.seen.join().includes('secret')"_s));
     clickInPage(u"#marker"_s);
@@ -230,16 +251,12 @@ TEST_F(HostilePage, aLoopOfBoxesHoldsNothing)
               "setTimeout(() => { window.asked = 0; for (;;) { alert(1); confirm(2); prompt(3); "
               "++window.asked; } },"
               " 100)</script>");
-    ASSERT_TRUE(eventually([&] { return hasWindow(u"Plum"_s); }));
+    ASSERT_TRUE(eventually([&] { return isStoreOpen(); }));
     expectTheLauncherAnswers();
     expectNothingInstalled();
 
     // The window closes, and comes back with a page that behaves.
-    view->activate(view->windowTitled("Plum"));
-    EXPECT_TRUE(eventually([&] {
-        hands->key(u"Escape"_s);
-        return !hasWindow(u"Plum"_s);
-    }));
+    closeStore();
     serve("<!doctype html><title>good</title><p id=good>good");
     bringUpLauncher();
     click(u"frmSet/store"_s);
@@ -250,14 +267,10 @@ TEST_F(HostilePage, aPageThatKeepsTheProcessorBusyHoldsNothing)
 {
     openStore(
         "<!doctype html><title>busy</title><body>busy<script>setTimeout(() => { for (;;); }, 100)</script>");
-    ASSERT_TRUE(eventually([&] { return hasWindow(u"Plum"_s); }));
+    ASSERT_TRUE(eventually([&] { return isStoreOpen(); }));
     expectTheLauncherAnswers();
 
-    view->activate(view->windowTitled("Plum"));
-    EXPECT_TRUE(eventually([&] {
-        hands->key(u"Escape"_s);
-        return !hasWindow(u"Plum"_s);
-    }));
+    closeStore();
     serve("<!doctype html><title>good</title><p id=good>good");
     bringUpLauncher();
     click(u"frmSet/store"_s);

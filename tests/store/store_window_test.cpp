@@ -63,7 +63,11 @@ protected:
     // Whether a window with exactly this title is there.
     static bool isVisible(const QString &title)
     {
-        const QString found = xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u'^' + title});
+        // xdotool's name is a regular expression.
+        QString pattern = u'^' + title;
+        static const QRegularExpression special(u"[^A-Za-z0-9^]"_s);
+        pattern.replace(special, u"."_s);
+        const QString found = xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, pattern});
         const QStringList windows = found.split(u'\n', Qt::SkipEmptyParts);
         return std::ranges::any_of(windows, [&title](const QString &window) {
             return xdotool({u"getwindowname"_s, window}) == title;

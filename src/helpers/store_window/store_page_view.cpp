@@ -23,7 +23,10 @@ StorePageView::StorePageView(QWebEngineProfile &profile, QUrl downloadBase, Wind
     , m_windows(windows)
     , m_acts([this] { return QWebEngineView::forPage(this); })
 {
-    connect(this, &QWebEnginePage::loadStarted, this, [this] { m_isComplete = false; });
+    connect(this, &QWebEnginePage::loadStarted, this, [this] {
+        m_isComplete = false;
+        m_hasRefused = false;
+    });
     connect(this, &QWebEnginePage::loadFinished, this, &StorePageView::loadHasFinished);
 }
 
@@ -43,11 +46,19 @@ void StorePageView::loadHasFinished(bool isThere)
     if (url() == blankAddress && isThere)
         return;
     m_isComplete = true;
-    if (isThere)
+    // The engine stops loading where a page goes elsewhere, also where that was refused and the page stays.
+    if (isThere || m_hasRefused)
         Q_EMIT completed();
 }
 
 bool StorePageView::acceptNavigationRequest(const QUrl &url, NavigationType type, bool isMainFrame)
+{
+    const bool goesOn = mayGoOn(url, type, isMainFrame);
+    m_hasRefused = m_hasRefused || (!goesOn && isMainFrame && type != NavigationTypeRedirect);
+    return goesOn;
+}
+
+bool StorePageView::mayGoOn(const QUrl &url, NavigationType type, bool isMainFrame)
 {
     if (isBelowDownloads(url, m_downloadBase)) {
         // Not a frame, a form or a redirection, and not what only a script has clicked on.

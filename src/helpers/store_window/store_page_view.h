@@ -42,6 +42,7 @@ protected:
     QWebEnginePage *createWindow(WebWindowType type) override;
 
 private:
+    bool mayGoOn(const QUrl &url, NavigationType type, bool isMainFrame);
     void loadHasFinished(bool isThere);
     void openFocusedLinkOutside();
 
@@ -50,6 +51,8 @@ private:
     UserActs m_acts;
     bool m_isFresh = true;
     bool m_isComplete = false;
+    // Whether the page wanted to go elsewhere while it was loading, and may not.
+    bool m_hasRefused = false;
 };
 
 } // namespace plum

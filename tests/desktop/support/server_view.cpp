@@ -124,10 +124,10 @@ bool ServerView::isComposited()
     return owner && owner->owner != XCB_NONE;
 }
 
-xcb_window_t ServerView::windowTitled(const QByteArray &title)
+xcb_window_t ServerView::windowTitled(const QByteArray &title, xcb_window_t otherThan)
 {
     for (const xcb_window_t window : numbers(m_root, "_NET_CLIENT_LIST")) {
-        if (titleOf(window) == title)
+        if (window != otherThan && titleOf(window) == title)
             return window;
     }
     return XCB_NONE;

@@ -38,8 +38,8 @@ public:
     // Whether the window manager composes the screen from pictures of the windows.
     bool isComposited();
 
-    // The window of exactly this title; XCB_NONE when the window manager has none.
-    xcb_window_t windowTitled(const QByteArray &title);
+    // The window of exactly this title that is not `otherThan`; XCB_NONE when the window manager has none.
+    xcb_window_t windowTitled(const QByteArray &title, xcb_window_t otherThan = XCB_NONE);
 
     // Whether a window of exactly this title has been made, shown or not, framed or not yet.
     bool hasWindowNamed(const QByteArray &title);
