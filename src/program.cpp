@@ -3,6 +3,7 @@
 #include "commands/notices.h"
 #include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
+#include "library/install_offer.h"
 #include "platform/paths.h"
 
 #include <QApplication>
@@ -51,6 +52,8 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .shell = m_platform->shell(),
           .store = m_door,
           .installer = m_installer,
+          .askInstall = [this](const InstallOffer &offer,
+                            std::function<void()> install) { m_questions.ask(offer, std::move(install)); },
           .sites = {m_addresses.site.toString(QUrl::StripTrailingSlash),
               m_addresses.site.toString(QUrl::StripTrailingSlash)},
           .endProcess = [this](int status) { end(status); },

@@ -228,8 +228,11 @@ AppLibrary::Dropped AppLibrary::DropPackage(const QString &path)
     const QString keyword = packageKeyword(path);
     if (exists(keyword))
         return Dropped::NeedsName;
-    InstallPackage(path, keyword);
-    return Dropped::Done;
+    if (!faultOf(keyword).isEmpty()) {
+        InstallPackage(path, keyword);
+        return Dropped::Refused;
+    }
+    return Dropped::MayInstall;
 }
 
 void AppLibrary::ListApps(QStringList &list) const

@@ -92,10 +92,12 @@ public:
 
     enum class Dropped {
         Ignored, // no package
-        Done, // installed, or the user knows why not
-        NeedsName, // an app of that name exists; nothing was done
+        Refused, // the user was told why
+        NeedsName, // an app of that name exists
+        MayInstall, // under its own name
     };
 
+    // What a dropped file is. Nothing is installed: the user is asked first.
     Dropped DropPackage(const QString &path);
 
     // The keyword that a package file names: its name without its ending.

@@ -40,7 +40,7 @@ LauncherUi::LauncherUi(Surroundings surroundings)
           .endProcess = [this](int status) { end(status); }})
     , m_questions(m.shell, m_library,
           [this]() -> QWidget * { return m_window && m_window->isVisible() ? m_window.get() : nullptr; })
-    , m_packageNames({m_library, m_faces, m.store, m_questions})
+    , m_packageNames({m_library, m_faces, m.store, m_questions, m.askInstall})
 {
     connect(&m_questions, &Questions::inputConfirmed, this,
         [this](const QString &variable, const QString &text) { m_runs.resumeWith(variable, text); });

@@ -54,6 +54,8 @@ public:
         Shell &shell;
         StoreDoor &store;
         PackageInstaller &installer;
+        // Asks whether to install a package; calls `install` when the user agrees, and never otherwise.
+        std::function<void(const InstallOffer &offer, std::function<void()> install)> askInstall;
         Sites sites;
         std::function<void(int status)> endProcess; // in order, at once
         std::function<void(const QString &line)> report; // one line on standard error

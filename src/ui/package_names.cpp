@@ -1,14 +1,15 @@
 #include "ui/package_names.h"
 
 #include "library/app_library.h"
+#include "library/install_offer.h"
 #include "ui/app_faces.h"
 #include "ui/questions.h"
 #include "ui/store_door.h"
 
 namespace plum {
 
-PackageNames::PackageNames(const Parts &parts)
-    : m(parts)
+PackageNames::PackageNames(Parts parts)
+    : m(std::move(parts))
 {
 }
 
@@ -20,12 +21,21 @@ void PackageNames::askForStore(const QString &name)
 
 void PackageNames::packageDropped(const QString &path)
 {
-    const AppLibrary::Dropped outcome = m.library.DropPackage(path);
-    m.faces.forget();
-    if (outcome != AppLibrary::Dropped::NeedsName)
+    const AppLibrary::Dropped dropped = m.library.DropPackage(path);
+    if (dropped == AppLibrary::Dropped::MayInstall)
+        askForDropped(path, AppLibrary::packageKeyword(path), false);
+    if (dropped != AppLibrary::Dropped::NeedsName)
         return;
     m_droppedPath = path;
     m.questions.askPackageName(AppLibrary::packageKeyword(path), path);
+}
+
+void PackageNames::askForDropped(const QString &path, const QString &keyword, bool replaces)
+{
+    m.askInstall({.keyword = keyword, .origin = path, .replaces = replaces}, [this, path, keyword] {
+        m.library.InstallPackage(path, keyword);
+        m.faces.forget();
+    });
 }
 
 void PackageNames::install(const QString &name, bool isFree)
@@ -34,8 +44,7 @@ void PackageNames::install(const QString &name, bool isFree)
         m.store.askInstall(isFree ? InstallFlag::ByName : InstallFlag::Reinstall, name);
         return;
     }
-    m.library.InstallPackage(*m_droppedPath, isFree ? name : AppLibrary::packageKeyword(*m_droppedPath));
-    m.faces.forget();
+    askForDropped(*m_droppedPath, isFree ? name : AppLibrary::packageKeyword(*m_droppedPath), !isFree);
 }
 
 } // namespace plum

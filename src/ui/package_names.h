@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace plum {
@@ -10,6 +11,7 @@ class AppFaces;
 class AppLibrary;
 class Questions;
 class StoreDoor;
+struct InstallOffer;
 
 // Packages that need a keyword from the user before they are installed: those of the store, and dropped ones
 // whose own keyword is taken.
@@ -22,11 +24,14 @@ public:
         AppFaces &faces;
         StoreDoor &store;
         Questions &questions;
+        // Asks whether to install; calls `install` when the user agrees, and never otherwise.
+        std::function<void(const InstallOffer &offer, std::function<void()> install)> askInstall;
     };
 
-    explicit PackageNames(const Parts &parts);
+    explicit PackageNames(Parts parts);
 
-    // Installs the dropped package, or asks for another keyword.
+    // Asks whether to install the dropped package, and before that for another keyword where its own is
+    // taken.
     void packageDropped(const QString &path);
 
     // Asks for the keyword of a package that the store is going to install.
@@ -36,6 +41,8 @@ public:
     void install(const QString &name, bool isFree);
 
 private:
+    void askForDropped(const QString &path, const QString &keyword, bool replaces);
+
     Parts m;
 
     // What the question that is open is about: a package that was dropped, by its path, else one of the

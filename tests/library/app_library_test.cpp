@@ -45,7 +45,7 @@ TEST_F(AppLibraryTest, whatTheUserIsToldIsAlreadySaved)
     dialogs.onMessage = [&] { saved += bytesOf(folder.configTxt()); };
     appLibrary.CreateApp(u"note"_s, {});
     appLibrary.RenameApp(u"note"_s, u"letter"_s);
-    appLibrary.DropPackage(folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, "x"}})));
+    appLibrary.InstallPackage(folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, "x"}})), u"calc"_s);
     EXPECT_EQ(said(), QStringList(3, u"message! Successfully"_s));
     EXPECT_EQ(saved, QByteArrayList({"note\r\n", "letter\r\n", "calc\r\nletter\r\n"}));
 }
@@ -333,7 +333,7 @@ TEST_F(AppLibraryTest, aPackageFileWhoseNameIsNoKeywordGetsAClearMessage)
 {
     folder.addApp(u"p"_s, "mine");
     const QString package = folder.addPackage(u"p|q.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
-    EXPECT_EQ(appLibrary.DropPackage(package), AppLibrary::Dropped::Done);
+    EXPECT_EQ(appLibrary.DropPackage(package), AppLibrary::Dropped::Refused);
     EXPECT_EQ(said(),
         QStringList(u"message! Error\n\nThe package's name cannot be a keyword. "
                     "Can not exist *[\\/:*?\"<|>]*"_s));
@@ -341,18 +341,18 @@ TEST_F(AppLibraryTest, aPackageFileWhoseNameIsNoKeywordGetsAClearMessage)
     EXPECT_EQ(bytesOf(folder.script(u"p"_s)), "mine");
 }
 
-TEST_F(AppLibraryTest, aDroppedPackageInstallsUnderItsName)
+TEST_F(AppLibraryTest, aDroppedPackageIsNotInstalledByItself)
 {
     const QString package = folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
-    EXPECT_EQ(appLibrary.DropPackage(package), AppLibrary::Dropped::Done);
-    EXPECT_EQ(listed(), QStringList(u"calc"_s));
+    EXPECT_EQ(appLibrary.DropPackage(package), AppLibrary::Dropped::MayInstall);
+    EXPECT_TRUE(listed().isEmpty());
+    EXPECT_TRUE(folder.inApps().isEmpty());
 }
 
-TEST_F(AppLibraryTest, aDroppedPackageWithTwoDotsInstallsUpToTheLast)
+TEST_F(AppLibraryTest, aPackagesKeywordIsItsNameUpToTheLastDot)
 {
-    const QString package = folder.addPackage(u"a.b.wfp"_s, packageOf({{u"main.wf"_s, "x"}}));
-    appLibrary.DropPackage(QString(package).replace(u'/', u'\\'));
-    EXPECT_EQ(listed(), QStringList(u"a.b"_s));
+    EXPECT_EQ(AppLibrary::packageKeyword(u"C:\\in\\a.b.wfp"_s), u"a.b"_s);
+    EXPECT_EQ(AppLibrary::packageKeyword(u"/in/a.b.wfp"_s), u"a.b"_s);
 }
 
 TEST_F(AppLibraryTest, aDroppedPackageOfAnExistingAppAsksForANewKeyword)

@@ -256,6 +256,16 @@ TEST_F(FrmSetTest, aPackageDroppedOnAListIsInstalled)
     EXPECT_EQ(bytesOf(folder.configTxt()), "calc\r\none\r\n");
 }
 
+TEST_F(FrmSetTest, aDroppedPackageIsInstalledOnlyWhenTheUserAgrees)
+{
+    agreesToInstall = false;
+    start();
+    dropPackage(u"calc.wfp"_s);
+    EXPECT_EQ(said(), QStringList(u"asks to install calc"_s));
+    EXPECT_TRUE(user.seen.isEmpty());
+    EXPECT_TRUE(folder.inApps().isEmpty());
+}
+
 TEST_F(FrmSetTest, otherDropsOnAListDoNothing)
 {
     start();
@@ -279,7 +289,7 @@ TEST_F(FrmSetTest, aDroppedPackageOfAnExistingAppAsksForAName)
     click(inBox("Image2"));
     EXPECT_FALSE(topLevel("shurubox"));
     EXPECT_EQ(bytesOf(folder.script(u"CALC2"_s)), "new");
-    EXPECT_TRUE(said().isEmpty());
+    EXPECT_EQ(said(), QStringList(u"asks to install CALC2"_s));
     EXPECT_EQ(listed("List"), QStringList({u"CALC2"_s, u"calc"_s}));
 }
 
@@ -290,7 +300,7 @@ TEST_F(FrmSetTest, aDroppedPackageCanReplaceTheExistingApp)
     dropPackage(u"calc.wfp"_s);
     click(inBox("Label3"));
     EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "new");
-    EXPECT_EQ(said(), QStringList(u"trash calc"_s));
+    EXPECT_EQ(said(), QStringList({u"asks to install calc in place"_s, u"trash calc"_s}));
     EXPECT_EQ(listed("List"), QStringList(u"calc"_s));
 }
 

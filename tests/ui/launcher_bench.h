@@ -231,7 +231,15 @@ public:
     AppListFile listFile{platform.paths(), platform.textCodec()};
     PackageInstaller installer{{platform.paths(), platform.textCodec(), {places, listFile, trash.asTrash()}}};
     BoxUser user;
+    bool agreesToInstall = true;
     LauncherUi ui{{platform.paths(), platform.textCodec(), platform.shell(), store, installer,
+        [this](const InstallOffer &offer, const std::function<void()> &install) {
+            platform.log.add(
+                QStringLiteral("asks to install %1%2")
+                    .arg(offer.keyword, offer.replaces ? QStringLiteral(" in place") : QString()));
+            if (agreesToInstall)
+                install();
+        },
         {QStringLiteral("http://site"), QStringLiteral("http://forum")},
         [this](int status) { platform.log.add(QStringLiteral("end process %1").arg(status)); },
         [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }}};

@@ -153,6 +153,7 @@ TEST_F(DropsTest, aPackageOnAListIsInstalled)
     startLauncher();
     startSource();
     drop({package(u"tool.v2.wfp"_s)}, u"frmSet/List"_s);
+    agreeToInstall(u"tool.v2"_s);
     answer(u"Successfully"_s);
     EXPECT_EQ(read(u"config/apps/tool.v2/main.wf"_s), "//from a package\r\n");
     EXPECT_TRUE(lists(u"frmSet/List"_s, {u"tool.v2"_s, u"alpha"_s}));
@@ -163,6 +164,7 @@ TEST_F(DropsTest, aPackageOnAListIsInstalled)
     hands->type(u"al"_s);
     ASSERT_TRUE(lists(u"frmSet/List2"_s, {u"alpha"_s}));
     drop({package(u"more.wfp"_s)}, u"frmSet/List2"_s);
+    agreeToInstall(u"more"_s);
     answer(u"Successfully"_s);
     EXPECT_TRUE(lists(u"frmSet/List2"_s, {u"more"_s, u"alpha"_s}));
 
@@ -205,6 +207,7 @@ TEST_F(DropsTest, aPackageOfAnExistingAppAsksForAnotherName)
     hands->type(u"second"_s);
     ASSERT_TRUE(shows(u"shurubox/Text4"_s, u"second"_s));
     click(u"shurubox/Image2"_s);
+    agreeToInstall(u"second"_s);
     answer(u"Successfully"_s);
     EXPECT_FALSE(isShown(u"shurubox/Text4"_s));
     EXPECT_EQ(read(u"config/apps/second/main.wf"_s), "//from a package\r\n");
@@ -214,6 +217,7 @@ TEST_F(DropsTest, aPackageOfAnExistingAppAsksForAnotherName)
     drop({file(u"alpha.wfp"_s)}, u"frmSet/List"_s);
     ASSERT_TRUE(getsFocus(u"shurubox/Text4"_s));
     click(u"shurubox/Label3"_s);
+    agreeToInstall(u"alpha"_s);
     answer(u"Successfully"_s);
     EXPECT_EQ(read(u"config/apps/alpha/main.wf"_s), "//from a package\r\n");
 }

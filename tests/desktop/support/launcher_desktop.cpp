@@ -170,4 +170,14 @@ void LauncherDesktop::clearEntry()
     hands->key(u"Delete"_s);
 }
 
+void LauncherDesktop::agreeToInstall(const QString &keyword)
+{
+    ASSERT_TRUE(shows(u"asks/keyword"_s, keyword));
+    EXPECT_TRUE(eventually([&] {
+        if (const Control install = see(u"asks/install"_s); install.shown)
+            hands->click(install.middle());
+        return !isShown(u"asks/asks"_s);
+    }));
+}
+
 } // namespace plum

@@ -94,6 +94,9 @@ protected:
     // Waits for a message of exactly this text and closes it with its button.
     void answer(const QString &text, const QString &button = QStringLiteral("OK"));
 
+    // Waits for the dialog about that package and clicks on Install until it has counted.
+    void agreeToInstall(const QString &keyword);
+
     // Empties the keyword box with keys; it has the keyboard already.
     void clearEntry();
 

@@ -85,16 +85,6 @@ void StoreDesktop::clickInPage(const QString &selector)
     hands->click(origin + QPoint(at[0].toInt(), at[1].toInt()));
 }
 
-void StoreDesktop::agreeToInstall(const QString &keyword)
-{
-    ASSERT_TRUE(shows(u"asks/keyword"_s, keyword));
-    EXPECT_TRUE(eventually([&] {
-        if (const Control install = see(u"asks/install"_s); install.shown)
-            hands->click(install.middle());
-        return !isShown(u"asks/asks"_s);
-    }));
-}
-
 void StoreDesktop::agreeWithEnter()
 {
     ASSERT_TRUE(getsFocus(u"asks/install"_s));

@@ -21,9 +21,6 @@ protected:
     // Some window has this title.
     bool hasWindow(const QString &title) { return view->windowTitled(title.toUtf8()) != XCB_NONE; }
 
-    // Waits for the dialog about that app and clicks on Install until it has counted.
-    void agreeToInstall(const QString &keyword);
-
     // Waits until the dialog has the keyboard, and presses Enter until it has counted.
     void agreeWithEnter();
 
