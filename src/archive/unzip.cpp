@@ -4,11 +4,12 @@
 #include "archive/entry_streams.h"
 #include "archive/extraction_folder.h"
 #include "archive/wildcards.h"
+#include "archive/zip_directory.h"
 #include "platform/paths.h"
 #include "platform/text_codec.h"
 
+#include <algorithm>
 #include <exception>
-#include <limits>
 
 namespace plum {
 
@@ -21,6 +22,8 @@ namespace {
 constexpr qint64 sizedInAdvance = ArchiveFile::windowSize;
 
 constexpr qint64 storedPiece = 65536;
+
+constexpr auto unknownHeader = "Unknown header"_L1;
 
 template <class... Cases> struct Overloaded : Cases...
 {
@@ -96,13 +99,13 @@ bool Unzip::Init(const QString &ZipName)
 
 bool Unzip::readDirectory(ArchiveFile &archive)
 {
-    int count = 0;
-    const auto start = findDirectory(archive, count);
-    if (!start)
-        return false;
+    const ZipDirectory directory = findZipDirectory(archive);
+    if (directory.problem != ZipDirectory::Problem::None)
+        return directory.problem == ZipDirectory::Problem::Unreadable ? mappingError(m_zipName)
+                                                                      : error(unknownHeader);
 
-    qint64 position = *start;
-    for (int i = 0; i < count; ++i) {
+    qint64 position = directory.start;
+    for (int i = 0; i < directory.count; ++i) {
         m_index = i;
         const auto bytes = archive.view(position, zip::centralSize);
         if (!bytes)
@@ -125,63 +128,24 @@ bool Unzip::readDirectory(ArchiveFile &archive)
     return readComments(archive, position);
 }
 
-// Where the central directory begins, and how many entries it has.
-std::optional<qint64> Unzip::findDirectory(ArchiveFile &archive, int &count)
-{
-    const auto bytes = archive.view(archive.size() - zip::endSize, zip::endSize);
-    if (!bytes) {
-        mappingError(m_zipName);
-        return std::nullopt;
-    }
-    if (zip::signature(*bytes) != zip::endSignature)
-        return scanForDirectory(archive, count);
-
-    const zip::End end(*bytes);
-    const auto before
-        = archive.view(archive.size() - zip::endSize - zip::zip64LocatorSize, zip::zip64LocatorSize);
-    if (end.isMultiDisk() || (before && zip::signature(*before) == zip::zip64LocatorSignature)) {
-        error(u"Unknown header"_s);
-        return std::nullopt;
-    }
-    count = end.entries;
-    return static_cast<qint32>(end.directoryOffset);
-}
-
-// The way for archives with a comment, which hides the record at the end: from one local header to the next.
-std::optional<qint64> Unzip::scanForDirectory(ArchiveFile &archive, int &count)
-{
-    qint64 position = 0;
-    for (;;) {
-        const auto bytes = archive.view(position, zip::localSize);
-        if (!bytes) {
-            mappingError(m_zipName);
-            return std::nullopt;
-        }
-        const zip::Local header(*bytes);
-        if (header.signature == zip::centralSignature)
-            return position;
-        if (header.signature == zip::descriptorSignature) {
-            position += zip::descriptorSize;
-        } else if (header.signature == zip::localSignature && header.compressedSize >= 0
-            && count < std::numeric_limits<int>::max()) {
-            ++count;
-            position += header.size() + header.compressedSize;
-        } else {
-            error(u"Unknown header"_s);
-            return std::nullopt;
-        }
-    }
-}
-
 bool Unzip::readComments(ArchiveFile &archive, qint64 position)
 {
-    const auto bytes = archive.view(position, zip::endSize);
+    auto bytes = archive.view(position, zip::endSize);
+    if (bytes && zip::signature(*bytes) == zip::zip64EndSignature) {
+        // The plain record behind it says the same, or the directory would not have been found.
+        const auto length = zip::zip64EndLength(*bytes);
+        if (!length)
+            return error(unknownHeader);
+        position += *length + zip::zip64LocatorSize;
+        bytes = archive.view(position, zip::endSize);
+        if (bytes && zip::signature(*bytes) != zip::endSignature)
+            return error(unknownHeader);
+    }
     if (!bytes)
         return mappingError(m_zipName);
     const zip::End end(*bytes);
-    const quint32 signature = zip::signature(*bytes);
-    if (signature == zip::zip64EndSignature || (signature == zip::endSignature && end.isMultiDisk()))
-        return error(u"Unknown header"_s);
+    if (zip::signature(*bytes) == zip::endSignature && end.isMultiDisk())
+        return error(unknownHeader);
     if (end.commentLength == 0)
         return true;
     const auto text = archive.view(position + zip::endSize, end.commentLength);

@@ -65,8 +65,6 @@ private:
     enum class Outcome { Done, EntryFailed, Stop };
 
     bool readDirectory(ArchiveFile &archive);
-    std::optional<qint64> findDirectory(ArchiveFile &archive, int &count);
-    std::optional<qint64> scanForDirectory(ArchiveFile &archive, int &count);
     bool readComments(ArchiveFile &archive, qint64 position);
 
     bool extractAll(const QString &folder, const Filter &filter);

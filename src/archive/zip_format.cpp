@@ -64,6 +64,14 @@ bool Central::isZip64() const
         || localHeaderOffset == inZip64Field;
 }
 
+std::optional<qint64> zip64EndLength(Bytes header)
+{
+    constexpr qint64 smallest = 44; // bytes behind the field that says how many there are
+    constexpr qint64 largest = 1 << 20;
+    const auto behind = at<qint64>(header, 4);
+    return behind >= smallest && behind <= largest ? std::optional(12 + behind) : std::nullopt;
+}
+
 QString versionText(quint16 version)
 {
     return QString::number((version & 0xFF) / 10) + u'.' + QString::number(version % 10);

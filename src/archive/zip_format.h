@@ -68,6 +68,9 @@ struct End
     quint16 commentLength;
 
     bool isMultiDisk() const { return disk != 0 || directoryDisk != 0; }
+
+    // Count or place stands in ZIP64's record instead, if there is one.
+    bool isFull() const { return entries == 0xFFFF || directoryOffset == 0xFFFFFFFF; }
 };
 
 struct Local
@@ -110,6 +113,9 @@ struct Central
     // Sizes or offset stand in a ZIP64 field instead, which this reader does not know.
     bool isZip64() const;
 };
+
+// How long ZIP64's end record is, from its beginning; nothing when it says nonsense.
+std::optional<qint64> zip64EndLength(Bytes header);
 
 // "3.8" from 0x031E: the minor digit comes from the whole value; kept, others show it so.
 QString versionText(quint16 version);

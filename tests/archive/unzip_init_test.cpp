@@ -134,12 +134,14 @@ TEST(UnzipInit, FailsOnAnUnknownHeader)
     EXPECT_EQ(bench.errors, QStringList{u"Unknown header@-1"_s});
 }
 
-TEST(UnzipInit, FailsOnASizeThatLeadsTheScanBack)
+TEST(UnzipInit, ASizeThatLeadsTheScanBackEndsIt)
 {
     UnzipBench bench;
     BuiltEntry entry = storedEntry("a", "x");
     entry.compressedSize = 0xFFFFFFE0;
-    EXPECT_FALSE(bench.init(buildArchive({entry}, {.comment = "c"})));
+    const QByteArray archive = buildArchive({entry}, {.comment = "c"});
+    EXPECT_TRUE(bench.init(archive)); // by the record at the end
+    EXPECT_FALSE(bench.init(archive.chopped(2)));
     EXPECT_EQ(bench.errors, QStringList{u"Unknown header@-1"_s});
 }
 
@@ -169,19 +171,60 @@ TEST(UnzipInit, FailsWhenTheCommentIsCutOff)
     EXPECT_EQ(bench.errors, QStringList{u"Error mapping file "_s + bench.archivePath() + u"@0"_s});
 }
 
-TEST(UnzipInit, RefusesZip64)
+namespace {
+
+const QByteArray zip64Record = littleEndian32(0x06064B50) + littleEndian32(44) + QByteArray(48, '\0');
+const QByteArray zip64Locator = littleEndian32(0x07064B50) + QByteArray(16, '\0');
+
+} // namespace
+
+TEST(UnzipInit, ReadsWhatThePlainFieldsSayBesideZip64)
+{
+    for (const QByteArray comment : {"", "c"}) {
+        UnzipBench bench;
+        ASSERT_TRUE(bench.run(buildArchive(
+            {storedEntry("a", "x")}, {.comment = comment, .beforeEnd = zip64Record + zip64Locator})));
+        EXPECT_EQ(bench.errors, QStringList());
+        EXPECT_EQ(bench.content(u"a"_s), "x");
+        EXPECT_EQ(bench.reader.Comments(), QString::fromLatin1(comment));
+    }
+}
+
+TEST(UnzipInit, RefusesWhatOnlyZip64Knows)
 {
     UnzipBench bench;
     BuiltEntry large = storedEntry("a", "x");
     large.compressedSize = 0xFFFFFFFF;
     EXPECT_FALSE(bench.init(buildArchive({large})));
-    const QByteArray record = littleEndian32(0x06064B50) + QByteArray(52, '\0');
-    const QByteArray locator = littleEndian32(0x07064B50) + QByteArray(16, '\0');
-    EXPECT_FALSE(bench.init(buildArchive({storedEntry("a", "x")}, {.beforeEnd = record + locator})));
-    EXPECT_FALSE(
-        bench.init(buildArchive({storedEntry("a", "x")}, {.comment = "c", .beforeEnd = record + locator})));
+    const QByteArray both = zip64Record + zip64Locator;
+    EXPECT_FALSE(bench.init(buildArchive({storedEntry("a", "x")}, {.entries = 65535, .beforeEnd = both})));
+    EXPECT_FALSE(bench.init(
+        buildArchive({storedEntry("a", "x")}, {.directoryOffset = 0xFFFFFFFF, .beforeEnd = both})));
+    const QByteArray nonsense = littleEndian32(0x06064B50) + QByteArray(52, '\0') + zip64Locator;
+    EXPECT_FALSE(bench.init(buildArchive({storedEntry("a", "x")}, {.beforeEnd = nonsense})));
     EXPECT_EQ(bench.errors,
-        (QStringList{u"Invalid center header@0"_s, u"Unknown header@-1"_s, u"Unknown header@0"_s}));
+        (QStringList{u"Invalid center header@0"_s, u"Unknown header@-1"_s, u"Unknown header@-1"_s,
+            u"Unknown header@0"_s}));
+}
+
+TEST(UnzipInit, LooksForTheEndBackwardsWhereTheWayForwardFails)
+{
+    UnzipBench bench;
+    BuiltEntry streamed = deflatedEntry("a", "content of a");
+    streamed.localSignature = 0x12345678; // nothing leads on from here
+    ASSERT_TRUE(bench.init(buildArchive({streamed, storedEntry("b", "y")}, {.comment = "PK\5\6 and more"})));
+    EXPECT_EQ(bench.errors, QStringList());
+    EXPECT_EQ(bench.reader.Count(), 2);
+    EXPECT_EQ(bench.reader.Comments(), u"PK\5\6 and more"_s);
+    // Zeros fill up a pipe's last block; other bytes make it another file.
+    EXPECT_TRUE(bench.init(buildArchive({streamed}, {.comment = "c"}) + QByteArray(9000, '\0')));
+    EXPECT_EQ(bench.reader.Comments(), u"c"_s);
+    EXPECT_FALSE(bench.init(buildArchive({streamed}, {.comment = "c"}) + "x"));
+    // Without an end the scan's own word stands.
+    EXPECT_FALSE(bench.init(buildArchive({streamed}, {.comment = "c"}).chopped(2)));
+    EXPECT_FALSE(bench.init(buildArchive({streamed}, {.comment = "c", .directoryOffset = 5})));
+    EXPECT_EQ(
+        bench.errors, (QStringList{u"Unknown header@-1"_s, u"Unknown header@-1"_s, u"Unknown header@-1"_s}));
 }
 
 TEST(UnzipInit, RefusesAMultiDiskArchive)

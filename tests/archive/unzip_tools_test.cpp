@@ -109,6 +109,18 @@ TEST_P(UnzipTools, UnpackToWhatWasPacked)
     EXPECT_TRUE(QFileInfo(bench.systemTarget() + u"/hollow/inside"_s).isDir());
 }
 
+TEST(UnzipTool, ReadsWhatInfoZipMakesOfItsStandardInput)
+{
+    UnzipBench bench;
+    QProcess process;
+    process.start(u"sh"_s, {u"-c"_s, u"echo hi | zip -q '%1' -"_s.arg(bench.folder.filePath(u"a.wfp"_s))});
+    ASSERT_TRUE(process.waitForFinished(60000) && process.exitCode() == 0);
+    ASSERT_TRUE(bench.reader.Init(bench.archivePath())) << bench.errors.join(u' ').toStdString();
+    ASSERT_TRUE(bench.reader.unzip(bench.targetPath()));
+    EXPECT_EQ(bench.errors, QStringList());
+    EXPECT_EQ(bench.content(u"-"_s), "hi\n");
+}
+
 INSTANTIATE_TEST_SUITE_P(All, UnzipTools,
     testing::Values(Tool{"InfoZip", {u"zip"_s, u"-q"_s, u"-r"_s, u"%1"_s, u"."_s}},
         Tool{"InfoZipStored", {u"zip"_s, u"-q"_s, u"-r"_s, u"-0"_s, u"%1"_s, u"."_s}},
@@ -117,6 +129,12 @@ INSTANTIATE_TEST_SUITE_P(All, UnzipTools,
         Tool{"SevenZipDeflate64",
             {u"7z"_s, u"a"_s, u"-tzip"_s, u"-mm=Deflate64"_s, u"-mx=9"_s, u"-bd"_s, u"%1"_s, u"."_s}},
         Tool{"Bsdtar", {u"bsdtar"_s, u"--format"_s, u"zip"_s, u"-cf"_s, u"%1"_s, u"."_s}},
+        Tool{"InfoZipToAPipe", {u"sh"_s, u"-c"_s, u"zip -q -r - . | cat > '%1'"_s}},
+        Tool{"BsdtarToAPipe", {u"sh"_s, u"-c"_s, u"bsdtar --format zip -cf - . | cat > '%1'"_s}},
+        Tool{"BsdtarToAPipeWithAComment",
+            {u"sh"_s, u"-c"_s,
+                u"bsdtar --format zip -cf - . | cat > '%1' && python3 -c 'import zipfile; "
+                "archive = zipfile.ZipFile(\"%1\", \"a\"); archive.comment = b\"what it is\"; archive.close()'"_s}},
         Tool{"PythonZipfile",
             {u"python3"_s, u"-c"_s,
                 u"import shutil, os; os.rename(shutil.make_archive('%1', 'zip', '.'), '%1')"_s}},
