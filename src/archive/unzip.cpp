@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <numeric>
 
 namespace plum {
 
@@ -202,6 +203,7 @@ bool Unzip::extractAll(const QString &folder, const Filter &filter)
         return mappingError(m_zipName);
 
     ExtractionFolder target(m_paths, folder);
+    m_overlaps = overlapping(archive.size());
     // A handler of the signals may call Init, so the entry is a copy and the count is asked for every time.
     for (int i = 0; i < Count(); ++i) {
         m_index = i;
@@ -213,6 +215,27 @@ bool Unzip::extractAll(const QString &folder, const Filter &filter)
             return false;
     }
     return true;
+}
+
+// Which entries lie where an earlier one in the file does. Entries that reach beyond the archive are not
+// unpacked and take no bytes from others. The local header's own name and extra field are not counted: what
+// is left is enough to keep all entries together from claiming more bytes than there are.
+std::vector<bool> Unzip::overlapping(qint64 archiveSize) const
+{
+    std::vector<size_t> order(m_entries.size());
+    std::iota(order.begin(), order.end(), size_t{0});
+    std::ranges::stable_sort(order, {}, [this](size_t i) { return m_entries[i].header.localHeaderOffset; });
+    std::vector<bool> overlaps(m_entries.size());
+    qint64 end = 0;
+    for (const size_t i : order) {
+        const zip::Central &header = m_entries[i].header;
+        overlaps[i] = header.localHeaderOffset >= 0 && header.localHeaderOffset < end;
+        const qint64 entryEnd
+            = qint64{header.localHeaderOffset} + zip::localSize + std::max(header.compressedSize, 0);
+        if (!overlaps[i] && entryEnd <= archiveSize)
+            end = entryEnd;
+    }
+    return overlaps;
 }
 
 // Nothing when the filter is a pattern that is none.
@@ -281,12 +304,17 @@ Unzip::Outcome Unzip::extract(
 bool Unzip::isExtractable(const Entry &entry)
 {
     const qint16 method = entry.header.method;
+    const auto index = static_cast<size_t>(m_index);
+    if (index < m_overlaps.size() && m_overlaps[index])
+        return error(u"Entry overlaps another"_s);
     if (entry.header.flags & zip::encryptedFlag)
         return error(u"Encryption not supported"_s);
     if (method >= zip::FirstReduced && method <= zip::LastReduced)
         return error(u"UnReduce not supported"_s);
     if (method != zip::Stored && method != zip::Deflated && method != zip::Deflated64)
         return error(u"Compression not supported"_s);
+    if (entry.header.uncompressedSize > zip::largestContent(method, std::max(entry.header.compressedSize, 0)))
+        return error(u"Size not supported"_s);
     return true;
 }
 

@@ -39,7 +39,9 @@ public:
     // Extracts below `folder`, which is made if need be; existing files are overwritten. Errors of single
     // entries do not make the result false. It is false when the archive cannot be opened, a local header
     // lies outside of it, or the pattern is none; then the remaining entries are left out.
-    // Entries that would land outside of `folder` are skipped with "Error creating output folder".
+    // Entries that would land outside of `folder` are skipped with "Error creating output folder", those that
+    // lie where another one does with "Entry overlaps another", those that claim to hold more than their
+    // compressed bytes can with "Size not supported".
     bool unzip(const QString &folder, const Filter &filter = {});
 
     QString ZipName() const { return m_zipName; }
@@ -65,6 +67,7 @@ private:
     enum class Outcome { Done, EntryFailed, Stop };
 
     bool readDirectory(ArchiveFile &archive);
+    std::vector<bool> overlapping(qint64 archiveSize) const;
     bool readComments(ArchiveFile &archive, qint64 position);
 
     bool extractAll(const QString &folder, const Filter &filter);
@@ -86,6 +89,7 @@ private:
     QString m_comments;
     QString m_lastError;
     std::vector<Entry> m_entries;
+    std::vector<bool> m_overlaps; // by entry, for the extraction in hand
     int m_index = -1;
     bool m_ranOutOfRoom = false;
     Inflater m_inflater;

@@ -72,6 +72,13 @@ std::optional<qint64> zip64EndLength(Bytes header)
     return behind >= smallest && behind <= largest ? std::optional(12 + behind) : std::nullopt;
 }
 
+qint64 largestContent(qint16 method, qint64 compressedSize)
+{
+    constexpr qint64 deflateRatio = 1032;
+    constexpr qint64 deflate64Ratio = 29128;
+    return (localSize + compressedSize) * (method == Deflated64 ? deflate64Ratio : deflateRatio);
+}
+
 QString versionText(quint16 version)
 {
     return QString::number((version & 0xFF) / 10) + u'.' + QString::number(version % 10);

@@ -117,6 +117,10 @@ struct Central
 // How long ZIP64's end record is, from its beginning; nothing when it says nonsense.
 std::optional<qint64> zip64EndLength(Bytes header);
 
+// The most bytes that an entry of this method and compressed size can hold, its header counted in: DEFLATE
+// gets 258 bytes out of two bits at best, Deflate64 65,538 out of 18.
+qint64 largestContent(qint16 method, qint64 compressedSize);
+
 // "3.8" from 0x031E: the minor digit comes from the whole value; kept, others show it so.
 QString versionText(quint16 version);
 

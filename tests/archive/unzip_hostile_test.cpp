@@ -51,6 +51,11 @@ Expected expect(const QByteArray &archive, const ZipEntry &entry, const QString 
         expected.errors += isReduced ? u"UnReduce not supported"_s : u"Compression not supported"_s;
         return expected;
     }
+    if (entry.uncompressedSize
+        > (30 + std::max<qint64>(entry.compressedSize, 0)) * (entry.method == 9 ? 29128 : 1032)) {
+        expected.errors += u"Size not supported"_s;
+        return expected;
+    }
     const qint64 start = header + 30 + number(archive, header + 26, 2) + number(archive, header + 28, 2);
     const qint64 size = std::max(entry.compressedSize, 0);
     if (size > 0 && start + size > archive.size()) {
