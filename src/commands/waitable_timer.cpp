@@ -84,6 +84,9 @@ void clsWaitableTimer::waitFor(double milliseconds)
 {
     const WaitableTimers::Created created = m_timers.create(timerName());
     const WaitableTimers::Handle timer = created.handle;
+    // Without a timer the wait would never end.
+    if (timer == 0)
+        throw RunTimeError(RunTimeError::InvalidProcedureCall, u"The system has no room for another timer"_s);
     m_current = timer;
     const auto close = qScopeGuard([&] {
         m_timers.close(timer);

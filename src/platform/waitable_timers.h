@@ -19,6 +19,7 @@ public:
 
     virtual ~WaitableTimers() = default;
 
+    // No handle when the system has no room for another timer.
     virtual Created create(const QString &name) = 0;
 
     // Starts the timer. `dueTime` is in units of 100 ns; a negative one counts from now. There is no period.

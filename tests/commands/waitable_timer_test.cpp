@@ -142,6 +142,14 @@ TEST_F(WaitableTimer, AWaitThatIsTooLongNamesTheWaitAndClosesTheTimer)
     EXPECT_EQ(log.lines().last(), u"timer close"_s);
 }
 
+TEST_F(WaitableTimer, WithoutATimerTheWaitFailsInsteadOfNeverEnding)
+{
+    timers.hasRoom = false;
+    EXPECT_EQ(raisedBy([&] { timer.Wait(100.0); }), RunTimeError::InvalidProcedureCall);
+    EXPECT_EQ(descriptionOf([&] { timer.Wait(u"100"_s); }),
+        u"[clsWaitableTimer.Wait]The system has no room for another timer"_s);
+}
+
 TEST_F(WaitableTimer, WaitsMayNest)
 {
     timers.pumps = 2;

@@ -13,11 +13,12 @@ namespace {
 
 constexpr qint64 unitsPerSecond = 10'000'000;
 constexpr qint64 nanosecondsPerUnit = 100;
+constexpr size_t mostSpare = 4;
 
 } // namespace
 
-TimerDescriptors::Timer::Timer()
-    : descriptor(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK))
+TimerDescriptors::Timer::Timer(int opened)
+    : descriptor(opened)
     , notifier(std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read))
 {
     QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] { isDue(); });
@@ -54,7 +55,10 @@ WaitableTimers::Created TimerDescriptors::create(const QString &name)
         = std::ranges::any_of(m_timers, [&](const auto &timer) { return timer.second->name == name; });
     std::unique_ptr<Timer> timer;
     if (m_spare.empty()) {
-        timer = std::make_unique<Timer>();
+        const int descriptor = timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK);
+        if (descriptor < 0)
+            return {};
+        timer = std::make_unique<Timer>(descriptor);
     } else {
         timer = std::move(m_spare.back());
         m_spare.pop_back();
@@ -86,7 +90,7 @@ bool TimerDescriptors::waitOrPump(Handle timer)
 void TimerDescriptors::close(Handle timer)
 {
     auto closed = m_timers.extract(timer);
-    if (closed.empty())
+    if (closed.empty() || m_spare.size() == mostSpare)
         return;
     if (!closed.mapped()->due)
         closed.mapped()->arm(0);

@@ -25,7 +25,7 @@ public:
 private:
     struct Timer
     {
-        Timer();
+        explicit Timer(int opened);
         ~Timer();
         Q_DISABLE_COPY_MOVE(Timer)
 
@@ -39,8 +39,7 @@ private:
         std::unique_ptr<QSocketNotifier> notifier; // wakes the event loop
     };
 
-    // A script waits before every line: closed timers are kept for the next wait, one for each depth that
-    // waits have nested to.
+    // A script waits before every line: a few closed timers are kept for the next waits.
     std::vector<std::unique_ptr<Timer>> m_spare;
     std::unordered_map<Handle, std::unique_ptr<Timer>> m_timers;
     Handle m_last = 0;

@@ -1,10 +1,14 @@
 #include "platform/linux/timer_descriptors.h"
 #include "support/printers.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using plum::TimerDescriptors;
@@ -120,6 +124,32 @@ TEST_F(TimerDescriptorsTest, ANameExistsAsLongAsItsTimer)
     EXPECT_TRUE(timers.create(u"runnerTimer0537"_s).nameExisted);
     TimerDescriptors others;
     EXPECT_FALSE(others.create(u"runnerTimer0537"_s).nameExisted);
+}
+
+TEST_F(TimerDescriptorsTest, ClosedTimersAreGivenBack)
+{
+    const auto openDescriptors
+        = [] { return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size(); };
+    const qsizetype before = openDescriptors();
+    std::vector<WaitableTimers::Handle> nested;
+    for (int i = 0; i < 300; ++i)
+        nested.push_back(timers.create(u"t"_s).handle);
+    EXPECT_GE(openDescriptors(), before + 300);
+    for (const WaitableTimers::Handle timer : nested)
+        timers.close(timer);
+    EXPECT_LE(openDescriptors(), before + 4);
+}
+
+TEST_F(TimerDescriptorsTest, WithoutRoomThereIsNoTimer)
+{
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    rlimit none = before;
+    none.rlim_cur = 0;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    const WaitableTimers::Handle timer = timers.create(u"t"_s).handle;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(timer, 0);
 }
 
 TEST_F(TimerDescriptorsTest, NoTimerIsIgnored)

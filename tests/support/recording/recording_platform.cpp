@@ -188,6 +188,8 @@ QString RecordingPaths::toSystem(const QString &path) const
 
 WaitableTimers::Created RecordingTimers::create(const QString &name)
 {
+    if (!hasRoom)
+        return {};
     const bool existed = std::ranges::find(m_names, name) != m_names.end();
     m_names.insert(++m_last, name);
     m_log.add(u"timer create %1 %2"_s.arg(name, existed ? u"183"_s : u"0"_s));

@@ -271,6 +271,7 @@ public:
     void close(Handle timer) override;
 
     int pumps = 1;
+    bool hasRoom = true; // for another timer
     std::function<void()> onPump;
 
 private:
