@@ -19,7 +19,7 @@ bool WriteText(
 // "delfold" deletes the folder at `path` with everything in it, provided that it lies inside the library of
 // apps: the library itself and everything outside it stay. A link to a folder goes, what it points to stays.
 // "addfold" makes a folder that exists already, which does nothing; kept: callers rely on it not creating
-// one.
+// one. The operation itself has no caller in the program, where an app that goes is moved to the trash.
 void FolderOp(const QString &op, const QString &path, const Paths &paths, const ScriptFolders &folders);
 
 } // namespace plum

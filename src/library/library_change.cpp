@@ -343,6 +343,10 @@ void LibraryChange::recover(const Surroundings &around)
 {
     recoverBelow(around.folders.unpacking(), around);
     recoverBelow(around.folders.unpackingInApps(), around);
+    for (const QString &folder : {around.folders.load(), around.folders.packageRecords()}) {
+        for (const QString &file : unfinishedReplacements(around.folders.onDisk(folder)))
+            discard(file, around.trash);
+    }
 }
 
 void LibraryChange::recoverBelow(const QString &unpacking, const Surroundings &around)

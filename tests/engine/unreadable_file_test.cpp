@@ -20,7 +20,8 @@ TEST(UnreadableFile, LeavesTheList)
     file.write("a\r\n");
     file.close();
     // Another user than the owner passes through the folder.
-    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::permissions(folder.path()) | QFile::ExeOther));
+    ASSERT_TRUE(QFile::setPermissions(
+        folder.path(), QFile::permissions(folder.path()) | QFile::ExeGroup | QFile::ExeOther));
     recording::RecordingPaths paths;
     recording::RecordingTextCodec codec;
     const TextFiles files{paths, codec};
@@ -32,6 +33,8 @@ TEST(UnreadableFile, LeavesTheList)
     }
     EXPECT_EQ(lines, QStringList{u"before"_s});
     // It was the permission.
-    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOther | QFile::ReadOwner));
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOther | QFile::ReadGroup | QFile::ReadOwner));
+    const test::PlainUser user;
     EXPECT_TRUE(files.appendLines(path, lines));
+    EXPECT_EQ(lines, (QStringList{u"before"_s, u"a"_s}));
 }

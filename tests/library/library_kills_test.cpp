@@ -2,7 +2,9 @@
 
 #include "support/dice.h"
 
+#include <QDateTime>
 #include <QDirIterator>
+#include <QFile>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
@@ -177,6 +179,32 @@ TEST_F(LibraryKillsTest, anAppThatTheStoreReplacesIsBackOnceItsProcessIsGone)
     waitpid(child, nullptr, 0);
     LibraryChange::recover(installer.library());
     EXPECT_TRUE(QFile::exists(folder.script(u"calc"_s)));
+}
+
+TEST_F(LibraryKillsTest, whatAKilledSaveLeftIsSweptUpAtTheNextStart)
+{
+    const QString load = folder.path() + u"/config/load/"_s;
+    const auto put = [&](const QString &name, int age) {
+        writeBytes(load + name, "half");
+        QFile file(load + name);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime));
+    };
+    for (const QString &name : {u"config.txt.aQzrTb"_s, u"set.ini.WpCxkA"_s, u"packages/ab.json.qHHHHH"_s})
+        put(name, 120);
+    const QStringList kept{
+        u"config.txt.LvKdQe"_s, u"config.txt.backup"_s, u"config.txt.Backup"_s, u"config.txt"_s};
+    put(kept[0], 0); // somebody may be writing it now
+    for (const QString &name : kept.sliced(1))
+        put(name, 120);
+    LibraryChange::recover(installer.library());
+    QStringList left = QDir(load).entryList(QDir::Files);
+    QStringList expected = kept;
+    expected.sort();
+    left.sort();
+    EXPECT_EQ(left, expected);
+    EXPECT_TRUE(QDir(load + u"packages"_s).isEmpty());
 }
 
 } // namespace plum
