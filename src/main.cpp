@@ -1,4 +1,5 @@
 #include "commands/notices.h"
+#include "platform/paths.h"
 #include "program.h"
 #include "ui/translations.h"
 
@@ -7,6 +8,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -14,13 +17,42 @@ namespace {
 
 constexpr char usage[] = R"(Plum runs small automation scripts, line by line.
 
-  plum               starts the launcher
+  plum               starts the launcher, or fetches the one that runs already
   plum SCRIPT.wf     runs one script and ends with it
-  plum --help        shows this text
+  plum -h, --help    shows this text
   plum --version     shows the version
 
-A script's lines end in CR LF, in edition 2 also in LF. docs/scripting.md describes the language.
+Apps are in         %1/config/apps/
+Settings are in     %1/config/load/
+The manual is       docs/scripting.md
+
+A script's lines end in CR LF, in edition 2 also in LF. Ctrl+C, or closing the terminal, ends a run that was
+started here, also one that stays after an error; a run of the launcher ends with "End at once" in the menu of
+its tray icon, or with the launcher.
 )";
+
+constexpr int wrongUsage = 2;
+
+// What an option asks for; nothing when the command line is none.
+std::optional<int> answerOption(const QString &commandLine, const QString &programPath)
+{
+    if (!commandLine.startsWith(u'-'))
+        return {};
+    if (commandLine == "--help"_L1 || commandLine == "-h"_L1) {
+        const std::unique_ptr<plum::Platform> platform = plum::createPlatform(programPath);
+        const plum::Paths &paths = platform->paths();
+        std::fputs(
+            qUtf8Printable(QString::fromUtf8(usage).arg(paths.toSystem(paths.programFolder()))), stdout);
+        return EXIT_SUCCESS;
+    }
+    if (commandLine == "--version"_L1) {
+        std::puts("plum " PLUM_VERSION);
+        return EXIT_SUCCESS;
+    }
+    plum::StandardErrorNotices().tell(
+        u"there is no option \"%1\"; --help shows which there are."_s.arg(commandLine));
+    return wrongUsage;
+}
 
 } // namespace
 
@@ -28,14 +60,9 @@ int main(int argc, char **argv)
 {
     plum::prepareStandardStreams();
     const QString commandLine = plum::commandLine(argc, argv);
-    if (commandLine == "--help"_L1) {
-        std::fputs(usage, stdout);
-        return EXIT_SUCCESS;
-    }
-    if (commandLine == "--version"_L1) {
-        std::puts("plum " PLUM_VERSION);
-        return EXIT_SUCCESS;
-    }
+    const QString programPath = QFile::decodeName(argv[0]);
+    if (const std::optional<int> status = answerOption(commandLine, programPath))
+        return *status;
 
     const bool isScriptStart = !commandLine.isEmpty();
     const plum::StartEnvironment environment = plum::prepareEnvironment(!isScriptStart);
@@ -49,7 +76,7 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
     plum::installTranslation(application);
 
-    plum::Program program(QFile::decodeName(argv[0]), environment.hasDesktop);
+    plum::Program program(programPath, environment.hasDesktop);
     if (isScriptStart)
         program.runScript(commandLine);
     else if (!program.startLauncher())

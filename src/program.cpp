@@ -75,8 +75,13 @@ Program::Program(const QString &programPath, bool hasDesktop)
 
 bool Program::startLauncher()
 {
-    if (!m_instance.claim())
+    // Before the claim can be seen: whoever finds it taken calls its holder.
+    m_call = LauncherCall::listen([this] { m_ui.fetch(); });
+    if (!m_instance.claim()) {
+        if (const std::optional<qint64> first = m_instance.holder())
+            LauncherCall::call(*first);
         return false;
+    }
     // Apps are opened by paths relative to the program folder.
     QDir::setCurrent(m_platform->paths().programFolder());
     m_ui.start({.hotkey = m_platform->hotkey(),

@@ -4,6 +4,7 @@
 #include "library/app_list_file.h"
 #include "library/package_installer.h"
 #include "library/single_instance.h"
+#include "platform/launcher_call.h"
 #include "platform/platform.h"
 #include "script_system.h"
 #include "store/answered_shell.h"
@@ -28,7 +29,8 @@ public:
     Program(const QString &programPath, bool hasDesktop);
     Q_DISABLE_COPY_MOVE(Program)
 
-    // The launcher. False when another one runs for the same program folder; the process then ends silently.
+    // The launcher. False when another one runs for the same program folder; that one comes forward, and this
+    // process ends silently.
     bool startLauncher();
 
     // Runs the script that `commandLine` names, with the launcher hidden. The process ends with the script's
@@ -85,6 +87,7 @@ private:
     AnsweredShell m_shell;
     ScriptSystem m_scripts;
     SingleInstance m_instance;
+    std::unique_ptr<LauncherCall> m_call;
 };
 
 } // namespace plum

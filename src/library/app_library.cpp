@@ -10,6 +10,7 @@
 #include "platform/text_codec.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -24,6 +25,21 @@ namespace {
 QString errorText(const QString &reason)
 {
     return reason.isEmpty() ? u"Error"_s : u"Error\n\n"_s + reason;
+}
+
+// Bytes that were cut somewhere, without the part of a UTF-8 character at their end: for the rest would not
+// be taken for UTF-8 with it.
+QByteArray wholeCharacters(const QByteArray &bytes)
+{
+    constexpr qsizetype longest = 4;
+    for (qsizetype last = bytes.size() - 1; last >= 0 && last >= bytes.size() - longest; --last) {
+        const auto byte = static_cast<uchar>(bytes[last]);
+        if ((byte & 0xc0) == 0x80)
+            continue;
+        const qsizetype needed = byte >= 0xf0 ? 4 : byte >= 0xe0 ? 3 : byte >= 0xc0 ? 2 : 1;
+        return last + needed > bytes.size() ? bytes.first(last) : bytes;
+    }
+    return bytes;
 }
 
 } // namespace
@@ -121,17 +137,30 @@ bool AppLibrary::CreateApp(const QString &keyword, const QString &scriptText)
 
 bool AppLibrary::SaveApp(const QString &keyword, const QString &scriptText)
 {
-    return saveScript(keyword, u"main.wf"_s, scriptText);
+    return saveBytes(keyword, u"main.wf"_s, m.codec.toSystem(scriptText));
 }
 
-bool AppLibrary::saveScript(const QString &keyword, const QString &fileName, const QString &scriptText)
+ScriptFile AppLibrary::scriptFile(const QString &keyword, const QString &fileName) const
+{
+    QFile file(m.paths.toSystem(appPath(keyword, fileName)));
+    if (!isFolderName(keyword) || !QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return {file.readAll(), m.codec};
+}
+
+bool AppLibrary::saveScript(const QString &keyword, const QString &fileName, const ScriptFile &opened,
+    const QString &shown, ScriptFile::LineEnds lineEnds)
+{
+    return saveBytes(keyword, fileName, opened.withText(shown, lineEnds, m.codec));
+}
+
+bool AppLibrary::saveBytes(const QString &keyword, const QString &fileName, const QByteArray &script)
 {
     if (keyword.isEmpty()) {
         say(u"Keyword is required"_s);
         return false;
     }
-    const bool saved = systemFolder(keyword) && exists(keyword)
-        && replaceInApp(keyword, fileName, m.codec.toSystem(scriptText));
+    const bool saved = systemFolder(keyword) && exists(keyword) && replaceInApp(keyword, fileName, script);
     say(saved ? u"Successfully"_s : u"Error"_s);
     return saved;
 }
@@ -245,18 +274,14 @@ void AppLibrary::OpenAppFolder(const QString &keyword)
     m.shell.open(keyword.isEmpty() ? appPath({}).chopped(1) : appPath(keyword), {}, ShowState::Normal);
 }
 
-AppGuide AppLibrary::guide(const QString &keyword) const
+AppGuide AppLibrary::guide(const QString &keyword, qint64 mostBytes) const
 {
-    QStringList lines;
-    LoadLinesIntoList(appPath(keyword, u"main.wf"_s), lines, m.paths, m.codec);
-    return guideOf(lines.value(0));
-}
-
-QString AppLibrary::scriptText(const QString &keyword, const QString &fileName) const
-{
-    QStringList lines;
-    LoadLinesIntoList(appPath(keyword, fileName), lines, m.paths, m.codec);
-    return lines.join("\r\n"_L1);
+    QFile file(m.paths.toSystem(appPath(keyword, u"main.wf"_s)));
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = file.read(mostBytes);
+    const qsizetype end = bytes.indexOf('\r');
+    return guideOf(m.codec.fromSystem(end < 0 ? wholeCharacters(bytes) : bytes.first(end)));
 }
 
 } // namespace plum

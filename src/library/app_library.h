@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/app_folders.h"
+#include "library/script_file.h"
 
 #include <QString>
 
@@ -76,10 +77,17 @@ public:
     bool exists(const QString &keyword) const;
 
     bool CreateApp(const QString &keyword, const QString &scriptText);
+
+    // Replaces the whole of `main.wf`. Named by the system's interface; the editor keeps what it can of the
+    // file that it opened, through `saveScript`.
     bool SaveApp(const QString &keyword, const QString &scriptText);
 
-    // Saves a script of an existing app under its file name: `main.wf`, or `.main.wf`.
-    bool saveScript(const QString &keyword, const QString &fileName, const QString &scriptText);
+    // A script of an app, `main.wf` or `.main.wf`, as it is now; empty when there is none.
+    ScriptFile scriptFile(const QString &keyword, const QString &fileName) const;
+
+    // Saves the text that the editor shows of a script that it opened.
+    bool saveScript(const QString &keyword, const QString &fileName, const ScriptFile &opened,
+        const QString &shown, ScriptFile::LineEnds lineEnds);
 
     bool RenameApp(const QString &oldKeyword, const QString &newKeyword);
 
@@ -106,10 +114,8 @@ public:
     void ListApps(QStringList &list) const;
     void OpenAppFolder(const QString &keyword);
 
-    AppGuide guide(const QString &keyword) const;
-
-    // The lines of a script of an app with CR LF between them; empty when there is none.
-    QString scriptText(const QString &keyword, const QString &fileName) const;
+    // Reads `mostBytes` of the script at most.
+    AppGuide guide(const QString &keyword, qint64 mostBytes = 64 * 1024) const;
 
     const AppFolders &folders() const { return m_folders; }
 
@@ -121,6 +127,7 @@ public:
 
 private:
     std::optional<QString> systemFolder(const QString &keyword) const;
+    bool saveBytes(const QString &keyword, const QString &fileName, const QByteArray &script);
     void sayFailed(const QString &keyword) const;
     void say(const QString &text) const;
     void saveOrder() const;

@@ -17,7 +17,10 @@ namespace {
 // launcher.
 QString claimOfUser(const AppFolders &folders)
 {
-    const QString folder = QDir(folders.onDisk(folders.file({}))).canonicalPath();
+    const QString called = folders.onDisk(folders.file({}));
+    const QString resolved = QDir(called).canonicalPath();
+    // Where the user may not look at every folder above it, the path is all that is known.
+    const QString folder = resolved.isEmpty() ? called : resolved;
     const QByteArray name
         = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
     return u"%1/plum-%2.lock"_s.arg(
@@ -28,13 +31,20 @@ QString claimOfUser(const AppFolders &folders)
 
 bool SingleInstance::claim()
 {
-    const QString own = m_folders.onDisk(m_folders.launcherClaim());
-    QDir().mkpath(QFileInfo(own).path());
-    FileClaim::Outcome outcome = m_claim.claim(own);
-    if (outcome == FileClaim::Outcome::Impossible)
-        outcome = m_claim.claim(claimOfUser(m_folders));
+    m_file = m_folders.onDisk(m_folders.launcherClaim());
+    QDir().mkpath(QFileInfo(m_file).path());
+    FileClaim::Outcome outcome = m_claim.claim(m_file);
+    if (outcome == FileClaim::Outcome::Impossible) {
+        m_file = claimOfUser(m_folders);
+        outcome = m_claim.claim(m_file);
+    }
     // Where no claim can be made anywhere, starting is better than never starting.
     return outcome != FileClaim::Outcome::HeldByAnother;
+}
+
+std::optional<qint64> SingleInstance::holder() const
+{
+    return FileClaim::holder(m_file);
 }
 
 } // namespace plum

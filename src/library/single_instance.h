@@ -2,6 +2,8 @@
 
 #include "platform/file_claim.h"
 
+#include <optional>
+
 namespace plum {
 
 class AppFolders;
@@ -19,9 +21,13 @@ public:
     // False when another launcher holds the claim.
     bool claim();
 
+    // The process that holds the claim which `claim` has tried to get, where that can be known.
+    std::optional<qint64> holder() const;
+
 private:
     const AppFolders &m_folders;
     FileClaim m_claim;
+    QString m_file; // that is claimed
 };
 
 } // namespace plum

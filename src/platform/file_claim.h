@@ -2,10 +2,12 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace plum {
 
 // A claim on a file that one object at a time can hold, in whatever process. It ends with the object, and
-// with the process however that ends; the file itself stays and says nothing.
+// with the process however that ends; the file itself stays and claims nothing.
 class FileClaim
 {
 public:
@@ -25,6 +27,9 @@ public:
 
     // Nothing happens without a claim.
     void release();
+
+    // The process that holds a claim on the file, where that can be known.
+    static std::optional<qint64> holder(const QString &systemPath);
 
 private:
     static constexpr qintptr none = -1;

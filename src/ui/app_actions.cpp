@@ -20,26 +20,56 @@ AppActions::AppActions(Parts parts)
 {
     connect(&m.window, &frmSet::editDotScriptRequested, this, &AppActions::editDotScript);
     connect(&m.window, &frmSet::saveRequested, this, &AppActions::saveEdited);
+    connect(&m.window, &frmSet::leaveEditorRequested, this, &AppActions::leaveEditor);
     connect(&m.window, &frmSet::renameConfirmed, this, &AppActions::confirmRename);
     connect(&m.window, &frmSet::filesDroppedOnEditor, this, &AppActions::appendDropped);
 }
 
+bool AppActions::mayLeaveEditor()
+{
+    const EditPanel *panel = m.window.shownEditPanel();
+    if (!panel || !panel->isModified())
+        return true;
+    const QString name = panel->keyword().isEmpty() ? tr("The new app") : u'"' + panel->keyword() + u'"';
+    switch (MessageBoxes::askUnsaved(tr("%1 is not saved.").arg(name))) {
+    case MessageBoxes::Unsaved::Save:
+        return saveEdited();
+    case MessageBoxes::Unsaved::Discard:
+        return true;
+    case MessageBoxes::Unsaved::GoOn:
+        return false;
+    }
+    Q_UNREACHABLE();
+}
+
+void AppActions::leaveEditor()
+{
+    if (mayLeaveEditor())
+        m.window.showMainPanel();
+}
+
 void AppActions::addApp()
 {
+    if (!mayLeaveEditor())
+        return;
     m.window.editPanel().openForAdding();
     m.window.showEditPanel();
 }
 
 void AppActions::editApp(const QString &keyword)
 {
-    m.window.editPanel().openForEditing(keyword, m.library.scriptText(keyword, u"main.wf"_s));
+    m_opened = m.library.scriptFile(keyword, u"main.wf"_s);
+    m.window.editPanel().openForEditing(keyword, m_opened.shown());
+    m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
 }
 
 void AppActions::editDotScript(const QString &keyword)
 {
     m.setScriptPath(m.library.appPath(keyword, u".main.wf"_s));
-    m.window.editPanel().openDotScript(keyword, m.library.scriptText(keyword, u".main.wf"_s));
+    m_opened = m.library.scriptFile(keyword, u".main.wf"_s);
+    m.window.editPanel().openDotScript(keyword, m_opened.shown());
+    m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
 }
 
@@ -80,25 +110,22 @@ void AppActions::appendDropped(const QStringList &paths)
 }
 
 // A save or a rename that was refused leaves the panel open, so that nothing typed is lost.
-void AppActions::saveEdited()
+bool AppActions::saveEdited()
 {
     EditPanel &panel = m.window.editPanel();
-    bool saved = false;
-    switch (panel.mode()) {
-    case EditPanel::Mode::Add:
-        saved = m.library.CreateApp(panel.keyword(), panel.script());
-        break;
-    case EditPanel::Mode::Edit:
-        saved = m.library.SaveApp(panel.keyword(), panel.script());
-        break;
-    case EditPanel::Mode::EditDotScript:
-        saved = m.library.saveScript(panel.keyword(), u".main.wf"_s, panel.script());
-        break;
-    }
+    const bool isNew = panel.mode() == EditPanel::Mode::Add;
+    const bool mends = panel.mendsLineEnds();
+    const QString fileName = panel.mode() == EditPanel::Mode::EditDotScript ? u".main.wf"_s : u"main.wf"_s;
+    const bool saved = isNew ? m.library.CreateApp(panel.keyword(), panel.script())
+                             : m.library.saveScript(panel.keyword(), fileName, m_opened, panel.script(),
+                                 mends ? ScriptFile::LineEnds::Mended : ScriptFile::LineEnds::Kept);
     if (!saved)
-        return;
+        return false;
     m.faces.forget();
     m.window.showMainPanel();
+    if (mends)
+        m.window.say(tr("Line ends mended: every line of %1 ends in CR LF.").arg(panel.keyword()));
+    return true;
 }
 
 void AppActions::confirmRename()

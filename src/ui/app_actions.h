@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/script_file.h"
+
 #include <QObject>
 #include <QString>
 
@@ -31,6 +33,9 @@ public:
 
     explicit AppActions(Parts parts);
 
+    // Whether the edit panel may be left: its text is saved, given up, or not there. Asks.
+    bool mayLeaveEditor();
+
     void addApp();
     void editApp(const QString &keyword);
     void editDotScript(const QString &keyword);
@@ -39,11 +44,13 @@ public:
     void showGuide(const QString &keyword);
 
 private:
-    void saveEdited();
+    void leaveEditor();
+    bool saveEdited();
     void confirmRename();
     void appendDropped(const QStringList &paths);
 
     Parts m;
+    ScriptFile m_opened; // what the edit panel shows, as it was read
 };
 
 } // namespace plum

@@ -3,6 +3,9 @@
 #include "library/app_library.h"
 #include "platform/paths.h"
 
+#include <QBuffer>
+#include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
@@ -12,35 +15,71 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int maxIconSide = 4096; // pixels; a larger picture is not an icon
+constexpr int maxIconSide = 1024; // pixels; a larger picture is not an icon
+constexpr qint64 maxIconSize = 1 << 20; // bytes
+constexpr qint64 mostGuide = 4096; // bytes
 constexpr qsizetype maxFaces = 1000;
+constexpr qint64 readingTime = 5; // milliseconds, then the interface has its turn
 
 } // namespace
 
-const AppFaces::Face &AppFaces::face(const QString &keyword, int side, qreal scale)
+AppFaces::AppFaces(const AppLibrary &library, const Paths &paths)
+    : m_library(library)
+    , m_paths(paths)
 {
-    const auto known = m_faces.constFind(keyword);
-    if (known != m_faces.constEnd() && (known->icon.isNull() || known->icon.devicePixelRatio() == scale))
-        return *known;
+    m_reading.setSingleShot(true);
+    m_reading.setInterval(0);
+    connect(&m_reading, &QTimer::timeout, this, &AppFaces::readWanted);
+}
 
-    if (m_faces.size() >= maxFaces)
+AppFaces::Face AppFaces::face(const QString &keyword, int side, qreal scale)
+{
+    if (m_faces.size() >= maxFaces && !m_faces.contains(keyword))
         m_faces.clear();
-    Face face{.icon = icon(keyword, side, scale), .summary = {}};
-    const AppGuide guide = AppLibrary::isFolderName(keyword) ? m_library.guide(keyword) : AppGuide{};
-    if (guide.kind == AppGuide::Kind::Text)
-        face.summary = guide.content.simplified();
-    return *m_faces.insert(keyword, face);
+    Known &known = m_faces[keyword];
+    if (known.scale != scale && known.wanted != scale) {
+        known.side = side;
+        known.wanted = scale;
+        m_wanted += keyword;
+        m_reading.start();
+    }
+    return known.face;
+}
+
+void AppFaces::forget()
+{
+    for (Known &known : m_faces)
+        known.scale = known.wanted = 0;
+}
+
+void AppFaces::readWanted()
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!m_wanted.isEmpty() && elapsed.elapsed() < readingTime) {
+        const QString keyword = m_wanted.takeFirst();
+        const auto known = m_faces.find(keyword);
+        if (known == m_faces.end() || known->wanted == 0 || !AppLibrary::isFolderName(keyword))
+            continue;
+        known->scale = known->wanted;
+        known->face.icon = icon(keyword, known->side, known->scale);
+        const AppGuide guide = m_library.guide(keyword, mostGuide);
+        known->face.summary = guide.kind == AppGuide::Kind::Text ? guide.content.simplified() : QString();
+    }
+    if (!m_wanted.isEmpty())
+        m_reading.start();
+    Q_EMIT changed();
 }
 
 QPixmap AppFaces::icon(const QString &keyword, int side, qreal scale) const
 {
-    if (!AppLibrary::isFolderName(keyword))
+    QFile file(m_paths.toSystem(m_library.appPath(keyword, u"icon.png"_s)));
+    const QFileInfo info(file);
+    if (!info.isFile() || info.size() > maxIconSize || !file.open(QIODevice::ReadOnly))
         return {};
-    const QString path = m_paths.toSystem(m_library.appPath(keyword, u"icon.png"_s));
-    // Most apps have none; a reader would go through all plug-ins before it says so.
-    if (!QFileInfo::exists(path))
-        return {};
-    QImageReader reader(path);
+    QByteArray bytes = file.read(maxIconSize);
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > maxIconSide || size.height() > maxIconSide)
         return {};

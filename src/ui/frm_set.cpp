@@ -14,8 +14,10 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QStackedLayout>
+#include <QTimer>
 #include <QVBoxLayout>
 
+#include <chrono>
 #include <utility>
 
 namespace plum {
@@ -25,6 +27,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize mainPanelSize(440, 452);
+constexpr std::chrono::seconds passingTime{6};
 
 // The main panel; a press on it leads back to the keyword box.
 class MainPanel final : public QWidget
@@ -68,7 +71,7 @@ EditPanel &frmSet::editPanel()
     m_mover->installOn(*addeditbox);
     addeditbox->setTheme(theme());
     connect(this, &BorderlessWindow::themeChanged, addeditbox, &EditPanel::setTheme);
-    connect(addeditbox, &EditPanel::back, this, &frmSet::showMainPanel);
+    connect(addeditbox, &EditPanel::back, this, &frmSet::leaveEditorRequested);
     connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::openSettingsMenu);
     connect(addeditbox, &EditPanel::saveRequested, this, &frmSet::saveRequested);
     connect(addeditbox, &EditPanel::filesDropped, this, &frmSet::filesDroppedOnEditor);
@@ -118,6 +121,10 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     m_hint->setTextFormat(Qt::RichText);
     m_hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_hint->hide();
+    m_passing = new QTimer(this);
+    m_passing->setSingleShot(true);
+    m_passing->setInterval(passingTime);
+    connect(m_passing, &QTimer::timeout, this, [this] { showFooter(m_standingHint); });
 
     auto *head = new QHBoxLayout;
     head->setSpacing(2);
@@ -226,8 +233,26 @@ QString frmSet::selectedKeyword() const
 
 void frmSet::setHint(const QString &richText)
 {
+    m_standingHint = richText;
+    if (!m_passing->isActive())
+        showFooter(richText);
+}
+
+void frmSet::say(const QString &plainText)
+{
+    showFooter(plainText.toHtmlEscaped());
+    m_passing->start();
+}
+
+void frmSet::showFooter(const QString &richText)
+{
     m_hint->setText(richText);
     m_hint->setVisible(!richText.isEmpty());
+}
+
+EditPanel *frmSet::shownEditPanel() const
+{
+    return addeditbox && addeditbox->isVisibleTo(this) ? addeditbox : nullptr;
 }
 
 void frmSet::filter()

@@ -6,6 +6,7 @@
 
 class QLabel;
 class QStackedLayout;
+class QTimer;
 
 namespace plum {
 
@@ -50,8 +51,14 @@ public:
     // The current text of the list that the marker names.
     QString selectedKeyword() const;
 
-    // A line of text under the lists; it may hold a link, which emits `hotkeyRequested`.
+    // The standing line under the lists; it may hold a link, which emits `hotkeyRequested`.
     void setHint(const QString &richText);
+
+    // A passing line in its place, for some seconds.
+    void say(const QString &plainText);
+
+    // The edit panel when it is the one that is shown.
+    EditPanel *shownEditPanel() const;
 
 Q_SIGNALS:
     void firstPainted();
@@ -67,6 +74,7 @@ Q_SIGNALS:
     void storeRequested();
     void exitRequested();
     void saveRequested(); // of the edit panel
+    void leaveEditorRequested();
     void filesDroppedOnEditor(const QStringList &paths);
     void renameConfirmed();
 
@@ -83,6 +91,7 @@ private:
     void runFirst();
     void moveIntoList();
     void openSettingsMenu(QPoint globalPosition);
+    void showFooter(const QString &richText);
 
     AppLists &m_lists;
     const ScriptVocabulary &m_vocabulary;
@@ -93,6 +102,8 @@ private:
     KeywordList *List2; // the keywords that match; in front of `List` when filtering
     FileEntry *Text8; // the keyword box
     QLabel *m_hint;
+    QString m_standingHint;
+    QTimer *m_passing; // runs while a passing line is shown
     QStackedLayout *m_stack;
     QWidget *okbox; // the main panel
     EditPanel *addeditbox = nullptr;

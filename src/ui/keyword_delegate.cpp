@@ -65,7 +65,7 @@ void KeywordDelegate::paint(
         painter->drawRoundedRect(QRectF(row).adjusted(0.5, 0.5, -0.5, -0.5), 7, 7);
     }
 
-    const AppFaces::Face &face = m_faces.face(keyword, iconSide, painter->device()->devicePixelRatioF());
+    const AppFaces::Face face = m_faces.face(keyword, iconSide, painter->device()->devicePixelRatioF());
     const QRect square(row.left() + margin, row.center().y() - iconSide / 2 + 1, iconSide, iconSide);
     if (face.icon.isNull()) {
         paintLetter(*painter, square, keyword, theme.isDark);

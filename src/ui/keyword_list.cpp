@@ -1,5 +1,6 @@
 #include "ui/keyword_list.h"
 
+#include "ui/app_faces.h"
 #include "ui/controls/dropped_files.h"
 #include "ui/keyword_delegate.h"
 
@@ -19,6 +20,7 @@ KeywordList::KeywordList(const QString &name, AppFaces &faces, QWidget *parent)
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
+    connect(&faces, &AppFaces::changed, viewport(), qOverload<>(&QWidget::update));
     connect(new FileDropTarget(*viewport()), &FileDropTarget::fileDropped, this, &KeywordList::fileDropped);
 }
 

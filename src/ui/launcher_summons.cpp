@@ -91,18 +91,30 @@ void LauncherSummons::toggle(quint32 time)
         m.hotkey.takeKeysFrom(window);
         return;
     }
-    if (m.window.isVisible())
-        m.windows.bringHere(window);
-    showAndActivate();
+    fetch();
     m.hotkey.giveKeysTo(window);
+}
+
+void LauncherSummons::fetch()
+{
+    if (m.window.isVisible())
+        m.windows.bringHere(static_cast<WindowHandle>(m.window.winId()));
+    showAndActivate();
 }
 
 void LauncherSummons::showHint()
 {
-    m.window.setHint(m_module.isRegistered() ? QString()
-                                             : tr("No hotkey yet.")
-                + u" <a href='hotkey' style='color:%1'>%2</a>"_s.arg(
-                    m.window.theme().accent.name(), tr("Choose one")));
+    if (m_module.isRegistered()) {
+        m.window.setHint({});
+        return;
+    }
+    const QString state = m_module.isTaken()
+        ? tr("%1 belongs to another program, maybe another Plum. Plum takes it when it is free.")
+              .arg(m_module.hotkeyText.toHtmlEscaped())
+        : tr("No hotkey yet.");
+    const QString link = m_module.isTaken() ? tr("Choose another one") : tr("Choose one");
+    m.window.setHint(
+        state + u" <a href='hotkey' style='color:%1'>%2</a>"_s.arg(m.window.theme().accent.name(), link));
 }
 
 void LauncherSummons::makeHotkeyWindow()

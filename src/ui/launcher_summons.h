@@ -43,6 +43,11 @@ public:
     // Shows the launcher in front of the other windows, ready for a keyword.
     void showAndActivate();
 
+    // The same, wherever the window is: also on another virtual desktop.
+    void fetch();
+
+    bool hasHotkey() const { return m_module.isRegistered(); }
+
     void showHotkeyWindow();
 
     // Says under the lists whether there is a hotkey.

@@ -6,10 +6,12 @@
 #include "look/app_icon.h"
 #include "platform/paths.h"
 #include "platform/shell.h"
+#include "ui/controls/passing_note.h"
 #include "ui/frm_set.h"
 #include "ui/sett.h"
 #include "ui/store_door.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <chrono>
@@ -37,9 +39,14 @@ LauncherUi::LauncherUi(Surroundings surroundings)
     , m_runs({.report = m.report,
           .reportMistakes = m.reportMistakes,
           .showMessage = [this](const Message &message) { showMessage(message); },
-          .endProcess = [this](int status) { end(status); }})
+          .endProcess = [this](int status) { end(status); },
+          .refused = [this] { m_window->say(tr("Not started: too many runs wait for each other already.")); },
+          .left = [this] { runLeft(); }})
     , m_questions(m.shell, m_library,
-          [this]() -> QWidget * { return m_window && m_window->isVisible() ? m_window.get() : nullptr; })
+          {.owner = [this]() -> QWidget * {
+               return m_window && m_window->isVisible() ? m_window.get() : nullptr;
+           },
+              .keysOfTip = [this] { return keysOfTip(); }})
     , m_packageNames({m_library, m_faces, m.store, m_questions, m.askInstall})
 {
     connect(&m_questions, &Questions::inputConfirmed, this,
@@ -198,12 +205,15 @@ void LauncherUi::leaveDesktop()
 
 void LauncherUi::end(int status)
 {
+    m_isEnding = true;
     leaveDesktop();
     m.endProcess(status);
 }
 
 void LauncherUi::exit()
 {
+    if (m_actions && !m_actions->mayLeaveEditor())
+        return;
     leaveDesktop();
     if (m_window)
         m_window->hide();
@@ -256,6 +266,43 @@ void LauncherUi::showTip(const QString &text)
     m_questions.showTip(text);
 }
 
+QString LauncherUi::keysOfTip() const
+{
+    if (!m_runs.hasLinesLeft())
+        return {};
+    return m_runs.state().endsWithRun() ? tr("✕ ends the script · Enter or Esc only closes this")
+                                        : tr("✕ goes on with the script · Enter or Esc gives the rest up");
+}
+
+// No line of a script is carried out at the moment, and none will be unless somebody answers.
+void LauncherUi::runLeft()
+{
+    if (m_isEnding)
+        return;
+    const bool isScriptStart = m_runs.state().runidx[2] == 1;
+    if (isScriptStart && !(m_questions.isAsking() && m.hasDesktop)) {
+        m.report(u"nothing is left to run, and the process stays; Ctrl+C or \"kill %1\" ends it."_s.arg(
+            QCoreApplication::applicationPid()));
+    }
+    if (std::exchange(m_tellsHowToReturn, false))
+        tellHowToReturn();
+}
+
+// Whether the user has a way to fetch the launcher without starting it again.
+bool LauncherUi::canReturn() const
+{
+    return m_summons->hasHotkey() || (m_menus && m_menus->hasTrayIcon());
+}
+
+void LauncherUi::tellHowToReturn()
+{
+    if (m_window->isVisible() || std::exchange(m_toldHowToReturn, true))
+        return;
+    const QString text = tr("Plum is hidden. Start it again to bring it back, and choose a hotkey there.");
+    m.report(text);
+    PassingNote::tell(text);
+}
+
 void LauncherUi::showMessage(const Message &message)
 {
     reportUnseen(u"says"_s, message.text);
@@ -265,8 +312,19 @@ void LauncherUi::showMessage(const Message &message)
 
 void LauncherUi::hideLauncher()
 {
-    if (m_window)
-        m_window->hide();
+    if (!m_window)
+        return;
+    m_window->hide();
+    // A script that hides the launcher goes on with what lies behind it: nothing gets in its way.
+    m_tellsHowToReturn = !canReturn();
+    if (m_tellsHowToReturn && !m_runs.isRunning())
+        runLeft();
+}
+
+void LauncherUi::fetch()
+{
+    if (m_summons)
+        m_summons->fetch();
 }
 
 } // namespace plum

@@ -86,6 +86,9 @@ public:
     // The normal start: the list, the hotkey, the window, and soon after it the tray icon.
     void start(const Desktop &desktop);
 
+    // Brings the launcher to the user, wherever it is: another start of the program asks for it.
+    void fetch();
+
     // Ends the process through the launcher's exit routine.
     void exit();
 
@@ -112,6 +115,10 @@ private:
     sett &menus(); // made when they are first asked for
     void choose(MenuCommand command);
     void openPage(const QString &address);
+    QString keysOfTip() const;
+    void runLeft();
+    bool canReturn() const;
+    void tellHowToReturn();
     void leaveDesktop();
     void end(int status);
     void reportUnseen(const QString &what, const QString &text);
@@ -132,8 +139,12 @@ private:
     Questions m_questions;
     PackageNames m_packageNames;
 
+    bool m_isEnding = false;
+
     // With the launcher alone.
     bool m_isComplete = false;
+    bool m_tellsHowToReturn = false; // when the run that hid the launcher is over
+    bool m_toldHowToReturn = false;
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<sett> m_menus;
     std::unique_ptr<AppActions> m_actions;

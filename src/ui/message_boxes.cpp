@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace plum {
 
@@ -28,6 +29,26 @@ bool MessageBoxes::askYesNo(const QString &question, const QString &title)
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
     return box.exec() == QMessageBox::Yes;
+}
+
+MessageBoxes::Unsaved MessageBoxes::askUnsaved(const QString &question)
+{
+    QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(), question,
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    box.setTextFormat(Qt::PlainText);
+    box.button(QMessageBox::Save)->setText(QCoreApplication::translate("plum::MessageBoxes", "Save"));
+    box.button(QMessageBox::Discard)->setText(QCoreApplication::translate("plum::MessageBoxes", "Discard"));
+    box.button(QMessageBox::Cancel)->setText(QCoreApplication::translate("plum::MessageBoxes", "Go on"));
+    box.setDefaultButton(QMessageBox::Save);
+    box.setWindowModality(Qt::ApplicationModal);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return Unsaved::Save;
+    case QMessageBox::Discard:
+        return Unsaved::Discard;
+    default:
+        return Unsaved::GoOn;
+    }
 }
 
 } // namespace plum

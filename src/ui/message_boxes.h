@@ -10,6 +10,15 @@ class MessageBoxes final : public LibraryDialogs
 public:
     void showMessage(const Message &message) override;
     bool askYesNo(const QString &question, const QString &title) override;
+
+    enum class Unsaved {
+        Save,
+        Discard,
+        GoOn,
+    };
+
+    // What is to become of a text that was typed and not saved.
+    static Unsaved askUnsaved(const QString &question);
 };
 
 } // namespace plum

@@ -7,10 +7,10 @@
 
 namespace plum {
 
-Questions::Questions(Shell &shell, const AppLibrary &library, std::function<QWidget *()> owner)
+Questions::Questions(Shell &shell, const AppLibrary &library, Surroundings surroundings)
     : m_shell(shell)
     , m_library(library)
-    , m_owner(std::move(owner))
+    , m(std::move(surroundings))
 {
 }
 
@@ -24,7 +24,7 @@ shurubox &Questions::freshBox()
     m_box = new shurubox(m_shell,
         {.exists = [this](const QString &keyword) { return m_library.exists(keyword); },
             .faultOf = [this](const QString &keyword) { return m_library.faultOf(keyword); }},
-        m_owner());
+        m.owner());
     connect(m_box, &shurubox::unloaded, this, [this] {
         m_box.clear();
         // What the answer leads to comes first: a script may have its next question.
@@ -81,7 +81,15 @@ void Questions::showInput(const QString &prompt, const QString &variable)
 
 void Questions::showTip(const QString &text)
 {
-    ask(Kind::OfScript, [text](shurubox &box) { box.showTip(text); });
+    ask(Kind::OfScript, [this, text](shurubox &box) {
+        box.showTip(text);
+        // Where the run goes on is known when the line has been carried out.
+        const auto explain = [this, asked = &box] {
+            if (m_box == asked)
+                m_box->explainKeys(m.keysOfTip());
+        };
+        QMetaObject::invokeMethod(this, explain, Qt::QueuedConnection);
+    });
 }
 
 void Questions::askPackageName(const QString &keyword, const QString &package)
@@ -92,6 +100,11 @@ void Questions::askPackageName(const QString &keyword, const QString &package)
 bool Questions::isAskingName() const
 {
     return (m_box && m_openKind == Kind::Name) || m_waitingName;
+}
+
+bool Questions::isAsking() const
+{
+    return !m_box.isNull();
 }
 
 QString Questions::entryText() const

@@ -22,8 +22,13 @@ class Questions final : public QObject
     Q_OBJECT
 
 public:
-    // `owner` is the window that the box belongs to; null while there is none to be seen.
-    Questions(Shell &shell, const AppLibrary &library, std::function<QWidget *()> owner);
+    struct Surroundings
+    {
+        std::function<QWidget *()> owner; // what the box belongs to; null while there is nothing to be seen
+        std::function<QString()> keysOfTip; // what the keys of a tip do; empty when there is nothing to say
+    };
+
+    Questions(Shell &shell, const AppLibrary &library, Surroundings surroundings);
     ~Questions() override;
     Q_DISABLE_COPY_MOVE(Questions)
 
@@ -35,6 +40,9 @@ public:
 
     // Whether the name of a package is being asked for, or will be.
     bool isAskingName() const;
+
+    // A box is open.
+    bool isAsking() const;
 
     // The text of the open box's entry; empty without a box.
     QString entryText() const;
@@ -60,7 +68,7 @@ private:
 
     Shell &m_shell;
     const AppLibrary &m_library;
-    std::function<QWidget *()> m_owner;
+    Surroundings m;
     QPointer<shurubox> m_box;
     Kind m_openKind = Kind::OfScript; // of the open box
     std::optional<Show> m_waitingOfScript;

@@ -7,12 +7,20 @@
 #include "engine/run_time_error.h"
 #include "library/app_library.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Each run that is started inside the wait of another takes its share of the stack.
+constexpr int mostNested = 200;
+
+} // namespace
 
 ScriptRuns::ScriptRuns(Surroundings surroundings)
     : m(std::move(surroundings))
@@ -30,6 +38,10 @@ void ScriptRuns::runKeyword(const QString &keyword, bool remembersPath)
     // A list file may hold any text; only a folder of the library is an app.
     if (!AppLibrary::isFolderName(keyword))
         return;
+    if (m_depth >= mostNested) {
+        m.refused();
+        return;
+    }
     guarded([&] {
         m_starts->runApp(
             keyword, remembersPath ? RunStart::ScriptPath::Remembered : RunStart::ScriptPath::Kept);
@@ -55,6 +67,8 @@ void ScriptRuns::resumeDismissed(bool withEnter, const QString &variable, const 
 {
     if (m_asking != 0)
         resumeLater({withEnter, variable, text});
+    else if (m_depth == 0)
+        m.left();
 }
 
 void ScriptRuns::resumeWith(const QString &variable, const QString &text)
@@ -65,10 +79,12 @@ void ScriptRuns::resumeWith(const QString &variable, const QString &text)
     }
     m_state->vardict.SetVar(variable, text);
     const bool isOver = m_state->runidx[0] >= m_state->runlist.size();
-    guarded([this] { m_starts->resume(); });
-    // A script on the command line ends after its last line, also when that line was the question.
-    if (isOver && m_state->endsWithRun())
-        m.endProcess(EXIT_SUCCESS);
+    guarded([this, isOver] {
+        m_starts->resume();
+        // A script on the command line ends after its last line, also when that line was the question.
+        if (isOver && m_state->endsWithRun())
+            m.endProcess(EXIT_SUCCESS);
+    });
 }
 
 void ScriptRuns::resumeClosed()
@@ -81,11 +97,22 @@ void ScriptRuns::resumeClosed()
         m.endProcess(EXIT_SUCCESS);
         return;
     }
-    resumeNext([this] { m_starts->resume(); });
+    guarded([this] { resumeNext([this] { m_starts->resume(); }); });
+}
+
+bool ScriptRuns::hasLinesLeft() const
+{
+    if (m_asking != 0)
+        return false;
+    const QStringList left
+        = m_state->runlist.sliced(std::clamp<qsizetype>(m_state->runidx[0], 0, m_state->runlist.size()));
+    return std::ranges::any_of(
+        left, [](const QString &line) { return !line.isEmpty() && !line.startsWith("//"_L1); });
 }
 
 void ScriptRuns::guarded(const std::function<void()> &run)
 {
+    ++m_depth;
     try {
         run();
     } catch (const RunTimeError &error) {
@@ -93,6 +120,8 @@ void ScriptRuns::guarded(const std::function<void()> &run)
     } catch (const ScriptError &error) {
         fail(error);
     }
+    if (--m_depth == 0)
+        m.left();
 }
 
 // An error of a later edition ends the run, never the launcher. A script on the command line takes its

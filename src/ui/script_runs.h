@@ -24,6 +24,8 @@ public:
         std::function<void(const ScriptError &error)> reportMistakes; // as editors and shells read them
         std::function<void(const Message &message)> showMessage;
         std::function<void(int status)> endProcess; // gives the desktop back what the launcher holds of it
+        std::function<void()> refused; // a run was not started, since too many wait already
+        std::function<void()> left; // no run is under way any more
     };
 
     explicit ScriptRuns(Surroundings surroundings);
@@ -32,6 +34,7 @@ public:
     void connectEngine(RunState &state, RunStart &starts);
 
     RunState &state() { return *m_state; }
+    const RunState &state() const { return *m_state; }
 
     // `remembersPath`: the running script's path becomes that of the app.
     void runKeyword(const QString &keyword, bool remembersPath);
@@ -41,6 +44,13 @@ public:
 
     // A run shows a tip or a question: what becomes of it is for that run.
     void noteAsking();
+
+    // Whether the run that is suspended has a line left that Enter and Esc would give up. A later edition
+    // goes on after them.
+    bool hasLinesLeft() const;
+
+    // A run is under way; one that is suspended is not.
+    bool isRunning() const { return m_depth > 0; }
 
     // Go on with a suspended run: with an answer, or because the box was closed.
     void resumeWith(const QString &variable, const QString &text);
@@ -57,6 +67,7 @@ private:
     void resumeLater(const Answer &answer);
 
     Surroundings m;
+    int m_depth = 0; // runs that were started inside the waits of others
     RunState *m_state = nullptr;
     RunStart *m_starts = nullptr;
     RunTicket m_asking = 0; // the run of a later edition whose tip or question is shown

@@ -2,12 +2,22 @@
 
 #include "platform/global_hotkey.h"
 
+#include <chrono>
+#include <utility>
+
 namespace plum {
+
+namespace {
+
+constexpr std::chrono::seconds betweenTries{1};
+
+} // namespace
 
 sethotkey::sethotkey(GlobalHotkey &port)
     : m_port(port)
 {
     connect(&m_port, &GlobalHotkey::fired, this, &sethotkey::fired);
+    connect(&m_retry, &QTimer::timeout, this, &sethotkey::tryToRegister);
 }
 
 sethotkey::~sethotkey()
@@ -20,16 +30,31 @@ void sethotkey::RegisterLauncherHotkey(const QString &letter)
     UnregisterLauncherHotkey();
     if (!letter.isEmpty())
         letterCode = letter.front().unicode();
-    if (letterCode >= 'A' && letterCode <= 'Z') {
-        m_isRegistered = m_port.registerHotkey(modifierFlags, letterCode);
-        m_isTaken = !m_isRegistered;
-    }
-    Q_EMIT registrationChanged();
+    // What the user chooses meanwhile is not asked for before it is confirmed.
+    m_wanted = {modifierFlags, letterCode};
+    if (letterCode >= 'A' && letterCode <= 'Z')
+        tryToRegister();
+    else
+        Q_EMIT registrationChanged();
+}
+
+// No system tells when a combination becomes free.
+void sethotkey::tryToRegister()
+{
+    m_isRegistered = m_port.registerHotkey(m_wanted.modifiers, m_wanted.letter);
+    const bool wasTaken = std::exchange(m_isTaken, !m_isRegistered);
+    if (m_isRegistered)
+        m_retry.stop();
+    else
+        m_retry.start(betweenTries);
+    if (m_isRegistered || !wasTaken)
+        Q_EMIT registrationChanged();
 }
 
 void sethotkey::UnregisterLauncherHotkey()
 {
     m_isTaken = false;
+    m_retry.stop();
     if (!m_isRegistered)
         return;
     m_port.unregisterHotkey();

@@ -2,13 +2,15 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 namespace plum {
 
 class GlobalHotkey;
 
 // Module `sethotkey`: the one system-wide hotkey and its registration. A combination that another program
-// holds is not reported by the registration itself; `isTaken` tells it to whoever asks.
+// holds is not reported by the registration itself; `isTaken` tells it to whoever asks, and the combination
+// is taken as soon as it is free.
 class sethotkey final : public QObject
 {
     Q_OBJECT
@@ -37,7 +39,17 @@ Q_SIGNALS:
     void registrationChanged();
 
 private:
+    struct Combination
+    {
+        quint32 modifiers = 0;
+        quint32 letter = 0;
+    };
+
+    void tryToRegister();
+
     GlobalHotkey &m_port;
+    Combination m_wanted; // of the last registration
+    QTimer m_retry; // runs while another program holds the combination
     bool m_isRegistered = false;
     bool m_isTaken = false;
 };

@@ -53,6 +53,9 @@ public:
     void addTrayIcon();
     void removeTrayIcon();
 
+    // The desktop shows the icon.
+    bool hasTrayIcon() const { return m_tray && QSystemTrayIcon::isSystemTrayAvailable(); }
+
     // A button was released on the tray icon; opens `cd` for the left and the right one.
     void trayEvent(QSystemTrayIcon::ActivationReason reason);
 

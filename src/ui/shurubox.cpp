@@ -135,6 +135,10 @@ QWidget *shurubox::makeTipPanel()
     heading->setMinimumHeight(Image1->height());
     column->addWidget(heading);
     column->addWidget(tipsbox, 1);
+    m_keys = label(u"keys"_s, {}, panel);
+    m_keys->setProperty("quiet", true);
+    m_keys->hide();
+    column->addWidget(m_keys);
     return panel;
 }
 
@@ -166,8 +170,7 @@ QWidget *shurubox::makeNamePanel()
     connect(Image2, &PictureButton::clicked, this, &shurubox::confirmName);
     connect(Label3, &QPushButton::clicked, this, [this] {
         const QString name = Text4->text();
-        m_isAnswered = true;
-        close();
+        answered();
         Q_EMIT nameConfirmedUnchecked(name);
     });
     connect(Label4, &QPushButton::clicked, this, [this] { bringUp(setupbox); });
@@ -224,6 +227,15 @@ void shurubox::showTip(const QString &text)
     tipsbox->setFocus();
 }
 
+void shurubox::explainKeys(const QString &text)
+{
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    m_keys->setFont(small);
+    m_keys->setText(text);
+    m_keys->setVisible(!text.isEmpty());
+}
+
 void shurubox::showName(const QString &keyword, const QString &package)
 {
     Text4->setText(keyword);
@@ -243,15 +255,13 @@ void shurubox::confirmInput()
 {
     const QString variable = indim->text();
     const QString text = Text1->text();
-    m_isAnswered = true;
-    close();
+    answered();
     Q_EMIT inputConfirmed(variable, text);
 }
 
 void shurubox::closeInput()
 {
-    m_isAnswered = true;
-    close();
+    answered();
     Q_EMIT inputClosed();
 }
 
@@ -266,8 +276,7 @@ void shurubox::confirmName()
         Label6->setText(fault);
         return;
     }
-    m_isAnswered = true;
-    close();
+    answered();
     Q_EMIT nameConfirmed(name);
 }
 
@@ -277,6 +286,12 @@ void shurubox::closeEvent(QCloseEvent *event)
     Q_EMIT unloaded();
     if (!m_isAnswered)
         Q_EMIT dismissed(m_isEnterPressed, indim->text(), Text1->text());
+}
+
+void shurubox::answered()
+{
+    m_isAnswered = true;
+    close();
 }
 
 void shurubox::keyPressEvent(QKeyEvent *event)

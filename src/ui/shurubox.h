@@ -34,6 +34,9 @@ public:
     void showInput(const QString &prompt, const QString &variable);
     void showTip(const QString &text);
 
+    // Says in small print under the tip what its keys do; nothing hides the line.
+    void explainKeys(const QString &text);
+
     // Asks for the keyword under which `package` is to be installed.
     void showName(const QString &keyword, const QString &package);
 
@@ -62,6 +65,8 @@ private:
     void closeInput();
     void confirmName();
 
+    void answered();
+
     Shell &m_shell;
     Library m_library;
     QStackedWidget *m_panels;
@@ -74,6 +79,7 @@ private:
     QLabel *indim; // the name of the variable that receives the input; never visible
     FileEntry *Text1; // the entry
     QPlainTextEdit *tipsbox; // the tip
+    QLabel *m_keys; // what the keys do
     QLineEdit *Text4; // the keyword for a package
     QLabel *Label6; // says that a keyword is taken
     QLineEdit *Text2; // the package

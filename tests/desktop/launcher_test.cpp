@@ -65,6 +65,19 @@ TEST_F(LauncherTest, runsTheAppWhoseKeywordIsTyped)
     }));
 }
 
+TEST_F(LauncherTest, aSecondStartFetchesTheHiddenFirstOneAndEndsSilently)
+{
+    startLauncher();
+    press({u"alt+z"_s});
+    ASSERT_TRUE(eventually([&] { return !isShown(); }));
+    QProcess second;
+    server().start(second, program());
+    ASSERT_TRUE(second.waitForFinished());
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_EQ(second.readAllStandardError().toStdString(), "");
+    EXPECT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
+}
+
 TEST_F(LauncherTest, answersTheHotkeyWhileAScriptWaitsForAServer)
 {
     QTcpServer slow;

@@ -453,14 +453,14 @@ TEST_F(AppLibraryTest, aScriptThatIsNoFileIsNotWaitedFor)
     ASSERT_TRUE(QDir().mkpath(folder.apps(u"pipe"_s)));
     ASSERT_EQ(mkfifo(QFile::encodeName(folder.script(u"pipe"_s)).constData(), 0600), 0);
     EXPECT_EQ(appLibrary.guide(u"pipe"_s).kind, AppGuide::Kind::None);
-    EXPECT_EQ(appLibrary.scriptText(u"pipe"_s, u"main.wf"_s), QString());
+    EXPECT_EQ(appLibrary.scriptFile(u"pipe"_s, u"main.wf"_s).shown(), QString());
 }
 
 TEST_F(AppLibraryTest, aScriptIsReadWithoutItsFinalLineEnd)
 {
     folder.addApp(u"a"_s, "one\r\ntwo\r\n");
-    EXPECT_EQ(appLibrary.scriptText(u"a"_s, u"main.wf"_s), u"one\r\ntwo"_s);
-    EXPECT_EQ(appLibrary.scriptText(u"gone"_s, u"main.wf"_s), QString());
+    EXPECT_EQ(appLibrary.scriptFile(u"a"_s, u"main.wf"_s).shown(), u"one\r\ntwo"_s);
+    EXPECT_EQ(appLibrary.scriptFile(u"gone"_s, u"main.wf"_s).shown(), QString());
 }
 
 TEST_F(AppLibraryTest, filteringFindsTheTextAnywhereAndMindsLetterCase)

@@ -111,9 +111,14 @@ TEST(SingleInstance, aFolderThatCannotBeWrittenIsClaimedInTheRuntimeFolder)
 {
     const recording::ProgramFolder folder;
     const recording::ProgramFolder runtime;
+    const recording::ProgramFolder links;
+    ASSERT_TRUE(QFile::link(folder.path(), links.path() + u"/linked"_s));
+    // Another user passes through it, also one of the owner's group.
+    QFile::setPermissions(links.path(), QFile::permissions(links.path()) | QFile::ExeGroup | QFile::ExeOther);
     const QByteArray runtimeBefore = qgetenv("XDG_RUNTIME_DIR");
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
-    const auto closed = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    const auto closed = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup
+        | QFile::ReadOther | QFile::ExeOther;
     QFile::setPermissions(folder.path(), closed);
     // It has to be the user's own.
     constexpr uid_t nobody = 65534;
@@ -124,10 +129,15 @@ TEST(SingleInstance, aFolderThatCannotBeWrittenIsClaimedInTheRuntimeFolder)
         const OtherUser user;
         ASSERT_TRUE(user.isReady);
         const Place place(folder.path());
+        const Place linked(links.path() + u"/linked"_s);
+        const Place other(links.path());
         SingleInstance first(place.folders);
-        SingleInstance second(place.folders);
+        SingleInstance second(linked.folders);
+        SingleInstance ofAnotherFolder(other.folders);
         EXPECT_TRUE(first.claim());
         EXPECT_FALSE(second.claim());
+        EXPECT_EQ(second.holder(), getpid());
+        EXPECT_TRUE(ofAnotherFolder.claim());
     }
     QFile::setPermissions(folder.path(), closed | QFile::WriteOwner);
     EXPECT_FALSE(QFile::exists(folder.path() + u"/config"_s));
@@ -159,6 +169,7 @@ TEST(SingleInstance, aClaimEndsWithItsProcess)
     EXPECT_EQ(claimed, 'y');
     SingleInstance mine(place.folders);
     EXPECT_FALSE(mine.claim());
+    EXPECT_EQ(mine.holder(), child);
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     EXPECT_TRUE(mine.claim());

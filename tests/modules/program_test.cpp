@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 using plum::test::OddServer;
 using plum::test::TemporaryFiles;
@@ -74,6 +76,58 @@ TEST_F(ProgramTest, WhatNobodyCanSeeIsSaidInWords)
         return said.contains(u"shows a tip, and nobody can close it without a display: read this"_s);
     })) << qPrintable(said);
     EXPECT_TRUE(said.contains(u"says: image\\no\\such.pngcan not finf"_s)) << qPrintable(said);
+}
+
+TEST_F(ProgramTest, AnUnknownOptionIsSaidAndEnds)
+{
+    m_plum.start(QStringLiteral(PLUM_PROGRAMS_FOLDER "/plum"), {u"--loud"_s});
+    ASSERT_TRUE(m_plum.waitForFinished());
+    EXPECT_EQ(m_plum.exitCode(), 2);
+    EXPECT_TRUE(m_plum.readAllStandardError().contains("there is no option \"--loud\""));
+}
+
+TEST_F(ProgramTest, HelpSaysWhereFilesAreAndHowARunEnds)
+{
+    QByteArray texts[2];
+    for (int i = 0; i < 2; ++i) {
+        m_plum.start(QStringLiteral(PLUM_PROGRAMS_FOLDER "/plum"), {i == 0 ? u"-h"_s : u"--help"_s});
+        ASSERT_TRUE(m_plum.waitForFinished());
+        EXPECT_EQ(m_plum.exitCode(), 0);
+        texts[i] = m_plum.readAllStandardOutput();
+    }
+    EXPECT_EQ(texts[0], texts[1]);
+    for (const char *word : {PLUM_PROGRAMS_FOLDER "/config/apps/", "/config/load/", "Ctrl+C", "scripting.md"})
+        EXPECT_TRUE(texts[0].contains(word)) << word;
+}
+
+TEST_F(ProgramTest, AScriptThatStaysAfterAnErrorSaysSoAndEndsWithItsTerminal)
+{
+    for (const int signal : {SIGHUP, SIGINT}) {
+        const QString path = m_files.write(u"main.wf"_s, "time.sleep \"abc\"");
+        m_plum.start(QStringLiteral(PLUM_PROGRAMS_FOLDER "/plum"), {path});
+        QByteArray lines;
+        EXPECT_TRUE(waitUntil([&] {
+            m_plum.waitForReadyRead(1);
+            lines += m_plum.readAllStandardError();
+            return lines.contains("the process stays; Ctrl+C or \"kill ");
+        })) << lines.constData();
+        kill(static_cast<pid_t>(m_plum.processId()), signal);
+        EXPECT_TRUE(m_plum.waitForFinished());
+        EXPECT_EQ(m_plum.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(m_plum.exitCode(), 0);
+    }
+}
+
+TEST_F(ProgramTest, AMissingScriptSaysThatTheProcessStays)
+{
+    m_plum.start(QStringLiteral(PLUM_PROGRAMS_FOLDER "/plum"), {u"/no/such.wf"_s});
+    QByteArray lines;
+    EXPECT_TRUE(waitUntil([&] {
+        m_plum.waitForReadyRead(1);
+        lines += m_plum.readAllStandardError();
+        return lines.contains("cannot read /no/such.wf") && lines.contains("the process stays");
+    })) << lines.constData();
+    EXPECT_TRUE(endsOnRequest());
 }
 
 TEST_F(ProgramTest, AFetchLoadsTheNetworkAlone)

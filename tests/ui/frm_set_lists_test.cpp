@@ -231,7 +231,7 @@ TEST_F(FrmSetTest, doubleClickOnAResultOpensItsSecondScript)
     EXPECT_EQ(state.runctx[0], folder.path() + u"\\config\\apps\\note\\.main.wf"_s);
 
     click(find("Image5"));
-    EXPECT_EQ(bytesOf(folder.apps(u"note/.main.wf"_s)), "first\r\nsecond");
+    EXPECT_EQ(bytesOf(folder.apps(u"note/.main.wf"_s)), "first\r\nsecond\r\n");
     EXPECT_EQ(bytesOf(folder.script(u"note"_s)), "note.down \"note\"\r\n");
 }
 

@@ -142,6 +142,17 @@ TEST_F(HotkeyTest, aTakenCombinationIsSaidInWords)
     EXPECT_EQ(bytesOf(folder.setIni()), "[hotkey]\r\nhotkey=Ctrl+A\r\n");
 }
 
+TEST_F(HotkeyTest, aTakenCombinationIsTriedAgainAsItWasConfirmed)
+{
+    platform.hotkey().succeeds = false;
+    startWith("Alt+Z");
+    open();
+    option(1)->click();
+    platform.log.clear();
+    EXPECT_TRUE(waitUntil([this] { return !hotkeyCalls().isEmpty(); }));
+    EXPECT_EQ(hotkeyCalls().first(), u"hotkey register 1 90"_s);
+}
+
 TEST_F(HotkeyTest, aHiddenLauncherIsShownWithTheKeywordBoxFocusedAndThenHidden)
 {
     startWith("Alt+Z");

@@ -77,6 +77,7 @@ TEST_F(SettTest, addnewForgetsWhatWasTypedBefore)
     choose("mmmm", "addnew");
     type(find("Text7"), u"x"_s);
     type(find("Text4"), u"y"_s);
+    user.answer = QMessageBox::Discard;
     click(find("Image9"));
     choose("mmmm", "addnew");
     EXPECT_EQ(text("Text7"), QString());
@@ -112,7 +113,7 @@ TEST_F(SettTest, editokShowsTheScriptAndSavesIt)
     find<ScriptEditor>("Text4")->setScript(u"three\r\nfour"_s);
     click(find("Image5"));
     EXPECT_EQ(user.seen, QStringList(u"!Successfully"_s));
-    EXPECT_EQ(bytesOf(folder.script(u"a"_s)), "three\r\nfour");
+    EXPECT_EQ(bytesOf(folder.script(u"a"_s)), "three\r\nfour\r\n");
     EXPECT_TRUE(find("okbox")->isVisible());
 }
 

@@ -166,6 +166,46 @@ TEST_F(ShuruboxTest, enterAndEscOnATipAbandonTheRun)
     EXPECT_TRUE(said().isEmpty());
 }
 
+TEST_F(ShuruboxTest, aTipSaysWhatItsKeysDoWhileLinesAreLeft)
+{
+    run({u"os.tips \"tip\""_s, u"note.down \"on\""_s});
+    EXPECT_TRUE(waitUntil([] { return inBox("keys")->isVisible(); }));
+    EXPECT_EQ(inBox<QLabel>("keys")->text(), u"✕ goes on with the script · Enter or Esc gives the rest up"_s);
+
+    run({u"os.tips \"tip\""_s, QString(), u"// nothing more"_s});
+    QApplication::processEvents();
+    EXPECT_FALSE(inBox("keys")->isVisible());
+}
+
+TEST_F(ShuruboxTest, aTipOfAScriptStartSaysThatClosingItEndsTheScript)
+{
+    runAsScriptStart({u"os.tips \"tip\""_s, u"note.down \"on\""_s});
+    EXPECT_TRUE(waitUntil([] { return inBox("keys")->isVisible(); }));
+    EXPECT_EQ(inBox<QLabel>("keys")->text(), u"✕ ends the script · Enter or Esc only closes this"_s);
+}
+
+TEST_F(ShuruboxTest, aScriptStartWhoseTipIsGivenUpSaysThatItStays)
+{
+    runAsScriptStart({u"os.tips \"tip\""_s, u"note.down \"on\""_s});
+    EXPECT_TRUE(said().isEmpty());
+    key(inBox("tipsbox"), Qt::Key_Escape);
+    EXPECT_EQ(said(),
+        QStringList(
+            u"stderr nothing is left to run, and the process stays; Ctrl+C or \"kill %1\" ends it."_s.arg(
+                QCoreApplication::applicationPid())));
+}
+
+TEST_F(ShuruboxTest, aScriptStartThatFailsSaysThatItStays)
+{
+    state.runidx[2] = 1;
+    state.runctx = {u"/a.wf"_s, u"jb"_s};
+    state.runlist = QStringList{u"input.enter_9 \"|\",\"x\""_s, u"note.down \"on\""_s};
+    ui.runAll();
+    ASSERT_EQ(said().size(), 2);
+    EXPECT_TRUE(said().at(0).startsWith(u"stderr /a.wf:1: run-time error 9"_s));
+    EXPECT_TRUE(said().at(1).contains(u"the process stays"_s));
+}
+
 TEST_F(ShuruboxTest, aTipOfAScriptStartThatIsClosedEndsTheProcess)
 {
     runAsScriptStart({u"os.tips \"tip\""_s, u"note.down \"on\""_s});
@@ -193,7 +233,9 @@ TEST_F(ShuruboxTest, anErrorOfAScriptStartIsOneLineAndCarriesOn)
     state.runctx[0] = u"x.wf"_s;
     runAsScriptStart({u"input.text \"who\",\"?\""_s, u"input.enter_9 \"|\",\"x\""_s});
     click(inBox("Label1"));
-    EXPECT_EQ(said(), QStringList(u"stderr x.wf:2: run-time error 9: Subscript out of range"_s));
+    ASSERT_EQ(said().size(), 2);
+    EXPECT_EQ(said().at(0), u"stderr x.wf:2: run-time error 9: Subscript out of range"_s);
+    EXPECT_TRUE(said().at(1).contains(u"the process stays"_s));
 }
 
 TEST_F(ShuruboxTest, aSuspensionInALoopGoesOnBehindIt)

@@ -4,7 +4,6 @@ namespace plum {
 
 namespace {
 
-constexpr wchar_t className[] = L"PlumHiddenWindow";
 // Without a title it would be found by scripts that look for a window without one.
 constexpr wchar_t title[] = L"Plum (messages)";
 

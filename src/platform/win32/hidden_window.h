@@ -21,6 +21,8 @@ public:
     HiddenWindow(const HiddenWindow &) = delete;
     HiddenWindow &operator=(const HiddenWindow &) = delete;
 
+    static constexpr wchar_t className[] = L"PlumHiddenWindow";
+
     // Null when the system has no room for a window.
     HWND handle() const { return m_window; }
 

@@ -24,6 +24,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     , Label5(new QLabel(this))
     , Text7(new QLineEdit(this))
     , Text4(new ScriptEditor(vocabulary, this))
+    , m_lineEnds(new QLabel(this))
 {
     setObjectName(u"addeditbox"_s);
     setFixedSize(panelSize);
@@ -52,6 +53,12 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     column->addLayout(head);
     column->addWidget(Text7);
     column->addWidget(Text4, 1);
+    column->addWidget(m_lineEnds);
+    m_lineEnds->setObjectName(u"lineEnds"_s);
+    m_lineEnds->setProperty("quiet", true);
+    m_lineEnds->setWordWrap(true);
+    m_lineEnds->setTextFormat(Qt::RichText);
+    connect(m_lineEnds, &QLabel::linkActivated, this, &EditPanel::mendLineEnds);
 
     connect(Image5, &PictureButton::clicked, this, &EditPanel::saveRequested);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &EditPanel::saveRequested);
@@ -68,6 +75,8 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
     Text7->setText(keyword);
     Text7->setEnabled(mode == Mode::Add);
     Text4->setScript(script);
+    m_mendsLineEnds = false;
+    m_lineEnds->hide();
     // Leaving an opened second script changes nothing, so its way back is called hiding.
     Image9->setToolTip(mode == Mode::EditDotScript ? u"Hide"_s : tr("Back"));
 }
@@ -100,6 +109,25 @@ QString EditPanel::script() const
 void EditPanel::appendScriptLine(const QString &line)
 {
     Text4->appendScriptLine(line);
+}
+
+bool EditPanel::isModified() const
+{
+    return Text4->document()->isModified() || m_mendsLineEnds
+        || (m_mode == Mode::Add && !Text7->text().isEmpty());
+}
+
+void EditPanel::showOddLineEnds(int count)
+{
+    m_lineEnds->setVisible(count > 0);
+    m_lineEnds->setText(tr("%1 line ends do not end a line when the script runs.").arg(count)
+        + u" <a href='mend'>%1</a>"_s.arg(tr("Mend them")));
+}
+
+void EditPanel::mendLineEnds()
+{
+    m_mendsLineEnds = true;
+    m_lineEnds->setText(tr("Saving ends every line in CR LF."));
 }
 
 void EditPanel::takeFocus()

@@ -34,6 +34,15 @@ public:
     QString script() const;
     void appendScriptLine(const QString &line);
 
+    // Something was typed since the panel was opened.
+    bool isModified() const;
+
+    // Says that so many lines end in something that ends no line of a run, and offers to mend them.
+    void showOddLineEnds(int count);
+
+    // The user has asked for line ends that a run knows.
+    bool mendsLineEnds() const { return m_mendsLineEnds; }
+
     void takeFocus();
     void setTheme(const Theme &theme);
 
@@ -46,10 +55,14 @@ Q_SIGNALS:
 private:
     void open(Mode mode, const QString &caption, const QString &keyword, const QString &script);
 
+    void mendLineEnds();
+
     Mode m_mode = Mode::Add;
+    bool m_mendsLineEnds = false;
     QLabel *Label5; // what is being edited
     QLineEdit *Text7; // the keyword
     ScriptEditor *Text4; // the script
+    QLabel *m_lineEnds; // what is odd about them, and what saving does about it
     QWidget *Image9; // back
 };
 

@@ -33,6 +33,7 @@ QString ScriptEditor::script() const
 void ScriptEditor::setScript(const QString &text)
 {
     setPlainText(text);
+    document()->setModified(false);
 }
 
 void ScriptEditor::appendScriptLine(const QString &line)

@@ -31,12 +31,39 @@
         <source>Edit script</source>
         <translation>编辑脚本</translation>
     </message>
+    <message>
+        <source>%1 line ends do not end a line when the script runs.</source>
+        <translation>有 %1 处换行符在运行脚本时不起换行作用。</translation>
+    </message>
+    <message>
+        <source>Mend them</source>
+        <translation>修正</translation>
+    </message>
+    <message>
+        <source>Saving ends every line in CR LF.</source>
+        <translation>保存时每一行都将以 CR LF 结尾。</translation>
+    </message>
 </context>
 <context>
     <name>plum::KeywordList</name>
     <message>
         <source>Apps</source>
         <translation>应用</translation>
+    </message>
+</context>
+<context>
+    <name>plum::AppActions</name>
+    <message>
+        <source>The new app</source>
+        <translation>新应用</translation>
+    </message>
+    <message>
+        <source>%1 is not saved.</source>
+        <translation>%1 尚未保存。</translation>
+    </message>
+    <message>
+        <source>Line ends mended: every line of %1 ends in CR LF.</source>
+        <translation>换行符已修正：%1 的每一行都以 CR LF 结尾。</translation>
     </message>
 </context>
 <context>
@@ -49,12 +76,51 @@
         <source>Choose one</source>
         <translation>选择一个</translation>
     </message>
+    <message>
+        <source>%1 belongs to another program, maybe another Plum. Plum takes it when it is free.</source>
+        <translation>%1 正被另一个程序（可能是另一个 Plum）使用。一旦空出，Plum 会立即使用它。</translation>
+    </message>
+    <message>
+        <source>Choose another one</source>
+        <translation>另选一个</translation>
+    </message>
 </context>
 <context>
     <name>plum::LauncherUi</name>
     <message>
         <source>Dropped: %1</source>
         <translation>已放入：%1</translation>
+    </message>
+    <message>
+        <source>Not started: too many runs wait for each other already.</source>
+        <translation>未启动：已有太多脚本在互相等待。</translation>
+    </message>
+    <message>
+        <source>✕ ends the script · Enter or Esc only closes this</source>
+        <translation>✕ 结束脚本 · 回车或 Esc 只关闭此窗口</translation>
+    </message>
+    <message>
+        <source>✕ goes on with the script · Enter or Esc gives the rest up</source>
+        <translation>✕ 继续执行脚本 · 回车或 Esc 放弃其余部分</translation>
+    </message>
+    <message>
+        <source>Plum is hidden. Start it again to bring it back, and choose a hotkey there.</source>
+        <translation>Plum 已隐藏。再次启动即可显示它，并可在那里选择热键。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::MessageBoxes</name>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>放弃更改</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>继续编辑</translation>
     </message>
 </context>
 <context>

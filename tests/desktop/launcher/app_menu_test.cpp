@@ -71,18 +71,19 @@ TEST_F(AppMenuTest, editokEditsAndSavesWithImage5)
     hands->type(u"time.sleep \"5\""_s);
     click(u"frmSet/Image5"_s);
     answer(u"Successfully"_s);
-    EXPECT_EQ(script(u"beta"_s), "//beta\r\nme.hide\r\ntime.sleep \"5\"");
+    EXPECT_EQ(script(u"beta"_s), "//beta\r\nme.hide\r\ntime.sleep \"5\"\r\n");
     EXPECT_TRUE(appears(u"frmSet/okbox"_s));
     EXPECT_TRUE(getsFocus(u"frmSet/Text8"_s));
     EXPECT_EQ(order(), "alpha\r\nbeta\r\ngamma\r\nalphabet\r\n");
 
-    // Back keeps the file.
+    // Back asks, and keeps the file.
     chooseForApp(u"beta"_s, u"editok"_s);
     ASSERT_TRUE(getsFocus(u"frmSet/Text4"_s));
     replaceText(u"gone"_s);
     click(u"frmSet/Image9"_s);
+    answer(u"\"beta\" is not saved."_s, u"Discard"_s);
     ASSERT_TRUE(appears(u"frmSet/okbox"_s));
-    EXPECT_EQ(script(u"beta"_s), "//beta\r\nme.hide\r\ntime.sleep \"5\"");
+    EXPECT_EQ(script(u"beta"_s), "//beta\r\nme.hide\r\ntime.sleep \"5\"\r\n");
 
     // An app whose folder has gone cannot be saved, and nothing typed is lost.
     chooseForApp(u"gamma"_s, u"editok"_s);

@@ -1,0 +1,179 @@
+#include "library/script_file.h"
+
+#include "platform/text_codec.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QLatin1StringView lineEnd("\r\n");
+constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF");
+
+// Texts with more pairs of changed lines than this are compared no further.
+constexpr qsizetype mostPairs = 4'000'000;
+
+// What an editor takes for the end of a paragraph although no system ends lines with it.
+bool endsParagraph(QChar c)
+{
+    return c == QChar::ParagraphSeparator || c == QChar(0xfdd0) || c == QChar(0xfdd1);
+}
+
+bool isOdd(const QByteArray &end)
+{
+    return !end.isEmpty() && end != "\r\n" && end != "\r";
+}
+
+// A text with CR LF in the place of everything that the editor takes for the end of a line.
+QString asEdited(QString text)
+{
+    text.replace(lineEnd, "\n"_L1);
+    for (QChar &c : text) {
+        if (c == u'\r' || endsParagraph(c))
+            c = u'\n';
+    }
+    return text.replace(u'\n', lineEnd);
+}
+
+} // namespace
+
+ScriptFile::ScriptFile(const QByteArray &bytes, TextCodec &codec)
+    : m_mark(bytes.startsWith(utf8Mark) ? utf8Mark.toByteArray() : QByteArray())
+{
+    split(bytes.sliced(m_mark.size()), codec);
+    const QString whole = asEdited(codec.fromSystem(bytes));
+    const QString end = m_lines.isEmpty() || m_lines.last().end.isEmpty() ? QString() : QString(lineEnd);
+    if (shown() + end == whole)
+        return;
+    // In some encodings a line alone reads as something else than in its file.
+    const QString text = end.isEmpty() ? whole : whole.chopped(lineEnd.size());
+    const QStringList texts = text.split(lineEnd);
+    m_lines.clear();
+    m_mark.clear();
+    for (const QString &line : texts)
+        m_lines += {line, codec.toSystem(line), "\r\n"};
+    if (end.isEmpty())
+        m_lines.last().end.clear();
+}
+
+void ScriptFile::split(const QByteArray &bytes, TextCodec &codec)
+{
+    const auto add = [&](QByteArrayView line, const QByteArray &end) {
+        const QString text = codec.fromSystem(m_mark + line.toByteArray());
+        qsizetype from = 0;
+        for (qsizetype at = 0; at < text.size(); ++at) {
+            if (!endsParagraph(text[at]))
+                continue;
+            const QString part = text.sliced(from, at - from);
+            m_lines += {part, encoded(part, codec), encoded(QString(text[at]), codec)};
+            from = at + 1;
+        }
+        const QString last = text.sliced(from);
+        m_lines += {last, from == 0 ? line.toByteArray() : encoded(last, codec), end};
+    };
+    for (QByteArrayView rest(bytes); !rest.isEmpty();) {
+        const auto end = std::ranges::find_if(rest, [](char c) { return c == '\r' || c == '\n'; });
+        const qsizetype length = end - rest.begin();
+        const qsizetype endLength = length == rest.size()            ? 0
+            : rest.sliced(length).startsWith(QByteArrayView("\r\n")) ? 2
+                                                                     : 1;
+        add(rest.first(length), rest.sliced(length, endLength).toByteArray());
+        rest = rest.sliced(length + endLength);
+    }
+}
+
+QByteArray ScriptFile::encoded(const QString &text, TextCodec &codec) const
+{
+    return m_mark.isEmpty() ? codec.toSystem(text) : text.toUtf8();
+}
+
+QString ScriptFile::shown() const
+{
+    QStringList texts;
+    for (const Line &line : m_lines)
+        texts += line.text;
+    return texts.join(lineEnd);
+}
+
+int ScriptFile::oddLineEnds() const
+{
+    return static_cast<int>(std::ranges::count_if(m_lines, isOdd, &Line::end));
+}
+
+QList<qsizetype> ScriptFile::origins(const QStringList &texts) const
+{
+    QList<qsizetype> origins(texts.size(), -1);
+    qsizetype first = 0;
+    const qsizetype shorter = std::min(texts.size(), m_lines.size());
+    for (; first < shorter && texts[first] == m_lines[first].text; ++first)
+        origins[first] = first;
+    qsizetype last = 0; // counted from the end
+    for (; last < shorter - first; ++last) {
+        const qsizetype now = texts.size() - 1 - last;
+        const qsizetype before = m_lines.size() - 1 - last;
+        if (texts[now] != m_lines[before].text)
+            break;
+        origins[now] = before;
+    }
+
+    // The longest common sequence of what is left in the middle.
+    const qsizetype rows = texts.size() - first - last;
+    const qsizetype columns = m_lines.size() - first - last;
+    if (rows == 0 || columns == 0 || rows * columns > mostPairs)
+        return origins;
+    const qsizetype width = columns + 1;
+    std::vector<int> lengths(static_cast<size_t>((rows + 1) * width));
+    const auto length = [&](qsizetype row, qsizetype column) -> int & {
+        return lengths[static_cast<size_t>(row * width + column)];
+    };
+    const auto same
+        = [&](qsizetype row, qsizetype column) { return texts[first + row] == m_lines[first + column].text; };
+    for (qsizetype row = rows - 1; row >= 0; --row) {
+        for (qsizetype column = columns - 1; column >= 0; --column)
+            length(row, column) = same(row, column)
+                ? length(row + 1, column + 1) + 1
+                : std::max(length(row + 1, column), length(row, column + 1));
+    }
+    for (qsizetype row = 0, column = 0; row < rows && column < columns;) {
+        if (same(row, column))
+            origins[first + row++] = first + column++;
+        else if (length(row + 1, column) >= length(row, column + 1))
+            ++row;
+        else
+            ++column;
+    }
+    return origins;
+}
+
+QByteArray ScriptFile::withText(const QString &shown, LineEnds lineEnds, TextCodec &codec) const
+{
+    const QStringList texts = shown.split(lineEnd);
+    const QList<qsizetype> from = origins(texts);
+    // An empty last line that is new is the line end of the one before.
+    const bool endsAlready = texts.size() > 1 && texts.last().isEmpty() && from.last() < 0;
+    const QByteArray lastEnd = m_lines.isEmpty() || endsAlready ? QByteArray() : m_lines.last().end;
+    QByteArray bytes = m_mark;
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        const Line *line = from[i] >= 0 ? &m_lines[from[i]] : nullptr;
+        bytes += line ? line->bytes : encoded(texts[i], codec);
+        // A line that was changed where it stands keeps its end.
+        if (!line && texts.size() == m_lines.size())
+            line = &m_lines[i];
+        const bool isLast = i == texts.size() - 1;
+        const QByteArray end = isLast ? lastEnd : line ? line->end : QByteArray();
+        const bool keeps = lineEnds == LineEnds::Kept && !end.isEmpty();
+        if (keeps)
+            bytes += end;
+        else if (!isLast || !end.isEmpty())
+            bytes += "\r\n";
+    }
+    // Lines in two encodings side by side would be read as something else.
+    const QString meant = lastEnd.isEmpty() ? shown : shown + lineEnd;
+    return asEdited(codec.fromSystem(bytes)) == meant ? bytes : codec.toSystem(meant);
+}
+
+} // namespace plum

@@ -1,0 +1,54 @@
+#include "ui/controls/passing_note.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <chrono>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::seconds shownFor{8};
+constexpr int noteWidth = 340; // logical pixels
+constexpr int distance = 24; // from the edges of the screen
+
+} // namespace
+
+PassingNote::PassingNote(const QString &text)
+    : BorderlessWindow(nullptr, Qt::ToolTip | Qt::WindowDoesNotAcceptFocus)
+{
+    setObjectName(u"passingnote"_s);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setFixedWidth(noteWidth);
+    auto *label = new QLabel(text, this);
+    label->setObjectName(u"text"_s);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(14, 12, 14, 12);
+    column->addWidget(label);
+    QTimer::singleShot(shownFor, this, &QWidget::close);
+}
+
+void PassingNote::tell(const QString &text)
+{
+    auto *note = new PassingNote(text);
+    note->adjustSize();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    note->move(screen.bottomRight() - QPoint(note->width() + distance, note->height() + distance));
+    note->show();
+}
+
+void PassingNote::mousePressEvent(QMouseEvent *)
+{
+    close();
+}
+
+} // namespace plum
