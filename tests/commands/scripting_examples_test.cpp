@@ -1,214 +1,29 @@
-// Runs every example of docs/scripting.md. Around an example, HTML comments say what it finds and does:
-//
-//   <!-- given: clipboard some text          what is there before: see Example::arrange
-//        does: mouse 2 ; mouse 4 -->         all events but the pauses before lines, in order
-//   ```plum
-//   mouse.l_down
-//   ```
-//   <!-- shows: name = value -->             a variable afterwards, \r and \n written so
-//
-// A block "plum error" is a script that ends with a run-time error.
+// Runs every example of docs/scripting.md.
 
 #include "commands/os_commands.h"
 #include "commands/window_commands.h"
 #include "engine/run_time_error.h"
-#include "support/recording/recording_commands.h"
-#include "support/script_bench.h"
-#include "support/temporary_files.h"
+#include "support/manual_examples.h"
 
-#include <QImage>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using plum::recording::ExampleBench;
+using plum::recording::ManualExample;
+using plum::recording::manualExamples;
 using plum::recording::ScriptBench;
-using plum::test::TemporaryFiles;
+using plum::recording::unescaped;
 
 namespace {
-
-struct Example
-{
-    int line = 0; // of the document, counted from 1
-    bool isError = false;
-    QStringList script;
-    QStringList given;
-    std::optional<QStringList> does;
-    QStringList shows;
-};
-
-QString unescaped(QString text)
-{
-    return text.replace(u"\\r"_s, u"\r"_s).replace(u"\\n"_s, u"\n"_s);
-}
-
-// Reads the document's comments and blocks from the top.
-class Reader
-{
-public:
-    QList<Example> read(const QStringList &lines)
-    {
-        for (m_line = 0; m_line < lines.size(); ++m_line)
-            take(lines[m_line]);
-        finish();
-        return m_examples;
-    }
-
-private:
-    void take(const QString &line)
-    {
-        if (m_inScript && line == "```"_L1)
-            m_inScript = false;
-        else if (m_inScript)
-            m_example.script += line;
-        else if (line.startsWith("```plum"_L1))
-            begin(line.endsWith(" error"_L1));
-        else if (m_inComment || line.startsWith("<!--"_L1))
-            takeComment(line);
-    }
-
-    void begin(bool isError)
-    {
-        if (!m_example.script.isEmpty())
-            finish();
-        m_example.line = m_line + 1;
-        m_example.isError = isError;
-        m_inScript = true;
-    }
-
-    void takeComment(QString line)
-    {
-        m_inComment = !line.endsWith("-->"_L1);
-        line.remove(u"<!--"_s).remove(u"-->"_s);
-        const QString word = line.section(u':', 0, 0).trimmed();
-        const QString rest = line.section(u':', 1).trimmed();
-        if (word == "shows"_L1) {
-            m_example.shows += rest;
-            return;
-        }
-        // What comes before an example ends the one before it.
-        if (!m_example.script.isEmpty())
-            finish();
-        if (word == "given"_L1)
-            m_example.given += rest;
-        else if (word == "does"_L1)
-            m_example.does = rest.split(u" ; "_s, Qt::SkipEmptyParts);
-        else
-            ADD_FAILURE() << "line " << m_line + 1 << ": unknown word " << word.toStdString();
-    }
-
-    void finish()
-    {
-        if (!m_example.script.isEmpty())
-            m_examples += m_example;
-        m_example = {};
-    }
-
-    QList<Example> m_examples;
-    Example m_example;
-    int m_line = 0;
-    bool m_inScript = false;
-    bool m_inComment = false;
-};
-
-const QList<Example> &examples()
-{
-    static const QList<Example> all = [] {
-        QFile file(QStringLiteral(PLUM_DOCS_FOLDER "/scripting.md"));
-        if (!file.open(QIODevice::ReadOnly))
-            ADD_FAILURE() << "no scripting.md";
-        return Reader().read(QString::fromUtf8(file.readAll()).split(u'\n'));
-    }();
-    return all;
-}
-
-// A bench whose surroundings an example's "given" lines arrange.
-class ExampleBench : public ScriptBench
-{
-public:
-    explicit ExampleBench(const Example &example)
-    {
-        state.runctx[0] = m_files.folder() + u"/main.wf"_s;
-        auto &screen = static_cast<plum::recording::RecordingScreen &>(platform.screen());
-        screen.size = {200, 150};
-        screen.pixels.assign(200 * 150, 0);
-        for (const QString &given : example.given)
-            arrange(given.section(u' ', 0, 0), given.section(u' ', 1));
-        platform.log.clear();
-    }
-
-    QStringList happened() const
-    {
-        QStringList events = platform.log.lines();
-        // The bench asks at the end, so that the variables stay, unless the example has stopped before.
-        if (!events.isEmpty() && events.last() == "input |"_L1)
-            events.removeLast();
-        events.removeAll(u"wait 10"_s);
-        return events;
-    }
-
-private:
-    void arrange(const QString &what, const QString &rest)
-    {
-        const QStringList words = rest.split(u' ');
-        const auto number = [&words](int index) { return words.value(index).toInt(); };
-        if (what == "clipboard"_L1) {
-            platform.clipboard().setText(rest);
-        } else if (what == "typed"_L1) {
-            launcher.keywordBox = rest;
-        } else if (what == "pointer"_L1) {
-            platform.pointer().moveTo({number(0), number(1)});
-        } else if (what == "http"_L1) {
-            http.answer = {number(0), {}, rest.section(u' ', 1).toUtf8()};
-        } else if (what == "javascript"_L1) {
-            static_cast<plum::recording::RecordingJavaScript &>(platform.javaScript()).answer.value = rest;
-        } else if (what == "file"_L1) {
-            m_files.write(words[0], unescaped(rest.section(u' ', 1)).toUtf8());
-        } else if (what == "pixel"_L1) {
-            paint({number(0), number(1)}, words[2].toUInt(nullptr, 16));
-        } else if (what == "picture"_L1) {
-            arrangePicture(words[0], {number(1), number(2)});
-        } else if (what == "window"_L1) {
-            auto &windows = static_cast<plum::recording::RecordingWindows &>(platform.windows());
-            windows.foregroundWindow = windows.windowUnderPointer = number(0);
-            windows.rectangles[number(0)] = QRect(number(1), number(2), number(3), number(4));
-        } else if (what == "titled"_L1) {
-            static_cast<plum::recording::RecordingWindows &>(platform.windows()).titles[words[1]] = number(0);
-        } else {
-            ADD_FAILURE() << "unknown surroundings: " << what.toStdString();
-        }
-    }
-
-    void paint(QPoint at, quint32 colour)
-    {
-        auto &screen = static_cast<plum::recording::RecordingScreen &>(platform.screen());
-        screen.pixels[static_cast<size_t>(at.y() * screen.size.width() + at.x())] = colour;
-    }
-
-    // A small picture file that the screen shows at `at`. Its corners differ, so that all of it is looked
-    // for.
-    void arrangePicture(const QString &name, QPoint at)
-    {
-        QImage picture(8, 8, QImage::Format_RGB32);
-        for (int y = 0; y < 8; ++y) {
-            for (int x = 0; x < 8; ++x) {
-                const auto colour = static_cast<quint32>(0xFF0000 + y * 8 + x);
-                picture.setPixel(x, y, 0xFF000000U | colour);
-                paint(at + QPoint(x, y), colour);
-            }
-        }
-        ASSERT_TRUE(picture.save(m_files.folder() + u'/' + name));
-    }
-
-    TemporaryFiles m_files;
-};
 
 bool isCommand(ScriptBench &bench, const QString &head)
 {
     return bench.system.vocabulary().knows(head);
 }
 
-QStringList commandLines(const Example &example)
+QStringList commandLines(const ManualExample &example)
 {
     return example.script.filter(QRegularExpression(u"^(?!//|$)"_s));
 }
@@ -217,8 +32,8 @@ QStringList commandLines(const Example &example)
 
 TEST(ScriptingExamples, EachDoesWhatTheDocumentSays)
 {
-    ASSERT_GT(examples().size(), 20);
-    for (const Example &example : examples()) {
+    ASSERT_GT(manualExamples().size(), 20);
+    for (const ManualExample &example : manualExamples()) {
         if (example.isError)
             continue;
         SCOPED_TRACE("scripting.md:" + std::to_string(example.line));
@@ -243,7 +58,7 @@ TEST(ScriptingExamples, EachDoesWhatTheDocumentSays)
 TEST(ScriptingExamples, ErrorsAreErrors)
 {
     int errors = 0;
-    for (const Example &example : examples()) {
+    for (const ManualExample &example : manualExamples()) {
         if (!example.isError)
             continue;
         ++errors;
@@ -256,7 +71,7 @@ TEST(ScriptingExamples, ErrorsAreErrors)
 TEST(ScriptingExamples, HoldNoUnknownCommand)
 {
     ScriptBench bench;
-    for (const Example &example : examples()) {
+    for (const ManualExample &example : manualExamples()) {
         for (const QString &line : commandLines(example)) {
             EXPECT_TRUE(isCommand(bench, line.section(u' ', 0, 0)))
                 << "scripting.md:" << example.line << ": " << line.toStdString();
@@ -267,7 +82,7 @@ TEST(ScriptingExamples, HoldNoUnknownCommand)
 TEST(ScriptingExamples, ShowEveryCommandOfEveryNamespace)
 {
     QStringList lines;
-    for (const Example &example : examples())
+    for (const ManualExample &example : manualExamples())
         lines += commandLines(example);
     const auto isShown = [&lines](const QString &start) {
         return std::ranges::any_of(lines, [&start](const QString &line) {
