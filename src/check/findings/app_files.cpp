@@ -1,0 +1,98 @@
+#include "check/findings/app_files.h"
+
+#include "search/picture_template.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr Channels searchTolerance{0x58, 0xDD, 0xFF};
+
+// `path` with the components that exist in another letter case, as paths of apps from Windows are looked up.
+bool existsInAnyCase(const QString &path)
+{
+    if (QFileInfo::exists(path))
+        return true;
+    const QFileInfo file(path);
+    const QDir folder(file.path());
+    const QStringList entries = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    return entries.contains(file.fileName(), Qt::CaseInsensitive);
+}
+
+// What the search compares of a picture, in words.
+QString comparedPart(const Picture &picture, const PictureTemplate &compared)
+{
+    return u"the search compares %1 x %2 of its %3 x %4 pixels, from %5,%6"_s.arg(compared.comparedWidth())
+        .arg(compared.comparedHeight())
+        .arg(picture.width)
+        .arg(picture.height)
+        .arg(compared.left())
+        .arg(compared.top());
+}
+
+void judgePicture(
+    Report &report, int line, int column, const QString &path, const QString &written, const QString &region)
+{
+    const std::optional<Picture> picture = readPicture(path);
+    if (!picture) {
+        report.add(line, column, u"picture-never-found",
+            u"%1 is no picture that can be read (BMP, ICO, JPEG, GIF, PNG)."_s.arg(written));
+        return;
+    }
+    const PictureTemplate compared(*picture, searchTolerance);
+    if (compared.comparedWidth() <= 0 || compared.comparedHeight() <= 0) {
+        report.add(line, column, u"picture-never-found",
+            u"Of %1 nothing is left to compare (it has one colour, or is too small): it is found at the first place."_s
+                .arg(written));
+        return;
+    }
+    const QStringList numbers = region.split(u':');
+    if (numbers.size() != 4)
+        return;
+    bool isWidth = false;
+    bool isHeight = false;
+    const int width = numbers[2].toInt(&isWidth);
+    const int height = numbers[3].toInt(&isHeight);
+    if (isWidth && isHeight && (compared.right() + 2 > width || compared.bottom() + 2 > height))
+        report.add(line, column, u"picture-never-found",
+            u"%1 does not fit into a region of %2 x %3 pixels; %4."_s.arg(written).arg(width).arg(height).arg(
+                comparedPart(*picture, compared)));
+}
+
+} // namespace
+
+QString AppFiles::resolved(const QString &written) const
+{
+    QString path = written;
+    path.replace(u'\\', u'/');
+    constexpr QLatin1StringView ownFolder("_pfold_/");
+    constexpr QLatin1StringView parentFolder("_ppfold_/");
+    if (m_folder.isEmpty())
+        return {};
+    if (path.startsWith(ownFolder))
+        return m_folder + u'/' + path.sliced(ownFolder.size());
+    if (path.startsWith(parentFolder))
+        return m_folder + u"/../"_s + path.sliced(parentFolder.size());
+    return {};
+}
+
+void AppFiles::judge(Report &report, int line, int column, const QString &written, const Use &use) const
+{
+    const QString path = resolved(written);
+    // What lies outside of the app's folder may be there when the script runs.
+    if (path.isEmpty() || !QDir::cleanPath(path).startsWith(QDir::cleanPath(m_folder) + u'/'))
+        return;
+    if (!existsInAnyCase(path)) {
+        report.add(line, column, u"missing-file", u"The app's folder has no %1."_s.arg(written));
+        return;
+    }
+    if (use.isPicture)
+        judgePicture(report, line, column, path, written, use.region);
+}
+
+} // namespace plum

@@ -1,0 +1,33 @@
+#include "check/findings/literal_rules.h"
+
+#include <QRegularExpression>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+void judgePlace(Report &report, int line, int column, const QString &text)
+{
+    static const QRegularExpression ofWindows(u"\\A[A-Za-z]:[\\\\/]"_s);
+    static const QRegularExpression ofLinux(u"\\A/(?:usr|opt|etc|tmp|var|mnt|media|root)/"_s);
+    if (text.startsWith("/home/"_L1) || text.contains("\\Users\\"_L1, Qt::CaseInsensitive))
+        report.add(line, column, u"one-machine",
+            u"This path names one person's folder; _pfold_ stands for the app's own."_s);
+    else if (ofWindows.match(text).hasMatch())
+        report.add(line, column, u"one-system", u"This path exists on Windows alone."_s);
+    else if (ofLinux.match(text).hasMatch())
+        report.add(line, column, u"one-system", u"This path exists on Linux alone."_s);
+    else if (text.endsWith(".exe"_L1, Qt::CaseInsensitive))
+        report.add(line, column, u"one-system", u"Programs end in .exe on Windows alone."_s);
+}
+
+void judgeSecret(Report &report, int line, int column, const QString &variable, const QString &text)
+{
+    static const QRegularExpression secretName(
+        u"(?:pass(?:word|wd)?|pwd|secret|token|api_?key)$"_s, QRegularExpression::CaseInsensitiveOption);
+    if (!text.isEmpty() && secretName.match(variable).hasMatch())
+        report.add(line, column, u"secret",
+            u"Whoever gets this app can read what \"%1\" holds; ask for it instead."_s.arg(variable));
+}
+
+} // namespace plum

@@ -1,0 +1,60 @@
+#include "check/findings/report.h"
+
+#include "check/findings/check_rules.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace plum {
+
+void Report::add(int line, int column, QStringView rule, const QString &message)
+{
+    const CheckRule *known = checkRule(rule);
+    add(line, column, rule, known ? known->severity : Severity::Warning, message);
+}
+
+void Report::add(int line, int column, QStringView rule, Severity severity, const QString &message)
+{
+    m_findings += {
+        .line = line, .column = column, .severity = severity, .rule = rule.toString(), .message = message};
+}
+
+void Report::suppress(int line, const QString &rule)
+{
+    m_suppressed += {line, rule};
+}
+
+bool Report::isSuppressed(const Finding &finding) const
+{
+    return m_suppressed.contains(std::pair(finding.line, finding.rule));
+}
+
+bool Report::hasMoreThanHints() const
+{
+    return std::ranges::any_of(m_findings, [this](const Finding &finding) {
+        return finding.severity != Severity::Hint && !isSuppressed(finding);
+    });
+}
+
+Findings Report::sorted() const
+{
+    Findings found;
+    for (const Finding &finding : m_findings) {
+        if (!isSuppressed(finding))
+            found += finding;
+    }
+    std::ranges::stable_sort(found, {}, [](const Finding &f) { return std::tuple(f.line, f.column); });
+    const auto [rest, end] = std::ranges::unique(found);
+    found.erase(rest, end);
+    return found;
+}
+
+QString asSentence(const QString &reason)
+{
+    QString sentence = reason;
+    if (!sentence.isEmpty())
+        sentence[0] = sentence[0].toUpper();
+    return sentence.endsWith(u'.') ? sentence : sentence + u'.';
+}
+
+} // namespace plum

@@ -1,0 +1,44 @@
+#include "check/suppressions.h"
+
+#include "check/findings/check_rules.h"
+#include "check/findings/nearest_word.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QLatin1StringView switchedOff("//check:off");
+
+QStringList ruleIds()
+{
+    QStringList ids;
+    for (const CheckRule &rule : checkRules())
+        ids += rule.id.toString();
+    return ids;
+}
+
+} // namespace
+
+void readSuppressions(const QStringList &lines, Report &report)
+{
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString line = lines[i].trimmed();
+        if (!line.startsWith(switchedOff))
+            continue;
+        const int number = static_cast<int>(i + 1);
+        const QStringList rules = line.sliced(switchedOff.size()).split(u' ', Qt::SkipEmptyParts);
+        if (rules.isEmpty())
+            report.add(number, 1, u"suppression", u"Name the rule that is switched off for the next line."_s);
+        for (const QString &rule : rules) {
+            if (checkRule(rule))
+                report.suppress(number + 1, rule);
+            else
+                report.add(number, 1, u"suppression",
+                    u"There is no rule \"%1\".%2"_s.arg(rule, didYouMean(rule, ruleIds())));
+        }
+    }
+}
+
+} // namespace plum
