@@ -1,3 +1,4 @@
+#include "kit/check_command.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
 #include "platform/platform.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
 
   plumkit run [options] FILE [options]    runs a script and ends with it
+  plumkit check [options] FILE...         says what is wrong with scripts before they run
   plumkit --help                          shows this text
   plumkit COMMAND --help                  says more about a command
 )";
@@ -35,6 +37,20 @@ Ends with status
   2    when the options are unusable or FILE cannot be read
   124  when the time was over
   130  when the run was stopped with Ctrl+C, or a question was not answered
+)";
+
+constexpr char checkUsage[] = R"(Says what can be known about scripts before they run, a line each:
+FILE:line:column: severity: sentence [rule]. docs/checks.md describes the rules.
+
+  plumkit check [options] FILE|FOLDER|-...
+
+  --format FORMAT     text, json or sarif (SARIF 2.1.0)
+  --help              shows this text
+
+A folder stands for all scripts in it and below, - for standard input. Ends with status
+  0    when nothing was found but hints
+  1    when something was found
+  2    when the options are unusable or a FILE cannot be read
 )";
 
 int refuse(const QString &problem, const char *help)
@@ -63,6 +79,21 @@ int run(int argc, char **argv, const QStringList &arguments)
     return QApplication::exec();
 }
 
+int check(int argc, char **argv, const QStringList &arguments)
+{
+    QString problem;
+    const CheckOptions options = readCheckOptions(arguments, problem);
+    if (!problem.isEmpty())
+        return refuse(problem, checkUsage);
+    if (options.wantsHelp) {
+        std::fputs(checkUsage, stdout);
+        return Done;
+    }
+    plum::prepareEnvironment(false);
+    const QApplication application(argc, argv);
+    return checkScripts(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -80,5 +111,7 @@ int main(int argc, char **argv)
     }
     if (command == "run"_L1)
         return run(argc, argv, arguments);
+    if (command == "check"_L1)
+        return check(argc, argv, arguments);
     return refuse(u"there is no command %1"_s.arg(command), usage);
 }

@@ -27,6 +27,9 @@ public:
     ~ScriptRun() override;
     Q_DISABLE_COPY_MOVE(ScriptRun)
 
+    // The words that a script may use, for who looks at one without running it.
+    ScriptVocabulary vocabulary() { return m_scripts.vocabulary(); }
+
     // Returns only while the script waits for the user.
     void start(const RunOptions &options);
 
