@@ -1,3 +1,4 @@
+#include "kit/app_commands.h"
 #include "kit/check_command.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
@@ -18,6 +19,8 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
 
   plumkit run [options] FILE [options]    runs a script and ends with it
   plumkit check [options] FILE...         says what is wrong with scripts before they run
+  plumkit new [options] KEYWORD           makes a new app
+  plumkit pack [options] FOLDER           makes the package of an app
   plumkit --help                          shows this text
   plumkit COMMAND --help                  says more about a command
 )";
@@ -51,6 +54,32 @@ A folder stands for all scripts in it and below, - for standard input. Ends with
   0    when nothing was found but hints
   1    when something was found
   2    when the options are unusable or a FILE cannot be read
+)";
+
+constexpr char newUsage[] = R"(Makes a new app: a folder with a script that runs.
+
+  plumkit new [options] KEYWORD
+
+  --in FOLDER         makes it there, not in the working directory
+  --help              shows this text
+
+Ends with status
+  0    when the app is there; its script stands on standard output
+  2    when the options are unusable or the app cannot be made
+)";
+
+constexpr char packUsage[] = R"(Makes the package of an app, KEYWORD.wfp. The same files give the same bytes.
+
+  plumkit pack [options] FOLDER
+
+  --output FILE       writes it there, not to the working directory
+  --help              shows this text
+
+What is found in its scripts stands on standard error. What does not belong into a package (links, hidden files, packages
+and old copies) is left out and named. Ends with status
+  0    when the package is there
+  1    when a script has an error; then there is none
+  2    when the options are unusable or the package cannot be made
 )";
 
 int refuse(const QString &problem, const char *help)
@@ -94,6 +123,34 @@ int check(int argc, char **argv, const QStringList &arguments)
     return checkScripts(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
 }
 
+int pack(int argc, char **argv, const QStringList &arguments)
+{
+    QString problem;
+    const AppOptions options = readAppOptions(arguments, u"--output"_s, problem);
+    if (!problem.isEmpty())
+        return refuse(problem, packUsage);
+    if (options.wantsHelp) {
+        std::fputs(packUsage, stdout);
+        return Done;
+    }
+    plum::prepareEnvironment(false);
+    const QApplication application(argc, argv);
+    return packFolder(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
+}
+
+int makeNew(const QStringList &arguments)
+{
+    QString problem;
+    const AppOptions options = readAppOptions(arguments, u"--in"_s, problem);
+    if (!problem.isEmpty())
+        return refuse(problem, newUsage);
+    if (options.wantsHelp) {
+        std::fputs(newUsage, stdout);
+        return Done;
+    }
+    return makeNewApp(options);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -113,5 +170,9 @@ int main(int argc, char **argv)
         return run(argc, argv, arguments);
     if (command == "check"_L1)
         return check(argc, argv, arguments);
+    if (command == "pack"_L1)
+        return pack(argc, argv, arguments);
+    if (command == "new"_L1)
+        return makeNew(arguments);
     return refuse(u"there is no command %1"_s.arg(command), usage);
 }
