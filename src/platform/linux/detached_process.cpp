@@ -1,6 +1,7 @@
 #include "platform/linux/detached_process.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <array>
 #include <cerrno>
@@ -143,6 +144,11 @@ DetachedStart startDetached(const DetachedProcess &process)
     }
     close(ends[0]);
     return start;
+}
+
+QString programBeside(const QString &name)
+{
+    return QFileInfo(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).path() + u'/' + name;
 }
 
 } // namespace plum

@@ -30,4 +30,7 @@ struct DetachedStart
 // signal unblocked and at its default.
 DetachedStart startDetached(const DetachedProcess &process);
 
+// The path of another program of Plum, which lies beside this one, wherever a symbolic link to this one lies.
+QString programBeside(const QString &name);
+
 } // namespace plum

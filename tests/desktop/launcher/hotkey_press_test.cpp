@@ -1,5 +1,8 @@
 #include "desktop/support/launcher_desktop.h"
 
+#include <QDir>
+
+#include <algorithm>
 #include <csignal>
 
 namespace plum {
@@ -58,6 +61,22 @@ protected:
     {
         return eventually(
             [&] { return probe->seen({u"text"_s}).value(text.size() - 1) == u"text "_s + text; });
+    }
+
+    void signalLauncher(int signal) { ::kill(static_cast<pid_t>(launcher().processId()), signal); }
+
+    // Waits for the process that watches over the keyboard.
+    void expectGuard()
+    {
+        const QByteArray here = "DISPLAY=" + server().display().toLatin1() + '\0';
+        ASSERT_TRUE(eventually([&] {
+            return std::ranges::any_of(QDir(u"/proc"_s).entryList(QDir::Dirs), [&](const QString &process) {
+                QFile name(u"/proc/%1/comm"_s.arg(process));
+                QFile environment(u"/proc/%1/environ"_s.arg(process));
+                return name.open(QFile::ReadOnly) && name.readAll() == "plum-keyguard\n"
+                    && environment.open(QFile::ReadOnly) && environment.readAll().contains(here);
+            });
+        }));
     }
 
     QByteArray desktopOf(const QString &window)
@@ -150,6 +169,33 @@ TEST_P(HotkeyPressTest, aKeyTypedBeforeTheHotkeyIsLetGoArrives)
     expectTyped(u"both"_s);
     EXPECT_EQ(probe->seen({u"text"_s}), QStringList());
     EXPECT_TRUE(view->keysDown().empty());
+}
+
+TEST_P(HotkeyPressTest, aStoppedLauncherDoesNotKeepTheKeyboard)
+{
+    startHidden();
+    expectGuard();
+    signalLauncher(SIGSTOP);
+    hands->keyAndType(u"alt+z"_s, u"free"_s);
+    EXPECT_TRUE(probeHas(u"free"_s));
+    signalLauncher(SIGCONT);
+    // It answers the press that it could not see before, and the next ones as ever.
+    expectTyped({});
+    ASSERT_TRUE(eventually([&] { return view->isKeyTaken('z', XCB_MOD_MASK_1); }));
+    hands->key(u"alt+z"_s);
+    expectHidden();
+    hands->keyAndType(u"alt+z"_s, u"again"_s);
+    expectTyped(u"again"_s);
+}
+
+TEST_P(HotkeyPressTest, aLauncherThatStopsWhileItKeepsKeysBackDoesNotKeepThem)
+{
+    startHidden();
+    expectGuard();
+    hands->keyAndType(u"alt+z"_s, u"x"_s);
+    signalLauncher(SIGSTOP);
+    EXPECT_TRUE(eventually([&] { return view->isKeyboardFree(); }));
+    signalLauncher(SIGCONT);
 }
 
 TEST_P(HotkeyPressTest, aPressAndATextWhilePlumStartsAreForIt)

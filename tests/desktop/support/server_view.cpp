@@ -279,6 +279,17 @@ bool ServerView::isKeyTaken(char letter, uint16_t modifiers)
     return owned(xcb_request_check(m_connection, trial)) != nullptr;
 }
 
+bool ServerView::isKeyboardFree()
+{
+    const auto trial = owned(xcb_grab_keyboard_reply(m_connection,
+        xcb_grab_keyboard(
+            m_connection, 0, m_root, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+        nullptr));
+    xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
+    xcb_flush(m_connection);
+    return trial && trial->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
 std::vector<xcb_keysym_t> ServerView::keyboardMap()
 {
     const xcb_setup_t *setup = xcb_get_setup(m_connection);

@@ -66,6 +66,9 @@ public:
     bool anyButtonDown();
     std::vector<int> keysDown();
 
+    // Whether keys reach programs: nobody has taken the whole keyboard or keeps back what is typed.
+    bool isKeyboardFree();
+
     // Whether another program has taken the key of a letter with these modifiers for itself.
     bool isKeyTaken(char letter, uint16_t modifiers);
 

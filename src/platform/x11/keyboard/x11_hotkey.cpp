@@ -4,11 +4,15 @@
 #include "platform/x11/keyboard/x11_keymap.h"
 
 #include <array>
+#include <chrono>
 #include <utility>
 
 namespace plum {
 
 namespace {
+
+// The start of the program has better things to do than starting another one.
+constexpr std::chrono::milliseconds guardDelay(1000);
 
 // `modifiers` together with every mixture of the bits of `locks`.
 std::vector<uint16_t> withMixtures(uint16_t modifiers, const std::array<uint16_t, 3> &locks)
@@ -27,11 +31,11 @@ std::vector<uint16_t> withMixtures(uint16_t modifiers, const std::array<uint16_t
 X11Hotkey::X11Hotkey(X11Connection &connection, X11Keymap &keymap)
     : m_connection(connection)
     , m_keymap(keymap)
-    , m_grab([this](xcb_timestamp_t time) {
-        QMetaObject::invokeMethod(
-            this, [this, time] { answerPress(time); }, Qt::QueuedConnection);
-    })
 {
+    makeGrab();
+    m_guardStart.setSingleShot(true);
+    m_guardStart.setInterval(guardDelay);
+    connect(&m_guardStart, &QTimer::timeout, this, [this] { m_grab->startGuard(); });
     m_connection.addReceiver([this](const xcb_generic_event_t &event) {
         const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
         if (event.response_type == XCB_PROPERTY_NOTIFY && change.window == m_clock)
@@ -42,6 +46,26 @@ X11Hotkey::X11Hotkey(X11Connection &connection, X11Keymap &keymap)
         if (m_wanted && !std::exchange(m_mustFollow, true))
             QMetaObject::invokeMethod(this, &X11Hotkey::follow, Qt::QueuedConnection);
     });
+}
+
+void X11Hotkey::makeGrab()
+{
+    m_grab = std::make_unique<X11KeyGrab>(
+        [this](xcb_timestamp_t time) {
+            QMetaObject::invokeMethod(
+                this, [this, time] { answerPress(time); }, Qt::QueuedConnection);
+        },
+        [this] { QMetaObject::invokeMethod(this, &X11Hotkey::startAgain, Qt::QueuedConnection); });
+}
+
+// The program stood still while it kept keys back, and its guard has let them go.
+void X11Hotkey::startAgain()
+{
+    makeGrab();
+    if (!m_grab->isOpen()) // the server itself has gone
+        return;
+    if (const Grab held = m_held; held.key != 0)
+        take(held);
 }
 
 bool X11Hotkey::registerHotkey(quint32 modifiers, quint32 virtualKey)
@@ -87,28 +111,30 @@ std::optional<X11Hotkey::Grab> X11Hotkey::find(const Combination &combination)
 bool X11Hotkey::take(const Grab &grab)
 {
     m_held = grab;
-    if (m_grab.take(m_held.key, m_held.modifiers))
+    if (m_grab->take(m_held.key, m_held.modifiers)) {
+        m_guardStart.start();
         return true;
+    }
     m_held = {};
     return false;
 }
 
 void X11Hotkey::letGo()
 {
-    m_grab.letGo();
+    m_grab->letGo();
     m_held = {};
 }
 
 void X11Hotkey::giveKeysTo(WindowHandle window)
 {
     m_isAnswered = true;
-    m_grab.giveKeysTo(static_cast<xcb_window_t>(window));
+    m_grab->giveKeysTo(static_cast<xcb_window_t>(window));
 }
 
 void X11Hotkey::takeKeysFrom(WindowHandle window)
 {
     m_isAnswered = true;
-    m_grab.takeKeysFrom(static_cast<xcb_window_t>(window));
+    m_grab->takeKeysFrom(static_cast<xcb_window_t>(window));
 }
 
 void X11Hotkey::follow()
@@ -148,7 +174,7 @@ void X11Hotkey::answerPress(xcb_timestamp_t time)
     if (m_wanted)
         Q_EMIT fired(time);
     if (!m_isAnswered)
-        m_grab.passKeysOn();
+        m_grab->passKeysOn();
 }
 
 } // namespace plum

@@ -3,6 +3,9 @@
 #include "platform/global_hotkey.h"
 #include "platform/x11/keyboard/x11_key_grab.h"
 
+#include <QTimer>
+
+#include <memory>
 #include <optional>
 #include <vector>
 #include <xcb/xcb.h>
@@ -48,16 +51,19 @@ private:
     void letGo();
     void follow();
     void answerPress(xcb_timestamp_t time);
+    void makeGrab();
+    void startAgain();
 
     X11Connection &m_connection;
     X11Keymap &m_keymap;
     std::optional<Combination> m_wanted;
     Grab m_held;
-    X11KeyGrab m_grab;
+    std::unique_ptr<X11KeyGrab> m_grab;
     xcb_window_t m_clock = XCB_NONE; // a window whose changes the server stamps with its time
     std::optional<xcb_timestamp_t> m_now;
     bool m_isAnswered = false; // somebody has said where the keys go
     bool m_mustFollow = false; // the keyboard has changed and follow() is on its way
+    QTimer m_guardStart;
 };
 
 } // namespace plum

@@ -1,5 +1,7 @@
 #include "platform/x11/keyboard/x11_key_grab.h"
 
+#include "platform/linux/detached_process.h"
+#include "platform/x11/keyboard/guard/words.h"
 #include "platform/x11/keyboard/xcb_xkb.h"
 
 #include <algorithm>
@@ -7,6 +9,7 @@
 #include <csignal>
 #include <poll.h>
 #include <sys/eventfd.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace plum {
@@ -24,8 +27,9 @@ constexpr auto betweenLooks = 2ms;
 
 } // namespace
 
-X11KeyGrab::X11KeyGrab(std::function<void(xcb_timestamp_t time)> pressed)
+X11KeyGrab::X11KeyGrab(std::function<void(xcb_timestamp_t time)> pressed, std::function<void()> lost)
     : m_pressed(std::move(pressed))
+    , m_lost(std::move(lost))
 {
     if (!m_connection.isOpen())
         return;
@@ -56,6 +60,42 @@ X11KeyGrab::~X11KeyGrab()
     wake();
     m_thread.join();
     ::close(m_wake);
+    if (m_guard >= 0)
+        ::close(m_guard);
+}
+
+void X11KeyGrab::startGuard()
+{
+    if (!m_connection.isOpen() || m_guard >= 0)
+        return;
+    std::array<int, 2> ends{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
+        return;
+    const bool isStarted = bool(startDetached({programBeside(QStringLiteral("plum-keyguard")), {}, ends[1],
+        xcb_get_file_descriptor(m_connection.xcb())}));
+    ::close(ends[1]);
+    const std::lock_guard lock(m_mutex);
+    if (isStarted)
+        m_guard = ends[0];
+    else
+        ::close(ends[0]);
+    tellGuard();
+}
+
+void X11KeyGrab::tellGuard()
+{
+    const char word = m_phase == Phase::KeepingBack ? guard::keepsBack : guard::letsGo;
+    // A guard that has gone is missed by nobody until the next start.
+    if (m_guard >= 0)
+        send(m_guard, &word, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+}
+
+void X11KeyGrab::enter(Phase phase)
+{
+    const bool kept = m_phase == Phase::KeepingBack;
+    m_phase = phase;
+    if (kept != (phase == Phase::KeepingBack))
+        tellGuard();
 }
 
 void X11KeyGrab::wake()
@@ -104,7 +144,7 @@ void X11KeyGrab::letGo()
     m_connection.sync(); // the keys are free for others from now on
     m_key = 0;
     m_modifiers.clear();
-    m_phase = Phase::Waiting;
+    enter(Phase::Waiting);
 }
 
 void X11KeyGrab::giveKeysTo(xcb_window_t window)
@@ -150,8 +190,12 @@ void X11KeyGrab::run()
                 if (event)
                     receive(*event);
             } while (event);
-            if (m_ends || !m_connection.isOpen())
+            if (m_ends)
                 return;
+        }
+        if (!m_connection.isOpen()) {
+            m_lost();
+            return;
         }
         std::array<pollfd, 2> descriptors{
             pollfd{xcb_get_file_descriptor(m_connection.xcb()), POLLIN, 0}, pollfd{m_wake, POLLIN, 0}};
@@ -171,7 +215,7 @@ void X11KeyGrab::receive(const xcb_generic_event_t &event)
     if (m_phase == Phase::Waiting) {
         if (!isPress || key.detail != m_key)
             return;
-        m_phase = Phase::KeepingBack;
+        enter(Phase::KeepingBack);
         m_pressTime = key.time;
         m_deadline = Clock::now() + answerPatience;
         m_wish.reset();
@@ -181,10 +225,10 @@ void X11KeyGrab::receive(const xcb_generic_event_t &event)
         if (isPress)
             allow(XCB_ALLOW_SYNC_KEYBOARD, key.time);
         else
-            m_phase = Phase::Waiting;
+            enter(Phase::Waiting);
     } else if (isPress) {
         // Typed before the key came up: it is for the window that has the keyboard, as all that follows.
-        m_phase = Phase::Waiting;
+        enter(Phase::Waiting);
         allow(XCB_ALLOW_REPLAY_KEYBOARD, key.time);
     } else {
         allow(XCB_ALLOW_SYNC_KEYBOARD, key.time);
@@ -206,7 +250,7 @@ std::optional<std::chrono::milliseconds> X11KeyGrab::advance()
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
     if (left > 0ms && !(m_wish && isFulfilled(*m_wish)))
         return m_wish ? std::min(left, std::chrono::milliseconds(betweenLooks)) : left;
-    m_phase = Phase::Following;
+    enter(Phase::Following);
     allow(XCB_ALLOW_SYNC_KEYBOARD, m_pressTime);
     return {};
 }

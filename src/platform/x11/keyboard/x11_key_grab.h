@@ -16,14 +16,22 @@ namespace plum {
 // its order, as if it had been typed just now. No key can slip past, however soon it follows.
 //
 // A keyboard that is kept back must never depend on a user interface that may be busy, so this has a
-// connection and a thread of its own, and lets the keys go on after a while whatever happens.
+// connection and a thread of its own, and lets the keys go on after a while whatever happens. A process that
+// is stopped has no threads that run; for that there is a guard, a small process that then ends the
+// connection.
 class X11KeyGrab
 {
 public:
-    // `pressed` is called in the thread, once a press, however long the key is held.
-    explicit X11KeyGrab(std::function<void(xcb_timestamp_t time)> pressed);
+    // Both are called in the thread: `pressed` once a press, however long the key is held; `lost` when the
+    // connection has been ended, after which this is of no use any more.
+    X11KeyGrab(std::function<void(xcb_timestamp_t time)> pressed, std::function<void()> lost);
     ~X11KeyGrab();
     Q_DISABLE_COPY_MOVE(X11KeyGrab)
+
+    bool isOpen() const { return m_connection.isOpen(); }
+
+    // Starts the guard, once. Without it everything else is the same.
+    void startGuard();
 
     // All of `modifiers` or none: returns false when another program holds one of the combinations.
     bool take(xcb_keycode_t key, const std::vector<uint16_t> &modifiers);
@@ -62,10 +70,13 @@ private:
     bool isFulfilled(const Wish &wish);
     void allow(xcb_allow_t mode, xcb_timestamp_t time);
     void wish(const Wish &wish, Clock::duration patience);
+    void enter(Phase phase);
+    void tellGuard();
     void wake();
 
     X11Connection m_connection;
     std::function<void(xcb_timestamp_t time)> m_pressed;
+    std::function<void()> m_lost;
     int m_wake = -1; // a counter that ends the thread's sleep
 
     std::mutex m_mutex; // for all that follows
@@ -75,6 +86,7 @@ private:
     xcb_timestamp_t m_pressTime = 0;
     Clock::time_point m_deadline;
     std::optional<Wish> m_wish;
+    int m_guard = -1; // a socket whose other end is the guard's
     bool m_ends = false;
 
     std::thread m_thread;
