@@ -222,6 +222,31 @@ TEST_F(ClipboardTest, textOutlivesTheProcess)
     EXPECT_EQ(keepers(), 1);
 }
 
+TEST_F(ClipboardTest, textIsThereAllTheTimeHoweverSlowTheKeeperIs)
+{
+    // A copy of the program beside a keeper that starts late.
+    const QTemporaryDir folder;
+    const QString probe = folder.filePath(u"probe"_s);
+    ASSERT_TRUE(QFile::copy(builtProgram(u"x11_probe"_s), probe));
+    QFile keeper(folder.filePath(u"plum-clipboard"_s));
+    ASSERT_TRUE(keeper.open(QFile::WriteOnly));
+    keeper.write("#!/bin/sh\nsleep 2\nexec '" + builtProgram(u"plum-clipboard"_s).toUtf8() + "' \"$@\"\n");
+    keeper.close();
+    ASSERT_TRUE(keeper.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+
+    QProcess process;
+    server.start(process, probe, {u"set-clipboard"_s});
+    process.write(chinese.toUtf8());
+    process.closeWriteChannel();
+    ASSERT_TRUE(waitUntil([&] { return owner() != XCB_NONE; }));
+    ASSERT_TRUE(waitUntil([&] {
+        EXPECT_NE(owner(), xcb_window_t(XCB_NONE));
+        return process.state() == QProcess::NotRunning;
+    }));
+    EXPECT_NE(owner(), xcb_window_t(XCB_NONE));
+    EXPECT_EQ(clipboard().text(), chinese);
+}
+
 TEST_F(ClipboardTest, keptTextIsLatin1ForWhoAsksForIt)
 {
     setInAnotherProcess(u"café 中 end"_s);

@@ -3,7 +3,6 @@
 #include "platform/linux/detached_process.h"
 
 #include <QDeadlineTimer>
-#include <QFileInfo>
 
 #include <array>
 #include <cerrno>
@@ -19,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int longestWait = 1000; // milliseconds
+constexpr int longestWait = 10'000; // milliseconds; a loaded machine starts a program late
 
 // One end of a pipe.
 class PipeEnd
@@ -95,12 +94,6 @@ bool writeAll(int descriptor, QByteArrayView bytes, const QDeadlineTimer &deadli
     return true;
 }
 
-// The program lies beside this one, wherever a symbolic link to this one lies.
-QString keeperProgram()
-{
-    return QFileInfo(QFileInfo(u"/proc/self/exe"_s).symLinkTarget()).path() + u"/plum-clipboard"_s;
-}
-
 } // namespace
 
 bool keepClipboardText(const QByteArray &utf8)
@@ -118,15 +111,15 @@ bool keepClipboardText(const QByteArray &utf8)
 
     const QDeadlineTimer deadline(longestWait, Qt::PreciseTimer);
     // The length tells the keeper a text that was cut off from a whole one.
-    if (!startDetached(
-            {keeperProgram(), {QByteArray::number(utf8.size())}, textOut.descriptor(), wordIn.descriptor()}))
+    if (!startDetached({programBeside(u"plum-clipboard"_s), {QByteArray::number(utf8.size())},
+            textOut.descriptor(), wordIn.descriptor()}))
         return false;
     textOut.close();
     wordIn.close();
     if (!writeAll(textIn.descriptor(), utf8, deadline))
         return false;
     textIn.close();
-    // A keeper that is only slow has the whole text and will own the clipboard all the same.
+    // A keeper that takes longer still has the whole text and will own the clipboard all the same.
     char owns = 0;
     return !waitFor(wordOut.descriptor(), POLLIN, deadline) || read(wordOut.descriptor(), &owns, 1) == 1;
 }

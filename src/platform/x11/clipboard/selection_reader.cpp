@@ -2,6 +2,8 @@
 
 #include "platform/x11/connection/x11_connection.h"
 
+#include <QDeadlineTimer>
+
 #include <utility>
 
 namespace plum {
@@ -39,9 +41,8 @@ QString SelectionReader::text(int milliseconds)
 {
     if (!m_connection.isOpen())
         return {};
-    const QDeadlineTimer deadline(milliseconds, Qt::PreciseTimer);
     for (const char *target : {"UTF8_STRING", "STRING", "TEXT"}) {
-        const std::optional<Value> value = convert(target, deadline);
+        const std::optional<Value> value = convert(target, milliseconds);
         if (!value)
             return {};
         if (const std::optional<QString> text = decoded(*value))
@@ -51,8 +52,7 @@ QString SelectionReader::text(int milliseconds)
 }
 
 // Nothing when the owner did not deliver in time; a value without a type when it refused.
-std::optional<SelectionReader::Value> SelectionReader::convert(
-    const char *target, const QDeadlineTimer &deadline)
+std::optional<SelectionReader::Value> SelectionReader::convert(const char *target, int milliseconds)
 {
     m_property = m_connection.atom("PLUM_CLIPBOARD");
     // A window of its own for every request, so that an answer that comes too late is not taken for the next.
@@ -65,13 +65,12 @@ std::optional<SelectionReader::Value> SelectionReader::convert(
         m_connection.atom(target), m_property, XCB_CURRENT_TIME);
 
     std::optional<Value> value;
-    if (m_connection.waitUntil(
-            [this] { return m_progress.answer.has_value(); }, static_cast<int>(deadline.remainingTime()))) {
+    if (m_connection.waitUntil([this] { return m_progress.answer.has_value(); }, milliseconds)) {
         value.emplace();
         if (*m_progress.answer != XCB_ATOM_NONE) {
             m_progress.hasPiece = false;
             *value = takeProperty();
-            if (value->type == m_connection.atom("INCR") && !readInPieces(*value, deadline))
+            if (value->type == m_connection.atom("INCR") && !readInPieces(*value, milliseconds))
                 value.reset();
         }
     }
@@ -83,12 +82,15 @@ std::optional<SelectionReader::Value> SelectionReader::convert(
     return value;
 }
 
-// Taking a property away asks the owner for the next piece; an empty piece is the end.
-bool SelectionReader::readInPieces(Value &value, const QDeadlineTimer &deadline)
+// Taking a property away asks the owner for the next piece; an empty piece is the end. An owner that goes on
+// is not one that hangs, so each piece has the whole time.
+bool SelectionReader::readInPieces(Value &value, int milliseconds)
 {
+    constexpr int mostPatience = 10; // times as long, for all pieces
+    const QDeadlineTimer deadline(mostPatience * milliseconds, Qt::PreciseTimer);
     value = {};
-    while (m_connection.waitUntil(
-        [this] { return m_progress.hasPiece; }, static_cast<int>(deadline.remainingTime()))) {
+    while (!deadline.hasExpired()
+        && m_connection.waitUntil([this] { return m_progress.hasPiece; }, milliseconds)) {
         m_progress.hasPiece = false;
         const Value piece = takeProperty();
         if (piece.type == XCB_ATOM_NONE)

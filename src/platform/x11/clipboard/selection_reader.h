@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QDeadlineTimer>
 #include <QString>
 
 #include <optional>
@@ -11,14 +10,14 @@ namespace plum {
 
 class X11Connection;
 
-// Asks another program for the text of the clipboard, in pieces where the text is long. The whole wait has
-// one deadline, however the program behaves.
+// Asks another program for the text of the clipboard, in pieces where the text is long.
 class SelectionReader
 {
 public:
     explicit SelectionReader(X11Connection &connection);
 
-    // Empty when nobody owns the clipboard, it holds no text, or the owner does not deliver in time.
+    // Empty when nobody owns the clipboard, it holds no text, or the owner stands still for so long; ten
+    // times as long may a long text take as a whole.
     QString text(int milliseconds);
 
 private:
@@ -36,8 +35,8 @@ private:
     };
 
     void receive(const xcb_generic_event_t &event);
-    std::optional<Value> convert(const char *target, const QDeadlineTimer &deadline);
-    bool readInPieces(Value &value, const QDeadlineTimer &deadline);
+    std::optional<Value> convert(const char *target, int milliseconds);
+    bool readInPieces(Value &value, int milliseconds);
     Value takeProperty();
     std::optional<QString> decoded(const Value &value);
 

@@ -119,11 +119,11 @@ void X11Clipboard::outliveProcess()
     if (text.isEmpty())
         return;
     disconnect(m_changes);
-    // Qt lets go first: an owner that it takes itself to be at its end asks the clipboard manager to save the
-    // text, and waits long for one that hangs.
-    clipboard->clear();
-    if (!keepClipboardText(text.toUtf8()))
-        clipboard->setText(text);
+    // The text is on the clipboard all the time: the keeper takes it from Qt. What Qt then does comes too
+    // late for the server and only tells Qt itself, which at its end would ask the clipboard manager to save
+    // the text, and wait long for one that hangs.
+    if (keepClipboardText(text.toUtf8()))
+        clipboard->clear();
 }
 
 void X11Clipboard::connectNotify(const QMetaMethod &signal)
