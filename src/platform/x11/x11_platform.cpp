@@ -43,6 +43,8 @@ void X11Platform::releaseDesktop()
         keyboard->releaseAll();
     if (X11Connection *connection = m_connection.ifMade())
         connection->sync();
+    if (X11Shell *shell = m_shell.ifMade())
+        shell->finishStarts();
     if (auto *clipboard = m_clipboard.ifMade())
         clipboard->outliveProcess();
 }

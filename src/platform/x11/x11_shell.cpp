@@ -14,6 +14,7 @@
 #include <QStandardPaths>
 
 #include <cerrno>
+#include <chrono>
 #include <optional>
 
 namespace plum {
@@ -39,6 +40,7 @@ bool isProgramFile(const QFileInfo &file)
     return file.isFile() && file.isExecutable();
 }
 
+constexpr std::chrono::seconds endPatience{1};
 constexpr qint64 maxShortcutSize = 1 << 20; // bytes; a larger file is none
 
 // What a shortcut file of this desktop or of Windows says it points to; nothing for any other file.
@@ -101,6 +103,14 @@ DetachedStart X11Shell::start(const QString &program, const QStringList &argumen
     if (started && state != ShowState::Normal)
         new NewWindowWatch(started.process, state, &m_watches);
     return started;
+}
+
+void X11Shell::finishStarts()
+{
+    const QDeadlineTimer deadline(endPatience);
+    for (NewWindowWatch *watch :
+        m_watches.findChildren<NewWindowWatch *>(QString(), Qt::FindDirectChildrenOnly))
+        watch->finishBefore(deadline);
 }
 
 QString X11Shell::desktopFolder()

@@ -23,6 +23,10 @@ public:
     QString desktopFolder() override;
     QString shortcutTarget(const QString &path) override;
 
+    // Gives programs that were started in another state than the normal one a moment to show their window,
+    // since nobody else puts it into that state.
+    void finishStarts();
+
 private:
     DetachedStart start(const QString &program, const QStringList &arguments, ShowState state);
     bool handToDesktop(const QString &target, ShowState state);

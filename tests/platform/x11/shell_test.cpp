@@ -3,8 +3,10 @@
 #include "platform/x11/connection/x11_connection.h"
 #include "x11_test.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <gmock/gmock.h>
 
@@ -326,20 +328,20 @@ protected:
         return XCB_NONE;
     }
 
-    std::vector<quint32> numbers(xcb_window_t window, const char *property)
+    QList<quint32> numbers(xcb_window_t window, const char *property)
     {
         const auto found = other.reply(xcb_get_property_reply, xcb_get_property, 0, window,
             other.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 64);
         if (!found)
             return {};
         const auto *first = static_cast<const quint32 *>(xcb_get_property_value(found.get()));
-        return {first, first + xcb_get_property_value_length(found.get()) / 4};
+        return QList<quint32>(first, first + xcb_get_property_value_length(found.get()) / 4);
     }
 
     // The manager's state of the new window: 0 withdrawn, 1 normal, 3 minimised.
     std::optional<quint32> state()
     {
-        const std::vector<quint32> values = numbers(find(other.root()), "WM_STATE");
+        const QList<quint32> values = numbers(find(other.root()), "WM_STATE");
         return values.empty() ? std::nullopt : std::optional(values.front());
     }
 
@@ -381,6 +383,16 @@ TEST_F(ManagedShellTest, aWindowStartsHidden)
         return window != XCB_NONE && state().value_or(0) == 0 && attributes
             && attributes->map_state == XCB_MAP_STATE_UNMAPPED && !numbers(window, "_OB_APP_CLASS").empty();
     }));
+}
+
+TEST_F(ManagedShellTest, aWindowGetsItsStateAlsoWhenTheProcessEndsBeforeItIsThere)
+{
+    openWindow(ShowState::Minimised);
+    platform->releaseDesktop();
+    // No event of this process has a part in it any more.
+    for (QDeadlineTimer patience(10000); state() != 3 && !patience.hasExpired();)
+        QThread::msleep(5);
+    EXPECT_EQ(state(), 3U);
 }
 
 TEST_F(ManagedShellTest, otherWindowsAreLeftAlone)

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <poll.h>
 #include <ranges>
 #include <unistd.h>
 
@@ -69,8 +70,17 @@ xcb_window_t NewWindowWatch::find()
     return found == windows.end() ? xcb_window_t(XCB_NONE) : *found;
 }
 
+void NewWindowWatch::finishBefore(const QDeadlineTimer &deadline)
+{
+    pollfd socket{xcb_get_file_descriptor(m_connection->xcb()), POLLIN, 0};
+    for (look(); !m_isDone && !deadline.hasExpired(); look())
+        poll(&socket, 1, static_cast<int>(deadline.remainingTime()));
+}
+
 void NewWindowWatch::look()
 {
+    if (m_isDone)
+        return;
     xcb_window_t window = XCB_NONE;
     do {
         m_changed = false;
@@ -84,7 +94,9 @@ void NewWindowWatch::look()
     } else if (m_connection->isOpen()) {
         return;
     }
-    m_events->setEnabled(false);
+    m_isDone = true;
+    if (m_events)
+        m_events->setEnabled(false);
     deleteLater();
 }
 

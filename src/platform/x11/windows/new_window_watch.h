@@ -2,6 +2,7 @@
 
 #include "platform/shell.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 
 #include <memory>
@@ -27,6 +28,9 @@ public:
     NewWindowWatch(pid_t session, ShowState state, QObject *parent);
     ~NewWindowWatch() override;
 
+    // Waits for the window without an event loop: the process is about to end.
+    void finishBefore(const QDeadlineTimer &deadline);
+
 private:
     void look();
     std::vector<quint32> numbers(xcb_window_t window, const char *property);
@@ -39,6 +43,7 @@ private:
     ShowState m_state;
     std::unique_ptr<X11Connection> m_connection;
     QSocketNotifier *m_events = nullptr;
+    bool m_isDone = false;
     bool m_changed = false; // something happened to the root window
 };
 
