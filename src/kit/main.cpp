@@ -1,5 +1,7 @@
 #include "kit/app_commands.h"
 #include "kit/check_command.h"
+#include "kit/lsp/language_server.h"
+#include "kit/lsp/message_stream.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
 #include "platform/platform.h"
@@ -19,6 +21,7 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
 
   plumkit run [options] FILE [options]    runs a script and ends with it
   plumkit check [options] FILE...         says what is wrong with scripts before they run
+  plumkit lsp                             talks to an editor by the language server protocol
   plumkit new [options] KEYWORD           makes a new app
   plumkit pack [options] FOLDER           makes the package of an app
   plumkit --help                          shows this text
@@ -54,6 +57,13 @@ A folder stands for all scripts in it and below, - for standard input. Ends with
   0    when nothing was found but hints
   1    when something was found
   2    when the options are unusable or a FILE cannot be read
+)";
+
+constexpr char lspUsage[]
+    = R"(Talks to an editor on standard input and output by the language server protocol: what is found
+in scripts as they are typed, completion, and what commands are for. docs/editors.md says how editors are told of it.
+
+  plumkit lsp
 )";
 
 constexpr char newUsage[] = R"(Makes a new app: a folder with a script that runs.
@@ -138,6 +148,37 @@ int pack(int argc, char **argv, const QStringList &arguments)
     return packFolder(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
 }
 
+int serveEditor(int argc, char **argv, const QStringList &arguments)
+{
+    if (arguments == QStringList(u"--help"_s)) {
+        std::fputs(lspUsage, stdout);
+        return Done;
+    }
+    // Clients like to say what they talk over.
+    if (!arguments.isEmpty() && arguments != QStringList(u"--stdio"_s))
+        return refuse(u"there is no option %1"_s.arg(arguments.first()), lspUsage);
+    plum::prepareEnvironment(false);
+    const QApplication application(argc, argv);
+    LanguageServer server(ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
+    QFile input;
+    QFile output;
+    constexpr int standardInput = 0;
+    constexpr int standardOutput = 1;
+    // Without a buffer: a message is to be read as soon as it is there.
+    if (!input.open(standardInput, QIODevice::ReadOnly | QIODevice::Unbuffered)
+        || !output.open(standardOutput, QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return Unusable;
+    MessageStream messages(input, output);
+    while (!server.hasEnded()) {
+        const std::optional<QJsonObject> message = messages.read();
+        if (!message)
+            break;
+        for (const QJsonObject &answer : server.answer(*message))
+            messages.write(answer);
+    }
+    return server.status();
+}
+
 int makeNew(const QStringList &arguments)
 {
     QString problem;
@@ -172,6 +213,8 @@ int main(int argc, char **argv)
         return check(argc, argv, arguments);
     if (command == "pack"_L1)
         return pack(argc, argv, arguments);
+    if (command == "lsp"_L1)
+        return serveEditor(argc, argv, arguments);
     if (command == "new"_L1)
         return makeNew(arguments);
     return refuse(u"there is no command %1"_s.arg(command), usage);

@@ -1,0 +1,222 @@
+#include "check/script_words.h"
+
+#include "check/edition1/references.h"
+#include "check/findings/words.h"
+#include "commands/key_names.h"
+#include "engine/edition2/own_words.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString headOf(const QString &line)
+{
+    const qsizetype start = std::ranges::find_if(line, [](QChar c) { return c != u' '; }) - line.begin();
+    const qsizetype end = line.indexOf(u' ', start);
+    return line.sliced(start, (end < 0 ? line.size() : end) - start);
+}
+
+struct Arguments
+{
+    QStringList pieces; // as they are written, the last one up to the end
+    bool endsInQuotes = false;
+};
+
+// Commas between quotes belong to a text while somebody writes it, in either edition.
+Arguments argumentsIn(const QString &text)
+{
+    Arguments found{{QString()}};
+    for (const QChar c : text) {
+        if (c == u'"')
+            found.endsInQuotes = !found.endsInQuotes;
+        if (c == u',' && !found.endsInQuotes)
+            found.pieces += QString();
+        else
+            found.pieces.back() += c;
+    }
+    return found;
+}
+
+QString unquoted(const QString &piece)
+{
+    QString text = piece.trimmed();
+    return text.remove(u'"');
+}
+
+// The fields of a row, with those that the first argument brings along.
+QList<Field> fieldsOf(const CommandInfo &info, const QString &firstArgument)
+{
+    QList<Field> fields;
+    for (const Field &field : info.usedFields())
+        fields += field;
+    if (fields.isEmpty())
+        return fields;
+    const Field first = fields.front();
+    for (const CommandInfo &choice : first.choices()) {
+        if (choice.word != firstArgument || choice.usedFields().empty())
+            continue;
+        fields = {first};
+        for (const Field &field : choice.usedFields())
+            fields += field;
+    }
+    return fields;
+}
+
+QString argumentsOf(const QString &line)
+{
+    const QString trimmed = line.trimmed();
+    const qsizetype blank = trimmed.indexOf(u' ');
+    return blank < 0 ? QString() : trimmed.sliced(blank + 1);
+}
+
+} // namespace
+
+const CommandInfo *ScriptWords::row(const QString &line, Edition edition) const
+{
+    const QString head = headOf(line);
+    const qsizetype dot = head.indexOf(u'.');
+    if (dot < 0)
+        return nullptr;
+    const QString nameSpace = head.first(dot);
+    const QString word = head.sliced(dot + 1);
+    if (edition == Edition::One)
+        return firstEditionRow(m_vocabulary, nameSpace, word);
+    const edition2::OwnWord *own = edition2::ownWord(nameSpace, word);
+    return own ? &own->info : m_vocabulary.find(nameSpace, word);
+}
+
+QStringList ScriptWords::variables(const QStringList &lines, Edition edition) const
+{
+    QSet<QString> names;
+    for (const QString &line : lines) {
+        const QString head = headOf(line);
+        if (head.startsWith("set."_L1))
+            names += head.sliced(4);
+        const CommandInfo *info = row(line, edition);
+        if (!info)
+            continue;
+        const QStringList pieces = argumentsIn(argumentsOf(line)).pieces;
+        const QList<Field> fields = fieldsOf(*info, unquoted(pieces.front()));
+        for (qsizetype i = 0; i < std::min(fields.size(), pieces.size()); ++i) {
+            if (fields[i].kind == FieldKind::Variable)
+                names += unquoted(pieces[i]);
+        }
+    }
+    names.remove(QString());
+    QStringList sorted(names.cbegin(), names.cend());
+    sorted.sort();
+    return sorted;
+}
+
+QList<ScriptWords::Suggestion> ScriptWords::heads(const QString &before, Edition edition) const
+{
+    QList<Suggestion> found;
+    const qsizetype dot = before.indexOf(u'.');
+    if (dot < 0) {
+        QStringList names = namespacesOf(m_vocabulary, edition);
+        if (edition == Edition::Two) {
+            for (const edition2::OwnWord &own : edition2::ownWords())
+                names += own.nameSpace.toString();
+        }
+        names.sort();
+        names.removeDuplicates();
+        for (const QString &name : names) {
+            if (!name.isEmpty())
+                found += Suggestion{name, Kind::Namespace, {}};
+        }
+        return found;
+    }
+    const QString nameSpace = before.first(dot);
+    for (const CommandInfo &info : m_vocabulary.tables().value(nameSpace)) {
+        if (info.existsIn(edition) && !info.word.isEmpty())
+            found += Suggestion{info.word.toString(), Kind::Command, info.summary.toString()};
+    }
+    for (const edition2::OwnWord &own : edition2::ownWords()) {
+        if (edition == Edition::Two && own.nameSpace == nameSpace && !own.info.word.isEmpty())
+            found += Suggestion{own.info.word.toString(), Kind::Command, own.info.summary.toString()};
+    }
+    return found;
+}
+
+QList<ScriptWords::Suggestion> ScriptWords::values(
+    const Field &field, bool isQuoted, const QStringList &names, Edition edition) const
+{
+    QList<Suggestion> found;
+    // Edition 1 has no bare words.
+    const auto word = [&](const QString &text) {
+        return edition == Edition::One && !isQuoted ? u'"' + text + u'"' : text;
+    };
+    for (const CommandInfo &choice : field.choices())
+        found += Suggestion{word(choice.word.toString()), Kind::Choice, choice.summary.toString()};
+    if (field.kind == FieldKind::KeyName || field.kind == FieldKind::KeyList) {
+        for (const KeyName &key : keycodeasc()) {
+            if ((key.returned || edition == Edition::Two) && !key.name.isEmpty())
+                found += Suggestion{word(key.name.toString().toLower()), Kind::Key, {}};
+        }
+    }
+    if (field.kind == FieldKind::Variable) {
+        for (const QString &name : names)
+            found += Suggestion{word(name), Kind::Variable, {}};
+        return found;
+    }
+    if (isQuoted)
+        return found;
+    for (const QString &name : names)
+        found += Suggestion{u"set."_s + name, Kind::Variable, {}};
+    for (const QString &prefix : edition1::referencePrefixes()) {
+        for (const QString &name : edition1::referenceNames(prefix))
+            found += Suggestion{prefix + u'.' + name, Kind::Reference, {}};
+    }
+    return found;
+}
+
+QList<ScriptWords::Suggestion> ScriptWords::suggestions(
+    const QStringList &lines, const QString &before, Edition edition) const
+{
+    QString written = before;
+    if (edition == Edition::Two) {
+        while (written.startsWith(u' '))
+            written.remove(0, 1);
+    }
+    if (written.startsWith("//"_L1))
+        return {};
+    const qsizetype blank = written.indexOf(u' ');
+    if (blank < 0)
+        return heads(written, edition);
+    static constexpr Field anyText{u"value", FieldKind::Text};
+    const CommandInfo *info = row(written, edition);
+    const Arguments arguments = argumentsIn(written.sliced(blank + 1));
+    Field field = anyText;
+    if (info) {
+        const QList<Field> fields = fieldsOf(*info, unquoted(arguments.pieces.front()));
+        const qsizetype index = arguments.pieces.size() - 1;
+        if (!fields.isEmpty() && (fields.front().kind == FieldKind::KeyList || index < fields.size()))
+            field = fields.front().kind == FieldKind::KeyList ? fields.front() : fields[index];
+    }
+    return values(field, arguments.endsInQuotes, variables(lines, edition), edition);
+}
+
+QString ScriptWords::explanation(const QString &line, qsizetype column, Edition edition) const
+{
+    const QString head = headOf(line);
+    const qsizetype start = line.indexOf(head);
+    const CommandInfo *info = row(line, edition);
+    if (!info || column < start || column > start + head.size())
+        return {};
+    QStringList fields;
+    for (const Field &field : info->usedFields()) {
+        fields += field.fallback.isEmpty()
+            ? field.name.toString()
+            : u"%1 (%2)"_s.arg(field.name.toString(), field.fallback.toString());
+    }
+    const QString sentence = info->summary.toString();
+    return fields.isEmpty() ? sentence : sentence + u"\n\n"_s + head + u' ' + fields.join(u", "_s);
+}
+
+} // namespace plum

@@ -1,0 +1,159 @@
+#include "kit/lsp/language_server.h"
+#include "kit_process.h"
+#include "support/script_bench.h"
+
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
+
+namespace plum::kit {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QString address = u"file:///apps/x/main.wf"_s;
+
+class LanguageServers : public testing::Test
+{
+protected:
+    QJsonObject notify(const QString &method, const QJsonObject &parameters)
+    {
+        const QList<QJsonObject> answers = server.answer({{u"method"_s, method}, {u"params"_s, parameters}});
+        return answers.isEmpty() ? QJsonObject() : answers.front();
+    }
+
+    QJsonObject open(const QString &text)
+    {
+        return notify(u"textDocument/didOpen"_s,
+            {{u"textDocument"_s, QJsonObject{{u"uri"_s, address}, {u"text"_s, text}}}});
+    }
+
+    QJsonObject request(const QString &method, const QJsonObject &parameters = {})
+    {
+        const QList<QJsonObject> answers
+            = server.answer({{u"id"_s, 7}, {u"method"_s, method}, {u"params"_s, parameters}});
+        EXPECT_EQ(answers.size(), 1);
+        EXPECT_EQ(answers.value(0)[u"id"_s], 7);
+        return answers.value(0);
+    }
+
+    QJsonObject at(int line, int character) const
+    {
+        return {{u"textDocument"_s, QJsonObject{{u"uri"_s, address}}},
+            {u"position"_s, QJsonObject{{u"line"_s, line}, {u"character"_s, character}}}};
+    }
+
+    QStringList completion(int line, int character)
+    {
+        QStringList labels;
+        for (const QJsonValue &item :
+            request(u"textDocument/completion"_s, at(line, character))[u"result"_s].toArray())
+            labels += item[u"label"_s].toString();
+        return labels;
+    }
+
+    // "line:from-to severity rule"
+    static QStringList places(const QJsonObject &published)
+    {
+        QStringList found;
+        for (const QJsonValue &item : published[u"params"_s][u"diagnostics"_s].toArray()) {
+            const QJsonValue range = item[u"range"_s];
+            found += u"%1:%2-%3 %4 %5"_s.arg(range[u"start"_s][u"line"_s].toInt())
+                         .arg(range[u"start"_s][u"character"_s].toInt())
+                         .arg(range[u"end"_s][u"character"_s].toInt())
+                         .arg(item[u"severity"_s].toInt())
+                         .arg(item[u"code"_s].toString());
+        }
+        return found;
+    }
+
+    LanguageServer server{recording::ScriptBench().system.vocabulary()};
+};
+
+TEST_F(LanguageServers, publishFindingsWhenAScriptIsOpenedChangedAndClosed)
+{
+    EXPECT_EQ(places(open(u"//edition:2\nmouse.clik\n"_s)), QStringList(u"1:6-10 1 syntax"_s));
+    const QJsonObject change{{u"textDocument"_s, QJsonObject{{u"uri"_s, address}}},
+        {u"contentChanges"_s, QJsonArray{QJsonObject{{u"text"_s, u"//edition:2\nmouse.click\n"_s}}}}};
+    EXPECT_EQ(places(notify(u"textDocument/didChange"_s, change)), QStringList());
+    EXPECT_EQ(places(open(u"mouse.drag \"1O:2\",\"3:4\"\r\n"_s)),
+        QStringList({u"0:0-17 4 old-edition"_s, u"0:11-17 1 wrong-value"_s}));
+    const QJsonObject closed
+        = notify(u"textDocument/didClose"_s, {{u"textDocument"_s, QJsonObject{{u"uri"_s, address}}}});
+    EXPECT_EQ(closed[u"params"_s][u"uri"_s], address);
+    EXPECT_EQ(places(closed), QStringList());
+}
+
+TEST_F(LanguageServers, completeWhatCanStandThere)
+{
+    open(
+        u"set.name \"Ann\"\r\nmouse.get_xy \"here\"\r\n\r\nmouse.\r\nkeyboard.send \r\nkeyboard.hotkey \"\r\n"
+        "window.get \"\r\nmouse.get_x \"\r\n"_s);
+    EXPECT_TRUE(completion(2, 0).contains(u"keyboard"_s));
+    EXPECT_TRUE(completion(3, 6).contains(u"click"_s));
+    EXPECT_FALSE(completion(3, 6).contains(u"send"_s));
+    const QStringList values = completion(4, 14);
+    EXPECT_TRUE(values.contains(u"set.name"_s));
+    EXPECT_TRUE(values.contains(u"set.here"_s));
+    EXPECT_TRUE(values.contains(u"os.path_desktop"_s));
+    EXPECT_EQ(completion(5, 17).filter(u"ctrl"_s), QStringList(u"ctrl"_s));
+    EXPECT_TRUE(completion(6, 12).contains(u"active_window"_s));
+    EXPECT_EQ(completion(7, 13), QStringList({u"here"_s, u"name"_s}));
+}
+
+TEST_F(LanguageServers, completeTheOwnWordsOfEdition2)
+{
+    open(u"//edition:2\n\nrepeat.\n    keyboard.key \n"_s);
+    EXPECT_TRUE(completion(1, 0).contains(u"repeat"_s));
+    EXPECT_TRUE(completion(2, 7).contains(u"times"_s));
+    EXPECT_TRUE(completion(3, 17).contains(u"ctrl"_s));
+}
+
+TEST_F(LanguageServers, explainACommand)
+{
+    open(u"mouse.move \"1:2\"\r\n"_s);
+    const QJsonValue result = request(u"textDocument/hover"_s, at(0, 8))[u"result"_s];
+    EXPECT_EQ(result[u"contents"_s][u"value"_s],
+        u"Moves the pointer; does nothing without a point.\n\nmouse.move to"_s);
+    EXPECT_TRUE(request(u"textDocument/hover"_s, at(0, 13))[u"result"_s].isNull());
+    EXPECT_TRUE(request(u"textDocument/hover"_s, at(5, 0))[u"result"_s].isNull());
+}
+
+TEST_F(LanguageServers, refuseWhatTheyDoNotKnow)
+{
+    EXPECT_EQ(request(u"textDocument/unheard"_s)[u"error"_s][u"code"_s], -32601);
+    EXPECT_TRUE(server.answer({{u"method"_s, u"$/unheard"_s}}).isEmpty());
+}
+
+QByteArray framed(const QJsonObject &message)
+{
+    const QByteArray content = QJsonDocument(message).toJson(QJsonDocument::Compact);
+    return "Content-Length: " + QByteArray::number(content.size()) + "\r\n\r\n" + content;
+}
+
+TEST(LanguageServerProcess, talksOnItsStandardStreamsAndEnds)
+{
+    const QJsonObject document{{u"uri"_s, address}, {u"text"_s, u"mouse.klick\r\n"_s}};
+    const test::KitRun ended = test::runKit({u"lsp"_s, u"--stdio"_s}, [&document](QProcess &process) {
+        process.write(framed({{u"id"_s, 1}, {u"method"_s, u"initialize"_s}, {u"params"_s, QJsonObject()}}));
+        process.write(framed({{u"method"_s, u"textDocument/didOpen"_s},
+            {u"params"_s, QJsonObject{{u"textDocument"_s, document}}}}));
+        process.write(framed({{u"id"_s, 2}, {u"method"_s, u"shutdown"_s}}));
+        process.write(framed({{u"method"_s, u"exit"_s}}));
+    });
+    EXPECT_EQ(ended.status, 0) << ended.errors.toStdString();
+    EXPECT_EQ(ended.output.count(u"Content-Length: "_s), 3);
+    EXPECT_TRUE(ended.output.contains(u"\"hoverProvider\":true"_s));
+    EXPECT_TRUE(ended.output.contains(u"\"code\":\"unknown-command\""_s)) << ended.output.toStdString();
+}
+
+TEST(LanguageServerProcess, endsWith1WhenItsInputEnds)
+{
+    const test::KitRun ended
+        = test::runKit({u"lsp"_s}, [](QProcess &process) { process.closeWriteChannel(); });
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.output, QString());
+}
+
+} // namespace
+} // namespace plum::kit
