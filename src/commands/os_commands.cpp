@@ -42,7 +42,7 @@ QList<CommandInfo> choicesOf(std::span<const OsCommands::Action> actions)
 void requireStarted(Session::Outcome outcome)
 {
     if (outcome == Session::Outcome::Unavailable)
-        throw RunTimeError(RunTimeError::FileNotFound);
+        throw RunTimeError(RunTimeError::FileNotFound, ErrorCause::MissingProgram, u"shutdown"_s);
 }
 
 } // namespace

@@ -30,6 +30,17 @@ double wholePartOfText(double quotient)
     return std::trunc(QString::number(quotient, 'g', 15).toDouble());
 }
 
+double durationOf(const QString &milliseconds)
+{
+    try {
+        return toDouble(milliseconds);
+    } catch (const RunTimeError &error) {
+        if (error.number() != RunTimeError::TypeMismatch)
+            throw;
+        throw RunTimeError(RunTimeError::TypeMismatch, ErrorCause::NotMilliseconds, milliseconds);
+    }
+}
+
 // An error inside a wait says so in front of its own description.
 template <typename Wait> void namingTheWait(Wait &&wait)
 {
@@ -72,7 +83,7 @@ QString clsWaitableTimer::timerName() const
 
 void clsWaitableTimer::Wait(const QString &milliseconds)
 {
-    namingTheWait([&] { waitFor(toDouble(milliseconds)); });
+    namingTheWait([&] { waitFor(durationOf(milliseconds)); });
 }
 
 void clsWaitableTimer::Wait(double milliseconds)
@@ -86,7 +97,7 @@ void clsWaitableTimer::waitFor(double milliseconds)
     const WaitableTimers::Handle timer = created.handle;
     // Without a timer the wait would never end.
     if (timer == 0)
-        throw RunTimeError(RunTimeError::InvalidProcedureCall, u"The system has no room for another timer"_s);
+        throw RunTimeError(RunTimeError::InvalidProcedureCall, ErrorCause::NoTimer);
     m_current = timer;
     const auto close = qScopeGuard([&] {
         m_timers.close(timer);

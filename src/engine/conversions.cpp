@@ -13,7 +13,7 @@ template <typename Integer> Integer integerFrom(double value)
 {
     const double rounded = roundHalfToEven(value);
     if (!(rounded >= std::numeric_limits<Integer>::min() && rounded <= std::numeric_limits<Integer>::max()))
-        throw RunTimeError(RunTimeError::Overflow);
+        throw RunTimeError(RunTimeError::Overflow, ErrorCause::OutOfRange, QString::number(value, 'g', 15));
     return static_cast<Integer>(rounded);
 }
 
@@ -65,11 +65,11 @@ double toDouble(QStringView text)
 {
     const QStringView trimmed = text.trimmed();
     if (!isDecimalNumber(trimmed))
-        throw RunTimeError(RunTimeError::TypeMismatch);
+        throw RunTimeError(RunTimeError::TypeMismatch, ErrorCause::NotANumber, text.toString());
     // A number too small to hold is 0; one too large comes back infinite.
     const double value = trimmed.toDouble();
     if (!std::isfinite(value))
-        throw RunTimeError(RunTimeError::Overflow);
+        throw RunTimeError(RunTimeError::Overflow, ErrorCause::OutOfRange, trimmed.toString());
     return value;
 }
 
@@ -109,7 +109,7 @@ quint8 hexByte(QStringView digits)
         return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
     };
     if (digits.size() != 2 || !isHexDigit(digits[0]) || !isHexDigit(digits[1]))
-        throw RunTimeError(RunTimeError::TypeMismatch);
+        throw RunTimeError(RunTimeError::TypeMismatch, ErrorCause::NotHexadecimal, digits.toString());
     return static_cast<quint8>(digits.toUInt(nullptr, 16));
 }
 

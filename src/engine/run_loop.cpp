@@ -65,6 +65,7 @@ RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
     if (text.isEmpty() || text.startsWith("//"_L1))
         return Outcome::ReachedEnd;
     line.parse(text);
+    m_state.currentLine = index;
     try {
         m_waiter.Wait(linePause);
         if (m_extraLineDelay != 0)

@@ -19,6 +19,9 @@ struct RunState
     // [1] its last line; [2] 1 when the process was started with a script on its command line.
     std::array<qint16, 3> runidx{};
 
+    // The line that is carried out, or was the last one that was.
+    int currentLine = 0;
+
     // [0] the full path of the running script; [1] the run mode, "jb" for a script on the command line
     // (the process ends with it) or "bao" for the launcher.
     std::array<QString, 2> runctx;

@@ -30,6 +30,11 @@ RunTimeError::RunTimeError(Number number)
 {
 }
 
+RunTimeError::RunTimeError(Number number, ErrorCause cause, const QString &culprit)
+    : RunTimeError(number, classicDescription(number) + QStringLiteral(": ") + errorWords(cause, culprit))
+{
+}
+
 RunTimeError::RunTimeError(Number number, QString description)
     : m_number(number)
     , m_description(std::move(description))

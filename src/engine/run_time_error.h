@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/editions/error_words.h"
+
 #include <QString>
 
 #include <exception>
@@ -23,6 +25,9 @@ public:
 
     explicit RunTimeError(Number number);
     RunTimeError(Number number, QString description);
+
+    // The description says why, behind a colon.
+    RunTimeError(Number number, ErrorCause cause, const QString &culprit = {});
 
     int number() const { return m_number; }
     QString description() const { return m_description; }

@@ -10,7 +10,7 @@ namespace plum {
 qint16 CountOf(QStringView find, QStringView text)
 {
     if (find.isEmpty())
-        throw RunTimeError(RunTimeError::DivisionByZero);
+        throw RunTimeError(RunTimeError::DivisionByZero, ErrorCause::EmptySearch);
     qsizetype count = 0;
     for (qsizetype at = text.indexOf(find); at >= 0; at = text.indexOf(find, at + find.size()))
         ++count;
@@ -44,7 +44,8 @@ QStringList split(const QString &text, const QString &separator)
 QString pieceAt(const QStringList &pieces, int index)
 {
     if (index < 0 || index >= pieces.size())
-        throw RunTimeError(RunTimeError::SubscriptOutOfRange);
+        throw RunTimeError(
+            RunTimeError::SubscriptOutOfRange, ErrorCause::NoPiece, QString::number(index + 1));
     return pieces[index];
 }
 
@@ -59,7 +60,7 @@ QString replaceFrom(const QString &source, const QString &find, const QString &w
     qint32 count, Qt::CaseSensitivity match)
 {
     if (start < 1 || count < -1)
-        throw RunTimeError(RunTimeError::InvalidProcedureCall);
+        throw RunTimeError(RunTimeError::InvalidProcedureCall, ErrorCause::StartOrCount);
     if (start > source.size())
         return {};
     const QString text = source.sliced(start - 1);

@@ -132,13 +132,14 @@ TEST_F(WaitableTimer, ATextIsReadAsANumber)
 TEST_F(WaitableTimer, ATextThatIsNoNumberNamesTheWait)
 {
     EXPECT_EQ(raisedBy([&] { timer.Wait(u"abc"_s); }), RunTimeError::TypeMismatch);
-    EXPECT_EQ(descriptionOf([&] { timer.Wait(u"abc"_s); }), u"[clsWaitableTimer.Wait]Type mismatch"_s);
+    EXPECT_EQ(descriptionOf([&] { timer.Wait(u"abc"_s); }),
+        u"[clsWaitableTimer.Wait]Type mismatch: \"abc\" is not a number of milliseconds"_s);
     EXPECT_EQ(log.lines(), QStringList());
 }
 
 TEST_F(WaitableTimer, AWaitThatIsTooLongNamesTheWaitAndClosesTheTimer)
 {
-    EXPECT_EQ(descriptionOf([&] { timer.Wait(1e18); }), u"[clsWaitableTimer.Wait]Overflow"_s);
+    EXPECT_TRUE(descriptionOf([&] { timer.Wait(1e18); }).startsWith(u"[clsWaitableTimer.Wait]Overflow: "_s));
     EXPECT_EQ(log.lines().last(), u"timer close"_s);
 }
 
@@ -147,7 +148,7 @@ TEST_F(WaitableTimer, WithoutATimerTheWaitFailsInsteadOfNeverEnding)
     timers.hasRoom = false;
     EXPECT_EQ(raisedBy([&] { timer.Wait(100.0); }), RunTimeError::InvalidProcedureCall);
     EXPECT_EQ(descriptionOf([&] { timer.Wait(u"100"_s); }),
-        u"[clsWaitableTimer.Wait]The system has no room for another timer"_s);
+        u"[clsWaitableTimer.Wait]Invalid procedure call or argument: the system has no room for another timer"_s);
 }
 
 TEST_F(WaitableTimer, WaitsMayNest)

@@ -201,7 +201,7 @@ TEST_F(RunLines, AnErrorLeavesTheRunWithTheLinesNumber)
         FAIL() << "no error";
     } catch (const RunTimeError &error) {
         EXPECT_EQ(error.number(), RunTimeError::SubscriptOutOfRange);
-        EXPECT_EQ(error.description(), u"Subscript out of range"_s);
+        EXPECT_EQ(error.description(), u"Subscript out of range: there is no piece 3"_s);
         EXPECT_EQ(error.line(), 2);
     }
     EXPECT_FALSE(bench.events().contains(u"mouse 2"_s));

@@ -316,6 +316,7 @@ bool Runner::isHolding(const Run &run, const Instruction &instruction) const
 
 bool Runner::callHandler(const std::shared_ptr<Run> &run, const Instruction &instruction)
 {
+    m_use.state.currentLine = instruction.at.line - 1;
     if (instruction.touchesDesktop && run->position.pause > 0)
         m_use.waiter.Wait(run->position.pause);
     enterContext(*run);
