@@ -209,7 +209,7 @@ bool AppLibrary::RenameApp(const QString &oldKeyword, const QString &newKeyword)
 
 bool AppLibrary::DeleteApp(const QString &keyword)
 {
-    if (keyword.isEmpty() || !m.dialogs.askYesNo(u"确定删除?"_s, u"提示"_s))
+    if (keyword.isEmpty() || !m.dialogs.askToDelete(u"确定删除?"_s, u"提示"_s, keyword))
         return false;
     const auto folder = systemFolder(keyword);
     std::unique_ptr<LibraryChange> change;

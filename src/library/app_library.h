@@ -24,7 +24,9 @@ public:
     virtual ~LibraryDialogs() = default;
 
     virtual void showMessage(const Message &message) = 0;
-    virtual bool askYesNo(const QString &question, const QString &title) = 0;
+
+    // The question does not name the app.
+    virtual bool askToDelete(const QString &question, const QString &title, const QString &keyword) = 0;
 };
 
 // What the first line of a script says about it.

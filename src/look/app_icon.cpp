@@ -42,6 +42,22 @@ QPixmap drawn(int side)
 
 } // namespace
 
+QIcon runningIcon()
+{
+    QIcon icon;
+    for (const int side : iconSizes) {
+        QPixmap pixmap = drawn(side);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(side / 64.0, side / 64.0);
+        painter.setPen(QPen(Qt::white, 4));
+        painter.setBrush(QColor(0x2f9e44));
+        painter.drawEllipse(QPointF(48, 48), 13, 13);
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
 QPixmap appPicture(int side, qreal scale)
 {
     QPixmap picture = drawn(qRound(side * scale));

@@ -48,6 +48,12 @@ QPainterPath outlineOf(PictureButton::Picture picture)
         line(5, 12, 19, 12);
         line(5, 16.5, 19, 16.5);
         break;
+    case PictureButton::Picture::Run:
+        path.moveTo(8, 5.5);
+        path.lineTo(18.5, 12);
+        path.lineTo(8, 18.5);
+        path.closeSubpath();
+        break;
     case PictureButton::Picture::Store:
         path.addRoundedRect(QRectF(4.5, 8.5, 15, 11), 2, 2);
         path.moveTo(8.5, 11.5);

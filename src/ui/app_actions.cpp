@@ -4,6 +4,7 @@
 #include "library/app_library.h"
 #include "platform/shell.h"
 #include "ui/app_faces.h"
+#include "ui/controls/footer.h"
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/rename_panel.h"
 #include "ui/frm_set.h"
@@ -18,9 +19,21 @@ using namespace Qt::StringLiterals;
 AppActions::AppActions(Parts parts)
     : m(std::move(parts))
 {
+    // A key without an app does nothing.
+    const auto withKeyword = [this](void (AppActions::*action)(const QString &)) {
+        return [this, action](const QString &keyword) {
+            if (!keyword.isEmpty())
+                (this->*action)(keyword);
+        };
+    };
     connect(&m.window, &frmSet::editDotScriptRequested, this, &AppActions::editDotScript);
     connect(&m.window, &frmSet::saveRequested, this, &AppActions::saveEdited);
+    connect(&m.window, &frmSet::runEditedRequested, this, &AppActions::runEdited);
     connect(&m.window, &frmSet::leaveEditorRequested, this, &AppActions::leaveEditor);
+    connect(&m.window, &frmSet::newAppRequested, this, &AppActions::addApp);
+    connect(&m.window, &frmSet::editRequested, this, withKeyword(&AppActions::editApp));
+    connect(&m.window, &frmSet::renameRequested, this, withKeyword(&AppActions::renameApp));
+    connect(&m.window, &frmSet::deleteRequested, this, withKeyword(&AppActions::deleteApp));
     connect(&m.window, &frmSet::renameConfirmed, this, &AppActions::confirmRename);
     connect(&m.window, &frmSet::filesDroppedOnEditor, this, &AppActions::appendDropped);
 }
@@ -48,11 +61,11 @@ void AppActions::leaveEditor()
         m.window.showMainPanel();
 }
 
-void AppActions::addApp()
+void AppActions::addApp(const QString &keyword)
 {
     if (!mayLeaveEditor())
         return;
-    m.window.editPanel().openForAdding();
+    m.window.editPanel().openForAdding(keyword);
     m.window.showEditPanel();
 }
 
@@ -84,7 +97,7 @@ void AppActions::deleteApp(const QString &keyword)
     if (!m.library.DeleteApp(keyword))
         return;
     m.faces.forget();
-    m.window.bringListToFront();
+    m.window.startAnew();
 }
 
 void AppActions::showGuide(const QString &keyword)
@@ -122,10 +135,22 @@ bool AppActions::saveEdited()
     if (!saved)
         return false;
     m.faces.forget();
+    if (isNew)
+        m.window.refilter();
     m.window.showMainPanel();
     if (mends)
-        m.window.say(tr("Line ends mended: every line of %1 ends in CR LF.").arg(panel.keyword()));
+        m.window.footer().say(tr("Line ends mended: every line of %1 ends in CR LF.").arg(panel.keyword()));
     return true;
+}
+
+// What runs is what the user sees.
+void AppActions::runEdited()
+{
+    const QString keyword = m.window.editPanel().keyword();
+    const bool isNew = m.window.editPanel().mode() == EditPanel::Mode::Add;
+    if ((isNew || m.window.editPanel().isModified()) && !saveEdited())
+        return;
+    m.run(keyword);
 }
 
 void AppActions::confirmRename()
@@ -134,6 +159,7 @@ void AppActions::confirmRename()
     if (!m.library.RenameApp(panel.oldKeyword(), panel.newKeyword()))
         return;
     m.faces.forget();
+    m.window.refilter();
     m.window.showMainPanel();
 }
 

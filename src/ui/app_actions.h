@@ -29,6 +29,7 @@ public:
         Shell &shell;
         MessageBoxes &messages;
         std::function<void(const QString &path)> setScriptPath; // of the script that is being looked at
+        std::function<void(const QString &keyword)> run;
     };
 
     explicit AppActions(Parts parts);
@@ -36,7 +37,8 @@ public:
     // Whether the edit panel may be left: its text is saved, given up, or not there. Asks.
     bool mayLeaveEditor();
 
-    void addApp();
+    // `keyword`: what the new app is going to be called, if that is known.
+    void addApp(const QString &keyword = {});
     void editApp(const QString &keyword);
     void editDotScript(const QString &keyword);
     void renameApp(const QString &keyword);
@@ -46,6 +48,7 @@ public:
 private:
     void leaveEditor();
     bool saveEdited();
+    void runEdited();
     void confirmRename();
     void appendDropped(const QStringList &paths);
 

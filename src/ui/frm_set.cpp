@@ -5,19 +5,22 @@
 #include "look/moveit.h"
 #include "look/picture_button.h"
 #include "ui/controls/file_entry.h"
+#include "ui/controls/footer.h"
+#include "ui/controls/key_sheet.h"
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/rename_panel.h"
 #include "ui/keyword_list.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QStackedLayout>
-#include <QTimer>
 #include <QVBoxLayout>
 
-#include <chrono>
 #include <utility>
 
 namespace plum {
@@ -27,7 +30,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize mainPanelSize(440, 452);
-constexpr std::chrono::seconds passingTime{6};
 
 // The main panel; a press on it leads back to the keyword box.
 class MainPanel final : public QWidget
@@ -47,6 +49,24 @@ private:
     std::function<void()> m_pressed;
 };
 
+// Leaves a key to the panel that an entry would take for itself: the end of the line on some systems.
+class KeyForPanel final : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride)
+            return false;
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() != Qt::Key_E || key->modifiers() != Qt::ControlModifier)
+            return false;
+        event->ignore();
+        return true;
+    }
+};
+
 } // namespace
 
 frmSet::frmSet(AppLists &lists, AppFaces &faces, const ScriptVocabulary &vocabulary)
@@ -60,7 +80,16 @@ frmSet::frmSet(AppLists &lists, AppFaces &faces, const ScriptVocabulary &vocabul
     setWindowTitle(u"Plum"_s);
     m_mover->installOn(*okbox);
     m_mover->installOn(*okbox->findChild<QLabel *>(u"title"_s));
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmSet::showKeys);
     showMainPanel();
+}
+
+void frmSet::showKeys()
+{
+    auto *sheet = new KeySheet(this);
+    sheet->adjustSize();
+    sheet->wincenter();
+    sheet->show();
 }
 
 EditPanel &frmSet::editPanel()
@@ -74,6 +103,7 @@ EditPanel &frmSet::editPanel()
     connect(addeditbox, &EditPanel::back, this, &frmSet::leaveEditorRequested);
     connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::openSettingsMenu);
     connect(addeditbox, &EditPanel::saveRequested, this, &frmSet::saveRequested);
+    connect(addeditbox, &EditPanel::runRequested, this, &frmSet::runEditedRequested);
     connect(addeditbox, &EditPanel::filesDropped, this, &frmSet::filesDroppedOnEditor);
     return *addeditbox;
 }
@@ -115,16 +145,7 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     m_stack = new QStackedLayout;
     m_stack->addWidget(List);
     m_stack->addWidget(List2);
-    m_hint = new QLabel(panel);
-    m_hint->setObjectName(u"hint"_s);
-    m_hint->setProperty("quiet", true);
-    m_hint->setTextFormat(Qt::RichText);
-    m_hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    m_hint->hide();
-    m_passing = new QTimer(this);
-    m_passing->setSingleShot(true);
-    m_passing->setInterval(passingTime);
-    connect(m_passing, &QTimer::timeout, this, [this] { showFooter(m_standingHint); });
+    m_footer = new Footer(panel);
 
     auto *head = new QHBoxLayout;
     head->setSpacing(2);
@@ -142,7 +163,7 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     body->setSpacing(10);
     body->addWidget(Text8);
     body->addLayout(m_stack, 1);
-    body->addWidget(m_hint);
+    body->addWidget(m_footer);
     column->addLayout(body, 1);
 
     connect(Text8, &QLineEdit::textChanged, this, &frmSet::filter);
@@ -154,7 +175,15 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     connect(List, &KeywordList::runRequested, this, &frmSet::runFromList);
     connect(List2, &KeywordList::runRequested, this, &frmSet::runFromList2);
     connect(List2, &KeywordList::editRequested, this, &frmSet::editDotScriptRequested);
-    connect(m_hint, &QLabel::linkActivated, this, &frmSet::hotkeyRequested);
+    connect(m_footer, &Footer::createRequested, this, [this] { Q_EMIT newAppRequested(Text8->text()); });
+    connect(m_footer, &Footer::endRequested, this, &frmSet::endAtOnceRequested);
+    connect(m_footer, &Footer::hotkeyRequested, this, &frmSet::hotkeyRequested);
+    connect(List2->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmSet::updateMark);
+    connect(&m_lists.List2, &QAbstractItemModel::modelReset, this, &frmSet::updateMark);
+    connect(&m_lists.List2, &QAbstractItemModel::dataChanged, this, &frmSet::updateMark);
+    connect(&m_lists.List2, &QAbstractItemModel::rowsRemoved, this, &frmSet::updateMark);
+    makeShortcuts(*panel);
+    Text8->installEventFilter(new KeyForPanel(Text8));
     connect(store, &PictureButton::clicked, this, &frmSet::storeRequested);
     connect(menuimg, &PictureButton::clicked, this, &frmSet::hotkeyRequested);
     connect(Image6, &PictureButton::clicked, this,
@@ -169,6 +198,16 @@ void frmSet::connectList(KeywordList &list, ListMarker marker)
         bringListToFront();
         Text8->focusAtEnd();
     });
+    connect(&list, &KeywordList::leftAtTheTop, this, [this, &list] {
+        list.clearSelection();
+        Text8->focusAtEnd();
+    });
+    connect(&list, &KeywordList::typed, this, [this](const QString &text) {
+        Text8->focusAtEnd();
+        Text8->insert(text);
+    });
+    connect(&list, &KeywordList::renameRequested, this, [this] { Q_EMIT renameRequested(keywordAtHand()); });
+    connect(&list, &KeywordList::deleteRequested, this, [this] { Q_EMIT deleteRequested(keywordAtHand()); });
     connect(&list, &KeywordList::menuRequested, this, [this, marker](QPoint position) {
         activateWindow();
         m_marker = marker;
@@ -231,25 +270,6 @@ QString frmSet::selectedKeyword() const
     return m_marker == ListMarker::List ? List->text() : List2->text();
 }
 
-void frmSet::setHint(const QString &richText)
-{
-    m_standingHint = richText;
-    if (!m_passing->isActive())
-        showFooter(richText);
-}
-
-void frmSet::say(const QString &plainText)
-{
-    showFooter(plainText.toHtmlEscaped());
-    m_passing->start();
-}
-
-void frmSet::showFooter(const QString &richText)
-{
-    m_hint->setText(richText);
-    m_hint->setVisible(!richText.isEmpty());
-}
-
 EditPanel *frmSet::shownEditPanel() const
 {
     return addeditbox && addeditbox->isVisibleTo(this) ? addeditbox : nullptr;
@@ -258,17 +278,99 @@ EditPanel *frmSet::shownEditPanel() const
 void frmSet::filter()
 {
     // What follows a blank is meant for the script; the keyword is complete by then.
-    if (Text8->text().contains(u' '))
+    if (Text8->text().contains(u' ')) {
+        showMatches();
         return;
+    }
     m_stack->setCurrentWidget(List2);
     m_lists.filter(Text8->text());
     Text8->setFocus();
+    showMatches();
+}
+
+void frmSet::refilter()
+{
+    if (!Text8->text().isEmpty() && !Text8->text().contains(u' '))
+        m_lists.filter(Text8->text());
+    showMatches();
+}
+
+// Says so when no app matches what is typed.
+void frmSet::showMatches()
+{
+    const QString typed = Text8->text();
+    m_footer->setFindsNothing(!typed.isEmpty() && !typed.contains(u' ') && m_lists.List2.rowCount() == 0);
+}
+
+void frmSet::startAnew()
+{
+    bringListToFront();
+    Text8->setFocus();
+    Text8->selectAll();
+}
+
+QString frmSet::keywordOfEnter() const
+{
+    return m_lists.List2.rowCount() > 0 && List2->text().isEmpty() ? m_lists.List2.index(0).data().toString()
+                                                                   : QString();
+}
+
+void frmSet::updateMark()
+{
+    List->mark(keywordOfEnter());
+    List2->mark(keywordOfEnter());
+}
+
+QString frmSet::keywordAtHand() const
+{
+    if (List->hasFocus())
+        return List->text();
+    if (List2->hasFocus())
+        return List2->text();
+    return keywordOfEnter();
+}
+
+void frmSet::makeShortcuts(QWidget &panel)
+{
+    const auto add = [&](const QKeySequence &keys, auto action) {
+        auto *shortcut = new QShortcut(keys, &panel);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    add(QKeySequence(u"Ctrl+N"_s), [this] {
+        const bool isNew = !Text8->text().contains(u' ') && m_lists.List2.rowCount() == 0;
+        Q_EMIT newAppRequested(isNew ? Text8->text() : QString());
+    });
+    add(QKeySequence(u"Ctrl+E"_s), [this] { Q_EMIT editRequested(keywordAtHand()); });
+    add(QKeySequence(Qt::Key_F5), [this] {
+        if (List->hasFocus())
+            Q_EMIT runFromList(List->text());
+        else if (List2->hasFocus())
+            Q_EMIT runFromList2(List2->text());
+        else
+            runFirst();
+    });
+}
+
+// One step: from a panel or a list to the keyword box, then the box is cleared, then the window goes.
+void frmSet::goBack()
+{
+    if (shownEditPanel())
+        Q_EMIT leaveEditorRequested();
+    else if (!okbox->isVisible())
+        showMainPanel();
+    else if (!Text8->hasFocus())
+        Text8->focusAtEnd();
+    else if (!Text8->text().isEmpty())
+        Text8->clear();
+    else
+        Q_EMIT hideRequested();
 }
 
 void frmSet::runFirst()
 {
-    if (m_lists.List2.rowCount() > 0 && List2->text().isEmpty())
-        Q_EMIT runFromKeywordBox(m_lists.List2.index(0).data().toString());
+    if (const QString keyword = keywordOfEnter(); !keyword.isEmpty())
+        Q_EMIT runFromKeywordBox(keyword);
 }
 
 void frmSet::moveIntoList()
@@ -284,6 +386,16 @@ void frmSet::changeEvent(QEvent *event)
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && okbox->isVisible())
         Text8->setFocus();
     BorderlessWindow::changeEvent(event);
+}
+
+// Esc comes here from every control. As a shortcut it would take the key from a box that is about to become
+// the active window.
+void frmSet::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        goBack();
+    else
+        BorderlessWindow::keyPressEvent(event);
 }
 
 void frmSet::paintEvent(QPaintEvent *event)

@@ -4,15 +4,14 @@
 
 #include <memory>
 
-class QLabel;
 class QStackedLayout;
-class QTimer;
 
 namespace plum {
 
 class AppFaces;
 class AppLists;
 class EditPanel;
+class Footer;
 class FileEntry;
 class KeywordList;
 class RenamePanel;
@@ -48,14 +47,21 @@ public:
 
     void bringListToFront();
 
+    // The lists have changed: what is typed filters them again.
+    void refilter();
+
+    // `List` in front, and the typed text selected, so that the next key filters anew.
+    void startAnew();
+
+    // The app that keys in the main panel act on: the selected one of the list that has the keyboard, else
+    // the one that Enter in the keyword box would run.
+    QString keywordAtHand() const;
+
     // The current text of the list that the marker names.
     QString selectedKeyword() const;
 
-    // The standing line under the lists; it may hold a link, which emits `hotkeyRequested`.
-    void setHint(const QString &richText);
-
-    // A passing line in its place, for some seconds.
-    void say(const QString &plainText);
+    // The line under the lists.
+    Footer &footer() { return *m_footer; }
 
     // The edit panel when it is the one that is shown.
     EditPanel *shownEditPanel() const;
@@ -71,9 +77,16 @@ Q_SIGNALS:
     void fileDroppedOnKeywordBox(const QString &path);
     void settingsMenuRequested(QPoint globalPosition);
     void hotkeyRequested();
+    void newAppRequested(const QString &keyword);
+    void editRequested(const QString &keyword);
+    void renameRequested(const QString &keyword);
+    void deleteRequested(const QString &keyword);
+    void hideRequested();
+    void endAtOnceRequested();
     void storeRequested();
     void exitRequested();
     void saveRequested(); // of the edit panel
+    void runEditedRequested();
     void leaveEditorRequested();
     void filesDroppedOnEditor(const QStringList &paths);
     void renameConfirmed();
@@ -81,6 +94,7 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -88,10 +102,15 @@ private:
     void connectList(KeywordList &list, ListMarker marker);
     void showPanel(QWidget *panel);
     void filter();
+    void makeShortcuts(QWidget &panel);
+    void showKeys();
+    void goBack();
+    void updateMark();
+    QString keywordOfEnter() const;
     void runFirst();
     void moveIntoList();
     void openSettingsMenu(QPoint globalPosition);
-    void showFooter(const QString &richText);
+    void showMatches();
 
     AppLists &m_lists;
     const ScriptVocabulary &m_vocabulary;
@@ -101,9 +120,7 @@ private:
     KeywordList *List; // all keywords
     KeywordList *List2; // the keywords that match; in front of `List` when filtering
     FileEntry *Text8; // the keyword box
-    QLabel *m_hint;
-    QString m_standingHint;
-    QTimer *m_passing; // runs while a passing line is shown
+    Footer *m_footer;
     QStackedLayout *m_stack;
     QWidget *okbox; // the main panel
     EditPanel *addeditbox = nullptr;

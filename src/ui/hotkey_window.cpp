@@ -4,7 +4,6 @@
 #include "library/settings_file.h"
 #include "look/moveit.h"
 #include "look/picture_button.h"
-#include "platform/global_hotkey.h"
 #include "ui/sethotkey.h"
 
 #include <QCloseEvent>
@@ -16,20 +15,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <utility>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-struct Modifier
-{
-    quint32 flag;
-    QLatin1StringView name;
-};
-
-constexpr std::array modifiers{Modifier{GlobalHotkey::Alt, "Alt"_L1},
-    Modifier{GlobalHotkey::Control, "Ctrl"_L1}, Modifier{GlobalHotkey::Shift, "Shift"_L1}};
 
 // A drop-down list with an arrow of its own: the window's style leaves none.
 class LetterBox final : public QComboBox
@@ -74,7 +66,7 @@ hotkey::hotkey(sethotkey &module, SettingsFile &settings, QWidget *owner)
     setObjectName(u"hotkey"_s);
     setWindowTitle(tr("Hotkey"));
     for (size_t i = 0; i < optKey.size(); ++i) {
-        optKey[i] = new QRadioButton(QString(modifiers[i].name), this);
+        optKey[i] = new QRadioButton(QString(sethotkey::modifiers[i].name), this);
         optKey[i]->setObjectName(u"optKey%1"_s.arg(i));
         connect(optKey[i], &QRadioButton::clicked, this, [this, i] { choose(static_cast<int>(i)); });
     }
@@ -84,20 +76,23 @@ hotkey::hotkey(sethotkey &module, SettingsFile &settings, QWidget *owner)
         cboLetter->addItem(QString(QLatin1Char(letter)));
     cboLetter->setCurrentIndex(-1);
     Label2->setObjectName(u"Label2"_s);
-    cmdMain[0]->setToolTip(tr("Switches the hotkey off while you choose, and on again"));
-
     connect(hotok, &QPushButton::clicked, this, &hotkey::confirm);
     connect(cmdMain[0], &QPushButton::clicked, this, &hotkey::toggle);
-    connect(cmdMain[1], &QPushButton::clicked, this, &hotkey::close);
+    connect(cmdMain[1], &QPushButton::clicked, this, [this] {
+        m_isUnloading = true;
+        close();
+    });
     connect(Command1, &QPushButton::clicked, this,
         [this] { m_module.RegisterLauncherHotkey(cboLetter->currentText()); });
     connect(Command2, &QPushButton::clicked, this, [this] { m_module.UnregisterLauncherHotkey(); });
     connect(&m_module, &sethotkey::registrationChanged, this, &hotkey::showState);
+    connect(cboLetter, &QComboBox::currentIndexChanged, this, &hotkey::showWhetherComplete);
     (new moveit(*this))->installOn(*this);
 
     layOut();
     SetNew(ShowOnly);
     showState();
+    showWhetherComplete();
 }
 
 void hotkey::layOut()
@@ -123,17 +118,38 @@ void hotkey::layOut()
     grid->addWidget(cboLetter, 1, 3);
     grid->addWidget(hotok, 1, 4);
     grid->addWidget(Label2, 2, 0, 1, 5);
-    grid->addWidget(Command1, 3, 0);
-    grid->addWidget(Command2, 3, 1);
-    grid->addWidget(cmdMain[0], 3, 3);
-    grid->addWidget(cmdMain[1], 3, 4);
+    const std::array<std::pair<QPushButton *, QString>, 4> explained{
+        std::pair(Command1, tr("Takes the key for Plum.")),
+        std::pair(Command2, tr("Gives the key back until the next start, and keeps the choice.")),
+        std::pair(
+            cmdMain[0], tr("OK turns the hotkey on and locks the choice; NO turns it off and unlocks it.")),
+        std::pair(cmdMain[1], tr("Gives the key back until the next start.")),
+    };
+    for (int row = 3; const auto &[button, words] : explained) {
+        auto *caption = new QLabel(words, this);
+        caption->setProperty("quiet", true);
+        caption->setWordWrap(true);
+        button->setAccessibleDescription(words);
+        grid->addWidget(button, row, 0, 1, 2);
+        grid->addWidget(caption, row, 2, 1, 3);
+        ++row;
+    }
 }
 
 void hotkey::choose(int index)
 {
-    const Modifier &chosen = modifiers[static_cast<size_t>(index)];
+    const sethotkey::Modifier &chosen = sethotkey::modifiers[static_cast<size_t>(index)];
     m_module.modifierFlags = chosen.flag;
     m_modifierName = chosen.name;
+    showWhetherComplete();
+}
+
+// A letter alone would be taken away from every program.
+void hotkey::showWhetherComplete()
+{
+    const bool isComplete = !m_modifierName.isEmpty() && cboLetter->currentIndex() >= 0;
+    hotok->setEnabled(isComplete);
+    hotok->setToolTip(isComplete ? QString() : tr("Choose a modifier and a letter first"));
 }
 
 void hotkey::SetNew(RegisterFlag flag)
@@ -143,8 +159,8 @@ void hotkey::SetNew(RegisterFlag flag)
     const QString name = Piece(m_module.hotkeyText, u"+"_s, 0);
     const QString letter = Piece(m_module.hotkeyText, u"+"_s, 1);
     // A name that is none of the three keeps the flags of the last choice; kept.
-    for (size_t i = 0; i < modifiers.size(); ++i) {
-        if (name == modifiers[i].name) {
+    for (size_t i = 0; i < sethotkey::modifiers.size(); ++i) {
+        if (name == sethotkey::modifiers[i].name) {
             optKey[i]->setChecked(true);
             choose(static_cast<int>(i));
         }
@@ -159,9 +175,12 @@ void hotkey::confirm()
     m_module.hotkeyText = m_modifierName + u'+' + cboLetter->currentText();
     SetNew(Register);
     // A combination that another program holds is said in words, so the window has to stay for them.
-    if (!m_module.isTaken())
+    const bool isTaken = m_module.isTaken();
+    if (!isTaken)
         hide();
     m_settings.WriteSetting(u"hotkey"_s, u"hotkey"_s, m_module.hotkeyText);
+    if (!isTaken)
+        Q_EMIT confirmed();
 }
 
 void hotkey::toggle()
@@ -190,7 +209,7 @@ void hotkey::showState()
     if (m_module.isTaken())
         Label2->setText(tr("Another program uses this combination. Choose another one."));
     else if (m_module.isRegistered())
-        Label2->setText(tr("The hotkey is on."));
+        Label2->setText(tr("%1 shows and hides Plum.").arg(m_module.keys()));
     else
         Label2->setText(tr("No hotkey is on. Choose a modifier and a letter."));
 }
@@ -206,6 +225,12 @@ void hotkey::keyPressEvent(QKeyEvent *event)
 
 void hotkey::closeEvent(QCloseEvent *event)
 {
+    // The window manager's own way to close a window gives nothing up; the button that says so does.
+    if (!m_isUnloading) {
+        event->ignore();
+        hide();
+        return;
+    }
     m_module.UnregisterLauncherHotkey();
     BorderlessWindow::closeEvent(event);
     Q_EMIT unloaded();

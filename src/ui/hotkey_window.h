@@ -15,7 +15,7 @@ class SettingsFile;
 class sethotkey;
 
 // The window `hotkey`, in which the user picks the global hotkey: one modifier and one letter. Closing it
-// for good gives the hotkey up; hiding it does not.
+// for good gives the hotkey up; hiding it does not, and neither does closing it by the window manager.
 class hotkey final : public BorderlessWindow
 {
     Q_OBJECT
@@ -35,6 +35,7 @@ public:
     void EnableChoice(bool flag);
 
 Q_SIGNALS:
+    void confirmed(); // the chosen hotkey works and is saved
     void unloaded();
 
 protected:
@@ -47,9 +48,11 @@ private:
     void toggle();
     void layOut();
     void showState();
+    void showWhetherComplete();
 
     sethotkey &m_module;
     SettingsFile &m_settings;
+    bool m_isUnloading = false; // closed by the button that says so
     QString m_modifierName; // empty until a modifier is chosen
     std::array<QRadioButton *, 3> optKey; // Alt, Ctrl, Shift
     QComboBox *cboLetter;

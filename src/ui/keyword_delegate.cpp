@@ -2,11 +2,14 @@
 
 #include "look/theme.h"
 #include "ui/app_faces.h"
+#include "ui/keyword_list.h"
 
 #include <QApplication>
 #include <QPainter>
 
 namespace plum {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,6 +36,16 @@ void paintLetter(QPainter &painter, const QRect &square, const QString &keyword,
     painter.setPen(QColor::fromHsl(hue, isDark ? 120 : 130, isDark ? 205 : 75));
     painter.drawText(square, Qt::AlignCenter, keyword.left(length).toUpper());
     painter.restore();
+}
+
+// The row that Enter in the keyword box runs: a bar at its left and the key's sign at its right.
+void paintMark(QPainter &painter, const QRect &row, const Theme &theme)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme.accent);
+    painter.drawRoundedRect(QRectF(row.left(), row.top() + 9, 3, row.height() - 18), 1.5, 1.5);
+    painter.setPen(theme.accent);
+    painter.drawText(row.adjusted(0, 0, -margin, 0), Qt::AlignRight | Qt::AlignVCenter, u"⏎"_s);
 }
 
 } // namespace
@@ -64,6 +77,10 @@ void KeywordDelegate::paint(
         painter->setBrush(focused ? theme.accent : theme.hover);
         painter->drawRoundedRect(QRectF(row).adjusted(0.5, 0.5, -0.5, -0.5), 7, 7);
     }
+
+    const auto *list = qobject_cast<const KeywordList *>(option.widget);
+    if (list && !selected && list->isMarked(keyword))
+        paintMark(*painter, row, theme);
 
     const AppFaces::Face face = m_faces.face(keyword, iconSide, painter->device()->devicePixelRatioF());
     const QRect square(row.left() + margin, row.center().y() - iconSide / 2 + 1, iconSide, iconSide);

@@ -9,6 +9,17 @@
 
 namespace plum {
 
+namespace {
+
+// A character that can be typed, without a modifier that makes a command of it.
+bool isTyping(const QKeyEvent &event)
+{
+    const bool isCommand = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    return !isCommand && !event.text().isEmpty() && event.text().front().isPrint();
+}
+
+} // namespace
+
 KeywordList::KeywordList(const QString &name, AppFaces &faces, QWidget *parent)
     : QListView(parent)
 {
@@ -36,12 +47,38 @@ void KeywordList::selectFirst()
     scrollToTop();
 }
 
+void KeywordList::mark(const QString &keyword)
+{
+    if (m_marked == keyword)
+        return;
+    m_marked = keyword;
+    viewport()->update();
+}
+
+void KeywordList::requestMenuByKey()
+{
+    const QRect row = visualRect(currentIndex());
+    Q_EMIT menuRequested(viewport()->mapToGlobal(row.isEmpty() ? QPoint() : row.bottomLeft()));
+}
+
 void KeywordList::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Left)
+    const bool isMenuKey = event->key() == Qt::Key_Menu
+        || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    if (isMenuKey)
+        requestMenuByKey();
+    else if (event->key() == Qt::Key_Left)
         Q_EMIT leftPressed();
+    else if (event->key() == Qt::Key_Up && currentIndex().row() <= 0)
+        Q_EMIT leftAtTheTop();
+    else if (event->key() == Qt::Key_F2)
+        Q_EMIT renameRequested();
+    else if (event->key() == Qt::Key_Delete)
+        Q_EMIT deleteRequested();
     else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT runRequested(text());
+    else if (isTyping(*event))
+        Q_EMIT typed(event->text());
     else
         QListView::keyPressEvent(event);
 }

@@ -20,8 +20,16 @@ public:
 
     void selectFirst();
 
+    // The keyword that Enter in the keyword box would run is marked; it is not selected.
+    void mark(const QString &keyword);
+    bool isMarked(const QString &keyword) const { return !m_marked.isEmpty() && keyword == m_marked; }
+
 Q_SIGNALS:
     void leftPressed();
+    void leftAtTheTop(); // by the Up key in the first row
+    void typed(const QString &text); // meant for the keyword box
+    void renameRequested();
+    void deleteRequested();
     void runRequested(const QString &keyword);
     void menuRequested(QPoint globalPosition);
     void editRequested(const QString &keyword);
@@ -32,6 +40,11 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+
+private:
+    void requestMenuByKey();
+
+    QString m_marked;
 };
 
 } // namespace plum

@@ -2,6 +2,8 @@
 
 #include "platform/desktop_windows.h"
 #include "platform/global_hotkey.h"
+#include "ui/controls/footer.h"
+#include "ui/controls/rich_link.h"
 #include "ui/frm_set.h"
 #include "ui/hotkey_window.h"
 
@@ -104,17 +106,19 @@ void LauncherSummons::fetch()
 
 void LauncherSummons::showHint()
 {
-    if (m_module.isRegistered()) {
-        m.window.setHint({});
+    if (m_module.isRegistered() && !m_module.isBareLetter()) {
+        m.window.footer().setStanding({});
         return;
     }
-    const QString state = m_module.isTaken()
+    const bool isChosen = m_module.isRegistered() || m_module.isTaken();
+    const QString state = m_module.isBareLetter()
+        ? tr("The key %1 alone shows Plum, so nobody can type it.").arg(m_module.keys())
+        : m_module.isTaken()
         ? tr("%1 belongs to another program, maybe another Plum. Plum takes it when it is free.")
-              .arg(m_module.hotkeyText.toHtmlEscaped())
+              .arg(m_module.keys())
         : tr("No hotkey yet.");
-    const QString link = m_module.isTaken() ? tr("Choose another one") : tr("Choose one");
-    m.window.setHint(
-        state + u" <a href='hotkey' style='color:%1'>%2</a>"_s.arg(m.window.theme().accent.name(), link));
+    const QString link = isChosen ? tr("Choose another one") : tr("Choose one");
+    m.window.footer().setStanding(state + richLink(u"hotkey"_s, link));
 }
 
 void LauncherSummons::makeHotkeyWindow()
@@ -122,6 +126,8 @@ void LauncherSummons::makeHotkeyWindow()
     if (m_hotkeyWindow)
         return;
     m_hotkeyWindow = new hotkey(m_module, m.settings, &m.window);
+    connect(m_hotkeyWindow, &hotkey::confirmed, this,
+        [this] { m.window.footer().say(tr("%1 shows Plum").arg(m_module.keys())); });
     connect(m_hotkeyWindow, &hotkey::unloaded, m_hotkeyWindow, &QObject::deleteLater);
     connect(m_hotkeyWindow, &hotkey::unloaded, this, [this] { m_hotkeyWindow.clear(); });
 }

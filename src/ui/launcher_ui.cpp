@@ -6,6 +6,7 @@
 #include "look/app_icon.h"
 #include "platform/paths.h"
 #include "platform/shell.h"
+#include "ui/controls/footer.h"
 #include "ui/controls/passing_note.h"
 #include "ui/frm_set.h"
 #include "ui/sett.h"
@@ -40,7 +41,16 @@ LauncherUi::LauncherUi(Surroundings surroundings)
           .reportMistakes = m.reportMistakes,
           .showMessage = [this](const Message &message) { showMessage(message); },
           .endProcess = [this](int status) { end(status); },
-          .refused = [this] { m_window->say(tr("Not started: too many runs wait for each other already.")); },
+          .refused =
+              [this] {
+                  noteShown();
+                  m_window->footer().say(tr("Not started: too many runs wait for each other already."));
+              },
+          .began =
+              [this] {
+                  if (m_runDisplay)
+                      m_runDisplay->began();
+              },
           .left = [this] { runLeft(); }})
     , m_questions(m.shell, m_library,
           {.owner = [this]() -> QWidget * {
@@ -79,7 +89,10 @@ void LauncherUi::start(const Desktop &desktop)
         LauncherSummons::Parts{*m_window, desktop.hotkey, desktop.windows, m_settings});
     m_summons->startHotkey(); // first of all that takes time: what is pressed from now on is not lost
     m_actions = std::make_unique<AppActions>(AppActions::Parts{*m_window, m_library, m_faces, m.shell,
-        m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; }});
+        m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; },
+        [this](const QString &keyword) { m_runs.runKeyword(keyword, true); }});
+    m_runDisplay = std::make_unique<RunDisplay>(
+        RunDisplay::Parts{*m_window, m_runs.state(), [this] { return m_menus.get(); }});
     connectWindow();
     LibraryChange::recover(m.installer.library());
     m_lists.List.setStringList(m_listFile.load());
@@ -114,9 +127,14 @@ void LauncherUi::connectWindow()
         [this](const QString &path) { m_packageNames.packageDropped(path); });
     connect(window, &frmSet::fileDroppedOnKeywordBox, this, [this](const QString &path) {
         m_runs.state().droppedPath = m.shell.shortcutTarget(path);
-        m_window->setHint(tr("Dropped: %1").arg(m_runs.state().droppedPath.toHtmlEscaped()));
+        m_window->footer().setStanding(tr("Dropped: %1").arg(m_runs.state().droppedPath.toHtmlEscaped()));
     });
     connect(window, &frmSet::hotkeyRequested, m_summons.get(), &LauncherSummons::showHotkeyWindow);
+    connect(window, &frmSet::hideRequested, this, [this] {
+        if (canReturn())
+            hideLauncher();
+    });
+    connect(window, &frmSet::endAtOnceRequested, this, &LauncherUi::endProcess);
     connect(window, &frmSet::storeRequested, this, [this] { m.store.openCatalogue(); });
     connect(window, &frmSet::exitRequested, this, &LauncherUi::exit);
     connect(window, &frmSet::settingsMenuRequested, this,
@@ -254,6 +272,7 @@ void LauncherUi::reportUnseen(const QString &what, const QString &text)
 
 void LauncherUi::showInput(const QString &prompt, const QString &variable)
 {
+    noteShown();
     reportUnseen(u"asks, and nobody can answer without a display"_s, prompt);
     m_runs.noteAsking();
     m_questions.showInput(prompt, variable);
@@ -261,9 +280,16 @@ void LauncherUi::showInput(const QString &prompt, const QString &variable)
 
 void LauncherUi::showTip(const QString &text)
 {
+    noteShown();
     reportUnseen(u"shows a tip, and nobody can close it without a display"_s, text);
     m_runs.noteAsking();
     m_questions.showTip(text);
+}
+
+void LauncherUi::noteShown()
+{
+    if (m_runDisplay)
+        m_runDisplay->hasShown();
 }
 
 QString LauncherUi::keysOfTip() const
@@ -279,6 +305,8 @@ void LauncherUi::runLeft()
 {
     if (m_isEnding)
         return;
+    if (m_runDisplay)
+        m_runDisplay->ended(m_questions.isAsking());
     const bool isScriptStart = m_runs.state().runidx[2] == 1;
     if (isScriptStart && !(m_questions.isAsking() && m.hasDesktop)) {
         m.report(u"nothing is left to run, and the process stays; Ctrl+C or \"kill %1\" ends it."_s.arg(
@@ -305,6 +333,7 @@ void LauncherUi::tellHowToReturn()
 
 void LauncherUi::showMessage(const Message &message)
 {
+    noteShown();
     reportUnseen(u"says"_s, message.text);
     if (m.hasDesktop)
         m_messages.showMessage(message);
@@ -314,6 +343,7 @@ void LauncherUi::hideLauncher()
 {
     if (!m_window)
         return;
+    noteShown();
     m_window->hide();
     // A script that hides the launcher goes on with what lies behind it: nothing gets in its way.
     m_tellsHowToReturn = !canReturn();

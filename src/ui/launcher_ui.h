@@ -8,11 +8,12 @@
 #include "library/settings_file.h"
 #include "ui/app_actions.h"
 #include "ui/app_faces.h"
-#include "ui/caret_rest.h"
+#include "ui/controls/caret_rest.h"
 #include "ui/launcher_summons.h"
 #include "ui/message_boxes.h"
 #include "ui/package_names.h"
 #include "ui/questions.h"
+#include "ui/run_display.h"
 #include "ui/script_runs.h"
 
 #include <QObject>
@@ -115,6 +116,7 @@ private:
     sett &menus(); // made when they are first asked for
     void choose(MenuCommand command);
     void openPage(const QString &address);
+    void noteShown();
     QString keysOfTip() const;
     void runLeft();
     bool canReturn() const;
@@ -149,6 +151,7 @@ private:
     std::unique_ptr<sett> m_menus;
     std::unique_ptr<AppActions> m_actions;
     std::unique_ptr<LauncherSummons> m_summons;
+    std::unique_ptr<RunDisplay> m_runDisplay;
 };
 
 } // namespace plum

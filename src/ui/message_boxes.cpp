@@ -1,6 +1,8 @@
 #include "ui/message_boxes.h"
 
 #include "engine/launcher.h"
+#include "look/app_icon.h"
+#include "look/theme.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -8,39 +10,61 @@
 
 namespace plum {
 
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("plum::MessageBoxes", text);
+}
+
+// Looks like the program's other windows.
+class Box final : public QMessageBox
+{
+public:
+    Box(Icon icon, const QString &title, const QString &text, StandardButtons buttons)
+        : QMessageBox(icon, title.isEmpty() ? u"Plum"_s : title, text, buttons)
+    {
+        const Theme theme = Theme::of(QGuiApplication::palette());
+        setStyleSheet(theme.styleSheet()
+            + u"QMessageBox { background: %1 } QMessageBox QLabel { color: %2 }"_s.arg(
+                theme.window.name(), theme.text.name()));
+        setWindowIcon(appIcon());
+        setTextFormat(Qt::PlainText);
+        setWindowModality(Qt::ApplicationModal);
+    }
+};
+
+} // namespace
+
 void MessageBoxes::showMessage(const Message &message)
 {
-    QMessageBox box;
-    box.setIcon(message.icon == MessageIcon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon);
-    box.setWindowTitle(message.title.isEmpty() ? QCoreApplication::applicationName() : message.title);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(message.text);
-    box.setWindowModality(Qt::ApplicationModal);
+    Box box(message.icon == MessageIcon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon,
+        message.title, message.text, QMessageBox::Ok);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, message.systemModal);
     box.exec();
 }
 
-bool MessageBoxes::askYesNo(const QString &question, const QString &title)
+bool MessageBoxes::askToDelete(const QString &question, const QString &title, const QString &keyword)
 {
-    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No);
-    box.setTextFormat(Qt::PlainText);
+    Box box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No);
+    // What the question means, in the language of the session, and of what.
+    box.setInformativeText(tr("Delete \"%1\"?").arg(keyword));
     // Enter on a question about losing something must not lose it.
     box.setDefaultButton(QMessageBox::No);
-    box.setWindowModality(Qt::ApplicationModal);
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
     return box.exec() == QMessageBox::Yes;
 }
 
 MessageBoxes::Unsaved MessageBoxes::askUnsaved(const QString &question)
 {
-    QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(), question,
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
-    box.setTextFormat(Qt::PlainText);
-    box.button(QMessageBox::Save)->setText(QCoreApplication::translate("plum::MessageBoxes", "Save"));
-    box.button(QMessageBox::Discard)->setText(QCoreApplication::translate("plum::MessageBoxes", "Discard"));
-    box.button(QMessageBox::Cancel)->setText(QCoreApplication::translate("plum::MessageBoxes", "Go on"));
+    Box box(
+        QMessageBox::Question, {}, question, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    box.button(QMessageBox::Save)->setText(tr("Save"));
+    box.button(QMessageBox::Discard)->setText(tr("Discard"));
+    box.button(QMessageBox::Cancel)->setText(tr("Go on"));
     box.setDefaultButton(QMessageBox::Save);
-    box.setWindowModality(Qt::ApplicationModal);
     switch (box.exec()) {
     case QMessageBox::Save:
         return Unsaved::Save;

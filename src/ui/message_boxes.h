@@ -4,12 +4,13 @@
 
 namespace plum {
 
-// Messages and questions as boxes of the desktop, above every other window where they are system-modal.
+// Messages and questions as boxes in the program's own look, above every other window where they are
+// system-modal.
 class MessageBoxes final : public LibraryDialogs
 {
 public:
     void showMessage(const Message &message) override;
-    bool askYesNo(const QString &question, const QString &title) override;
+    bool askToDelete(const QString &question, const QString &title, const QString &keyword) override;
 
     enum class Unsaved {
         Save,

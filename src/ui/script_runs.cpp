@@ -112,7 +112,8 @@ bool ScriptRuns::hasLinesLeft() const
 
 void ScriptRuns::guarded(const std::function<void()> &run)
 {
-    ++m_depth;
+    if (++m_depth == 1)
+        m.began();
     try {
         run();
     } catch (const RunTimeError &error) {
@@ -135,20 +136,30 @@ void ScriptRuns::fail(const ScriptError &error)
         m.showMessage({.text = error.toText(), .icon = MessageIcon::Critical, .systemModal = true});
 }
 
+// The line as a report quotes it.
+QString ScriptRuns::lineOf(const RunTimeError &error) const
+{
+    constexpr qsizetype mostShown = 200; // characters
+    const QString line = m_state->runlist.value(error.line().value_or(-1));
+    return line.size() > mostShown ? line.first(mostShown) + u'…' : line;
+}
+
 // A script start carries on after an error; in the launcher an error of a script is fatal.
 void ScriptRuns::fail(const RunTimeError &error)
 {
     const QString head = u"Run-time error '%1':"_s.arg(error.number());
+    const int number = error.line().value_or(0) + 1;
+    const QString line = lineOf(error);
     if (m_state->runidx[2] == 1) {
-        m.report(u"%1:%2: run-time error %3: %4"_s.arg(m_state->runctx[0])
-                     .arg(error.line().value_or(0) + 1)
-                     .arg(error.number())
-                     .arg(error.description()));
+        m.report(u"%1:%2: run-time error %3: "_s.arg(m_state->runctx[0]).arg(number).arg(error.number())
+            + error.description() + u" ("_s + line + u')');
         return;
     }
-    m.report(head + u' ' + error.description());
-    m.showMessage(
-        {.text = head + u"\n\n"_s + error.description(), .icon = MessageIcon::Critical, .systemModal = true});
+    const QString place = u"%1, line %2:"_s.arg(m_state->currentKeyword).arg(number);
+    m.report(head + u' ' + error.description() + u" ("_s + place + u' ' + line + u')');
+    m.showMessage({.text = head + u"\n\n"_s + error.description() + u"\n\n"_s + place + u'\n' + line,
+        .icon = MessageIcon::Critical,
+        .systemModal = true});
     m.endProcess(EXIT_FAILURE);
 }
 

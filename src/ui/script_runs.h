@@ -25,6 +25,7 @@ public:
         std::function<void(const Message &message)> showMessage;
         std::function<void(int status)> endProcess; // gives the desktop back what the launcher holds of it
         std::function<void()> refused; // a run was not started, since too many wait already
+        std::function<void()> began; // a run, while none was under way
         std::function<void()> left; // no run is under way any more
     };
 
@@ -65,6 +66,7 @@ private:
     void fail(const RunTimeError &error);
     void fail(const ScriptError &error);
     void resumeLater(const Answer &answer);
+    QString lineOf(const RunTimeError &error) const;
 
     Surroundings m;
     int m_depth = 0; // runs that were started inside the waits of others

@@ -1,7 +1,5 @@
 #include "ui/sethotkey.h"
 
-#include "platform/global_hotkey.h"
-
 #include <chrono>
 #include <utility>
 
@@ -36,6 +34,16 @@ void sethotkey::RegisterLauncherHotkey(const QString &letter)
         tryToRegister();
     else
         Q_EMIT registrationChanged();
+}
+
+QString sethotkey::keys() const
+{
+    QString keys;
+    for (const Modifier &each : modifiers) {
+        if (m_wanted.modifiers & each.flag)
+            keys += each.name + u'+';
+    }
+    return keys + QChar(m_wanted.letter);
 }
 
 // No system tells when a combination becomes free.

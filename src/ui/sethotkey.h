@@ -1,12 +1,14 @@
 #pragma once
 
+#include "platform/global_hotkey.h"
+
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
-namespace plum {
+#include <array>
 
-class GlobalHotkey;
+namespace plum {
 
 // Module `sethotkey`: the one system-wide hotkey and its registration. A combination that another program
 // holds is not reported by the registration itself; `isTaken` tells it to whoever asks, and the combination
@@ -16,6 +18,17 @@ class sethotkey final : public QObject
     Q_OBJECT
 
 public:
+    struct Modifier
+    {
+        quint32 flag;
+        QLatin1StringView name;
+    };
+
+    // In the order of the choices of the hotkey window.
+    static constexpr std::array modifiers{Modifier{GlobalHotkey::Alt, QLatin1StringView("Alt")},
+        Modifier{GlobalHotkey::Control, QLatin1StringView("Ctrl")},
+        Modifier{GlobalHotkey::Shift, QLatin1StringView("Shift")}};
+
     explicit sethotkey(GlobalHotkey &port);
     ~sethotkey() override;
     Q_DISABLE_COPY_MOVE(sethotkey)
@@ -29,6 +42,13 @@ public:
 
     bool isRegistered() const { return m_isRegistered; }
     bool isTaken() const { return m_isTaken; }
+
+    // The combination of the last registration as it is written, e.g. "Alt+Z"; a letter alone without a
+    // modifier.
+    QString keys() const;
+
+    // The letter alone is taken, as from damaged settings: nobody can type it any more.
+    bool isBareLetter() const { return m_isRegistered && m_wanted.modifiers == 0; }
 
     QString hotkeyText; // "<modifier>+<letter>", e.g. "Alt+Z"
     quint32 modifierFlags = 0; // 1 Alt, 2 Ctrl, 4 Shift

@@ -107,6 +107,18 @@ void sett::addTrayIcon()
     m_tray->show();
 }
 
+void sett::setRunning(const QString &plainText)
+{
+    if (!m_tray)
+        return;
+    const QString name = QCoreApplication::applicationName();
+    m_tray->setToolTip(plainText.isEmpty() ? name : name + u": "_s + plainText);
+    if (m_showsRun != plainText.isEmpty())
+        return;
+    m_showsRun = !plainText.isEmpty();
+    m_tray->setIcon(m_showsRun ? runningIcon() : appIcon());
+}
+
 void sett::removeTrayIcon()
 {
     if (!m_tray)

@@ -53,6 +53,9 @@ public:
     void addTrayIcon();
     void removeTrayIcon();
 
+    // The icon says what runs; nothing when nothing does.
+    void setRunning(const QString &plainText);
+
     // The desktop shows the icon.
     bool hasTrayIcon() const { return m_tray && QSystemTrayIcon::isSystemTrayAvailable(); }
 
@@ -68,6 +71,7 @@ private:
     bool m_registersComponents;
 
     std::unique_ptr<QSystemTrayIcon> m_tray;
+    bool m_showsRun = false;
 };
 
 } // namespace plum

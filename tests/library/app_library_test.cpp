@@ -250,7 +250,7 @@ TEST_F(AppLibraryTest, deleteAnsweredWithNoChangesNothing)
     lists.List.setStringList({u"a"_s});
     dialogs.answer = false;
     EXPECT_FALSE(appLibrary.DeleteApp(u"a"_s));
-    EXPECT_EQ(said(), QStringList(u"ask 确定删除?|提示"_s));
+    EXPECT_EQ(said(), QStringList(u"ask 确定删除?|提示|a"_s));
     EXPECT_TRUE(QFile::exists(folder.script(u"a"_s)));
     EXPECT_EQ(listed(), QStringList(u"a"_s));
 }
@@ -369,7 +369,7 @@ TEST_F(AppLibraryTest, aDeletedAppGoesToTheTrash)
     folder.addApp(u"a"_s, "mine");
     lists.List.setStringList({u"a"_s});
     EXPECT_TRUE(appLibrary.DeleteApp(u"a"_s));
-    EXPECT_EQ(said(), QStringList({u"ask 确定删除?|提示"_s, u"trash a"_s}));
+    EXPECT_EQ(said(), QStringList({u"ask 确定删除?|提示|a"_s, u"trash a"_s}));
     EXPECT_EQ(trash.read(u"a/main.wf"_s), "mine");
     EXPECT_FALSE(QFile::exists(folder.path() + u"/config/unpacking"_s));
 }

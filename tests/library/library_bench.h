@@ -31,9 +31,9 @@ public:
             onMessage();
     }
 
-    bool askYesNo(const QString &question, const QString &title) override
+    bool askToDelete(const QString &question, const QString &title, const QString &keyword) override
     {
-        m_log.add(QStringLiteral("ask %1|%2").arg(question, title));
+        m_log.add(QStringLiteral("ask %1|%2|%3").arg(question, title, keyword));
         return answer;
     }
 

@@ -187,8 +187,8 @@ TEST_F(LibraryStrainTest, aReadOnlyProgramFolderIsReadAndNeverChanged)
         EXPECT_EQ(settings.ReadSetting(u"hotkey"_s, u"hotkey"_s), u"Alt+Z"_s);
     }
     EXPECT_EQ(said(),
-        QStringList({u"message! Error"_s, u"message! Error"_s, u"message! Error"_s, u"ask 确定删除?|提示"_s,
-            u"message! Error"_s}));
+        QStringList({u"message! Error"_s, u"message! Error"_s, u"message! Error"_s,
+            u"ask 确定删除?|提示|note"_s, u"message! Error"_s}));
     EXPECT_EQ(lists.List.stringList(), QStringList({u"note"_s, u"mail"_s}));
     EXPECT_EQ(bytesOf(folder.script(u"note"_s)), "old");
     EXPECT_EQ(bytesOf(folder.configTxt()), "note\r\nmail\r\n");

@@ -1,5 +1,5 @@
 #include "support/wait_until.h"
-#include "ui/caret_rest.h"
+#include "ui/controls/caret_rest.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -121,4 +121,54 @@ TEST_F(EditorTest, ordinaryLineEndsAreNotTalkedAbout)
     EXPECT_FALSE(find<QLabel>("lineEnds")->isVisible());
 }
 
+TEST_F(EditorTest, thePanelSaysWhichFileItShows)
+{
+    edit("one\r\n");
+    EXPECT_EQ(find<QLabel>("file")->text(), u"main.wf"_s);
+    ui.window()->editPanel().openDotScript(u"app"_s, u"one"_s);
+    EXPECT_EQ(find<QLabel>("file")->text(), u".main.wf, a copy that is not run"_s);
+    EXPECT_FALSE(find("run")->isVisible());
+}
+
+TEST_F(EditorTest, anEmptyScriptIsOfferedAFirstLine)
+{
+    edit("");
+    EXPECT_TRUE(find<QLabel>("file")->text().contains(u"Begin with a line"_s));
+    Q_EMIT find<QLabel>("file")->linkActivated(u"guide"_s);
+    type(find("Text4"), u"Counts"_s);
+    EXPECT_EQ(find<ScriptEditor>("Text4")->script(), u"//guide:Counts\r\n"_s);
+    EXPECT_FALSE(find<QLabel>("file")->text().contains(u"Begin"_s));
+}
+
+TEST_F(EditorTest, runSavesWhatIsShownAndRunsIt)
+{
+    edit("note.down \"old\"\r\n");
+    find<ScriptEditor>("Text4")->selectAll();
+    type(find("Text4"), u"note.down \"new\""_s);
+    click(find("run"));
+    EXPECT_EQ(saved(), "note.down \"new\"\r\n");
+    EXPECT_EQ(said(), QStringList(u"note new"_s));
+}
+
+TEST_F(EditorTest, runOfAnUnchangedScriptStaysInTheEditor)
+{
+    edit("note.down \"old\"\r\n");
+    click(find("run"));
+    EXPECT_TRUE(isEditing());
+    EXPECT_TRUE(user.seen.isEmpty());
+    EXPECT_EQ(said(), QStringList(u"note old"_s));
+}
+
+TEST_F(EditorTest, anAppThatCannotBeSavedIsNotRun)
+{
+    start();
+    ui.window()->editPanel().openForAdding();
+    ui.window()->showEditPanel();
+    type(find("Text4"), u"note.down \"x\""_s);
+    click(find("run"));
+    EXPECT_EQ(user.seen, QStringList(u"!Keyword is required"_s));
+    EXPECT_TRUE(isEditing());
+    EXPECT_TRUE(said().isEmpty());
+}
+
 } // namespace plum

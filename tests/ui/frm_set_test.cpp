@@ -224,11 +224,17 @@ TEST_F(FrmSetTest, aRunTimeErrorOfAnAppIsFatal)
     start();
     type(text8(), u"bad"_s);
     key(text8(), Qt::Key_Return);
-    EXPECT_EQ(user.seen, QStringList({u"6"_s, u"!Run-time error '9':\n\nSubscript out of range"_s}));
+    const QString line = u"input.enter_9 \"|\",\"x\""_s;
+    EXPECT_EQ(user.seen,
+        QStringList({u"6"_s,
+            u"!Run-time error '9':\n\nSubscript out of range: there is no piece 9\n\nbad, line 2:\n"_s
+                + line}));
     // On a slow machine the launcher asks for the keyboard meanwhile.
     EXPECT_EQ(said().filter(QRegularExpression(u"^(note|stderr|end process) "_s)),
-        QStringList(
-            {u"note 1"_s, u"stderr Run-time error '9': Subscript out of range"_s, u"end process 1"_s}));
+        QStringList({u"note 1"_s,
+            u"stderr Run-time error '9': Subscript out of range: there is no piece 9 (bad, line 2: "_s + line
+                + u')',
+            u"end process 1"_s}));
 }
 
 TEST_F(FrmSetTest, anotherStartBringsTheHiddenLauncherForward)
@@ -273,6 +279,10 @@ TEST_F(FrmSetTest, aTakenHotkeyIsSaidAtTheStartAndTakenWhenItIsFree)
     writeBytes(folder.setIni(), "[hotkey]\r\nhotkey=Alt+Z\r\n");
     start();
     EXPECT_TRUE(find<QLabel>("hint")->text().startsWith(u"Alt+Z belongs to another program"_s));
+    EXPECT_TRUE(waitUntil([this] {
+        const auto *hint = find<QLabel>("hint");
+        return hint->hasHeightForWidth() && hint->height() >= hint->heightForWidth(hint->width());
+    })) << "the words do not fit";
     platform.hotkey().succeeds = true;
     EXPECT_TRUE(waitUntil([this] { return !find<QLabel>("hint")->isVisible(); }));
     EXPECT_EQ(said().last(), u"hotkey register 1 90"_s);

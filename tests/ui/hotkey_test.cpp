@@ -117,16 +117,56 @@ TEST_F(HotkeyTest, confirmingRegistersHidesAndSaves)
     EXPECT_EQ(hotkeyCalls(), QStringList(u"hotkey register 1 90"_s));
     EXPECT_FALSE(topLevel("hotkey"));
     EXPECT_EQ(bytesOf(folder.setIni()), "[hotkey]\r\nhotkey=Alt+Z\r\n");
-    EXPECT_FALSE(find<QLabel>("hint")->isVisible());
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"Alt+Z shows Plum"_s);
 }
 
-TEST_F(HotkeyTest, confirmingWithoutAModifierRegistersTheBareLetter)
+TEST_F(HotkeyTest, thereIsNothingToConfirmWithoutAModifierAndALetter)
 {
     open();
+    EXPECT_FALSE(control<QWidget>("hotok")->isEnabled());
     letter()->setCurrentText(u"K"_s);
+    EXPECT_FALSE(control<QWidget>("hotok")->isEnabled());
     press("hotok");
-    EXPECT_EQ(hotkeyCalls(), QStringList(u"hotkey register 0 75"_s));
-    EXPECT_EQ(bytesOf(folder.setIni()), "[hotkey]\r\nhotkey=+K\r\n");
+    EXPECT_TRUE(hotkeyCalls().isEmpty());
+    option(1)->click();
+    EXPECT_TRUE(control<QWidget>("hotok")->isEnabled());
+    letter()->setCurrentIndex(-1);
+    EXPECT_FALSE(control<QWidget>("hotok")->isEnabled());
+}
+
+TEST_F(HotkeyTest, aConfirmedHotkeyIsNamedUnderTheLists)
+{
+    open();
+    option(1)->click();
+    letter()->setCurrentText(u"J"_s);
+    press("hotok");
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"Ctrl+J shows Plum"_s);
+    open();
+    EXPECT_EQ(control<QLabel>("Label2")->text(), u"Ctrl+J shows and hides Plum."_s);
+}
+
+TEST_F(HotkeyTest, aBareLetterOfDamagedSettingsIsWarnedOf)
+{
+    startWith("ctrl+B");
+    EXPECT_TRUE(find<QLabel>("hint")->text().startsWith(u"The key B alone shows Plum"_s));
+    EXPECT_TRUE(find<QLabel>("hint")->text().contains(u"Choose another one"_s));
+}
+
+TEST_F(HotkeyTest, theWindowManagersCloseHidesAndKeepsTheHotkey)
+{
+    startWith("Alt+Z");
+    open();
+    platform.log.clear();
+    topLevel("hotkey")->close();
+    EXPECT_FALSE(topLevel("hotkey"));
+    EXPECT_TRUE(hotkeyCalls().isEmpty());
+}
+
+TEST_F(HotkeyTest, eachButtonSaysWhatItDoes)
+{
+    open();
+    for (const char *name : {"Command1", "Command2", "cmdMain0", "cmdMain1"})
+        EXPECT_FALSE(control<QWidget>(name)->accessibleDescription().isEmpty()) << name;
 }
 
 TEST_F(HotkeyTest, aTakenCombinationIsSaidInWords)

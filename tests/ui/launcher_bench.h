@@ -39,6 +39,8 @@ public:
 
     QStringList seen; // "text" or "!text" for a system-modal one
     QStringList titles;
+    QStringList details; // the smaller text below
+    bool allThemed = true; // all had the program's look and its picture
     QMessageBox::StandardButton answer = QMessageBox::Yes;
 
 private:
@@ -50,6 +52,8 @@ private:
         const bool onTop = box->windowFlags() & Qt::WindowStaysOnTopHint;
         seen += (onTop ? QStringLiteral("!") : QString()) + box->text();
         titles += box->windowTitle();
+        details += box->informativeText();
+        allThemed = allThemed && !box->styleSheet().isEmpty() && !box->windowIcon().isNull();
         if (box->button(answer))
             box->button(answer)->click();
         else

@@ -234,7 +234,9 @@ TEST_F(ShuruboxTest, anErrorOfAScriptStartIsOneLineAndCarriesOn)
     runAsScriptStart({u"input.text \"who\",\"?\""_s, u"input.enter_9 \"|\",\"x\""_s});
     click(inBox("Label1"));
     ASSERT_EQ(said().size(), 2);
-    EXPECT_EQ(said().at(0), u"stderr x.wf:2: run-time error 9: Subscript out of range"_s);
+    EXPECT_EQ(said().at(0),
+        u"stderr x.wf:2: run-time error 9: Subscript out of range: there is no piece 9 "
+        "(input.enter_9 \"|\",\"x\")"_s);
     EXPECT_TRUE(said().at(1).contains(u"the process stays"_s));
 }
 

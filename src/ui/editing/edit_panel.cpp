@@ -1,12 +1,14 @@
 #include "ui/editing/edit_panel.h"
 
 #include "look/picture_button.h"
+#include "ui/controls/rich_link.h"
 #include "ui/editing/script_editor.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
+#include <QTextCursor>
 #include <QVBoxLayout>
 
 namespace plum {
@@ -24,6 +26,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     , Label5(new QLabel(this))
     , Text7(new QLineEdit(this))
     , Text4(new ScriptEditor(vocabulary, this))
+    , m_file(new QLabel(this))
     , m_lineEnds(new QLabel(this))
 {
     setObjectName(u"addeditbox"_s);
@@ -37,6 +40,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     using Picture = PictureButton::Picture;
     auto *Image5 = new PictureButton(u"Image5"_s, Picture::Confirm, tr("Save (Ctrl+S)"), this);
     auto *Image8 = new PictureButton(u"Image8"_s, Picture::Menu, tr("Menu"), this);
+    m_run = new PictureButton(u"run"_s, Picture::Run, tr("Save and run (F5)"), this);
     auto *back9 = new PictureButton(u"Image9"_s, Picture::Back, tr("Back"), this);
     Image9 = back9;
 
@@ -45,6 +49,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     head->addWidget(back9);
     head->addSpacing(6);
     head->addWidget(Label5, 1);
+    head->addWidget(m_run);
     head->addWidget(Image8);
     head->addWidget(Image5);
     auto *column = new QVBoxLayout(this);
@@ -52,16 +57,26 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     column->setSpacing(10);
     column->addLayout(head);
     column->addWidget(Text7);
+    column->addWidget(m_file);
     column->addWidget(Text4, 1);
     column->addWidget(m_lineEnds);
+    m_file->setObjectName(u"file"_s);
     m_lineEnds->setObjectName(u"lineEnds"_s);
-    m_lineEnds->setProperty("quiet", true);
-    m_lineEnds->setWordWrap(true);
-    m_lineEnds->setTextFormat(Qt::RichText);
+    for (QLabel *label : {m_file, m_lineEnds}) {
+        label->setProperty("quiet", true);
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::RichText);
+        label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    }
     connect(m_lineEnds, &QLabel::linkActivated, this, &EditPanel::mendLineEnds);
+    connect(m_file, &QLabel::linkActivated, this, &EditPanel::beginWithGuide);
+    connect(Text4, &QPlainTextEdit::textChanged, this, &EditPanel::showFile);
 
     connect(Image5, &PictureButton::clicked, this, &EditPanel::saveRequested);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &EditPanel::saveRequested);
+    connect(m_run, &PictureButton::clicked, this, &EditPanel::runRequested);
+    connect(
+        new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, m_run, &PictureButton::click);
     connect(back9, &PictureButton::clicked, this, &EditPanel::back);
     connect(Image8, &PictureButton::clicked, this,
         [this, Image8] { Q_EMIT menuRequested(Image8->mapToGlobal(QPoint(0, Image8->height()))); });
@@ -73,17 +88,20 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
     m_mode = mode;
     Label5->setText(caption);
     Text7->setText(keyword);
+    m_openedKeyword = keyword;
     Text7->setEnabled(mode == Mode::Add);
     Text4->setScript(script);
     m_mendsLineEnds = false;
     m_lineEnds->hide();
+    m_run->setVisible(mode != Mode::EditDotScript);
+    showFile();
     // Leaving an opened second script changes nothing, so its way back is called hiding.
     Image9->setToolTip(mode == Mode::EditDotScript ? u"Hide"_s : tr("Back"));
 }
 
-void EditPanel::openForAdding()
+void EditPanel::openForAdding(const QString &keyword)
 {
-    open(Mode::Add, tr("New app"), {}, {});
+    open(Mode::Add, tr("New app"), keyword, {});
 }
 
 void EditPanel::openForEditing(const QString &keyword, const QString &script)
@@ -114,14 +132,35 @@ void EditPanel::appendScriptLine(const QString &line)
 bool EditPanel::isModified() const
 {
     return Text4->document()->isModified() || m_mendsLineEnds
-        || (m_mode == Mode::Add && !Text7->text().isEmpty());
+        || (m_mode == Mode::Add && Text7->text() != m_openedKeyword);
 }
 
 void EditPanel::showOddLineEnds(int count)
 {
     m_lineEnds->setVisible(count > 0);
     m_lineEnds->setText(tr("%1 line ends do not end a line when the script runs.").arg(count)
-        + u" <a href='mend'>%1</a>"_s.arg(tr("Mend them")));
+        + richLink(u"mend"_s, tr("Mend them")));
+}
+
+void EditPanel::showFile()
+{
+    QString text = m_mode == Mode::EditDotScript ? tr(".main.wf, a copy that is not run") : u"main.wf"_s;
+    if (Text4->document()->isEmpty())
+        text += u" ·"_s + richLink(u"guide"_s, tr("Begin with a line that says what the app does"));
+    m_file->setText(text);
+}
+
+// The words are selected, so that what is typed next takes their place.
+void EditPanel::beginWithGuide()
+{
+    const QString mark = u"//guide:"_s;
+    const QString words = tr("What this app does");
+    Text4->insertPlainText(mark + words + u'\n');
+    QTextCursor cursor = Text4->textCursor();
+    cursor.setPosition(static_cast<int>(mark.size()));
+    cursor.setPosition(static_cast<int>(mark.size() + words.size()), QTextCursor::KeepAnchor);
+    Text4->setTextCursor(cursor);
+    Text4->setFocus();
 }
 
 void EditPanel::mendLineEnds()
@@ -132,7 +171,7 @@ void EditPanel::mendLineEnds()
 
 void EditPanel::takeFocus()
 {
-    if (m_mode == Mode::Add)
+    if (m_mode == Mode::Add && Text7->text().isEmpty())
         Text7->setFocus();
     else
         Text4->setFocus();

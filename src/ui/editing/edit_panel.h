@@ -7,6 +7,7 @@ class QLineEdit;
 
 namespace plum {
 
+class PictureButton;
 class ScriptEditor;
 class ScriptVocabulary;
 struct Theme;
@@ -25,7 +26,7 @@ public:
         EditDotScript, // its second script `.main.wf`, which never runs
     };
 
-    void openForAdding();
+    void openForAdding(const QString &keyword = {});
     void openForEditing(const QString &keyword, const QString &script);
     void openDotScript(const QString &keyword, const QString &script);
 
@@ -48,6 +49,7 @@ public:
 
 Q_SIGNALS:
     void saveRequested();
+    void runRequested();
     void back();
     void menuRequested(QPoint globalPosition);
     void filesDropped(const QStringList &paths);
@@ -55,14 +57,19 @@ Q_SIGNALS:
 private:
     void open(Mode mode, const QString &caption, const QString &keyword, const QString &script);
 
+    void showFile();
+    void beginWithGuide();
     void mendLineEnds();
 
     Mode m_mode = Mode::Add;
     bool m_mendsLineEnds = false;
+    QString m_openedKeyword;
     QLabel *Label5; // what is being edited
     QLineEdit *Text7; // the keyword
     ScriptEditor *Text4; // the script
+    QLabel *m_file; // which file is shown
     QLabel *m_lineEnds; // what is odd about them, and what saving does about it
+    PictureButton *m_run = nullptr;
     QWidget *Image9; // back
 };
 

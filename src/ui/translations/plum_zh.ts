@@ -43,6 +43,104 @@
         <source>Saving ends every line in CR LF.</source>
         <translation>保存时每一行都将以 CR LF 结尾。</translation>
     </message>
+    <message>
+        <source>Save and run (F5)</source>
+        <translation>保存并运行 (F5)</translation>
+    </message>
+    <message>
+        <source>.main.wf, a copy that is not run</source>
+        <translation>.main.wf，不会运行的副本</translation>
+    </message>
+    <message>
+        <source>Begin with a line that says what the app does</source>
+        <translation>先写一行，说明此应用的用途</translation>
+    </message>
+    <message>
+        <source>What this app does</source>
+        <translation>此应用的用途</translation>
+    </message>
+</context>
+<context>
+    <name>plum::Footer</name>
+    <message>
+        <source>No app has this keyword.</source>
+        <translation>没有使用此关键词的应用。</translation>
+    </message>
+    <message>
+        <source>Create it? (Ctrl+N)</source>
+        <translation>新建一个？(Ctrl+N)</translation>
+    </message>
+    <message>
+        <source>End at once</source>
+        <translation>立即结束</translation>
+    </message>
+</context>
+<context>
+    <name>plum::KeySheet</name>
+    <message>
+        <source>Keys</source>
+        <translation>按键</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>回车</translation>
+    </message>
+    <message>
+        <source>Down, Up, Left</source>
+        <translation>下、上、左</translation>
+    </message>
+    <message>
+        <source>Menu, Shift+F10</source>
+        <translation>菜单键、Shift+F10</translation>
+    </message>
+    <message>
+        <source>runs the marked app, or the selected one of a list</source>
+        <translation>运行标出的应用，或列表中选中的应用</translation>
+    </message>
+    <message>
+        <source>into the list and back to the keyword box</source>
+        <translation>进入列表，再回到关键词框</translation>
+    </message>
+    <message>
+        <source>one step back: panel, list, keyword box, empty box, hidden</source>
+        <translation>后退一步：面板、列表、关键词框、清空、隐藏</translation>
+    </message>
+    <message>
+        <source>new app</source>
+        <translation>新建应用</translation>
+    </message>
+    <message>
+        <source>edit the script</source>
+        <translation>编辑脚本</translation>
+    </message>
+    <message>
+        <source>save the script</source>
+        <translation>保存脚本</translation>
+    </message>
+    <message>
+        <source>run the app, in the editor what it shows</source>
+        <translation>运行应用，在编辑器中运行所显示的脚本</translation>
+    </message>
+    <message>
+        <source>rename, in a list</source>
+        <translation>重命名（在列表中）</translation>
+    </message>
+    <message>
+        <source>delete, in a list; it asks first</source>
+        <translation>删除（在列表中，会先询问）</translation>
+    </message>
+    <message>
+        <source>the menu of a list</source>
+        <translation>列表的菜单</translation>
+    </message>
+    <message>
+        <source>this page</source>
+        <translation>本页</translation>
+    </message>
 </context>
 <context>
     <name>plum::KeywordList</name>
@@ -79,6 +177,14 @@
     <message>
         <source>%1 belongs to another program, maybe another Plum. Plum takes it when it is free.</source>
         <translation>%1 正被另一个程序（可能是另一个 Plum）使用。一旦空出，Plum 会立即使用它。</translation>
+    </message>
+    <message>
+        <source>The key %1 alone shows Plum, so nobody can type it.</source>
+        <translation>单独的 %1 键会显示 Plum，因此无法输入该字母。</translation>
+    </message>
+    <message>
+        <source>%1 shows Plum</source>
+        <translation>%1 显示 Plum</translation>
     </message>
     <message>
         <source>Choose another one</source>
@@ -121,6 +227,21 @@
     <message>
         <source>Go on</source>
         <translation>继续编辑</translation>
+    </message>
+    <message>
+        <source>Delete "%1"?</source>
+        <translation>要删除“%1”吗？</translation>
+    </message>
+</context>
+<context>
+    <name>plum::RunDisplay</name>
+    <message>
+        <source>%1 runs, line %2</source>
+        <translation>正在运行 %1，第 %2 行</translation>
+    </message>
+    <message>
+        <source>%1: done</source>
+        <translation>%1：完成</translation>
     </message>
 </context>
 <context>
@@ -203,8 +324,24 @@
         <translation>字母</translation>
     </message>
     <message>
-        <source>Switches the hotkey off while you choose, and on again</source>
-        <translation>选择时停用热键，之后重新启用</translation>
+        <source>Takes the key for Plum.</source>
+        <translation>让 Plum 占用此键。</translation>
+    </message>
+    <message>
+        <source>Gives the key back until the next start, and keeps the choice.</source>
+        <translation>在下次启动前释放此键，并保留选择。</translation>
+    </message>
+    <message>
+        <source>OK turns the hotkey on and locks the choice; NO turns it off and unlocks it.</source>
+        <translation>OK 启用热键并锁定选择；NO 停用热键并解除锁定。</translation>
+    </message>
+    <message>
+        <source>Gives the key back until the next start.</source>
+        <translation>在下次启动前释放此键。</translation>
+    </message>
+    <message>
+        <source>Choose a modifier and a letter first</source>
+        <translation>请先选择修饰键和字母</translation>
     </message>
     <message>
         <source>Shows or hides the launcher from anywhere</source>
@@ -219,8 +356,8 @@
         <translation>另一个程序正在使用这个组合，请换一个。</translation>
     </message>
     <message>
-        <source>The hotkey is on.</source>
-        <translation>热键已启用。</translation>
+        <source>%1 shows and hides Plum.</source>
+        <translation>%1 显示或隐藏 Plum。</translation>
     </message>
     <message>
         <source>No hotkey is on. Choose a modifier and a letter.</source>

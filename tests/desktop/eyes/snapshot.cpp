@@ -86,6 +86,12 @@ QString nameOf(const QWidget &widget)
                 return u"No"_s;
             case QMessageBox::Ok:
                 return u"OK"_s;
+            case QMessageBox::Save:
+                return u"Save"_s;
+            case QMessageBox::Discard:
+                return u"Discard"_s;
+            case QMessageBox::Cancel:
+                return u"Cancel"_s;
             default:
                 break;
             }

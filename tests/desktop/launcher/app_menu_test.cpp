@@ -275,6 +275,7 @@ TEST_F(AppMenuTest, aDoubleClickOnAResultOpensItsSecondScript)
     EXPECT_EQ(script(u"beta"_s), "//beta\r\nme.hide\r\n");
 
     // A double click on the whole list opens nothing.
+    ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
     clearEntry();
     hands->key(u"Down"_s);
     hands->doubleClick(rowOf(u"frmSet/List"_s, u"gamma"_s));

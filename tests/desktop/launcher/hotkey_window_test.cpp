@@ -145,6 +145,12 @@ TEST_F(HotkeyWindowTest, eachButtonDoesWhatItSays)
     ASSERT_TRUE(disappears(u"hotkey/hotkey"_s));
     expectTaken(true);
 
+    // So does the window manager's way to close a window.
+    openWindow();
+    hands->key(u"alt+F4"_s);
+    ASSERT_TRUE(disappears(u"hotkey/hotkey"_s));
+    expectTaken(true);
+
     // Closing for good gives the hotkey up, not the setting.
     openWindow();
     click(u"hotkey/cmdMain0"_s);
@@ -204,7 +210,7 @@ TEST_F(HotkeyWindowTest, aNewProgramFolderHasNoHotkeyAndOffersOne)
     click(u"hotkey/hotok"_s);
     ASSERT_TRUE(disappears(u"hotkey/hotkey"_s));
     EXPECT_EQ(setting(), "[hotkey]\r\nhotkey=Ctrl+Y\r\n");
-    EXPECT_TRUE(disappears(u"frmSet/hint"_s));
+    EXPECT_TRUE(shows(u"frmSet/hint"_s, u"Ctrl+Y shows Plum"_s));
 }
 
 } // namespace plum

@@ -1,4 +1,4 @@
-#include "ui/caret_rest.h"
+#include "ui/controls/caret_rest.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -1,0 +1,75 @@
+#include "ui/controls/footer.h"
+
+#include "ui/controls/rich_link.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+Footer::Footer(QWidget *parent)
+    : QLabel(parent)
+{
+    setObjectName(u"hint"_s);
+    setProperty("quiet", true);
+    setTextFormat(Qt::RichText);
+    setWordWrap(true);
+    // A long word must not make the window wider.
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    m_passes.setSingleShot(true);
+    connect(&m_passes, &QTimer::timeout, this, &Footer::refresh);
+    connect(this, &QLabel::linkActivated, this, &Footer::follow);
+    hide();
+}
+
+void Footer::setStanding(const QString &richText)
+{
+    m_standing = richText;
+    refresh();
+}
+
+void Footer::say(const QString &plainText, std::chrono::milliseconds howLong)
+{
+    m_passing = plainText.toHtmlEscaped();
+    m_passes.start(howLong);
+    refresh();
+}
+
+void Footer::setRunning(const QString &plainText)
+{
+    m_running = plainText.toHtmlEscaped();
+    refresh();
+}
+
+void Footer::setFindsNothing(bool findsNothing)
+{
+    m_findsNothing = findsNothing;
+    refresh();
+}
+
+void Footer::refresh()
+{
+    QString line = m_standing;
+    if (!m_running.isEmpty())
+        line = m_running + richLink(u"end"_s, tr("End at once"));
+    else if (m_passes.isActive())
+        line = m_passing;
+    else if (m_findsNothing)
+        line = tr("No app has this keyword.") + richLink(u"new"_s, tr("Create it? (Ctrl+N)"));
+    setText(line);
+    setVisible(!line.isEmpty());
+}
+
+void Footer::follow(const QString &link)
+{
+    if (link == "new"_L1)
+        Q_EMIT createRequested();
+    else if (link == "end"_L1)
+        Q_EMIT endRequested();
+    else
+        Q_EMIT hotkeyRequested();
+}
+
+} // namespace plum

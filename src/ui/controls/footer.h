@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QLabel>
+#include <QTimer>
+
+#include <chrono>
+
+namespace plum {
+
+// The line under the lists. What runs comes before a passing word, that before an answer to what is typed,
+// and that before what stands there otherwise. Links are stops of the Tab key.
+class Footer final : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit Footer(QWidget *parent);
+
+    void setStanding(const QString &richText);
+    void say(const QString &plainText, std::chrono::milliseconds howLong = std::chrono::seconds(6));
+
+    // Empty when nothing runs. A link offers to end it.
+    void setRunning(const QString &plainText);
+
+    // Whether what is typed matches no app. A link offers to make one.
+    void setFindsNothing(bool findsNothing);
+
+Q_SIGNALS:
+    void createRequested();
+    void endRequested();
+    void hotkeyRequested();
+
+private:
+    void refresh();
+    void follow(const QString &link);
+
+    QString m_standing;
+    QString m_passing;
+    QString m_running;
+    QTimer m_passes; // while a passing word is shown
+    bool m_findsNothing = false;
+};
+
+} // namespace plum

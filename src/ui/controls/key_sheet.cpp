@@ -1,0 +1,78 @@
+#include "ui/controls/key_sheet.h"
+
+#include "look/moveit.h"
+#include "look/picture_button.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+
+#include <array>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Row
+{
+    const char *keys;
+    const char *meaning;
+};
+
+constexpr std::array rows{
+    Row{QT_TRANSLATE_NOOP("plum::KeySheet", "Enter"),
+        QT_TRANSLATE_NOOP("plum::KeySheet", "runs the marked app, or the selected one of a list")},
+    Row{QT_TRANSLATE_NOOP("plum::KeySheet", "Down, Up, Left"),
+        QT_TRANSLATE_NOOP("plum::KeySheet", "into the list and back to the keyword box")},
+    Row{"Esc",
+        QT_TRANSLATE_NOOP("plum::KeySheet", "one step back: panel, list, keyword box, empty box, hidden")},
+    Row{"Ctrl+N", QT_TRANSLATE_NOOP("plum::KeySheet", "new app")},
+    Row{"Ctrl+E", QT_TRANSLATE_NOOP("plum::KeySheet", "edit the script")},
+    Row{"Ctrl+S", QT_TRANSLATE_NOOP("plum::KeySheet", "save the script")},
+    Row{"F5", QT_TRANSLATE_NOOP("plum::KeySheet", "run the app, in the editor what it shows")},
+    Row{"F2", QT_TRANSLATE_NOOP("plum::KeySheet", "rename, in a list")},
+    Row{"Del", QT_TRANSLATE_NOOP("plum::KeySheet", "delete, in a list; it asks first")},
+    Row{QT_TRANSLATE_NOOP("plum::KeySheet", "Menu, Shift+F10"),
+        QT_TRANSLATE_NOOP("plum::KeySheet", "the menu of a list")},
+    Row{"F1", QT_TRANSLATE_NOOP("plum::KeySheet", "this page")},
+};
+
+} // namespace
+
+KeySheet::KeySheet(QWidget *owner)
+    : BorderlessWindow(owner, Qt::Dialog)
+{
+    setObjectName(u"keysheet"_s);
+    setWindowTitle(tr("Keys"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    (new moveit(*this))->installOn(*this);
+
+    auto *heading = new QLabel(tr("Keys"), this);
+    heading->setProperty("heading", true);
+    auto *back = new PictureButton(u"closekeys"_s, PictureButton::Picture::Close, tr("Close"), this);
+    connect(back, &PictureButton::clicked, this, &QWidget::close);
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(18, 12, 12, 16);
+    grid->setHorizontalSpacing(18);
+    grid->addWidget(heading, 0, 0);
+    grid->addWidget(back, 0, 1, Qt::AlignRight);
+    for (int line = 1; const Row &row : rows) {
+        auto *meaning = new QLabel(tr(row.meaning), this);
+        meaning->setProperty("quiet", true);
+        grid->addWidget(new QLabel(tr(row.keys), this), line, 0);
+        grid->addWidget(meaning, line, 1);
+        ++line;
+    }
+}
+
+void KeySheet::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_F1)
+        close();
+    else
+        BorderlessWindow::keyPressEvent(event);
+}
+
+} // namespace plum

@@ -1,0 +1,57 @@
+#include "ui/run_display.h"
+
+#include "engine/run_state.h"
+#include "ui/controls/footer.h"
+#include "ui/frm_set.h"
+#include "ui/sett.h"
+
+#include <chrono>
+#include <utility>
+
+namespace plum {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto betweenLooks = 250ms;
+constexpr auto doneTime = 2s;
+
+} // namespace
+
+RunDisplay::RunDisplay(Parts parts)
+    : m(std::move(parts))
+{
+    m_looks.setInterval(betweenLooks);
+    connect(&m_looks, &QTimer::timeout, this, &RunDisplay::show);
+}
+
+void RunDisplay::began()
+{
+    m_hasShown = false;
+    m_looks.start();
+}
+
+void RunDisplay::show()
+{
+    setText(tr("%1 runs, line %2").arg(m.state.currentKeyword).arg(m.state.currentLine + 1));
+}
+
+void RunDisplay::ended(bool isSuspended)
+{
+    if (!m_looks.isActive())
+        return;
+    m_looks.stop();
+    setText({});
+    if (!isSuspended && !m_hasShown)
+        m.window.footer().say(tr("%1: done").arg(m.state.currentKeyword), doneTime);
+}
+
+void RunDisplay::setText(const QString &text)
+{
+    m.window.footer().setRunning(text);
+    if (sett *tray = m.tray())
+        tray->setRunning(text);
+}
+
+} // namespace plum

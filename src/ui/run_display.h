@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+
+namespace plum {
+
+class frmSet;
+class sett;
+struct RunState;
+
+// Shows in the launcher and at the tray icon that a script runs, and which line, and says when one is over
+// that has shown nothing itself. A run that is over within a moment is not announced.
+class RunDisplay final : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Parts
+    {
+        frmSet &window;
+        const RunState &state;
+        std::function<sett *()> tray; // null before there is one
+    };
+
+    explicit RunDisplay(Parts parts);
+
+    void began();
+
+    // The run has shown a tip, a question or a message, or has hidden the launcher.
+    void hasShown() { m_hasShown = true; }
+
+    // No line is carried out any more; `isSuspended`: until the user answers.
+    void ended(bool isSuspended);
+
+private:
+    void show();
+    void setText(const QString &text);
+
+    Parts m;
+    QTimer m_looks;
+    bool m_hasShown = false;
+};
+
+} // namespace plum

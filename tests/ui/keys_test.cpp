@@ -1,0 +1,208 @@
+#include "ui/frm_set_fixture.h"
+
+#include "ui/editing/edit_panel.h"
+
+#include <QLabel>
+#include <QShortcut>
+
+#include <gtest/gtest.h>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+using recording::writeBytes;
+
+namespace {
+
+// The main panel without a mouse.
+class KeysTest : public FrmSetTest
+{
+protected:
+    // A shortcut of the panel.
+    void press(const QKeySequence &keys)
+    {
+        for (QShortcut *shortcut : find("okbox")->findChildren<QShortcut *>()) {
+            if (shortcut->key() == keys) {
+                Q_EMIT shortcut->activated();
+                return;
+            }
+        }
+        FAIL() << "no shortcut " << qPrintable(keys.toString());
+    }
+
+    KeywordList *list(const char *name) { return find<KeywordList>(name); }
+    QString hint() { return find<QLabel>("hint")->isVisible() ? find<QLabel>("hint")->text() : QString(); }
+};
+
+} // namespace
+
+TEST_F(KeysTest, aKeywordThatNoAppHasIsOfferedAsANewOne)
+{
+    addApps({u"mail"_s});
+    start();
+    type(text8(), u"zz"_s);
+    EXPECT_TRUE(hint().startsWith(u"No app has this keyword."_s));
+    EXPECT_TRUE(hint().contains(u"Create it? (Ctrl+N)"_s));
+    press(QKeySequence(u"Ctrl+N"_s));
+    EXPECT_TRUE(inFront("addeditbox"));
+    EXPECT_EQ(find<QLineEdit>("Text7")->text(), u"zz"_s);
+    EXPECT_TRUE(find("Text4")->hasFocus());
+    click(find("Image5"));
+    EXPECT_FALSE(hint().contains(u"No app"_s));
+    EXPECT_EQ(listed("List2"), QStringList(u"zz"_s));
+}
+
+TEST_F(KeysTest, theRowThatEnterWouldRunIsMarkedAndNotSelected)
+{
+    addApps({u"one"_s, u"mail"_s, u"main"_s});
+    start();
+    EXPECT_FALSE(list("List")->isMarked(u"one"_s));
+    type(text8(), u"ma"_s);
+    EXPECT_TRUE(list("List2")->isMarked(u"mail"_s));
+    EXPECT_FALSE(list("List2")->isMarked(u"main"_s));
+    EXPECT_EQ(list("List2")->text(), QString());
+    type(text8(), u" x"_s);
+    EXPECT_TRUE(list("List2")->isMarked(u"mail"_s));
+    key(text8(), Qt::Key_Down);
+    EXPECT_FALSE(list("List2")->isMarked(u"mail"_s)) << "Enter in the keyword box runs nothing now";
+}
+
+TEST_F(KeysTest, typingInAListGoesOnInTheKeywordBox)
+{
+    addApps({u"mail"_s, u"main"_s});
+    start();
+    type(text8(), u"ma"_s);
+    key(text8(), Qt::Key_Down);
+    type(list("List2"), u"i"_s);
+    EXPECT_EQ(typed(), u"mai"_s);
+    EXPECT_TRUE(keywordBoxHasFocus());
+    EXPECT_EQ(listed("List2"), QStringList({u"mail"_s, u"main"_s}));
+}
+
+TEST_F(KeysTest, upInTheFirstRowReturnsToTheKeywordBox)
+{
+    addApps({u"one"_s, u"two"_s});
+    start();
+    type(text8(), u"o"_s);
+    key(text8(), Qt::Key_Down);
+    key(list("List2"), Qt::Key_Down);
+    key(list("List2"), Qt::Key_Up);
+    EXPECT_FALSE(keywordBoxHasFocus());
+    key(list("List2"), Qt::Key_Up);
+    EXPECT_TRUE(keywordBoxHasFocus());
+    key(text8(), Qt::Key_Return);
+    EXPECT_EQ(said(), QStringList(u"note one"_s));
+}
+
+TEST_F(KeysTest, theFilterStandsAfterARename)
+{
+    addApps({u"mail"_s, u"main"_s});
+    start();
+    type(text8(), u"ma"_s);
+    key(text8(), Qt::Key_Down);
+    key(list("List2"), Qt::Key_F2);
+    ASSERT_TRUE(inFront("editnamebox"));
+    EXPECT_EQ(find<QLineEdit>("Text1")->text(), u"mail"_s);
+    type(find("Text12"), u"post"_s);
+    click(find("Image10"));
+    EXPECT_EQ(typed(), u"ma"_s);
+    EXPECT_EQ(listed("List2"), QStringList(u"main"_s));
+}
+
+TEST_F(KeysTest, deleteAsksAndThenTheNextKeyFiltersAnew)
+{
+    addApps({u"mail"_s, u"note"_s});
+    start();
+    type(text8(), u"ma"_s);
+    key(text8(), Qt::Key_Down);
+    key(list("List2"), Qt::Key_Delete);
+    EXPECT_EQ(user.seen.size(), 1);
+    EXPECT_EQ(listed("List"), QStringList(u"note"_s));
+    EXPECT_TRUE(inFront("List"));
+    EXPECT_EQ(ui.window()->focusWidget(), find("Text8"));
+    EXPECT_EQ(find<QLineEdit>("Text8")->selectedText(), u"ma"_s);
+    type(text8(), u"n"_s);
+    EXPECT_EQ(listed("List2"), QStringList(u"note"_s));
+}
+
+TEST_F(KeysTest, theMenuKeyOpensTheListsMenuForTheSelectedApp)
+{
+    addApps({u"one"_s, u"two"_s});
+    start();
+    key(text8(), Qt::Key_Down);
+    key(list("List"), Qt::Key_Down);
+    for (const auto &[menuKey, modifiers] : {std::pair(Qt::Key_Menu, Qt::KeyboardModifiers()),
+             std::pair(Qt::Key_F10, Qt::KeyboardModifiers(Qt::ShiftModifier))}) {
+        key(list("List"), menuKey, {}, modifiers);
+        ASSERT_TRUE(topLevel("list2you"));
+        topLevel("list2you")->hide();
+    }
+    EXPECT_EQ(ui.window()->selectedKeyword(), u"two"_s);
+}
+
+TEST_F(KeysTest, escGoesBackOneStepAtATime)
+{
+    writeBytes(folder.setIni(), "[hotkey]\r\nhotkey=Alt+Z\r\n");
+    addApps({u"one"_s});
+    start();
+    type(text8(), u"o"_s);
+    key(text8(), Qt::Key_Down);
+    key(list("List2"), Qt::Key_Escape);
+    EXPECT_TRUE(keywordBoxHasFocus());
+    EXPECT_EQ(typed(), u"o"_s);
+    key(text8(), Qt::Key_Escape);
+    EXPECT_EQ(typed(), QString());
+    EXPECT_TRUE(ui.window()->isVisible());
+    key(text8(), Qt::Key_Escape);
+    EXPECT_FALSE(ui.window()->isVisible());
+}
+
+TEST_F(KeysTest, escDoesNotHideALauncherThatNothingBringsBack)
+{
+    start();
+    key(text8(), Qt::Key_Escape);
+    EXPECT_TRUE(ui.window()->isVisible());
+}
+
+TEST_F(KeysTest, escLeavesAPanel)
+{
+    addApps({u"one"_s});
+    start();
+    key(text8(), Qt::Key_Down);
+    key(list("List"), Qt::Key_F2);
+    key(find("Text12"), Qt::Key_Escape);
+    EXPECT_TRUE(inFront("okbox"));
+    press(QKeySequence(u"Ctrl+N"_s));
+    type(find("Text7"), u"x"_s);
+    user.answer = QMessageBox::Cancel;
+    key(find("Text4"), Qt::Key_Escape);
+    EXPECT_EQ(user.seen, QStringList(u"\"x\" is not saved."_s));
+    EXPECT_TRUE(inFront("addeditbox"));
+}
+
+TEST_F(KeysTest, f1ShowsThePageOfKeysAndEscClosesIt)
+{
+    start();
+    for (QShortcut *shortcut : ui.window()->findChildren<QShortcut *>()) {
+        if (shortcut->key() == QKeySequence(Qt::Key_F1))
+            Q_EMIT shortcut->activated();
+    }
+    QWidget *sheet = topLevel("keysheet");
+    ASSERT_TRUE(sheet);
+    key(sheet, Qt::Key_Escape);
+    EXPECT_FALSE(topLevel("keysheet"));
+}
+
+TEST_F(KeysTest, runAndEditHaveKeys)
+{
+    addApps({u"one"_s, u"two"_s});
+    start();
+    type(text8(), u"tw"_s);
+    press(QKeySequence(Qt::Key_F5));
+    EXPECT_EQ(said(), QStringList(u"note two"_s));
+    press(QKeySequence(u"Ctrl+E"_s));
+    EXPECT_TRUE(inFront("addeditbox"));
+    EXPECT_EQ(find<QLineEdit>("Text7")->text(), u"two"_s);
+}
+
+} // namespace plum
