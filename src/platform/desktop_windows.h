@@ -33,6 +33,10 @@ public:
     // A top-level window whose title is exactly `title`; 0 when there is none.
     virtual WindowHandle byTitle(const QString &title) = 0;
 
+    // A window of this program's own, which Qt knows under the number `id`; 0 while it is not shown. Where
+    // the system and Qt have the same number for it, it is that one.
+    virtual WindowHandle own(quintptr id) { return static_cast<WindowHandle>(id); }
+
     // The top-level windows that are not hidden, the one above all others first; minimised ones are among
     // them.
     virtual std::vector<WindowHandle> stacking() = 0;

@@ -50,7 +50,7 @@ void InstallQuestions::showFirst()
 void InstallQuestions::insistOnFocus()
 {
     if (m_dialog && m_dialog->isVisible() && !m_dialog->isActiveWindow())
-        m_windows.activate(static_cast<WindowHandle>(m_dialog->winId()));
+        m_windows.activate(m_windows.own(m_dialog->winId()));
 }
 
 void InstallQuestions::answered()

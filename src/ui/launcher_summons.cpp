@@ -67,7 +67,7 @@ void LauncherSummons::insistOnFocus()
 {
     noteSeen();
     if (m.window.isVisible() && !QApplication::activeWindow())
-        m.windows.activate(static_cast<WindowHandle>(m.window.winId()));
+        m.windows.activate(m.windows.own(m.window.winId()));
 }
 
 // The launcher has been shown once, to somebody who may from now on want it to go.
@@ -82,12 +82,12 @@ void LauncherSummons::noteSeen()
 bool LauncherSummons::isOnScreen(quint32 time)
 {
     return m.window.isVisible() && m_seenSince && static_cast<qint32>(time - *m_seenSince) > 0
-        && m.windows.isOnScreen(static_cast<WindowHandle>(m.window.winId()));
+        && m.windows.isOnScreen(m.windows.own(m.window.winId()));
 }
 
 void LauncherSummons::toggle(quint32 time)
 {
-    const auto window = static_cast<WindowHandle>(m.window.winId());
+    const auto window = m.windows.own(m.window.winId());
     if (isOnScreen(time)) {
         m.window.hide();
         m.hotkey.takeKeysFrom(window);

@@ -4,9 +4,14 @@
 
 namespace plum {
 
-X11Platform::X11Platform(const QString &programPath)
-    : m_paths(programPath)
+bool X11Platform::hasServer()
 {
+    if (!qEnvironmentVariableIsSet("DISPLAY"))
+        return false;
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
 }
 
 X11Connection &X11Platform::connection()
@@ -47,11 +52,6 @@ void X11Platform::releaseDesktop()
         shell->finishStarts();
     if (auto *clipboard = m_clipboard.ifMade())
         clipboard->outliveProcess();
-}
-
-std::unique_ptr<Platform> createPlatform(const QString &programPath)
-{
-    return std::make_unique<X11Platform>(programPath);
 }
 
 } // namespace plum

@@ -1,13 +1,6 @@
 #pragma once
 
-#include "platform/lazy.h"
-#include "platform/linux/file_paths.h"
-#include "platform/linux/linux_text_codec.h"
-#include "platform/linux/loaded_javascript.h"
-#include "platform/linux/termination_signals.h"
-#include "platform/linux/timer_descriptors.h"
-#include "platform/linux/tray_host.h"
-#include "platform/platform.h"
+#include "platform/linux/linux_platform.h"
 #include "platform/x11/clipboard/x11_clipboard.h"
 #include "platform/x11/connection/x11_connection.h"
 #include "platform/x11/keyboard/x11_hotkey.h"
@@ -24,37 +17,28 @@
 namespace plum {
 
 // The ports on Linux with an X server; without one, whatever needs a display does nothing.
-class X11Platform final : public Platform
+class X11Platform final : public LinuxPlatform
 {
 public:
-    explicit X11Platform(const QString &programPath);
+    using LinuxPlatform::LinuxPlatform;
+
+    // Whether the X server of DISPLAY answers.
+    static bool hasServer();
 
     Clipboard &clipboard() override { return m_clipboard.get(connection()); }
     GlobalHotkey &hotkey() override { return m_hotkey.get(connection(), keymap()); }
-    JavaScript &javaScript() override { return m_javaScript; }
     Keyboard &keyboard() override { return m_keyboard.get(connection(), keymap()); }
-    Paths &paths() override { return m_paths; }
     Pointer &pointer() override { return m_pointer.get(connection()); }
     Screen &screen() override { return m_screen.get(connection()); }
     Session &session() override { return m_session.get(connection()); }
-    Shell &shell() override { return m_shell.get(m_paths); }
-    TextCodec &textCodec() override { return m_textCodec; }
-    WaitableTimers &timers() override { return m_timers; }
+    Shell &shell() override { return m_shell.get(paths()); }
     Windows &windows() override { return m_windows.get(connection()); }
 
-    void onEndRequested(std::function<void()> end) override { m_signals.get(std::move(end)); }
-    void whenTrayAnswers(std::function<void()> then) override { whenTrayHostAnswers(then); }
-    bool registersComponents() const override { return false; }
     void releaseDesktop() override;
 
 private:
     X11Connection &connection();
     X11Keymap &keymap() { return m_keymap.get(connection()); }
-
-    FilePaths m_paths;
-    LinuxTextCodec m_textCodec;
-    TimerDescriptors m_timers;
-    Lazy<TerminationSignals> m_signals;
 
     // The connection and the map of the keyboard come before the ports that use them.
     Lazy<X11Connection> m_connection;
@@ -62,7 +46,6 @@ private:
     Lazy<X11Keymap> m_keymap;
     Lazy<X11Clipboard> m_clipboard;
     Lazy<X11Hotkey> m_hotkey;
-    LoadedJavaScript m_javaScript;
     Lazy<X11Keyboard> m_keyboard;
     Lazy<X11Pointer> m_pointer;
     Lazy<X11Screen> m_screen;

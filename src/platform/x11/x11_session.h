@@ -1,14 +1,13 @@
 #pragma once
 
-#include "platform/session.h"
-#include "platform/x11/connection/x11_connection.h"
+#include "platform/linux/linux_session.h"
 
 namespace plum {
 
-// The session and the machine through the services of a Linux desktop: the screen saver on the session bus,
-// the login manager on the system bus, and the X server for the monitor. A bus that is not there counts as a
-// missing service; no bus is ever started for it.
-class X11Session final : public Session
+class X11Connection;
+
+// A Linux session whose monitor the X server switches off.
+class X11Session final : public LinuxSession
 {
 public:
     explicit X11Session(X11Connection &connection)
@@ -16,11 +15,7 @@ public:
     {
     }
 
-    Outcome lockScreen() override;
     Outcome monitorOff() override;
-    Outcome logOff() override;
-    Outcome shutDown() override;
-    Outcome restart() override;
 
 private:
     X11Connection &m_connection;

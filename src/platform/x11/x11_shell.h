@@ -1,37 +1,25 @@
 #pragma once
 
-#include "platform/shell.h"
+#include "platform/linux/linux_shell.h"
 
 #include <QObject>
 
 namespace plum {
 
-class Paths;
-struct DetachedStart;
-
-// Starts programs by themselves, and everything else through the desktop's own opener, xdg-open.
-class X11Shell final : public Shell
+// A Linux shell that finds the windows of what it started by the hints of window managers.
+class X11Shell final : public LinuxShell
 {
 public:
-    explicit X11Shell(const Paths &paths)
-        : m_paths(paths)
-    {
-    }
-
-    bool open(const QString &target, const QString &parameters, ShowState state) override;
-    bool startHelper(const QString &program, const QString &commandLine, ShowState state) override;
-    QString desktopFolder() override;
-    QString shortcutTarget(const QString &path) override;
+    using LinuxShell::LinuxShell;
 
     // Gives programs that were started in another state than the normal one a moment to show their window,
     // since nobody else puts it into that state.
     void finishStarts();
 
-private:
-    DetachedStart start(const QString &program, const QStringList &arguments, ShowState state);
-    bool handToDesktop(const QString &target, ShowState state);
+protected:
+    void giveToNewWindow(pid_t session, ShowState state) override;
 
-    const Paths &m_paths;
+private:
     QObject m_watches; // parent of what waits for new windows
 };
 

@@ -1,6 +1,6 @@
 #include "platform/x11/clipboard/x11_clipboard.h"
 
-#include "platform/x11/clipboard/clipboard_keeper.h"
+#include "platform/linux/clipboard_keeper.h"
 #include "platform/x11/connection/x11_connection.h"
 
 #include <QClipboard>
@@ -122,14 +122,14 @@ void X11Clipboard::outliveProcess()
     // The text is on the clipboard all the time: the keeper takes it from Qt. What Qt then does comes too
     // late for the server and only tells Qt itself, which at its end would ask the clipboard manager to save
     // the text, and wait long for one that hangs.
-    if (keepClipboardText(text.toUtf8()))
+    if (keepClipboardText(u"plum-clipboard"_s, text.toUtf8()))
         clipboard->clear();
 }
 
 void X11Clipboard::connectNotify(const QMetaMethod &signal)
 {
     QClipboard *clipboard = qtClipboard();
-    if (clipboard && !m_changes && signal == QMetaMethod::fromSignal(&Clipboard::changed))
+    if (clipboard && !m_changes && signal.name() == "changed")
         m_changes = connect(clipboard, &QClipboard::dataChanged, this, &Clipboard::changed);
 }
 

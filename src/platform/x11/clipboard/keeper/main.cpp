@@ -1,70 +1,20 @@
+#include "platform/linux/keeper/keeper_process.h"
 #include "platform/x11/clipboard/keeper/selection_keeper.h"
 
-#include <array>
-#include <cerrno>
-#include <charconv>
-#include <csignal>
-#include <cstdio>
-#include <cstring>
-#include <fcntl.h>
 #include <optional>
-#include <unistd.h>
 
-namespace {
-
-// Everything up to the end of standard input; nothing when that is not `length` bytes: the program that
-// wrote it was cut short.
-std::optional<std::string> readText(size_t length)
-{
-    std::string text;
-    std::array<char, 1 << 16> buffer{};
-    while (true) {
-        const ssize_t got = read(STDIN_FILENO, buffer.data(), buffer.size());
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            break;
-        text.append(buffer.data(), static_cast<size_t>(got));
-    }
-    if (text.size() != length)
-        return {};
-    return text;
-}
-
-// Whoever started this program must not wait for it, nor any file system that it was started on.
-void letGo()
-{
-    const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
-    dup2(nowhere, STDIN_FILENO);
-    dup2(nowhere, STDOUT_FILENO);
-    if (chdir("/") != 0)
-        std::perror("plum-clipboard");
-}
-
-} // namespace
-
-// Usage: plum-clipboard <bytes>, with that many bytes of UTF-8 on standard input. Writes one byte to standard
-// output once it owns the clipboard.
 int main(int argc, char **argv)
 {
-    size_t length = 0;
-    const char *end = argc == 2 ? argv[1] + std::strlen(argv[1]) : nullptr;
-    if (!end || std::from_chars(argv[1], end, length).ptr != end) {
-        std::fputs("usage: plum-clipboard <bytes>, the text on standard input\n", stderr);
-        return 2;
-    }
-    std::optional<std::string> text = readText(length);
-    if (!text)
-        return 1;
-    plum::keeper::SelectionKeeper keeper(*std::move(text));
-    if (!keeper.takeOver())
-        return 1;
-    // A program that did not wait for the byte has gone; the text stays all the same.
-    std::signal(SIGPIPE, SIG_IGN);
-    if (write(STDOUT_FILENO, "1", 1) != 1)
-        std::perror("plum-clipboard");
-    letGo();
-    keeper.offerToManager();
-    keeper.serve();
-    return 0;
+    std::optional<plum::keeper::SelectionKeeper> keeper;
+    return plum::keeper::runKeeper(argc, argv,
+        {.takeOver =
+                [&](std::string text) {
+                    keeper.emplace(std::move(text));
+                    return keeper->takeOver();
+                },
+            .serve =
+                [&] {
+                    keeper->offerToManager();
+                    keeper->serve();
+                }});
 }

@@ -1,15 +1,14 @@
-#include "platform/x11/clipboard/clipboard_keeper.h"
+#include "platform/linux/clipboard_keeper.h"
 
 #include "platform/linux/detached_process.h"
+#include "platform/linux/without_pipe_signal.h"
 
 #include <QDeadlineTimer>
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <poll.h>
-#include <time.h>
 #include <unistd.h>
 
 namespace plum {
@@ -43,31 +42,6 @@ private:
     int m_descriptor;
 };
 
-// A keeper that dies while it is written to must not take this process with it.
-class WithoutPipeSignal
-{
-public:
-    WithoutPipeSignal()
-    {
-        sigemptyset(&m_pipe);
-        sigaddset(&m_pipe, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &m_pipe, &m_before);
-    }
-    ~WithoutPipeSignal()
-    {
-        // One that this thread caused is still pending and would arrive now.
-        const timespec atOnce{};
-        if (!sigismember(&m_before, SIGPIPE))
-            sigtimedwait(&m_pipe, nullptr, &atOnce);
-        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
-    }
-    Q_DISABLE_COPY_MOVE(WithoutPipeSignal)
-
-private:
-    sigset_t m_pipe{};
-    sigset_t m_before{};
-};
-
 bool waitFor(int descriptor, short events, const QDeadlineTimer &deadline)
 {
     pollfd wanted{descriptor, events, 0};
@@ -96,7 +70,7 @@ bool writeAll(int descriptor, QByteArrayView bytes, const QDeadlineTimer &deadli
 
 } // namespace
 
-bool keepClipboardText(const QByteArray &utf8)
+bool keepClipboardText(const QString &keeper, const QByteArray &utf8)
 {
     std::array<int, 2> text{};
     if (pipe2(text.data(), O_CLOEXEC) != 0)
@@ -111,8 +85,8 @@ bool keepClipboardText(const QByteArray &utf8)
 
     const QDeadlineTimer deadline(longestWait, Qt::PreciseTimer);
     // The length tells the keeper a text that was cut off from a whole one.
-    if (!startDetached({programBeside(u"plum-clipboard"_s), {QByteArray::number(utf8.size())},
-            textOut.descriptor(), wordIn.descriptor()}))
+    if (!startDetached({programBeside(keeper), {QByteArray::number(utf8.size())}, textOut.descriptor(),
+            wordIn.descriptor()}))
         return false;
     textOut.close();
     wordIn.close();

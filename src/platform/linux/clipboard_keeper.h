@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace plum {
+
+// Hands `utf8` to `keeper`, a program beside this one that owns the clipboard from now on, and waits, one
+// second at most, until it does. Returns false when that process could not be started or gave up at once.
+bool keepClipboardText(const QString &keeper, const QByteArray &utf8);
+
+} // namespace plum

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/lazy.h"
+#include "platform/linux/file_paths.h"
+#include "platform/linux/linux_text_codec.h"
+#include "platform/linux/loaded_javascript.h"
+#include "platform/linux/termination_signals.h"
+#include "platform/linux/timer_descriptors.h"
+#include "platform/linux/tray_host.h"
+#include "platform/platform.h"
+
+namespace plum {
+
+// The ports that are the same on every Linux desktop, whatever draws it.
+class LinuxPlatform : public Platform
+{
+public:
+    explicit LinuxPlatform(const QString &programPath)
+        : m_paths(programPath)
+    {
+    }
+
+    JavaScript &javaScript() final { return m_javaScript; }
+    Paths &paths() final { return m_paths; }
+    TextCodec &textCodec() final { return m_textCodec; }
+    WaitableTimers &timers() final { return m_timers; }
+
+    void onEndRequested(std::function<void()> end) final { m_signals.get(std::move(end)); }
+    void whenTrayAnswers(std::function<void()> then) final { whenTrayHostAnswers(then); }
+    bool registersComponents() const final { return false; }
+
+private:
+    FilePaths m_paths;
+    LinuxTextCodec m_textCodec;
+    TimerDescriptors m_timers;
+    Lazy<TerminationSignals> m_signals;
+    LoadedJavaScript m_javaScript;
+};
+
+} // namespace plum

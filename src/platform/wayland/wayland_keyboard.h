@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/keyboard.h"
+#include "platform/wayland/connection/wayland_objects.h"
+
+#include <array>
+#include <vector>
+
+namespace plum {
+
+class WaylandConnection;
+
+// A keyboard device of our own with a map of our own: what a key means does not depend on the user's layout,
+// and the user's layout is left alone. Virtual keys that name no key, code 0 among them, are nothing here;
+// ExtendedKey makes no difference.
+class WaylandKeyboard final : public Keyboard
+{
+public:
+    explicit WaylandKeyboard(WaylandConnection &connection);
+
+    void keyEvent(quint8 virtualKey, quint32 flags) override;
+    void releaseAll() override;
+
+private:
+    void sendMap();
+    void send(quint16 code, bool down);
+    void noteModifier(quint16 code, bool down);
+
+    WaylandConnection &m_connection;
+    WaylandOwned<zwp_virtual_keyboard_v1> m_device;
+    std::vector<char32_t> m_characters; // what the spare keys mean
+    std::array<bool, 256> m_down{}; // by the kernel's number
+    uint32_t m_held = 0; // bits of XKB's modifiers
+    uint32_t m_locked = 0;
+};
+
+} // namespace plum

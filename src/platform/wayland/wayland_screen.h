@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/screen.h"
+#include "platform/wayland/connection/shared_memory.h"
+#include "platform/wayland/connection/wayland_connection.h"
+
+#include <vector>
+
+namespace plum {
+
+// The compositor's picture of its outputs, without the pointer. An output that is scaled is captured in its
+// own pixels and brought to those of the layout, in which scripts count.
+class WaylandScreen final : public Screen
+{
+public:
+    explicit WaylandScreen(WaylandConnection &connection)
+        : m_connection(connection)
+        , m_memory(connection.shm())
+    {
+    }
+
+    QSize mainScreenSize() override;
+    QRect desktop() override;
+    Capture capture(const QRect &region) override;
+
+private:
+    struct Shot
+    {
+        QSize size; // in pixels of the output
+        int stride = 0; // bytes
+        uint32_t format = 0;
+        bool isUpsideDown = false;
+    };
+
+    bool take(const WaylandOutput &output, const QRect &part, Shot &shot);
+    void copy(const Shot &shot, const QRect &part, const QRect &region);
+
+    WaylandConnection &m_connection;
+    SharedMemory m_memory;
+    std::vector<quint32> m_pixels;
+};
+
+} // namespace plum
