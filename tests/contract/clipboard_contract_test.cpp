@@ -2,10 +2,7 @@
 
 #include "platform/clipboard.h"
 
-#include <QClipboard>
 #include <QFile>
-#include <QGuiApplication>
-#include <QImage>
 
 namespace plum::contract {
 
@@ -136,13 +133,13 @@ TEST_F(ClipboardOfAll, outlivesItsProcess)
 
 TEST_F(ClipboardOfAll, readsOtherContentAsTheEmptyTextAndReplacesIt)
 {
-    QImage picture(4, 4, QImage::Format_RGB32);
-    picture.fill(Qt::red);
-    QGuiApplication::clipboard()->setImage(picture);
-    EXPECT_EQ(clipboard().text(), QString());
+    clipboard().setText(u"before"_s);
+    const auto program = start({u"copy-picture"_s});
+    ASSERT_TRUE(waitUntil([&] { return !program->answer(u"copied"_s).isNull(); }));
+    EXPECT_TRUE(waitUntil([&] { return clipboard().text().isEmpty(); }));
     clipboard().setText(u"text"_s);
-    EXPECT_TRUE(QGuiApplication::clipboard()->image().isNull());
     EXPECT_EQ(clipboard().text(), u"text");
+    EXPECT_EQ(pasteElsewhere(), u"text");
 }
 
 } // namespace plum::contract

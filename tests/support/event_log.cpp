@@ -59,9 +59,10 @@ void EventLog::describe(const QWindow &window, const QEvent &event)
                   .arg(window.height()));
         break;
     case QEvent::WindowStateChange:
-        write(window.windowStates() & Qt::WindowMinimized     ? u"minimised"_s
-                : window.windowStates() & Qt::WindowMaximized ? u"maximised"_s
-                                                              : u"normal"_s);
+        // A desktop that knows no maximised windows fills the screen in its own way.
+        write(window.windowStates() & Qt::WindowMinimized                              ? u"minimised"_s
+                : window.windowStates() & (Qt::WindowMaximized | Qt::WindowFullScreen) ? u"maximised"_s
+                                                                                       : u"normal"_s);
         break;
     case QEvent::Close:
         write(u"close"_s);
@@ -86,7 +87,7 @@ void EventLog::describeKey(const QKeyEvent &event)
 
 void EventLog::describeMouse(const QString &what, const QMouseEvent &event)
 {
-    const QPoint at = event.globalPosition().toPoint();
+    const QPoint at = event.globalPosition().toPoint() + m_shift;
     const int button = event.button() == Qt::LeftButton ? 1 : event.button() == Qt::RightButton ? 3 : 0;
     write(button == 0 ? u"%1 %2 %3"_s.arg(what).arg(at.x()).arg(at.y())
                       : u"%1 %2 %3 %4"_s.arg(what).arg(button).arg(at.x()).arg(at.y()));

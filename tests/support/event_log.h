@@ -23,6 +23,9 @@ public:
 
     void write(const QString &line);
 
+    // Added to the places of the mouse, where Qt does not know where a window is.
+    void setShift(QPoint shift) { m_shift = shift; }
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -33,6 +36,7 @@ private:
 
     QFile m_file;
     KeyNames m_keyNames;
+    QPoint m_shift;
 };
 
 // "x,y,width,height" as a program's arguments have it.

@@ -1,5 +1,5 @@
 #include "contract/contract_desktop.h"
-#include "contract/peer/outer_frame.h"
+#include "contract/peer/peer_desktop.h"
 #include "platform/clipboard.h"
 #include "platform/global_hotkey.h"
 #include "platform/javascript.h"
@@ -7,7 +7,6 @@
 #include "support/event_log.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QPainter>
 #include <QThread>
 #include <QTimer>
@@ -18,11 +17,21 @@
 // Another program on the same desktop. The first argument is the file for what it has to say, the second its
 // task:
 //   window TITLE X,Y,W,H    shows a window and writes down what reaches it; the key H makes it hang for a
-//   while copy FILE               puts the file's text on the clipboard, by Qt, and stays leave FILE the same
-//   through the port, and ends as plum does paste                   says what is on the clipboard, by Qt, and
-//   ends hold MODIFIERS KEY      holds a hotkey, through the port arguments ...           says its arguments,
-//   each in brackets, and ends command-line ...        says what follows these two words on its command line,
-//   which may be one argument
+//   while
+//
+//   copy FILE               puts the file's text on the clipboard, not through the port, and stays
+//
+//   copy-picture            the same with a picture
+//
+//   leave FILE              puts the file's text there through the port, and ends as plum does
+//
+//   paste                   says what is on the clipboard, not through the port, and ends
+//
+//   hold MODIFIERS KEY      holds a hotkey, through the port
+//
+//   arguments ...           says its arguments, each in brackets, and ends
+//
+//   command-line ...        says what follows these two words on its command line, which may be one argument
 
 using namespace Qt::StringLiterals;
 using plum::contract::PeerWindow;
@@ -37,6 +46,7 @@ class Window final : public QWidget
 public:
     Window(EventLog &log, const QString &title, const QRect &inside)
         : m_log(log)
+        , m_wanted(inside)
     {
         setWindowTitle(title);
         setGeometry(inside);
@@ -68,16 +78,26 @@ protected:
 private:
     void sayWhereItIs()
     {
+        const auto view = plum::contract::viewOf(*this);
+        if (!view)
+            return;
+        if (std::exchange(m_handle, view->handle) != view->handle) {
+            m_log.write(u"window %1"_s.arg(view->handle));
+            plum::contract::place(*view, m_wanted);
+            return;
+        }
+        m_log.setShift(view->inside.topLeft() - geometry().topLeft());
         const auto asText = [](const QRect &r) {
             return u"%1,%2,%3,%4"_s.arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
         };
-        const QString now
-            = u"frame "_s + asText(plum::contract::outerFrame(*this)) + u"\ninside "_s + asText(geometry());
+        const QString now = u"frame "_s + asText(view->frame) + u"\ninside "_s + asText(view->inside);
         if (std::exchange(m_said, now) != now)
             m_log.write(now);
     }
 
     EventLog &m_log;
+    QRect m_wanted;
+    plum::WindowHandle m_handle = 0;
     QTimer m_look;
     QString m_said;
 };
@@ -109,20 +129,22 @@ int main(int argc, char **argv)
         return 0;
     }
     if (task == "paste"_L1) {
-        log.write(u"pasted "_s + QString::fromLatin1(QApplication::clipboard()->text().toUtf8().toHex()));
+        log.write(u"pasted "_s + QString::fromLatin1(plum::contract::clipboardText().toUtf8().toHex()));
         return 0;
     }
     if (task == "window"_L1) {
         application.installEventFilter(&log);
         Window window(log, arguments.value(3), plum::test::rectangleFromText(arguments.value(4)));
         window.show();
-        log.write(u"window %1"_s.arg(window.winId()));
         return QApplication::exec();
     }
 
     const auto platform = plum::createPlatform(QString::fromLocal8Bit(argv[0]));
     if (task == "copy"_L1) {
-        QApplication::clipboard()->setText(content(arguments.value(3)));
+        plum::contract::setClipboardText(content(arguments.value(3)));
+        log.write(u"copied yes"_s);
+    } else if (task == "copy-picture"_L1) {
+        plum::contract::setClipboardPicture();
         log.write(u"copied yes"_s);
     } else if (task == "leave"_L1) {
         platform->clipboard().setText(content(arguments.value(3)));

@@ -1,0 +1,119 @@
+#include "contract/peer/peer_desktop.h"
+
+#include "platform/wayland/sway/sway_socket.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <unistd.h>
+
+namespace plum::contract {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isInWayland()
+{
+    return QGuiApplication::platformName() == "wayland"_L1;
+}
+
+QRect rectangleOf(const QJsonValue &value)
+{
+    return {
+        value["x"_L1].toInt(), value["y"_L1].toInt(), value["width"_L1].toInt(), value["height"_L1].toInt()};
+}
+
+// The window of this process in a part of sway's tree.
+QJsonObject ownNode(const QJsonObject &part)
+{
+    if (part["pid"_L1].toInt() == getpid())
+        return part;
+    for (const char *list : {"nodes", "floating_nodes"}) {
+        for (const QJsonValue child : part[QLatin1StringView(list)].toArray()) {
+            if (const QJsonObject found = ownNode(child.toObject()); !found.isEmpty())
+                return found;
+        }
+    }
+    return {};
+}
+
+std::optional<PeerView> viewInSway()
+{
+    SwaySocket socket;
+    const QJsonObject node = ownNode(socket.ask(SwaySocket::Kind::GetTree).object());
+    if (node.isEmpty())
+        return {};
+    QRect frame = rectangleOf(node["rect"_L1]);
+    const QRect inside = rectangleOf(node["window_rect"_L1]).translated(frame.topLeft());
+    if (node["fullscreen_mode"_L1].toInt() == 0)
+        frame.setTop(frame.top() - rectangleOf(node["deco_rect"_L1]).height());
+    return PeerView{node["id"_L1].toInt(), frame, inside};
+}
+
+void runWith(const QString &program, const QStringList &arguments, const QByteArray &input)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    process.waitForFinished();
+}
+
+} // namespace
+
+std::optional<PeerView> viewOf(const QWidget &window)
+{
+    if (isInWayland())
+        return viewInSway();
+    return PeerView{static_cast<WindowHandle>(window.winId()), window.frameGeometry(), window.geometry()};
+}
+
+void place(const PeerView &window, const QRect &inside)
+{
+    if (!isInWayland())
+        return;
+    const QPoint corner = inside.topLeft() - (window.inside.topLeft() - window.frame.topLeft());
+    SwaySocket().run(u"[con_id=%1] move absolute position %2 %3"_s.arg(window.handle)
+                         .arg(corner.x())
+                         .arg(corner.y())
+                         .toUtf8());
+}
+
+QString clipboardText()
+{
+    if (!isInWayland())
+        return QGuiApplication::clipboard()->text();
+    QProcess paste;
+    paste.start(u"wl-paste"_s, {u"--no-newline"_s});
+    paste.waitForFinished();
+    return QString::fromUtf8(paste.readAllStandardOutput());
+}
+
+void setClipboardText(const QString &text)
+{
+    if (isInWayland())
+        runWith(u"wl-copy"_s, {}, text.toUtf8());
+    else
+        QGuiApplication::clipboard()->setText(text);
+}
+
+void setClipboardPicture()
+{
+    QImage picture(4, 4, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    if (!isInWayland()) {
+        QGuiApplication::clipboard()->setImage(picture);
+        return;
+    }
+    QBuffer png;
+    picture.save(&png, "PNG");
+    runWith(u"wl-copy"_s, {u"--type"_s, u"image/png"_s}, png.data());
+}
+
+} // namespace plum::contract
