@@ -53,6 +53,8 @@ SwayWindow windowOf(const QJsonObject &node, const Place &place)
     const QRect titleBar = rectangleOf(node.value("deco_rect"_L1).toObject());
     if (!titleBar.isEmpty() && !window.isFullscreen)
         window.frame.setTop(window.frame.top() - titleBar.height());
+    window.isDrawn = rectangleOf(node.value("geometry"_L1).toObject()).size()
+        == rectangleOf(node.value("window_rect"_L1).toObject()).size();
     for (const QJsonValue mark : node.value("marks"_L1).toArray()) {
         window.marks += mark.toString();
         if (const auto putAway = PutAway::fromMark(mark.toString()); putAway && place.isInScratchpad)

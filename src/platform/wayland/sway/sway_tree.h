@@ -43,6 +43,7 @@ struct SwayWindow
     QString title;
     pid_t process = 0;
     QRect frame;
+    bool isDrawn = false; // the program has drawn the window in the size that sway wants
     bool isFocused = false;
     bool isFloating = false;
     bool isFullscreen = false;

@@ -1,6 +1,8 @@
 #include "platform/wayland/sway/sway_windows.h"
 
+#include <QDeadlineTimer>
 #include <QGuiApplication>
+#include <QThread>
 #include <QWindow>
 
 #include <algorithm>
@@ -36,6 +38,25 @@ std::optional<SwayWindow> SwayWindows::find(WindowHandle window)
 void SwayWindows::run(WindowHandle window, const QString &commands)
 {
     m_socket.run(u"[con_id=%1] %2"_s.arg(window).arg(commands).toUtf8());
+}
+
+// A floating window takes on the size that its program draws, and a program that has just left the full
+// screen still draws an earlier one. It has half a second.
+void SwayWindows::runUntilItIsSo(WindowHandle window, const QString &commands, const QRect &frame)
+{
+    constexpr int patience = 500; // milliseconds
+    constexpr int lookAgain = 10;
+    constexpr int enough = 3; // looks in a row, since a drawing may be on its way
+    const QDeadlineTimer deadline(patience);
+    run(window, commands);
+    for (int settled = 0; settled < enough && !deadline.hasExpired(); QThread::msleep(lookAgain)) {
+        const auto now = find(window);
+        if (!now)
+            return;
+        if (now->frame != frame)
+            run(window, commands);
+        settled = now->frame == frame && now->isDrawn ? settled + 1 : 0;
+    }
 }
 
 WindowHandle SwayWindows::foreground()
@@ -190,7 +211,11 @@ void SwayWindows::moveTo(WindowHandle window, QPoint corner)
     }
     commands += u"move absolute position %1 %2"_s.arg(corner.x()).arg(corner.y());
     if (!found->isInScratchpad) {
-        run(window, commands + u", focus"_s);
+        commands += u", focus"_s;
+        if (wasFloating)
+            run(window, commands);
+        else
+            runUntilItIsSo(window, commands, {corner, size});
         return;
     }
     run(window, commands);

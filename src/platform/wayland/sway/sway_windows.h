@@ -40,6 +40,7 @@ public:
 private:
     std::optional<SwayWindow> find(WindowHandle window);
     void run(WindowHandle window, const QString &commands);
+    void runUntilItIsSo(WindowHandle window, const QString &commands, const QRect &frame);
     void putAway(const SwayWindow &window, PutAway::Manner manner);
     void bringBack(const SwayWindow &window);
 
