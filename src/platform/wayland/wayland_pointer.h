@@ -30,7 +30,7 @@ private:
     WaylandOwned<zwlr_virtual_pointer_v1> m_device;
     QPoint m_last; // where it was moved to, or found
     std::pair<QPoint, QPoint> m_drag; // from and to of the last move with a button down; equal without one
-    bool m_wasCovered = false; // since the last motion of ours
+    bool m_wasCovered = true; // since the last motion of ours, or not moved yet
     bool m_leftIsDown = false;
     bool m_rightIsDown = false;
 };
