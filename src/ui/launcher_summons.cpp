@@ -100,7 +100,7 @@ void LauncherSummons::toggle(quint32 time)
 void LauncherSummons::fetch()
 {
     if (m.window.isVisible())
-        m.windows.bringHere(static_cast<WindowHandle>(m.window.winId()));
+        m.windows.bringHere(m.windows.own(m.window.winId()));
     showAndActivate();
 }
 
