@@ -106,7 +106,7 @@ private:
         m_line.nameSpace = (dot < 0 ? head : head.first(dot)).toString();
         if (dot >= 0)
             m_line.command = head.sliced(dot + 1).toString();
-        if (dot <= 0)
+        if (dot <= 0 || dot + 1 == head.size())
             fail(from, u"a line begins with a command like os.tips, not with \"%1\""_s.arg(head));
     }
 
