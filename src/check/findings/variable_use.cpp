@@ -28,12 +28,10 @@ std::optional<QString> VariableUse::constant(const QString &name, int line) cons
     const auto places = m_sets.constFind(name);
     if (m_setsUnknown || places == m_sets.constEnd())
         return {};
-    std::optional<QString> value;
-    for (const Place &place : *places) {
-        if (place.line < line)
-            value = place.value;
-    }
-    return value;
+    // The lines come in order, so the nearest one is near the end.
+    const auto nearest = std::find_if(
+        places->crbegin(), places->crend(), [line](const Place &place) { return place.line < line; });
+    return nearest == places->crend() ? std::nullopt : nearest->value;
 }
 
 // Whether a line above sets it, or one below in a loop around both.
