@@ -1,0 +1,158 @@
+#include "platform/desktop_windows.h"
+#include "platform/keyboard.h"
+#include "platform/platform.h"
+#include "platform/pointer.h"
+#include "support/sway_session.h"
+#include "support/wait_until.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+using test::waitUntil;
+
+namespace {
+
+constexpr quint8 enter = 13;
+constexpr quint8 alt = 18;
+
+// The real program on a sway of its own, worked and seen through the ports of the test's own process.
+class ProgramOnSway : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_session.isReady());
+        m_session.useAsDesktop();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent");
+        // As on any desktop, a keyboard and a mouse are there before the first window is.
+        platform = createPlatform(folder() + u"/test"_s);
+        platform->keyboard();
+        platform->pointer();
+        ASSERT_TRUE(QFile::link(QStringLiteral(PLUM_PROGRAM), folder() + u"/plum"_s));
+        write(u"config/load/set.ini"_s, "[hotkey]\r\nhotkey=Alt+Z\r\n");
+    }
+
+    void TearDown() override
+    {
+        m_program.terminate();
+        EXPECT_TRUE(m_program.state() == QProcess::NotRunning || m_program.waitForFinished());
+    }
+
+    QString folder() const { return m_folder.path(); }
+
+    void write(const QString &name, const QByteArray &content)
+    {
+        QFile file(folder() + u'/' + name);
+        QDir().mkpath(QFileInfo(file).path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    // A script's line that adds a variable to the results.
+    QByteArray saving(const QByteArray &variable) const
+    {
+        return "file.save \"" + QFile::encodeName(folder()) + "/results.txt\",\"" + variable
+            + "\",\"append\"\r\n";
+    }
+
+    QStringList results() const
+    {
+        QFile file(folder() + u"/results.txt"_s);
+        return file.open(QIODevice::ReadOnly)
+            ? QString::fromUtf8(file.readAll()).split(u"\r\n"_s, Qt::SkipEmptyParts)
+            : QStringList();
+    }
+
+    void start(const QStringList &arguments = {})
+    {
+        m_program.setProcessChannelMode(QProcess::ForwardedChannels);
+        m_program.start(folder() + u"/plum"_s, arguments);
+    }
+
+    bool ends()
+    {
+        return waitUntil([this] { return m_program.state() == QProcess::NotRunning; });
+    }
+
+    WindowHandle launcher() { return platform->windows().byTitle(u"Plum"_s); }
+    bool comesUpWithTheKeyboard()
+    {
+        return waitUntil(
+            [this] { return launcher() != 0 && platform->windows().foreground() == launcher(); });
+    }
+    bool goes()
+    {
+        return waitUntil([this] { return launcher() == 0; });
+    }
+
+    void tap(quint8 key)
+    {
+        platform->keyboard().keyEvent(key, 0);
+        platform->keyboard().keyEvent(key, Keyboard::KeyUp);
+    }
+
+    void pressHotkey()
+    {
+        platform->keyboard().keyEvent(alt, 0);
+        tap('Z');
+        platform->keyboard().keyEvent(alt, Keyboard::KeyUp);
+    }
+
+    std::unique_ptr<Platform> platform;
+
+private:
+    SwaySession m_session{{u"output HEADLESS-1 resolution 1280x800"_s}};
+    QTemporaryDir m_folder;
+    QProcess m_program;
+};
+
+} // namespace
+
+TEST_F(ProgramOnSway, showsAndHidesTheLauncherByItsHotkey)
+{
+    write(u"config/apps/note/main.wf"_s, "set.app \"ran\"\r\n" + saving("app"));
+    start();
+    ASSERT_TRUE(comesUpWithTheKeyboard());
+    for (int round = 0; round < 10; ++round) {
+        pressHotkey();
+        ASSERT_TRUE(goes()) << round;
+        pressHotkey();
+        ASSERT_TRUE(comesUpWithTheKeyboard()) << round;
+    }
+    for (const char key : {'N', 'O', 'T', 'E'})
+        tap(static_cast<quint8>(key));
+    tap(enter);
+    EXPECT_TRUE(waitUntil([this] { return results() == QStringList{u"ran"_s}; }));
+}
+
+TEST_F(ProgramOnSway, runsAScriptThatDrivesWindowsMouseAndClipboard)
+{
+    start();
+    ASSERT_TRUE(comesUpWithTheKeyboard());
+    write(u"drive.wf"_s,
+        "window.get \"active_window\",\"front\"\r\n"
+        "window.set \"move_window\",set.front,\"40:50\"\r\n"
+        "window.get \"window_xy\",set.front,\"place\"\r\n"
+            + saving("place")
+            + "mouse.move \"333:444\"\r\n"
+              "mouse.get_xy \"at\"\r\n"
+            + saving("at")
+            + "os.set_clipboard \"from a script\"\r\n"
+              "os.get_clipboard \"copied\"\r\n"
+            + saving("copied"));
+    QProcess script;
+    script.setProcessChannelMode(QProcess::ForwardedChannels);
+    script.start(folder() + u"/plum"_s, {folder() + u"/drive.wf"_s});
+    EXPECT_TRUE(waitUntil([&] { return script.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(results(), (QStringList{u"40:50"_s, u"333:444"_s, u"from a script"_s}));
+    EXPECT_EQ(platform->windows().rectangle(launcher()).topLeft(), QPoint(40, 50));
+}
+
+} // namespace plum
