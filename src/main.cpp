@@ -2,6 +2,7 @@
 #include "platform/paths.h"
 #include "program.h"
 #include "ui/translations.h"
+#include "version/version.h"
 
 #include <QApplication>
 #include <QFile>
@@ -46,7 +47,7 @@ std::optional<int> answerOption(const QString &commandLine, const QString &progr
         return EXIT_SUCCESS;
     }
     if (commandLine == "--version"_L1) {
-        std::puts("plum " PLUM_VERSION);
+        std::printf("plum %s\n", plum::version);
         return EXIT_SUCCESS;
     }
     plum::StandardErrorNotices().tell(

@@ -1,4 +1,5 @@
 #include "store_site.h"
+#include "version/version.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -37,7 +38,10 @@ int main(int argc, char **argv)
     QCommandLineParser parser;
     parser.setApplicationDescription(
         u"Builds a store out of a folder of apps: plain files for any web server."_s);
+    QCoreApplication::setApplicationName(u"plum-store"_s);
+    QCoreApplication::setApplicationVersion(QString::fromUtf8(version));
     parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption base(u"download-base"_s,
         u"Where the packages will be, ending in /plum/download/ (default: on the same site)."_s, u"address"_s,
         u"/plum/download/"_s);
