@@ -1,11 +1,16 @@
 # One place for what every target of this project is compiled with.
 add_library(plum_options INTERFACE)
+# A package is built by compilers that nobody here has seen.
+option(PLUM_WARNINGS_ARE_ERRORS "A warning of the compiler ends the build" ON)
 target_compile_features(plum_options INTERFACE cxx_std_20)
 if(MSVC)
     target_compile_options(plum_options INTERFACE /W4 /utf-8)
 else()
+    if(PLUM_WARNINGS_ARE_ERRORS)
+        set(errors -Werror)
+    endif()
     target_compile_options(plum_options INTERFACE
-        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wno-error=deprecated-declarations)
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion ${errors} -Wno-error=deprecated-declarations)
 endif()
 target_compile_definitions(plum_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)

@@ -68,6 +68,7 @@ Program::Program(const QString &programPath, bool hasDesktop)
     , m_shell(m_platform->shell(), m_channel)
     , m_scripts({*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName()})
     , m_instance(m_folders)
+    , m_requests(m_folders)
 {
     m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
     m_platform->onEndRequested([this] { m_ui.endProcess(); });
@@ -76,7 +77,10 @@ Program::Program(const QString &programPath, bool hasDesktop)
 bool Program::startLauncher()
 {
     // Before the claim can be seen: whoever finds it taken calls its holder.
-    m_call = LauncherCall::listen([this] { m_ui.fetch(); });
+    m_call = LauncherCall::listen([this] {
+        m_ui.fetch();
+        installRequested();
+    });
     if (!m_instance.claim()) {
         if (const std::optional<qint64> first = m_instance.holder())
             LauncherCall::call(*first);
@@ -89,7 +93,14 @@ bool Program::startLauncher()
         .whenTrayAnswers
         = [this](std::function<void()> then) { m_platform->whenTrayAnswers(std::move(then)); },
         .registersComponents = m_platform->registersComponents()});
+    installRequested();
     return true;
+}
+
+void Program::installRequested()
+{
+    for (const QString &path : m_requests.take())
+        m_ui.installPackage(path);
 }
 
 void Program::runScript(const QString &commandLine)

@@ -2,6 +2,7 @@
 
 #include "library/app_folders.h"
 #include "library/app_list_file.h"
+#include "library/install_requests.h"
 #include "library/package_installer.h"
 #include "library/single_instance.h"
 #include "platform/launcher_call.h"
@@ -71,6 +72,9 @@ private:
 
     [[noreturn]] void end(int status);
 
+    // Asks about the packages that were opened outside of the launcher.
+    void installRequested();
+
     std::unique_ptr<Platform> m_platform;
     StoreAddresses m_addresses;
     Door m_door{*this};
@@ -87,6 +91,7 @@ private:
     AnsweredShell m_shell;
     ScriptSystem m_scripts;
     SingleInstance m_instance;
+    InstallRequests m_requests;
     std::unique_ptr<LauncherCall> m_call;
 };
 

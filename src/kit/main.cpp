@@ -4,13 +4,20 @@
 #include "kit/lsp/message_stream.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
+#include "library/app_folders.h"
+#include "library/install_requests.h"
+#include "platform/paths.h"
 #include "platform/platform.h"
 #include "ui/translations.h"
+#include "version/version.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 
 #include <cstdio>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace plum::kit;
@@ -24,7 +31,10 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
   plumkit lsp                             talks to an editor by the language server protocol
   plumkit new [options] KEYWORD           makes a new app
   plumkit pack [options] FOLDER           makes the package of an app
+  plumkit open FILE.wfp                   has the launcher ask whether to install a package
+  plumkit where                           says which folder holds the apps and settings
   plumkit --help                          shows this text
+  plumkit --version                       shows the version
   plumkit COMMAND --help                  says more about a command
 )";
 
@@ -192,6 +202,35 @@ int makeNew(const QStringList &arguments)
     return makeNewApp(options);
 }
 
+// The folder of the program as it was called: a link to it has a library of its own.
+int where(const char *programPath)
+{
+    const std::unique_ptr<plum::Platform> platform = plum::createPlatform(QFile::decodeName(programPath));
+    const plum::Paths &paths = platform->paths();
+    std::puts(qUtf8Printable(paths.toSystem(paths.programFolder())));
+    return Done;
+}
+
+// The launcher asks, whether it runs already or is started by this.
+int open(const char *programPath, const QStringList &arguments)
+{
+    if (arguments.size() != 1 || !arguments.front().endsWith(".wfp"_L1))
+        return refuse(u"which package? Its name ends in .wfp."_s, usage);
+    const QFileInfo package(arguments.front());
+    if (!package.isFile()) {
+        std::fprintf(stderr, "plumkit: there is no file %s\n", qUtf8Printable(arguments.front()));
+        return Unusable;
+    }
+    const std::unique_ptr<plum::Platform> platform = plum::createPlatform(QFile::decodeName(programPath));
+    const plum::AppFolders folders(platform->paths());
+    if (!plum::InstallRequests(folders).leave(package.absoluteFilePath())
+        || !QProcess::startDetached(folders.onDisk(folders.file(u"plum"_s)), {})) {
+        std::fputs("plumkit: the launcher cannot be asked\n", stderr);
+        return Failed;
+    }
+    return Done;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -203,10 +242,19 @@ int main(int argc, char **argv)
     if (arguments.isEmpty())
         return refuse(u"which command?"_s, usage);
     const QString command = arguments.takeFirst();
-    if (command == "--help"_L1) {
+    const bool hasOwnHelp = command != "open"_L1 && command != "where"_L1;
+    if (command == "--help"_L1 || (!hasOwnHelp && arguments.contains("--help"_L1))) {
         std::fputs(usage, stdout);
         return Done;
     }
+    if (command == "--version"_L1) {
+        std::printf("plumkit %s\n", plum::version);
+        return Done;
+    }
+    if (command == "where"_L1)
+        return where(argv[0]);
+    if (command == "open"_L1)
+        return open(argv[0], arguments);
     if (command == "run"_L1)
         return run(argc, argv, arguments);
     if (command == "check"_L1)

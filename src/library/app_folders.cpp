@@ -86,6 +86,11 @@ QString AppFolders::launcherClaim() const
     return loadFile(u"launcher.lock"_s);
 }
 
+QString AppFolders::installRequests() const
+{
+    return loadFile(u"requests"_s);
+}
+
 QString AppFolders::unpacking() const
 {
     return file(u"config\\unpacking"_s);

@@ -36,6 +36,7 @@ public:
     QString listFile() const; // `config.txt`
     QString packageRecords() const;
     QString launcherClaim() const;
+    QString installRequests() const;
 
     // Where apps are made before they take their place. The second one is for a library on another file
     // system, into which nothing can be moved; it is no app.

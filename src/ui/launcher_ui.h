@@ -90,6 +90,9 @@ public:
     // Brings the launcher to the user, wherever it is: another start of the program asks for it.
     void fetch();
 
+    // Asks whether to install a package, as if it had been dropped onto the list.
+    void installPackage(const QString &path) { m_packageNames.packageDropped(path); }
+
     // Ends the process through the launcher's exit routine.
     void exit();
 

@@ -1,0 +1,3 @@
+#compdef plum
+# Completion of plum's arguments for zsh.
+_arguments @options@ '1:script:_files -g "*.wf"'

@@ -1,0 +1,117 @@
+#!/usr/bin/env python3
+"""What `cmake --install` lays out: a program folder in lib/plum, and what the desktop and the shells read.
+
+    installed_test.py BUILD_FOLDER
+"""
+
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+BUILD = None
+
+
+def output_of(*command, **options):
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                          **options).stdout
+
+
+class Installed(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.prefix = pathlib.Path(folder.name)
+        output_of("cmake", "--install", BUILD, "--prefix", cls.prefix)
+
+    def shared(self, name):
+        return self.prefix / "share" / name
+
+    def help_of(self, program):
+        folder = "bin" if program == "plum-store" else "lib/plum"
+        return output_of(self.prefix / folder / program, "--help")
+
+    def test_the_program_folder_is_whole(self):
+        built = pathlib.Path(BUILD, "bin")
+        for name in ("plum", "plumkit", "plum-clipboard", "plum-store-window", "plum-http.so", "plum-js.so", "plum-packages.so",
+                     "config/module/download/download.exe", "config/module/net/browser/browser.exe"):
+            self.assertTrue((built / name).is_file(), name)
+            self.assertTrue((self.prefix / "lib/plum" / name).is_file(), name)
+
+    def test_installed_programs_start(self):
+        self.assertRegex(output_of(self.prefix / "bin/plum", "--version"), r"^plum \d")
+        self.assertRegex(output_of(self.prefix / "bin/plumkit", "--version"), r"^plumkit \d")
+        self.assertRegex(output_of(self.prefix / "bin/plum-store", "--version"), r"^plum-store \d")
+
+    def test_plumkit_says_which_folder_is_in_force(self):
+        with tempfile.TemporaryDirectory() as data:
+            environment = {"XDG_DATA_HOME": data, "PATH": "/usr/bin:/bin"}
+            self.assertEqual(output_of(self.prefix / "bin/plumkit", "where", env=environment), f"{data}/plum\n")
+            self.assertEqual(output_of(f"{data}/plum/plumkit", "where"), f"{data}/plum\n")
+        self.assertEqual(output_of(self.prefix / "lib/plum/plumkit", "where"), f"{self.prefix}/lib/plum\n")
+
+    def test_the_desktop_accepts_the_menu_entry(self):
+        self.assertEqual(output_of("desktop-file-validate", self.shared("applications/plum.desktop")), "")
+        output_of("appstreamcli", "validate", "--no-net", "--pedantic",
+                  self.shared("metainfo/org.plum_launcher.plum.metainfo.xml"))
+
+    def test_scripts_and_packages_have_types(self):
+        output_of("update-mime-database", self.shared("mime"))
+        globs = self.shared("mime/globs").read_text()
+        self.assertIn("application/x-plum-script:*.wf\n", globs)
+        self.assertIn("application/x-plum-package:*.wfp\n", globs)
+
+    def test_the_icon_has_all_sizes(self):
+        for side in (16, 22, 24, 32, 48, 64, 128, 256, 512):
+            head = self.shared(f"icons/hicolor/{side}x{side}/apps/plum.png").read_bytes()[:24]
+            self.assertEqual(head[16:], side.to_bytes(4, "big") * 2)
+        self.assertTrue(self.shared("icons/hicolor/scalable/apps/plum.svg").is_file())
+
+    def test_manual_pages_have_no_warnings(self):
+        pages = sorted(self.shared("man").glob("man*/*"))
+        self.assertEqual([page.name for page in pages], ["plum-store.1", "plum.1", "plumkit.1", "wf.5"])
+        for page in pages:
+            self.assertEqual(output_of("man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z", page,
+                                       env={"LC_ALL": "C.UTF-8", "PATH": "/usr/bin:/bin", "MANROFFSEQ": ""})
+                             .splitlines()[0][:2], "x ", page)
+
+    def test_manual_and_completions_have_every_option_of_the_help(self):
+        for program in ("plum", "plumkit", "plum-store"):
+            options = set(re.findall(r"--[a-z][a-z-]*", self.help_of(program)))
+            self.assertIn("--help", options)
+            page = self.shared(f"man/man1/{program}.1").read_text().replace("\\-", "-")
+            for option in options:
+                self.assertIn(option, page)
+        options = re.findall(r"--[a-z][a-z-]*", self.help_of("plum"))
+        completed = output_of("bash", "-c", f"""
+            . {self.shared('bash-completion/completions/plum')}
+            COMP_WORDS=(plum --) COMP_CWORD=1
+            _plum 2>/dev/null
+            echo "${{COMPREPLY[@]}}" """).split()
+        self.assertEqual(sorted(completed), sorted(set(options)))
+
+    def test_completion_offers_scripts_and_folders(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name in ("a.wf", "a.txt"):
+                pathlib.Path(folder, name).touch()
+            pathlib.Path(folder, "apps").mkdir()
+            completed = output_of("bash", "-c", f"""
+                . {self.shared('bash-completion/completions/plum')}
+                COMP_WORDS=(plum a) COMP_CWORD=1
+                _plum 2>/dev/null
+                echo "${{COMPREPLY[@]}}" """, cwd=folder).split()
+        self.assertEqual(sorted(completed), ["a.wf", "apps"])
+
+    def test_other_shells_read_their_completions(self):
+        for shell, file in (("zsh", "zsh/vendor-completions/_plum"), ("fish", "fish/vendor_completions.d/plum.fish")):
+            self.assertIsNotNone(shutil.which(shell), f"{shell} is missing")
+            self.assertEqual(output_of(shell, "-n", self.shared(file)), "")
+
+
+if __name__ == "__main__":
+    BUILD = sys.argv.pop()
+    unittest.main()
