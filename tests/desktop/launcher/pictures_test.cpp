@@ -1,5 +1,7 @@
 #include "desktop/support/launcher_desktop.h"
 
+#include <QFileInfo>
+
 #include <span>
 
 namespace plum {
@@ -143,6 +145,9 @@ TEST_F(PicturesTest, theStorePictureShowsTheCatalogue)
 {
     const QString copy = programFolder() + u"/plum"_s;
     ASSERT_TRUE(QFile::remove(copy) && QFile::copy(QStringLiteral(PLUM_PROGRAM), copy));
+    const QString backend = u"/plum-x11.so"_s;
+    ASSERT_TRUE(
+        QFile::link(QFileInfo(QStringLiteral(PLUM_PROGRAM)).path() + backend, programFolder() + backend));
     writeProgram(u"plum-store-window"_s,
         "#!/bin/sh\nexec cat > '" + QFile::encodeName(programFolder()) + "/orders.txt'\n");
     startLauncher();

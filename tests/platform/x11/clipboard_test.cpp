@@ -224,10 +224,11 @@ TEST_F(ClipboardTest, textOutlivesTheProcess)
 
 TEST_F(ClipboardTest, textIsThereAllTheTimeHoweverSlowTheKeeperIs)
 {
-    // A copy of the program beside a keeper that starts late.
+    // A copy of the program, with its backend, beside a keeper that starts late.
     const QTemporaryDir folder;
     const QString probe = folder.filePath(u"probe"_s);
     ASSERT_TRUE(QFile::copy(builtProgram(u"x11_probe"_s), probe));
+    ASSERT_TRUE(QFile::link(builtProgram(u"plum-x11.so"_s), folder.filePath(u"plum-x11.so"_s)));
     QFile keeper(folder.filePath(u"plum-clipboard"_s));
     ASSERT_TRUE(keeper.open(QFile::WriteOnly));
     keeper.write("#!/bin/sh\nsleep 2\nexec '" + builtProgram(u"plum-clipboard"_s).toUtf8() + "' \"$@\"\n");
