@@ -301,6 +301,7 @@ TEST_F(WindowsOnScreen, maximisedIsStillMaximisedWhenItWasHidden)
 TEST_F(WindowsOnScreen, maximisedIsMovedWithItsSize)
 {
     windows().maximise(handle);
+    ASSERT_TRUE(waitUntil([&] { return !window->seen({u"maximised"_s}).isEmpty(); }));
     const QSize size = windows().rectangle(handle).size();
     windows().moveTo(handle, {70, 90});
     EXPECT_EQ(windows().rectangle(handle), QRect(QPoint(70, 90), size));

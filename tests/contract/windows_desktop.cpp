@@ -9,6 +9,8 @@ namespace {
 constexpr std::array table{
     Exception{"WindowsPort.aHiddenWindowHasNoTitleToBeFoundBy",
         "The system finds a hidden window by its title too."},
+    Exception{"WindowsPort.movingAHiddenWindowLeavesItHidden",
+        "Windows gives a hidden window that is moved the keyboard, and does not show it."},
     Exception{"WindowsOnScreen.noneIsUnderThePointerOverTheBareDesktop",
         "Over the bare desktop the system names the desktop's own window."},
     Exception{"WindowsOnScreen.minimisedIsRestoredByActivating",

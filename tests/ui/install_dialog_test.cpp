@@ -63,7 +63,7 @@ protected:
     }
 
     QPointer<InstallDialog> dialog{
-        new InstallDialog({.keyword = u"notes"_s, .origin = u"http://shop.test/plum/download/notes.wfp"_s})};
+        new InstallDialog({.keyword = u"notes"_s, .origin = u"http://shop.test/notes.wfp"_s})};
     QElapsedTimer sinceSeen;
     qint64 agreed = -1; // how old the dialog was
 };
@@ -76,7 +76,7 @@ TEST_F(InstallDialogTest, SaysWhatAndFromWhere)
     EXPECT_EQ(dialog->windowTitle(), u"Plum asks"_s);
     EXPECT_TRUE(dialog->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_EQ(child<QLabel>(u"keyword"_s).text(), u"notes"_s);
-    EXPECT_EQ(child<QLabel>(u"origin"_s).text(), u"http://shop.test/plum/download/notes.wfp"_s);
+    EXPECT_EQ(child<QLabel>(u"origin"_s).text(), u"http://shop.test/notes.wfp"_s);
     EXPECT_EQ(child<QLabel>(u"question"_s).text(), u"Install this app?"_s);
     EXPECT_TRUE(child(u"install"_s).hasFocus());
 }
