@@ -41,6 +41,14 @@ protected:
     }
 
     // It has the keyboard, and covers the other one.
+    // A window that has been given the keyboard, too, which may come a little after it is painted.
+    std::unique_ptr<PeerWindow> openInFront(const QString &title)
+    {
+        auto opened = openWindow(title, otherArea);
+        EXPECT_TRUE(!opened || waitUntil([&] { return windows().foreground() == opened->handle(); }));
+        return opened;
+    }
+
     void expectInFront(WindowHandle upper, WindowHandle lower)
     {
         EXPECT_EQ(windows().foreground(), upper);
@@ -152,7 +160,7 @@ TEST_F(WindowsPort, activatesAWindowBehindAnother)
 
 TEST_F(WindowsPort, movingAWindowBringsItToTheFront)
 {
-    const auto other = openWindow(u"Other"_s, otherArea);
+    const auto other = openInFront(u"Other"_s);
     ASSERT_TRUE(other);
     expectInFront(other->handle(), handle);
     windows().moveTo(handle, {60, 70});
@@ -163,7 +171,7 @@ TEST_F(WindowsPort, movingAWindowBringsItToTheFront)
 
 TEST_F(WindowsPort, showingAShownWindowBringsItToTheFront)
 {
-    const auto other = openWindow(u"Other"_s, otherArea);
+    const auto other = openInFront(u"Other"_s);
     ASSERT_TRUE(other);
     const QRect before = windows().rectangle(handle);
     windows().show(handle);
@@ -173,7 +181,7 @@ TEST_F(WindowsPort, showingAShownWindowBringsItToTheFront)
 
 TEST_F(WindowsPort, showingAHiddenWindowBringsItToTheFront)
 {
-    const auto other = openWindow(u"Other"_s, otherArea);
+    const auto other = openInFront(u"Other"_s);
     ASSERT_TRUE(other);
     windows().hide(handle);
     windows().show(handle);
@@ -182,7 +190,7 @@ TEST_F(WindowsPort, showingAHiddenWindowBringsItToTheFront)
 
 TEST_F(WindowsPort, movingAHiddenWindowLeavesItHidden)
 {
-    const auto other = openWindow(u"Other"_s, otherArea);
+    const auto other = openInFront(u"Other"_s);
     ASSERT_TRUE(other);
     const QSize size = windows().rectangle(handle).size();
     windows().hide(handle);
