@@ -173,6 +173,7 @@ void LauncherDesktop::clearEntry()
 void LauncherDesktop::agreeToInstall(const QString &keyword)
 {
     ASSERT_TRUE(shows(u"asks/keyword"_s, keyword));
+    ASSERT_TRUE(appears(u"asks/asks"_s)); // the text is there before the window is
     EXPECT_TRUE(eventually([&] {
         if (const Control install = see(u"asks/install"_s); install.shown)
             hands->click(install.middle());
