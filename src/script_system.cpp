@@ -7,6 +7,7 @@
 #include "commands/net_commands.h"
 #include "commands/notices.h"
 #include "commands/os_commands.h"
+#include "commands/point_actions.h"
 #include "commands/waitable_timer.h"
 #include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
@@ -15,9 +16,16 @@
 #include "http/loaded_http_client.h"
 #include "library/app_folders.h"
 #include "platform/platform.h"
+#include "programs/program_runner.h"
+#include "search/screen_search.h"
+#include "values/calc_commands.h"
+#include "values/json_commands.h"
+#include "waits/patience.h"
+#include "waits/wait_commands.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QElapsedTimer>
 
 #include <optional>
 
@@ -40,6 +48,13 @@ clsWaitableTimer::Clock clockOfSeconds()
     };
 }
 
+Patience::Clock clockOfMilliseconds()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return [timer] { return timer.elapsed(); };
+}
+
 } // namespace
 
 struct ScriptSystem::Parts
@@ -48,10 +63,15 @@ struct ScriptSystem::Parts
         : folders(needs.platform.paths())
         , ownWaiter(needs.platform.timers(), needs.executableName, clockOfSeconds())
         , waiter(needs.waiter ? *needs.waiter : ownWaiter)
+        , ownPrograms(waiter)
+        , programs(needs.programs ? *needs.programs : ownPrograms)
+        , patience(waiter, needs.clock ? needs.clock : clockOfMilliseconds())
         , http(needs.http ? *needs.http : ownHttp)
         , notices(needs.notices ? *needs.notices : ownNotices)
         , upload(http, needs.platform.paths(), needs.platform.textCodec())
         , clicks(needs.platform.pointer(), waiter)
+        , actions({needs.platform.pointer(), clicks, needs.platform.clipboard(), needs.launcher})
+        , search({needs.platform.screen(), needs.launcher, needs.platform.paths()})
         , engine({needs.platform.clipboard(), needs.platform.pointer(), needs.shell, needs.platform.paths(),
               folders, needs.platform.textCodec(), needs.launcher, waiter})
     {
@@ -62,10 +82,15 @@ struct ScriptSystem::Parts
     LoadedHttpClient ownHttp;
     StandardErrorNotices ownNotices;
     Waiter &waiter;
+    ProcessRunner ownPrograms;
+    ProgramRunner &programs;
+    Patience patience;
     HttpClient &http;
     Notices &notices;
     FileUpload upload;
     MouseClicks clicks;
+    PointActions actions;
+    ScreenSearch search;
     ScriptEngine engine;
     std::optional<edition2::Runner> runner;
 };
@@ -77,7 +102,7 @@ ScriptSystem::ScriptSystem(const Needs &needs)
     ScriptEngine &to = m->engine;
     to.add(u"mouse"_s,
         std::make_unique<MouseCommands>(
-            MouseCommands::Needs{on.pointer(), m->clicks, m->waiter, needs.launcher}));
+            MouseCommands::Needs{on.pointer(), m->clicks, m->actions, m->waiter}));
     to.add(u"keyboard"_s, std::make_unique<KeyboardCommands>(on.keyboard(), on.clipboard(), m->waiter));
     to.add(u"file"_s,
         std::make_unique<FileCommands>(FileCommands::Needs{to.state(), on.paths(), m->folders, on.textCodec(),
@@ -88,9 +113,14 @@ ScriptSystem::ScriptSystem(const Needs &needs)
     to.add(u"webbox"_s, std::make_unique<WebboxCommands>(needs.shell, m->folders));
     to.add(u"window"_s, std::make_unique<WindowCommands>(on.windows()));
     to.add(u"os"_s,
-        std::make_unique<OsCommands>(
-            OsCommands::Needs{to.state(), on.paths(), m->folders, on.screen(), on.pointer(), m->clicks,
-                on.clipboard(), on.session(), on.windows(), needs.launcher, m->notices}));
+        std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), m->folders, on.screen(),
+            m->search, m->actions, m->programs, on.textCodec(), on.clipboard(), on.session(), on.windows(),
+            needs.launcher, m->notices}));
+    to.add(u"calc"_s, std::make_unique<CalcCommands>(to.reader()));
+    to.add(u"json"_s, std::make_unique<JsonCommands>());
+    to.add(u"wait"_s,
+        std::make_unique<WaitCommands>(WaitCommands::Needs{
+            to.state(), on.paths(), m->folders, on.screen(), m->search, on.windows(), m->patience}));
 
     connectRunner(needs);
 }

@@ -2,6 +2,7 @@
 
 #include "engine/script_engine.h"
 
+#include <functional>
 #include <memory>
 
 namespace plum {
@@ -9,6 +10,7 @@ namespace plum {
 class HttpClient;
 class Notices;
 class Platform;
+class ProgramRunner;
 class StorePage;
 
 // The script engine with every namespace, on one platform. The one place where they are wired: the program
@@ -27,6 +29,8 @@ public:
         // What a test puts in the place of the program's own.
         Waiter *waiter = nullptr;
         HttpClient *http = nullptr;
+        ProgramRunner *programs = nullptr;
+        std::function<qint64()> clock = {}; // milliseconds
         Notices *notices = nullptr;
     };
 

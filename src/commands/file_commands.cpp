@@ -12,7 +12,12 @@
 #include "engine/text_functions.h"
 #include "engine/variable_store.h"
 #include "http/http_text.h"
+#include "platform/paths.h"
 #include "platform/shell.h"
+#include "platform/text_codec.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <optional>
@@ -48,7 +53,10 @@ constexpr std::array showWords{
     CommandInfo{u"max", {}, u"Maximised."},
 };
 constexpr std::array outputWords{CommandInfo{u"html", {}, u"The store window shows its page."}};
-constexpr std::array readWords{CommandInfo{u"r", {}, u"The lines in reverse order."}};
+constexpr std::array readWords{
+    CommandInfo{u"r", {}, u"The lines in reverse order."},
+    CommandInfo{u"all", {}, u"The text as it is, line ends and all.", Touches::Nothing, Editions::Two},
+};
 constexpr std::array saveWords{CommandInfo{u"append", {}, u"Adds to the end of the file."}};
 
 // The browser is this much larger than the page that a script asks for, in pixels each way.
@@ -87,7 +95,7 @@ std::span<const FileCommands::Row> FileCommands::table()
                 {{{u"path", Path}, Field{u"mode", Choice, u"joined"}.oneOf(readWords).orNumber(),
                     {u"variable", Variable}}},
                 u"Stores a text file: its lines joined, with mode r in reverse order, or the line of a "
-                u"number."},
+                u"number; in edition 2 with mode all as it is."},
             &FileCommands::read},
         Row{{u"save",
                 {{{u"path", Path}, {u"variable", Variable},
@@ -95,6 +103,23 @@ std::span<const FileCommands::Row> FileCommands::table()
                 u"Appends a variable's value as a line, with mode append. Without a mode edition 1 writes "
                 u"nothing and edition 2 replaces the file."},
             &FileCommands::save},
+        Row{{u"write",
+                {{{u"path", Path}, {u"text", Text}, Field{u"mode", Choice}.oneOf(saveWords).optional()}},
+                u"Writes a text into a file as it is, in place of what is there or, with mode append, behind "
+                u"it.",
+                Touches::Nothing, Editions::Two},
+            &FileCommands::write},
+        Row{{u"exists", {{{u"path", Path}, {u"variable", Variable}}},
+                u"Stores 1 where there is such a file or folder, else 0.", Touches::Nothing, Editions::Two},
+            &FileCommands::exists},
+        Row{{u"list", {{{u"folder", Path}, {u"pattern", Text, u"*"}, {u"variable", Variable}}},
+                u"Stores the names of a folder's files that fit a pattern such as *.txt, one a line, by "
+                u"name.",
+                Touches::Nothing, Editions::Two},
+            &FileCommands::list},
+        Row{{u"move", {{{u"from", Path}, {u"to", Path}}}, u"Moves or renames a file; it replaces none.",
+                Touches::Nothing, Editions::Two},
+            &FileCommands::move},
     };
     return rows;
 }
@@ -168,6 +193,8 @@ void FileCommands::read(const CommandCall &call)
     QString text;
     if (mode.isEmpty())
         text = m_use.files.ReadAllText(path, ReadAllMode::Joined);
+    else if (mode == "all"_L1 && call.edition() == Edition::Two)
+        text = m_use.codec.fromSystem(m_use.files.bytes(path).value_or(QByteArray()));
     else if (mode == "r"_L1)
         text = m_use.files.ReadAllText(path, ReadAllMode::ReversedLines);
     else
@@ -196,6 +223,45 @@ void FileCommands::save(const CommandCall &call)
         mode = u"覆盖"_s;
     if (!WriteText(path, call.variables().GetVar(name), mode, m_use.paths, m_use.codec))
         call.fail(u"%1 cannot be written"_s.arg(path));
+}
+
+void FileCommands::write(const CommandCall &call)
+{
+    const QString path = resolved(call.arg(0));
+    if (!writeExactly(path, call.arg(1), call.arg(2) == "append"_L1, m_use.paths, m_use.codec))
+        call.fail(u"%1 cannot be written"_s.arg(call.arg(0)));
+}
+
+void FileCommands::exists(const CommandCall &call)
+{
+    const QString path = m_use.paths.toSystem(resolved(call.arg(0)));
+    call.setVariable(call.arg(1), QFileInfo::exists(path) ? u"1"_s : u"0"_s);
+}
+
+void FileCommands::list(const CommandCall &call)
+{
+    const QString path = resolved(call.arg(0));
+    const QString pattern = call.arg(1);
+    const QDir folder(m_use.paths.toSystem(path));
+    if (path.isEmpty() || !folder.exists()) {
+        call.fail(u"there is no folder %1"_s.arg(call.arg(0)));
+        return;
+    }
+    const QStringList names
+        = folder.entryList({pattern.isEmpty() ? u"*"_s : pattern}, QDir::Files, QDir::Name);
+    call.setVariable(call.arg(2), names.join(u"\r\n"_s));
+}
+
+void FileCommands::move(const CommandCall &call)
+{
+    const QString from = m_use.paths.toSystem(resolved(call.arg(0)));
+    const QString to = m_use.paths.toSystem(resolved(call.arg(1)));
+    if (!QFileInfo(from).isFile())
+        call.fail(u"there is no file %1"_s.arg(call.arg(0)));
+    else if (QFileInfo::exists(to))
+        call.fail(u"%1 is there already"_s.arg(call.arg(1)));
+    else if (!QFile::rename(from, to))
+        call.fail(u"%1 cannot be moved to %2"_s.arg(call.arg(0), call.arg(1)));
 }
 
 } // namespace plum

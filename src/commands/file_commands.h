@@ -46,6 +46,10 @@ private:
     void callJavaScript(const CommandCall &call);
     void read(const CommandCall &call);
     void save(const CommandCall &call);
+    void write(const CommandCall &call);
+    void exists(const CommandCall &call);
+    void list(const CommandCall &call);
+    void move(const CommandCall &call);
 
     void requireFile(const CommandCall &call, const QString &written) const;
     QString resolved(const QString &path) const;

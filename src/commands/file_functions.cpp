@@ -7,12 +7,15 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF");
 
 QString plainPath(const Paths &paths, const QString &path)
 {
@@ -51,6 +54,38 @@ bool WriteText(
         return false;
     const QByteArray bytes = codec.toSystem(text) + "\r\n";
     return file.write(bytes) == bytes.size() && file.flush();
+}
+
+bool writeExactly(
+    const QString &path, const QString &text, bool appends, const Paths &paths, TextCodec &codec)
+{
+    const QString file = paths.toSystem(path);
+    const QFileInfo existing(file);
+    if (path.isEmpty() || (existing.exists() && !existing.isFile()))
+        return false;
+    QByteArray before;
+    if (appends && existing.exists()) {
+        QFile old(file);
+        if (!old.open(QIODevice::ReadOnly))
+            return false;
+        before = old.read(utf8Mark.size());
+    }
+    const QByteArray encoded = codec.toSystem(text);
+    const bool isUtf8 = QByteArrayView(before) == utf8Mark;
+    const bool fits = codec.fromSystem(encoded) == text;
+    // What is behind other text has to be in the same encoding.
+    if (!fits && !before.isEmpty() && !isUtf8)
+        return false;
+    QByteArray bytes = fits && !isUtf8 ? encoded : text.toUtf8();
+    if (!fits && before.isEmpty())
+        bytes.prepend(utf8Mark.toByteArray());
+    if (appends) {
+        QFile end(file);
+        return end.open(QIODevice::WriteOnly | QIODevice::Append) && end.write(bytes) == bytes.size()
+            && end.flush();
+    }
+    QSaveFile whole(file);
+    return whole.open(QIODevice::WriteOnly) && whole.write(bytes) == bytes.size() && whole.commit();
 }
 
 void FolderOp(const QString &op, const QString &path, const Paths &paths, const ScriptFolders &folders)

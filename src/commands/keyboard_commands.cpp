@@ -14,44 +14,65 @@ namespace {
 
 constexpr double tapPause = 10;
 constexpr double pastePause = 100;
+constexpr double typePause = 10;
+constexpr qsizetype typedAtOnce = 32; // characters
+
+// The names that a script of edition 2 may write.
+std::span<const CommandInfo> keyWords()
+{
+    static const QStringList names = keyNames();
+    static const QList<CommandInfo> words = [] {
+        QList<CommandInfo> all;
+        for (const QString &name : names)
+            all += {name, {}, u"A key.", Touches::Nothing, Editions::Two};
+        return all;
+    }();
+    return words;
+}
 
 } // namespace
 
 std::span<const KeyboardCommands::Row> KeyboardCommands::table()
 {
     using enum FieldKind;
-    static constexpr std::array rows{
-        Row{{u"hotkey", {{{u"keys", KeyList}}},
-                u"Presses all keys in order and then releases them in the same order.", Touches::Desktop},
-            &KeyboardCommands::hotkey},
-        Row{{u"key", {{{u"keys", KeyList}}}, u"Presses and releases one key after the other.",
+    static const Field keys = Field{u"keys", KeyList}.oneOf(keyWords());
+    static const Field key = Field{u"key", KeyName}.oneOf(keyWords());
+    static const std::array rows{
+        Row{{u"hotkey", {{keys}}, u"Presses all keys in order and then releases them in the same order.",
                 Touches::Desktop},
+            &KeyboardCommands::hotkey},
+        Row{{u"key", {{keys}}, u"Presses and releases one key after the other.", Touches::Desktop},
             &KeyboardCommands::key},
         Row{{u"send", {{{u"text", Text}}},
                 u"Types a text by pasting it; the clipboard's text is put back afterwards.",
                 Touches::Desktop},
-            &KeyboardCommands::send},
+            &KeyboardCommands::paste},
         Row{{u"ensend", {{{u"text", Text}}}, u"Reads a scrambled text and types nothing.", Touches::Desktop},
             &KeyboardCommands::ensend},
-        Row{{u"key_down", {{{u"key", KeyName}}}, u"Presses a key.", Touches::Desktop},
-            &KeyboardCommands::keyDown},
-        Row{{u"key_up", {{{u"key", KeyName}}}, u"Releases a key.", Touches::Desktop},
-            &KeyboardCommands::keyUp},
+        Row{{u"type", {{{u"text", Text}}},
+                u"Types a text key by key, in any keyboard layout; the clipboard stays as it is.",
+                Touches::Desktop, Editions::Two},
+            &KeyboardCommands::type},
+        Row{{u"key_down", {{key}}, u"Presses a key.", Touches::Desktop}, &KeyboardCommands::keyDown},
+        Row{{u"key_up", {{key}}, u"Releases a key.", Touches::Desktop}, &KeyboardCommands::keyUp},
     };
     return rows;
 }
 
-quint8 KeyboardCommands::keyOf(const CommandCall &call, const QString &name) const
+// Edition 1 sends code 0 for a name that it does not know.
+NamedKey KeyboardCommands::keyOf(const CommandCall &call, const QString &name) const
 {
-    const quint8 key = virtualKeyOf(name);
-    if (key == 0)
+    if (call.edition() == Edition::One)
+        return {name, virtualKeyOf(name)};
+    const std::optional<NamedKey> key = keyNamed(name);
+    if (!key)
         call.fail(u"there is no key called \"%1\""_s.arg(name));
-    return key;
+    return key.value_or(NamedKey{});
 }
 
-QList<quint8> KeyboardCommands::keyList(const CommandCall &call) const
+QList<NamedKey> KeyboardCommands::keyList(const CommandCall &call) const
 {
-    QList<quint8> keys;
+    QList<NamedKey> keys;
     for (const QString &name : call.list())
         keys += keyOf(call, name);
     if (call.edition() == Edition::Two && call.hasFailed())
@@ -59,12 +80,17 @@ QList<quint8> KeyboardCommands::keyList(const CommandCall &call) const
     return keys;
 }
 
-void KeyboardCommands::pressTogether(const QList<quint8> &keys)
+void KeyboardCommands::send(const NamedKey &key, quint32 flags)
 {
-    for (const quint8 key : keys)
-        m_keyboard.keyEvent(key, 0);
-    for (const quint8 key : keys)
-        m_keyboard.keyEvent(key, Keyboard::KeyUp);
+    m_keyboard.keyEvent(key.virtualKey, flags | (key.isExtended ? Keyboard::ExtendedKey : 0U));
+}
+
+void KeyboardCommands::pressTogether(const QList<NamedKey> &keys)
+{
+    for (const NamedKey &key : keys)
+        send(key, 0);
+    for (const NamedKey &key : keys)
+        send(key, Keyboard::KeyUp);
 }
 
 void KeyboardCommands::hotkey(const CommandCall &call)
@@ -74,14 +100,34 @@ void KeyboardCommands::hotkey(const CommandCall &call)
 
 void KeyboardCommands::key(const CommandCall &call)
 {
-    for (const quint8 key : keyList(call)) {
-        m_keyboard.keyEvent(key, Keyboard::ExtendedKey);
-        m_keyboard.keyEvent(key, Keyboard::KeyUp);
+    for (const NamedKey &key : keyList(call)) {
+        // Kept: a tap presses the twin of whatever key it is. The keys of the number pad would be others
+        // then.
+        send(key, key.isOfNumberPad() ? 0U : Keyboard::ExtendedKey);
+        send(key, Keyboard::KeyUp);
         m_waiter.Wait(tapPause);
     }
 }
 
-void KeyboardCommands::send(const CommandCall &call)
+// A piece at a time, with a pause for the receiver and the user interface behind each.
+void KeyboardCommands::type(const CommandCall &call)
+{
+    const QString text = call.arg(0);
+    for (qsizetype from = 0; from < text.size();) {
+        qsizetype end = std::min(from + typedAtOnce, text.size());
+        // A pair, or the two characters of a line end, stay together.
+        if (end < text.size() && (text[end].isLowSurrogate() || text[end] == u'\n'))
+            ++end;
+        if (!m_keyboard.typeText(QStringView(text).sliced(from, end - from))) {
+            call.fail(u"the text holds a character that no key types"_s);
+            return;
+        }
+        m_waiter.Wait(typePause);
+        from = end;
+    }
+}
+
+void KeyboardCommands::paste(const CommandCall &call)
 {
     const bool hadText = !m_clipboard.text().isEmpty();
     // Read once more: the text that is put back is the one from right before the paste.
@@ -90,7 +136,7 @@ void KeyboardCommands::send(const CommandCall &call)
     m_waiter.Wait(pastePause);
     m_clipboard.setText(text);
     m_waiter.Wait(pastePause);
-    pressTogether({virtualKeyOf(u"ctrl"_s), virtualKeyOf(u"v"_s)});
+    pressTogether({{u"ctrl", virtualKeyOf(u"ctrl"_s)}, {u"v", virtualKeyOf(u"v"_s)}});
     m_waiter.Wait(pastePause);
     if (hadText)
         m_clipboard.setText(saved);
@@ -106,16 +152,18 @@ void KeyboardCommands::ensend(const CommandCall &call)
 
 void KeyboardCommands::keyDown(const CommandCall &call)
 {
-    const quint8 key = keyOf(call, call.arg(0, u":"_s));
+    const QString name = call.arg(0, u":"_s);
+    const NamedKey key = keyOf(call, name);
     if (call.edition() == Edition::One || !call.hasFailed())
-        m_keyboard.keyEvent(key, 0);
+        send(key, 0);
 }
 
 void KeyboardCommands::keyUp(const CommandCall &call)
 {
-    const quint8 key = keyOf(call, call.arg(0, u":"_s));
+    const QString name = call.arg(0, u":"_s);
+    const NamedKey key = keyOf(call, name);
     if (call.edition() == Edition::One || !call.hasFailed())
-        m_keyboard.keyEvent(key, Keyboard::KeyUp);
+        send(key, Keyboard::KeyUp);
 }
 
 QString unscramble(const QString &scrambled)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/key_table.h"
 #include "engine/command_table.h"
 
 namespace plum {
@@ -24,14 +25,16 @@ public:
 private:
     void hotkey(const CommandCall &call);
     void key(const CommandCall &call);
-    void send(const CommandCall &call);
+    void type(const CommandCall &call);
+    void paste(const CommandCall &call);
     void ensend(const CommandCall &call);
     void keyDown(const CommandCall &call);
     void keyUp(const CommandCall &call);
 
-    QList<quint8> keyList(const CommandCall &call) const;
-    quint8 keyOf(const CommandCall &call, const QString &name) const;
-    void pressTogether(const QList<quint8> &keys);
+    QList<NamedKey> keyList(const CommandCall &call) const;
+    NamedKey keyOf(const CommandCall &call, const QString &name) const;
+    void send(const NamedKey &key, quint32 flags);
+    void pressTogether(const QList<NamedKey> &keys);
 
     Keyboard &m_keyboard;
     Clipboard &m_clipboard;

@@ -1,8 +1,8 @@
 #include "commands/mouse_commands.h"
 
 #include "commands/mouse_clicks.h"
+#include "commands/point_actions.h"
 #include "engine/conversions.h"
-#include "engine/launcher.h"
 #include "engine/text_functions.h"
 #include "engine/waiter.h"
 #include "platform/pointer.h"
@@ -20,20 +20,13 @@ constexpr std::array clickWords{
     CommandInfo{u"d_click", {}, u"Double-clicks."},
 };
 
-constexpr std::array actionWords{
-    CommandInfo{u"move", {}, u"Moves there."},
-    CommandInfo{u"click", {}, u"Moves there and clicks."},
-    CommandInfo{u"d_click", {}, u"Moves there and double-clicks."},
-    CommandInfo{u"r_click", {}, u"Right-clicks where the pointer is."},
-    CommandInfo{u"tips", {}, u"Shows the point in a message."},
-};
-
 } // namespace
 
 std::span<const MouseCommands::Row> MouseCommands::table()
 {
     using enum FieldKind;
-    static constexpr std::array rows{
+    static const QList<CommandInfo> actionWords = PointActions::words(PointActions::AfterOffset);
+    static const std::array rows{
         Row{{u"click", {}, u"Clicks the left button.", Touches::Desktop}, &MouseCommands::click},
         Row{{u"d_click", {}, u"Double-clicks the left button.", Touches::Desktop},
             &MouseCommands::doubleClick},
@@ -157,23 +150,7 @@ void MouseCommands::afterOffset(const CommandCall &call)
     const QString by = call.arg(1);
     const QString action = call.arg(2);
     const ScriptPoint target = ScriptPoint::fromText(from) + ScriptPoint::fromText(by);
-
-    if (action.isEmpty() || action == "move"_L1) {
-        m_use.pointer.moveTo(target.toPoint());
-    } else if (action == "click"_L1) {
-        m_use.pointer.moveTo(target.toPoint());
-        m_use.clicks.leftClick();
-    } else if (action == "d_click"_L1) {
-        m_use.pointer.moveTo(target.toPoint());
-        m_use.clicks.doubleClick();
-    } else if (action == "r_click"_L1) {
-        // Kept: the right click stays where the pointer is.
-        m_use.clicks.rightClick();
-    } else if (action == "tips"_L1) {
-        m_use.launcher.showMessage({.text = target.toText(), .systemModal = true});
-    } else {
-        call.setVariable(action, target.toText());
-    }
+    m_use.actions.act(PointActions::AfterOffset, call, action, target);
 }
 
 void MouseCommands::drag(const CommandCall &call)

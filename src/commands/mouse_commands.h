@@ -5,8 +5,8 @@
 
 namespace plum {
 
-class Launcher;
 class MouseClicks;
+class PointActions;
 class Pointer;
 class Waiter;
 
@@ -18,8 +18,8 @@ public:
     {
         Pointer &pointer;
         MouseClicks &clicks;
+        PointActions &actions;
         Waiter &waiter;
-        Launcher &launcher;
     };
 
     explicit MouseCommands(const Needs &needs)

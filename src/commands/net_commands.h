@@ -36,6 +36,7 @@ private:
     void post(const CommandCall &call);
     void upload(const CommandCall &call);
     void download(const CommandCall &call);
+    void request(const CommandCall &call);
 
     Needs m_use;
 };

@@ -1,8 +1,9 @@
 #include "commands/os_commands.h"
 
-#include "commands/mouse_clicks.h"
 #include "commands/notices.h"
 #include "commands/path_resolution.h"
+#include "commands/point_actions.h"
+#include "commands/screen_fields.h"
 #include "engine/conversions.h"
 #include "engine/launcher.h"
 #include "engine/run_state.h"
@@ -10,7 +11,10 @@
 #include "engine/text_functions.h"
 #include "platform/clipboard.h"
 #include "platform/desktop_windows.h"
-#include "platform/pointer.h"
+#include "platform/paths.h"
+#include "platform/text_codec.h"
+#include "programs/program_runner.h"
+#include "search/screen_search.h"
 
 namespace plum {
 
@@ -18,25 +22,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// How far a picture's channels may be off: much in red, nearly anything in green, anything in blue.
-constexpr QStringView pictureTolerance = u"58DDFF";
-
-constexpr QStringView pointVariable = u"tarnwick_xy";
-
 // A coordinate of the found point, wrapped to 16 bits as all sums of coordinates are.
-qint16 coordinate(const QString &found, int field, qint32 regionStart, qint16 offset)
+qint16 coordinate(qint64 found, qint32 areaStart, qint16 offset)
 {
-    const qint64 sum = qint64(toInt32(Piece(found, u","_s, field))) + regionStart + offset;
-    return static_cast<qint16>(static_cast<quint16>(sum));
+    return static_cast<qint16>(static_cast<quint16>(found + areaStart + offset));
 }
 
-QList<CommandInfo> choicesOf(std::span<const OsCommands::Action> actions)
-{
-    QList<CommandInfo> choices;
-    for (const OsCommands::Action &action : actions)
-        choices += {action.word, {}, action.summary};
-    return choices;
-}
+constexpr qint64 longestRun = 60000; // milliseconds
+constexpr int crashed = -1; // the status of a program that ended by no will of its own
 
 // Where the machine has no such service, the program that stands for it could not be started.
 void requireStarted(Session::Outcome outcome)
@@ -50,7 +43,7 @@ void requireStarted(Session::Outcome outcome)
 std::span<const OsCommands::Row> OsCommands::table()
 {
     using enum FieldKind;
-    static const QList<CommandInfo> actionWords = choicesOf(actions());
+    static const QList<CommandInfo> actionWords = PointActions::words(PointActions::Search);
     static const std::array rows{
         Row{{u"find_pic",
                 {{{u"picture", Path}, {u"region", Region, u"the main screen"}, {u"offset", Offset, u"0:0"},
@@ -83,6 +76,14 @@ std::span<const OsCommands::Row> OsCommands::table()
             &OsCommands::shutDown},
         Row{{u"restart", {}, u"Restarts the machine without asking programs.", Touches::Desktop},
             &OsCommands::restart},
+        Row{{u"run",
+                {{{u"program", Path}, Field{u"arguments", Text}.repeated(),
+                    Field{u"output", Variable}.optional(), Field{u"status", Variable}.optional()}},
+                u"Runs a program and waits for its end, a minute at most; stores what it wrote and its "
+                u"status. "
+                u"Without a variable for the status, one that is not 0 is an error.",
+                Touches::Nothing, Editions::Two},
+            &OsCommands::run},
         Row{{u"窗口最小化", {{{u"title", Text}}},
                 u"Minimises the window with exactly this title, written without quotes.", Touches::Desktop},
             &OsCommands::minimiseByTitle},
@@ -90,68 +91,35 @@ std::span<const OsCommands::Row> OsCommands::table()
     return rows;
 }
 
-std::span<const OsCommands::Action> OsCommands::actions()
-{
-    static constexpr std::array rows{
-        Action{u"click", &OsCommands::clickAt, u"Moves there and clicks."},
-        Action{u"d_click", &OsCommands::doubleClickAt, u"Moves there and double-clicks."},
-        Action{u"r_click", &OsCommands::rightClick, u"Right-clicks where the pointer is."},
-        Action{u"move", &OsCommands::moveTo, u"Moves there."},
-        Action{u"get_xy", &OsCommands::storePoint, u"Stores the point in tarnwick_xy."},
-        Action{u"get_x", &OsCommands::storeX, u"Stores its x in tarnwick_xy."},
-        Action{u"get_y", &OsCommands::storeY, u"Stores its y in tarnwick_xy."},
-        Action{u"set_clipboard", &OsCommands::copyPoint, u"Puts the point on the clipboard."},
-    };
-    return rows;
-}
-
-OsCommands::OsCommands(const Needs &needs)
-    : m_use(needs)
-    , m_search({needs.screen, needs.launcher, needs.paths})
-{
-}
-
 OsCommands::SearchFields OsCommands::searchFields(const CommandCall &call) const
 {
-    const QString target = ResolvePath(call.arg(0), m_use.state, m_use.folders);
+    const QString written = call.arg(0);
+    const QString target = ResolvePath(written, m_use.state, m_use.folders);
     const QString region = call.arg(1);
     const QString offset = call.arg(2);
-    return {target, region, offset, call.arg(3)};
-}
-
-OsCommands::Region OsCommands::regionOf(const QString &text) const
-{
-    if (text.isEmpty()) {
-        const QSize size = m_use.screen.mainScreenSize();
-        return {0, 0, size.width(), size.height()};
-    }
-    const auto field = [&](int index) { return toInt32(Piece(text, u":"_s, index)); };
-    return {field(0), field(1), field(2), field(3)};
+    return {written, target, region, offset, call.arg(3)};
 }
 
 void OsCommands::findPicture(const CommandCall &call)
 {
     const SearchFields fields = searchFields(call);
     // A missing picture is all that is reported, even where the other fields make no sense.
-    const bool exists = call.edition() == Edition::One ? m_search.requirePicture(fields.target)
-                                                       : m_search.hasPicture(fields.target);
+    const bool exists = call.edition() == Edition::One ? m_use.search.requirePicture(fields.target)
+                                                       : m_use.search.hasPicture(fields.target);
     if (!exists) {
-        call.fail(u"there is no picture %1"_s.arg(fields.target));
+        call.fail(u"there is no picture %1"_s.arg(fields.written));
         return;
     }
-    searchAndAct(
-        call, fields, u"the picture %1 is not on the screen"_s.arg(fields.target), [&](const Region &region) {
-            return m_search.FindPic(
-                region.x, region.y, region.width, region.height, fields.target, pictureTolerance.toString());
-        });
+    searchAndAct(call, fields, u"the picture %1 is not on the screen"_s.arg(fields.written),
+        [&](const ScreenArea &area) { return m_use.search.FindPic(area, fields.target, pictureTolerance); });
 }
 
 void OsCommands::findColour(const CommandCall &call)
 {
     const SearchFields fields = searchFields(call);
-    searchAndAct(
-        call, fields, u"the colour %1 is not on the screen"_s.arg(fields.target), [&](const Region &region) {
-            return m_search.FindColor(region.x, region.y, region.width, region.height, fields.target);
+    searchAndAct(call, fields, u"the colour %1 is not on the screen"_s.arg(fields.written),
+        [&](const ScreenArea &area) {
+            return m_use.search.FindColor(area, Channels::fromText(fields.target));
         });
 }
 
@@ -159,82 +127,22 @@ template <typename Search>
 void OsCommands::searchAndAct(
     const CommandCall &call, const SearchFields &fields, const QString &notFound, const Search &search)
 {
-    const Region region = regionOf(fields.region);
+    const ScreenArea area = areaOf(fields.region, m_use.screen);
     const ScriptPoint offset = fields.offset.isEmpty() ? ScriptPoint{} : ScriptPoint::fromText(fields.offset);
-    const QString found = search(region);
-    if (found.isEmpty()) {
+    const std::optional<Position> found = search(area);
+    if (!found) {
         call.fail(notFound);
         return;
     }
-    act(call, fields.action,
-        {coordinate(found, 0, region.x, offset.x), coordinate(found, 1, region.y, offset.y)});
-}
-
-void OsCommands::act(const CommandCall &call, const QString &action, ScriptPoint point)
-{
-    if (action.isEmpty())
-        return;
-    for (const Action &known : actions()) {
-        if (known.word == action) {
-            (this->*known.routine)(call, point);
-            return;
-        }
-    }
-    call.setVariable(action, point.toText());
-}
-
-void OsCommands::clickAt(const CommandCall &, ScriptPoint point)
-{
-    m_use.pointer.moveTo(point.toPoint());
-    m_use.clicks.leftClick();
-}
-
-void OsCommands::doubleClickAt(const CommandCall &, ScriptPoint point)
-{
-    m_use.pointer.moveTo(point.toPoint());
-    m_use.clicks.doubleClick();
-}
-
-// Kept: the right click stays where the pointer is.
-void OsCommands::rightClick(const CommandCall &, ScriptPoint)
-{
-    m_use.clicks.rightClick();
-}
-
-void OsCommands::moveTo(const CommandCall &, ScriptPoint point)
-{
-    m_use.pointer.moveTo(point.toPoint());
-}
-
-void OsCommands::storePoint(const CommandCall &call, ScriptPoint point)
-{
-    call.setVariable(pointVariable.toString(), point.toText());
-}
-
-void OsCommands::storeX(const CommandCall &call, ScriptPoint point)
-{
-    call.setVariable(pointVariable.toString(), QString::number(point.x));
-}
-
-void OsCommands::storeY(const CommandCall &call, ScriptPoint point)
-{
-    call.setVariable(pointVariable.toString(), QString::number(point.y));
-}
-
-void OsCommands::copyPoint(const CommandCall &, ScriptPoint point)
-{
-    putOnClipboard(point.toText());
-}
-
-void OsCommands::putOnClipboard(const QString &text)
-{
-    m_use.clipboard.clear();
-    m_use.clipboard.setText(text);
+    m_use.actions.act(PointActions::Search, call, fields.action,
+        {coordinate(found->x, area.x, offset.x), coordinate(found->y, area.y, offset.y)});
 }
 
 void OsCommands::setClipboard(const CommandCall &call)
 {
-    putOnClipboard(call.arg(0));
+    const QString text = call.arg(0);
+    m_use.clipboard.clear();
+    m_use.clipboard.setText(text);
 }
 
 void OsCommands::getClipboard(const CommandCall &call)
@@ -281,6 +189,35 @@ void OsCommands::shutDown(const CommandCall &)
 void OsCommands::restart(const CommandCall &)
 {
     requireStarted(m_use.session.restart());
+}
+
+void OsCommands::run(const CommandCall &call)
+{
+    const QString written = call.arg(0);
+    const QString path = ResolvePath(written, m_use.state, m_use.folders);
+    // A name without a folder is looked up where the system looks for programs.
+    const bool isName = !path.contains(u'\\');
+    const ProgramResult result
+        = m_use.programs.run(isName ? path : m_use.paths.toSystem(path), call.list(), longestRun);
+    using enum ProgramResult::Outcome;
+    if (result.outcome == NotStarted)
+        call.fail(u"%1 cannot be started"_s.arg(written));
+    else if (result.outcome == TimedOut)
+        call.fail(u"%1 did not end within %2 s"_s.arg(written).arg(longestRun / 1000));
+    else if (result.outcome == TooMuchOutput)
+        call.fail(u"%1 wrote more than %2 MB"_s.arg(written).arg(ProgramRunner::largestOutput >> 20));
+
+    const int status = result.outcome == Crashed ? crashed : result.status;
+    const QString statusVariable = call.arg(3);
+    if (statusVariable.isEmpty() && status != 0)
+        call.fail(u"%1 ended with status %2"_s.arg(written).arg(status));
+    QString output = m_use.codec.fromSystem(result.output);
+    while (output.endsWith(u'\n') || output.endsWith(u'\r'))
+        output.chop(1);
+    if (const QString variable = call.arg(2); !variable.isEmpty())
+        call.setVariable(variable, output);
+    if (!statusVariable.isEmpty())
+        call.setVariable(statusVariable, QString::number(status));
 }
 
 void OsCommands::minimiseByTitle(const CommandCall &call)

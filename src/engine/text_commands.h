@@ -17,6 +17,13 @@ public:
 
 private:
     void replace(const CommandCall &call);
+    void splitInto(const CommandCall &call);
+    void piece(const CommandCall &call);
+    void find(const CommandCall &call);
+    void trim(const CommandCall &call);
+    void upper(const CommandCall &call);
+    void lower(const CommandCall &call);
+    void match(const CommandCall &call);
 };
 
 } // namespace plum

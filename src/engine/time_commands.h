@@ -19,6 +19,7 @@ public:
 
 private:
     void sleep(const CommandCall &call);
+    void now(const CommandCall &call);
 
     Waiter &m_waiter;
 };

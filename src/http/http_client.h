@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
+
+#include <utility>
 
 class QIODevice;
 
@@ -13,6 +16,16 @@ struct HttpReply
     int status = 0; // 0: no complete answer arrived, and the other members are empty
     QByteArray contentType;
     QByteArray body; // decompressed
+};
+
+// A request with all that a script can say about it.
+struct HttpRequest
+{
+    QByteArray method; // "GET", ...
+    QString url;
+    QList<std::pair<QByteArray, QByteArray>> headers;
+    QByteArray body;
+    int milliseconds = 0; // how long the whole may take; 0: as long as it does
 };
 
 // Requests over HTTP and HTTPS. A call returns when the whole answer is there, however long that takes, or
@@ -32,6 +45,9 @@ public:
     virtual QString unavailable() = 0;
 
     virtual HttpReply get(const QString &url) = 0;
+
+    // A request that takes longer than it may has no answer. Its redirections are followed as others are.
+    virtual HttpReply request(const HttpRequest &request) = 0;
 
     // `body` is open, not sequential, and at its start. It is read as it is sent, so that its size does not
     // matter to this program's memory.

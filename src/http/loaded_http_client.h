@@ -13,6 +13,7 @@ class LoadedHttpClient final : public HttpClient
 public:
     QString unavailable() override;
     HttpReply get(const QString &url) override;
+    HttpReply request(const HttpRequest &request) override;
     HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) override;
 
 private:

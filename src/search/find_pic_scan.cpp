@@ -24,7 +24,7 @@ std::optional<Position> FindPicScan::find(const ScreenRegion &region, const Pict
     if (!m_area.setUp(region, picture))
         return {};
 
-    m_tests = selectTests(m_area, picture);
+    m_tests = decidingPixels(m_area, picture);
     m_mostTests = m_tests.size() + learnedTests;
     m_tallies = {};
     m_firstRow = 0;

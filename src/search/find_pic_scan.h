@@ -1,7 +1,7 @@
 #pragma once
 
+#include "search/deciding_pixels.h"
 #include "search/searched_area.h"
-#include "search/test_selection.h"
 #include "search/witnesses.h"
 
 #include <array>

@@ -11,41 +11,30 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString toText(const std::optional<Position> &found)
-{
-    return found ? u"%1,%2"_s.arg(found->x).arg(found->y) : QString();
-}
-
-} // namespace
-
 ScreenSearch::ScreenSearch(const Needs &needs)
     : m_use(needs)
     , m_scan(pixelKernels())
 {
 }
 
-QString ScreenSearch::FindColor(qint32 x, qint32 y, qint32 width, qint32 height, const QString &colour)
+std::optional<Position> ScreenSearch::FindColor(const ScreenArea &area, Channels colour)
 {
-    const quint32 wanted = Channels::fromText(colour).pixel();
-    const std::optional<ScreenRegion> region = captureRegion(m_use.screen, x, y, width, height);
-    return region ? toText(findColour(*region, wanted, pixelKernels())) : QString();
+    const std::optional<ScreenRegion> region
+        = captureRegion(m_use.screen, area.x, area.y, area.width, area.height);
+    return region ? findColour(*region, colour.pixel(), pixelKernels()) : std::nullopt;
 }
 
-QString ScreenSearch::FindPic(
-    qint32 x, qint32 y, qint32 width, qint32 height, const QString &path, const QString &tolerance)
+std::optional<Position> ScreenSearch::FindPic(const ScreenArea &area, const QString &path, Channels tolerance)
 {
     if (!requirePicture(path))
         return {};
-    const Channels distances = Channels::fromText(tolerance);
     const std::shared_ptr<const PictureTemplate> picture
-        = m_pictures.prepared(m_use.paths.toSystem(path), distances);
+        = m_pictures.prepared(m_use.paths.toSystem(path), tolerance);
     if (!picture)
         return {};
     const std::optional<ScreenRegion> region
-        = captureRegion(m_use.screen, x, y, width, height, LayeredWindows::Ignored);
-    return region ? toText(m_scan.find(*region, *picture)) : QString();
+        = captureRegion(m_use.screen, area.x, area.y, area.width, area.height, LayeredWindows::Ignored);
+    return region ? m_scan.find(*region, *picture) : std::nullopt;
 }
 
 bool ScreenSearch::hasPicture(const QString &path) const

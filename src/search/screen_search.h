@@ -1,9 +1,12 @@
 #pragma once
 
+#include "search/colour_text.h"
 #include "search/find_pic_scan.h"
 #include "search/picture_cache.h"
 
 #include <QString>
+
+#include <optional>
 
 namespace plum {
 
@@ -11,8 +14,17 @@ class Launcher;
 class Paths;
 class Screen;
 
-// Finds a colour or a picture on the screen. Results are "X,Y", counted from the region's top left corner,
-// and empty when nothing is found.
+// A part of the screen to search, in pixels of the main screen.
+struct ScreenArea
+{
+    qint32 x = 0;
+    qint32 y = 0;
+    qint32 width = 0;
+    qint32 height = 0;
+};
+
+// Finds a colour or a picture on the screen. Positions count from the area's top left corner; there is none
+// when nothing is found.
 class ScreenSearch
 {
 public:
@@ -25,13 +37,12 @@ public:
 
     explicit ScreenSearch(const Needs &needs);
 
-    // The first pixel of exactly `colour`, "RRGGBB". Another text raises a type mismatch (13).
-    QString FindColor(qint32 x, qint32 y, qint32 width, qint32 height, const QString &colour);
+    // The first pixel of exactly `colour`.
+    std::optional<Position> FindColor(const ScreenArea &area, Channels colour);
 
     // The first place where the picture in the file at `path` is seen, each channel within its part of
-    // `tolerance`, "RRGGBB". A file that holds no readable picture is never found.
-    QString FindPic(
-        qint32 x, qint32 y, qint32 width, qint32 height, const QString &path, const QString &tolerance);
+    // `tolerance`. A file that holds no readable picture is never found.
+    std::optional<Position> FindPic(const ScreenArea &area, const QString &path, Channels tolerance);
 
     // Whether the picture's file exists; tells the user when it does not.
     bool requirePicture(const QString &path);

@@ -278,6 +278,12 @@ bool HttpExchange::follow(const QUrl &next)
     if (!keepsMethod(m_answer.status())) {
         m_request.method = "GET";
         m_request.body = nullptr;
+        dropHeader("Content-Type");
+    }
+    // What is meant for one server is not told to another.
+    if (next.host() != m_request.url.host() || next.port() != m_request.url.port()) {
+        dropHeader("Authorization");
+        dropHeader("Cookie");
     }
     drop();
     m_request.url = next;
@@ -285,6 +291,12 @@ bool HttpExchange::follow(const QUrl &next)
     m_answer = {};
     send();
     return false;
+}
+
+void HttpExchange::dropHeader(QByteArrayView name)
+{
+    m_request.headers.removeIf(
+        [name](const auto &header) { return header.first.compare(name, Qt::CaseInsensitive) == 0; });
 }
 
 void HttpExchange::onConnectionEnded()

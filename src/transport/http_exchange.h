@@ -75,6 +75,7 @@ private:
     void readMore();
     bool useHead();
     bool follow(const QUrl &next);
+    void dropHeader(QByteArrayView name);
     void onConnectionEnded();
     void finish(End end);
     void drop();

@@ -278,3 +278,11 @@ TEST(MouseClicks, RepeatAsOftenAsAsked)
     clicks.doubleClick(-1);
     EXPECT_EQ(bench.events(), QStringList());
 }
+
+TEST_F(MouseScript, AfterOffsetTakesWordsOfTheSearchesForVariables)
+{
+    for (const QString &word : {u"get_xy"_s, u"get_x"_s, u"get_y"_s, u"set_clipboard"_s}) {
+        EXPECT_EQ(bench.eventsOf(u"mouse.after_offset \"1:2\",\"3:4\",\"%1\""_s.arg(word)), QStringList());
+        EXPECT_EQ(bench.variable(word), u"4:6");
+    }
+}

@@ -66,7 +66,7 @@ TEST_F(OsCommandsTest, WordsAreTestedInTheTablesOrder)
         words += info.word.toString();
     EXPECT_EQ(words,
         (QStringList{u"find_pic"_s, u"find_color"_s, u"set_clipboard"_s, u"get_clipboard"_s, u"tips"_s,
-            u"lock_screen"_s, u"off_monitor"_s, u"log_off"_s, u"shut_down"_s, u"restart"_s,
+            u"lock_screen"_s, u"off_monitor"_s, u"log_off"_s, u"shut_down"_s, u"restart"_s, u"run"_s,
             u"窗口最小化"_s}));
 }
 
@@ -365,4 +365,12 @@ TEST_F(OsCommandsTest, UnreadablePictureIsNeverFoundAndHarmless)
     file.close();
     const QString path = QString(file.fileName()).replace(u'/', u'\\');
     EXPECT_EQ(bench.eventsOf(u"os.find_pic \"%1\",,,\"move\""_s.arg(path)), QStringList());
+}
+
+TEST_F(OsCommandsTest, WordsOfMouseAfterOffsetAreVariablesToASearch)
+{
+    paint(10, 20, 0x00ff00);
+    EXPECT_EQ(bench.eventsOf(u"os.find_color \"00FF00\",\"\",\"\",\"tips\""_s), QStringList());
+    EXPECT_EQ(bench.variable(u"tips"_s), u"10:20");
+    EXPECT_EQ(bench.eventsOf(u"os.find_color \"00FF00\",\"\",\"\",\"\""_s), QStringList());
 }

@@ -26,6 +26,15 @@ protected:
 
     Keyboard &keyboard() { return platform->keyboard(); }
 
+    // What all keys so far have typed.
+    QString typed() const
+    {
+        QString text;
+        for (const QString &line : window->seen({u"key down"_s}))
+            text += line.section(u' ', 4);
+        return text;
+    }
+
     static QString code(Qt::Key key) { return QString::number(key, 16); }
 
     std::unique_ptr<PeerWindow> window;
@@ -121,6 +130,40 @@ TEST_F(KeyboardPort, takesCodesThatNameNoKey)
     ASSERT_TRUE(waitUntil([&] { return window->seen({u"key up 41"_s}).size() == 1; }));
     // Nothing that a letter could be mistaken for, and nothing is left pressed.
     EXPECT_EQ(window->seen({u"key down"_s}).last(), u"key down 41 0 a");
+}
+
+// The letter H would make the window hang.
+TEST_F(KeyboardPort, typesTextsOfAnyCharacters)
+{
+    const QString text = u"Az 09 (a+b)*2; ~^`'\" @ ßÄé€ Жжщ 你好 😀!"_s;
+    EXPECT_TRUE(keyboard().typeText(text));
+    EXPECT_TRUE(waitUntil([&] { return typed() == text; })) << qPrintable(typed());
+}
+
+TEST_F(KeyboardPort, typesLineEndsAndTabsWithTheirKeys)
+{
+    EXPECT_TRUE(keyboard().typeText(u"a\r\nb\nc\rd\te"_s));
+    QStringList keys;
+    for (const auto key : {Qt::Key_A, Qt::Key_Return, Qt::Key_B, Qt::Key_Return, Qt::Key_C, Qt::Key_Return,
+             Qt::Key_D, Qt::Key_Tab, Qt::Key_E})
+        keys += code(key);
+    const auto seen = [&] {
+        QStringList codes;
+        for (const QString &line : window->seen({u"key down"_s}))
+            codes += line.section(u' ', 2, 2);
+        return codes;
+    };
+    EXPECT_TRUE(waitUntil([&] { return seen() == keys; })) << qPrintable(seen().join(u' '));
+}
+
+TEST_F(KeyboardPort, typesUpToWhatIsNoCharacter)
+{
+    for (const QString &bad : {QString(QChar(0x1b)), QString(QChar(0x7f)), QString(QChar(0xd83d))}) {
+        window->forget();
+        EXPECT_FALSE(keyboard().typeText(u"ab"_s + bad + u"c"_s));
+        EXPECT_TRUE(waitUntil([&] { return typed() == u"ab"_s; })) << qPrintable(typed());
+    }
+    EXPECT_TRUE(keyboard().typeText({}));
 }
 
 TEST_F(KeyboardPort, letsGoOfWhatItPressed)

@@ -82,7 +82,8 @@ void EventLog::describeKey(const QKeyEvent &event)
     write(u"key %1 %2 %3%4"_s.arg(event.type() == QEvent::KeyPress ? u"down"_s : u"up"_s)
               .arg(key, 0, 16)
               .arg(event.modifiers().toInt() >> 24)
-              .arg(!text.isEmpty() && text.front().isPrint() ? u' ' + text : QString()));
+              .arg(!text.isEmpty() && (text.front().isPrint() || text.front().isSurrogate()) ? u' ' + text
+                                                                                             : QString()));
 }
 
 void EventLog::describeMouse(const QString &what, const QMouseEvent &event)

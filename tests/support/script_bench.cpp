@@ -8,12 +8,14 @@ struct ScriptBench::Replaced
 {
     explicit Replaced(Log &log)
         : http(log)
+        , programs(log)
         , storePage(log)
         , notices(log)
     {
     }
 
     RecordingHttpClient http;
+    RecordingProgramRunner programs;
     RecordingStorePage storePage;
     RecordingNotices notices;
 };
@@ -21,6 +23,7 @@ struct ScriptBench::Replaced
 ScriptBench::ScriptBench()
     : m_replaced(std::make_unique<Replaced>(platform.log))
     , http(m_replaced->http)
+    , programs(m_replaced->programs)
     , system({.platform = platform,
           .shell = platform.shell(),
           .launcher = launcher,
@@ -28,6 +31,8 @@ ScriptBench::ScriptBench()
           .executableName = QStringLiteral("plum"),
           .waiter = &waiter,
           .http = &m_replaced->http,
+          .programs = &m_replaced->programs,
+          .clock = [this] { return static_cast<qint64>(waiter.elapsed); },
           .notices = &m_replaced->notices})
 {
     state.runctx[1] = QStringLiteral("bao");

@@ -10,6 +10,7 @@
 namespace plum::recording {
 
 class RecordingHttpClient;
+class RecordingProgramRunner;
 
 // A whole engine on the recording backend: give it lines, run them, look at the log and the variables.
 class ScriptBench
@@ -47,6 +48,7 @@ private:
 
 public:
     RecordingHttpClient &http;
+    RecordingProgramRunner &programs;
     ScriptSystem system;
     RunState &state = system.state();
     TextFiles &files = system.engine().files();

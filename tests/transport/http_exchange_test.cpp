@@ -78,6 +78,20 @@ TEST_F(Exchange, AsksAndGetsTheAnswer)
     EXPECT_EQ(server.headers("range"), QList<QByteArray>{"bytes=0-"});
 }
 
+TEST_F(Exchange, ARedirectionToAnotherServerLosesWhatWasMeantForTheFirst)
+{
+    ByteServer other;
+    other.answer({ok("content")});
+    server.answer({found(other.url(u"b"_s))});
+    const QList<std::pair<QByteArray, QByteArray>> headers{
+        {"authorization", "secret"}, {"Cookie", "secret"}, {"X-Own", "kept"}};
+    EXPECT_EQ(run({.url = QUrl(server.url(u"a"_s)), .headers = headers}), End::Complete);
+    EXPECT_EQ(server.headers("authorization"), QList<QByteArray>{"secret"});
+    EXPECT_EQ(other.headers("authorization"), QList<QByteArray>());
+    EXPECT_EQ(other.headers("cookie"), QList<QByteArray>());
+    EXPECT_EQ(other.headers("x-own"), QList<QByteArray>{"kept"});
+}
+
 TEST_F(Exchange, IsCompleteWithoutWaitingForTheConnectionToEnd)
 {
     server.answer({ok("content"), Then::Stall});

@@ -2,6 +2,7 @@
 
 #include "library/library_bench.h"
 
+#include "engine/editions/script_error.h"
 #include "script_system.h"
 #include "support/recording/recording_commands.h"
 #include "ui/controls/file_entry.h"
@@ -246,7 +247,11 @@ public:
         },
         {QStringLiteral("http://site"), QStringLiteral("http://forum")},
         [this](int status) { platform.log.add(QStringLiteral("end process %1").arg(status)); },
-        [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }}};
+        [this](const QString &line) { platform.log.add(QStringLiteral("stderr ") + line); }, true,
+        [this](const ScriptError &error) {
+            for (const ScriptMistake &mistake : error.mistakes())
+                platform.log.add(QStringLiteral("stderr ") + mistake.toText());
+        }}};
     RecordingWaiter waiter{platform.log};
     RecordingStorePage storePage{platform.log};
     ScriptSystem system{{.platform = platform,

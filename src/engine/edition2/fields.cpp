@@ -51,6 +51,9 @@ QString problemWithChoice(const Field &field, const QString &text)
         return {};
     if (field.takesVariable)
         return isName(text) ? QString() : u"\"%1\" is neither a word of this command nor a name"_s.arg(text);
+    // There are too many keys to name them all.
+    if (field.kind == FieldKind::KeyName || field.kind == FieldKind::KeyList)
+        return u"there is no key called \"%1\""_s.arg(text);
     return u"%1 is one of %2, not \"%3\""_s.arg(field.name, wordsOf(field), text);
 }
 

@@ -1,4 +1,4 @@
-#include "http/http_module.h"
+#include "http/http_client_factory.h"
 
 #include "modules/http/qt_http_client.h"
 
@@ -6,11 +6,11 @@
 
 namespace plum {
 
-class QtHttpModule final : public QObject, public HttpModule
+class QtHttpModule final : public QObject, public HttpClientFactory
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "plum.HttpModule/1")
-    Q_INTERFACES(plum::HttpModule)
+    Q_PLUGIN_METADATA(IID "plum.HttpClientFactory/1")
+    Q_INTERFACES(plum::HttpClientFactory)
 
 public:
     std::unique_ptr<HttpClient> createClient() override { return std::make_unique<QtHttpClient>(); }

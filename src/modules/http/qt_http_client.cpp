@@ -3,6 +3,7 @@
 #include "transport/content_decoding.h"
 #include "transport/http_exchange.h"
 
+#include <QBuffer>
 #include <QEventLoop>
 
 #include <algorithm>
@@ -86,6 +87,18 @@ const QList<std::pair<QByteArray, QByteArray>> acceptedEncodings{{"Accept-Encodi
 HttpReply QtHttpClient::get(const QString &url)
 {
     return Arrival().of({.url = QUrl(url.trimmed()), .headers = acceptedEncodings});
+}
+
+HttpReply QtHttpClient::request(const HttpRequest &request)
+{
+    QBuffer body;
+    body.setData(request.body);
+    body.open(QIODevice::ReadOnly);
+    return Arrival().of({.url = QUrl(request.url.trimmed()),
+        .method = request.method,
+        .headers = acceptedEncodings + request.headers,
+        .body = request.body.isEmpty() ? nullptr : &body,
+        .whole = std::chrono::milliseconds(request.milliseconds)});
 }
 
 HttpReply QtHttpClient::post(const QString &url, const QByteArray &contentType, QIODevice &body)

@@ -10,6 +10,7 @@ class QtHttpClient final : public HttpClient
 public:
     QString unavailable() override { return {}; }
     HttpReply get(const QString &url) override;
+    HttpReply request(const HttpRequest &request) override;
     HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) override;
 };
 

@@ -1,4 +1,4 @@
-#include "platform/linux/javascript_module.h"
+#include "platform/linux/javascript_factory.h"
 
 #include "modules/js/qjs_javascript.h"
 
@@ -6,11 +6,11 @@
 
 namespace plum {
 
-class QjsModule final : public QObject, public JavaScriptModule
+class QjsModule final : public QObject, public JavaScriptFactory
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "plum.JavaScriptModule/1")
-    Q_INTERFACES(plum::JavaScriptModule)
+    Q_PLUGIN_METADATA(IID "plum.JavaScriptFactory/1")
+    Q_INTERFACES(plum::JavaScriptFactory)
 
 public:
     std::unique_ptr<JavaScript> createJavaScript() override { return std::make_unique<QjsJavaScript>(); }

@@ -1,6 +1,6 @@
 #include "platform/linux/loaded_javascript.h"
 
-#include "platform/linux/javascript_module.h"
+#include "platform/linux/javascript_factory.h"
 #include "platform/loaded_module.h"
 
 namespace plum {
@@ -11,7 +11,7 @@ JavaScript::Result LoadedJavaScript::evaluate(const QString &program)
 {
     if (!m_javaScript) {
         LoadedModule library(u"plum-js"_s);
-        auto *module = qobject_cast<JavaScriptModule *>(library.object());
+        auto *module = qobject_cast<JavaScriptFactory *>(library.object());
         if (module == nullptr)
             return {false, library.problem()};
         m_javaScript = module->createJavaScript();

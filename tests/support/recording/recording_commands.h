@@ -3,6 +3,7 @@
 #include "commands/notices.h"
 #include "commands/store_page.h"
 #include "http/http_client.h"
+#include "programs/program_runner.h"
 #include "support/recording/recording_platform.h"
 
 #include <QIODevice>
@@ -26,6 +27,15 @@ public:
         return answer;
     }
 
+    HttpReply request(const HttpRequest &request) override
+    {
+        m_log.add(QStringLiteral("request %1 %2 %3")
+                      .arg(QString::fromUtf8(request.method), request.url)
+                      .arg(request.milliseconds));
+        requested = request;
+        return answer;
+    }
+
     HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) override
     {
         m_log.add(QStringLiteral("post ") + url);
@@ -36,8 +46,30 @@ public:
 
     HttpReply answer;
     QString problem;
+    HttpRequest requested;
     QByteArray postedType;
     QByteArray postedBody;
+
+private:
+    Log &m_log;
+};
+
+// Programs that end as the test says.
+class RecordingProgramRunner final : public ProgramRunner
+{
+public:
+    explicit RecordingProgramRunner(Log &log)
+        : m_log(log)
+    {
+    }
+
+    ProgramResult run(const QString &program, const QStringList &arguments, qint64 milliseconds) override
+    {
+        m_log.add(QStringLiteral("run %1|%2|%3").arg(program, arguments.join(u'|')).arg(milliseconds));
+        return result;
+    }
+
+    ProgramResult result;
 
 private:
     Log &m_log;

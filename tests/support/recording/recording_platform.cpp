@@ -24,6 +24,15 @@ void RecordingKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
     m_log.add(u"key %1 %2"_s.arg(virtualKey).arg(flags));
 }
 
+bool RecordingKeyboard::typeText(QStringView text)
+{
+    const auto bad = std::ranges::find_if(text, [](QChar c) {
+        return c.category() == QChar::Other_Control && c != u'\r' && c != u'\n' && c != u'\t';
+    });
+    m_log.add(u"type %1"_s.arg(QStringView(text.begin(), bad)));
+    return bad == text.end();
+}
+
 void RecordingClipboard::setText(const QString &text)
 {
     content = text;
@@ -216,6 +225,7 @@ void RecordingTimers::close(Handle timer)
 
 void RecordingWaiter::Wait(double milliseconds)
 {
+    elapsed += milliseconds;
     if (records)
         m_log.add(u"wait %1"_s.arg(milliseconds));
     if (onWait)

@@ -66,6 +66,7 @@ public:
     }
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
+    bool typeText(QStringView text) override;
     void releaseAll() override { m_log.add(QStringLiteral("keyboard release all")); }
 
 private:
@@ -295,6 +296,7 @@ public:
 
     std::function<void()> onWait;
     bool records = true;
+    double elapsed = 0; // milliseconds, all waits together
 
 private:
     Log &m_log;

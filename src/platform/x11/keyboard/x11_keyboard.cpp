@@ -3,6 +3,7 @@
 #include "platform/x11/connection/x11_connection.h"
 
 #include <algorithm>
+#include <ranges>
 #include <xcb/xtest.h>
 
 namespace plum {
@@ -40,6 +41,44 @@ constexpr std::array symbols{
     Symbol{91, XKB_KEY_Super_L},
     Symbol{92, XKB_KEY_Super_R},
     Symbol{93, XKB_KEY_Menu},
+    Symbol{95, XKB_KEY_XF86Sleep},
+    Symbol{106, XKB_KEY_KP_Multiply},
+    Symbol{107, XKB_KEY_KP_Add},
+    Symbol{109, XKB_KEY_KP_Subtract},
+    Symbol{110, XKB_KEY_KP_Decimal},
+    Symbol{111, XKB_KEY_KP_Divide},
+    Symbol{144, XKB_KEY_Num_Lock},
+    Symbol{145, XKB_KEY_Scroll_Lock},
+    Symbol{160, XKB_KEY_Shift_L},
+    Symbol{161, XKB_KEY_Shift_R},
+    Symbol{162, XKB_KEY_Control_L},
+    Symbol{163, XKB_KEY_Control_R},
+    Symbol{164, XKB_KEY_Alt_L},
+    Symbol{165, XKB_KEY_Alt_R},
+    Symbol{166, XKB_KEY_XF86Back},
+    Symbol{167, XKB_KEY_XF86Forward},
+    Symbol{168, XKB_KEY_XF86Refresh},
+    Symbol{172, XKB_KEY_XF86HomePage},
+    Symbol{173, XKB_KEY_XF86AudioMute},
+    Symbol{174, XKB_KEY_XF86AudioLowerVolume},
+    Symbol{175, XKB_KEY_XF86AudioRaiseVolume},
+    Symbol{176, XKB_KEY_XF86AudioNext},
+    Symbol{177, XKB_KEY_XF86AudioPrev},
+    Symbol{178, XKB_KEY_XF86AudioStop},
+    Symbol{179, XKB_KEY_XF86AudioPlay},
+    Symbol{180, XKB_KEY_XF86Mail},
+    // Punctuation, by the character that the key has on a US keyboard.
+    Symbol{186, XKB_KEY_semicolon},
+    Symbol{187, XKB_KEY_equal},
+    Symbol{188, XKB_KEY_comma},
+    Symbol{189, XKB_KEY_minus},
+    Symbol{190, XKB_KEY_period},
+    Symbol{191, XKB_KEY_slash},
+    Symbol{192, XKB_KEY_grave},
+    Symbol{219, XKB_KEY_bracketleft},
+    Symbol{220, XKB_KEY_backslash},
+    Symbol{221, XKB_KEY_bracketright},
+    Symbol{222, XKB_KEY_apostrophe},
 };
 
 xkb_keysym_t symbolOf(quint8 virtualKey)
@@ -48,12 +87,27 @@ xkb_keysym_t symbolOf(quint8 virtualKey)
         return XKB_KEY_a + (virtualKey - 'A');
     if (virtualKey >= '0' && virtualKey <= '9')
         return XKB_KEY_0 + (virtualKey - '0');
+    constexpr quint8 pad0 = 96;
+    if (virtualKey >= pad0 && virtualKey <= pad0 + 9)
+        return XKB_KEY_KP_0 + (virtualKey - pad0);
     constexpr quint8 f1 = 112;
     constexpr quint8 f24 = 135;
     if (virtualKey >= f1 && virtualKey <= f24)
         return XKB_KEY_F1 + (virtualKey - f1);
     const auto found = std::ranges::find(symbols, virtualKey, &Symbol::virtualKey);
     return found == symbols.end() ? XKB_KEY_NoSymbol : found->symbol;
+}
+
+// The symbol of a character; of those that are no characters, only line ends and tabs have one.
+xkb_keysym_t symbolOfCharacter(char32_t character)
+{
+    if (character == U'\n')
+        return XKB_KEY_Return;
+    if (character == U'\t')
+        return XKB_KEY_Tab;
+    const bool isControl = character < 0x20 || (character >= 0x7f && character < 0xa0);
+    const bool isHalf = character >= 0xd800 && character < 0xe000;
+    return isControl || isHalf ? xkb_keysym_t(XKB_KEY_NoSymbol) : xkb_utf32_to_keysym(character);
 }
 
 } // namespace
@@ -84,8 +138,7 @@ void X11Keyboard::press(quint8 virtualKey)
     if (!key)
         return;
     m_down[virtualKey] = *key;
-    xcb_test_fake_input(
-        m_connection.xcb(), XCB_KEY_PRESS, *key, XCB_CURRENT_TIME, m_connection.root(), 0, 0, 0);
+    fake(XCB_KEY_PRESS, *key);
 }
 
 // A key that this object did not press is released all the same: the user or another program may hold it.
@@ -100,9 +153,49 @@ void X11Keyboard::release(quint8 virtualKey)
     }
     if (key == 0)
         return;
-    xcb_test_fake_input(
-        m_connection.xcb(), XCB_KEY_RELEASE, key, XCB_CURRENT_TIME, m_connection.root(), 0, 0, 0);
+    fake(XCB_KEY_RELEASE, key);
     m_keymap.noLongerHeld(key);
+}
+
+void X11Keyboard::fake(quint8 type, xcb_keycode_t key)
+{
+    xcb_test_fake_input(m_connection.xcb(), type, key, XCB_CURRENT_TIME, m_connection.root(), 0, 0, 0);
+}
+
+bool X11Keyboard::typeText(QStringView text)
+{
+    if (!m_connection.isOpen())
+        return false;
+    bool typed = true;
+    for (qsizetype at = 0; at < text.size() && typed; ++at) {
+        char32_t character = text[at].unicode();
+        if (character == U'\r') {
+            character = U'\n';
+            at += at + 1 < text.size() && text[at + 1] == u'\n' ? 1 : 0;
+        } else if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate()) {
+            character = QChar::surrogateToUcs4(text[at], text[at + 1]);
+            ++at;
+        }
+        typed = typeCharacter(character);
+    }
+    m_connection.flush();
+    return typed;
+}
+
+bool X11Keyboard::typeCharacter(char32_t character)
+{
+    const xkb_keysym_t symbol = symbolOfCharacter(character);
+    const auto stroke = symbol == XKB_KEY_NoSymbol ? std::nullopt : m_keymap.strokeFor(symbol);
+    if (!stroke)
+        return false;
+    for (const xcb_keycode_t modifier : stroke->modifiers)
+        fake(XCB_KEY_PRESS, modifier);
+    fake(XCB_KEY_PRESS, stroke->key);
+    fake(XCB_KEY_RELEASE, stroke->key);
+    for (const xcb_keycode_t modifier : stroke->modifiers | std::views::reverse)
+        fake(XCB_KEY_RELEASE, modifier);
+    m_keymap.noLongerHeld(stroke->key);
+    return true;
 }
 
 void X11Keyboard::releaseAll()

@@ -17,11 +17,14 @@ public:
     X11Keyboard(X11Connection &connection, X11Keymap &keymap);
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
+    bool typeText(QStringView text) override;
     void releaseAll() override;
 
 private:
     void press(quint8 virtualKey);
     void release(quint8 virtualKey);
+    bool typeCharacter(char32_t character);
+    void fake(quint8 type, xcb_keycode_t key);
 
     X11Connection &m_connection;
     X11Keymap &m_keymap;

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <span>
 #include <string_view>
 
 #include <xkbcommon/xkbcommon-x11.h>
@@ -17,8 +18,10 @@ namespace plum {
 
 namespace {
 
-// How long programs may take to read the new map after an event that needed it.
+// How long programs that cannot be asked may take to read the new map after an event that needed it.
 constexpr qint64 settleMilliseconds = 250;
+// How long those that can be asked may take to work off what came before the question.
+constexpr int longestReading = 2000; // milliseconds
 // Enough for an alphabet, so that a key hardly ever has to change its symbol.
 constexpr size_t mostOwnKeys = 32;
 
@@ -41,6 +44,7 @@ qint64 now()
 
 X11Keymap::X11Keymap(X11Connection &connection)
     : m_connection(connection)
+    , m_receiver(connection)
     , m_context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), &xkb_context_unref)
     , m_keymap(nullptr, &xkb_keymap_unref)
 {
@@ -66,12 +70,16 @@ void X11Keymap::receive(const xcb_generic_event_t &event)
         return;
     // Every XKB event has the same first type; its second byte tells them apart.
     switch (event.pad0) {
-    case XCB_XKB_STATE_NOTIFY:
-        m_group = reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).group;
-        if (reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event).changed
-            & XCB_XKB_STATE_PART_GROUP_STATE)
+    case XCB_XKB_STATE_NOTIFY: {
+        const auto &state = reinterpret_cast<const xcb_xkb_state_notify_event_t &>(event);
+        if (state.group != m_group || state.lockedMods != m_lockedModifiers)
+            m_strokes.clear();
+        m_group = state.group;
+        m_lockedModifiers = state.lockedMods;
+        if (state.changed & XCB_XKB_STATE_PART_GROUP_STATE)
             m_changed();
         break;
+    }
     case XCB_XKB_MAP_NOTIFY: {
         const auto &change = reinterpret_cast<const xcb_xkb_map_notify_event_t &>(event);
         const bool ours = change.changed == XCB_XKB_MAP_PART_KEY_SYMS && change.nKeySyms == 1
@@ -94,14 +102,34 @@ void X11Keymap::receive(const xcb_generic_event_t &event)
 void X11Keymap::load()
 {
     m_stale = false;
+    m_strokes.clear();
     m_keymap.reset(xkb_x11_keymap_new_from_device(
         m_context.get(), m_connection.xcb(), m_device, XKB_KEYMAP_COMPILE_NO_FLAGS));
     if (!m_keymap)
         return;
     const std::unique_ptr<xkb_state, decltype(&xkb_state_unref)> state(
         xkb_x11_state_new_from_device(m_keymap.get(), m_connection.xcb(), m_device), &xkb_state_unref);
-    if (state)
+    if (state) {
         m_group = xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE);
+        m_lockedModifiers
+            = static_cast<uint8_t>(xkb_state_serialize_mods(state.get(), XKB_STATE_MODS_LOCKED));
+    }
+    readModifierKeys();
+}
+
+void X11Keymap::readModifierKeys()
+{
+    m_modifierKeys = {};
+    const auto found = m_connection.reply(xcb_get_modifier_mapping_reply, xcb_get_modifier_mapping);
+    if (!found)
+        return;
+    const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(found.get());
+    const int perModifier = found->keycodes_per_modifier;
+    for (int i = 0; i < xcb_get_modifier_mapping_keycodes_length(found.get()); ++i) {
+        xcb_keycode_t &key = m_modifierKeys[static_cast<size_t>(i / perModifier)];
+        if (key == 0)
+            key = keys[i];
+    }
 }
 
 bool X11Keymap::isOwn(xcb_keycode_t key) const
@@ -126,6 +154,94 @@ std::optional<xcb_keycode_t> X11Keymap::keyFor(xkb_keysym_t symbol)
     if (const auto key = findInActiveGroup(symbol))
         return key;
     return bindOwnKey(symbol);
+}
+
+std::optional<X11Keymap::Stroke> X11Keymap::strokeFor(xkb_keysym_t symbol)
+{
+    if (!refresh())
+        return {};
+    if (const auto known = m_strokes.find(symbol); known != m_strokes.end())
+        return known->second;
+    if (const auto stroke = findStroke(symbol)) {
+        m_strokes.emplace(symbol, *stroke);
+        return stroke;
+    }
+    // Both cases of a letter share a key. What Caps Lock does to such a key, Shift takes back.
+    const xkb_keysym_t lower = xkb_keysym_to_lower(symbol);
+    const bool hasCases = lower != xkb_keysym_to_upper(symbol);
+    const bool isCapsLock = (m_lockedModifiers & XCB_MOD_MASK_LOCK) != 0;
+    const bool isShifted = hasCases && (symbol != lower) != isCapsLock;
+    auto modifiers = modifierKeys(isShifted ? XCB_MOD_MASK_SHIFT : 0);
+    const auto key = modifiers ? bindOwnKey(lower) : std::nullopt;
+    if (!key)
+        return {};
+    return Stroke{*key, std::move(*modifiers)};
+}
+
+std::optional<X11Keymap::Stroke> X11Keymap::findStroke(xkb_keysym_t symbol) const
+{
+    const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
+    std::optional<Stroke> best;
+    for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
+        const xkb_layout_index_t groups = xkb_keymap_num_layouts_for_key(m_keymap.get(), key);
+        if (groups == 0 || isOwn(static_cast<xcb_keycode_t>(key)))
+            continue;
+        const xkb_layout_index_t group = m_group % groups;
+        for (xkb_level_index_t level = 0; level < xkb_keymap_num_levels_for_key(m_keymap.get(), key, group);
+             ++level) {
+            const xkb_keysym_t *symbols = nullptr;
+            if (xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, group, level, &symbols) != 1
+                || symbols[0] != symbol)
+                continue;
+            auto stroke = strokeAt(key, group, level);
+            if (stroke && (!best || stroke->modifiers.size() < best->modifiers.size()))
+                best = std::move(stroke);
+        }
+    }
+    return best;
+}
+
+std::optional<X11Keymap::Stroke> X11Keymap::strokeAt(
+    xkb_keycode_t key, xkb_layout_index_t group, xkb_level_index_t level) const
+{
+    std::array<xkb_mod_mask_t, 32> masks{};
+    const auto masksOf = [&](xkb_level_index_t of) {
+        return std::span(masks).first(
+            xkb_keymap_key_get_mods_for_level(m_keymap.get(), key, group, of, masks.data(), masks.size()));
+    };
+    // A locked modifier counts only for keys to which it makes a difference.
+    xkb_mod_mask_t different = 0;
+    for (xkb_level_index_t of = 0; of < xkb_keymap_num_levels_for_key(m_keymap.get(), key, group); ++of) {
+        for (const xkb_mod_mask_t mask : masksOf(of))
+            different |= mask;
+    }
+    const xkb_mod_mask_t locked = m_lockedModifiers & different;
+
+    std::optional<Stroke> best;
+    for (const xkb_mod_mask_t mask : masksOf(level)) {
+        if ((mask & locked) != locked)
+            continue;
+        auto modifiers = modifierKeys(static_cast<uint8_t>(mask & ~locked & 0xffU));
+        if (modifiers && (!best || modifiers->size() < best->modifiers.size()))
+            best = Stroke{static_cast<xcb_keycode_t>(key), std::move(*modifiers)};
+    }
+    return best;
+}
+
+// Nothing where a modifier has no key, and for Caps Lock, which a press would switch.
+std::optional<std::vector<xcb_keycode_t>> X11Keymap::modifierKeys(uint8_t mask) const
+{
+    if ((mask & XCB_MOD_MASK_LOCK) != 0)
+        return {};
+    std::vector<xcb_keycode_t> keys;
+    for (size_t bit = 0; bit < m_modifierKeys.size(); ++bit) {
+        if ((mask >> bit & 1U) == 0)
+            continue;
+        if (m_modifierKeys[bit] == 0)
+            return {};
+        keys.push_back(m_modifierKeys[bit]);
+    }
+    return keys;
 }
 
 std::optional<xcb_keycode_t> X11Keymap::findInActiveGroup(xkb_keysym_t symbol) const
@@ -222,8 +338,11 @@ std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
         }
     }
     if (!spare) {
-        const auto unused = std::ranges::find(m_ownKeys, false, &OwnKey::held);
-        if (unused == m_ownKeys.end())
+        const auto older = [](const OwnKey &a, const OwnKey &b) {
+            return std::pair(a.held, a.lastUse) < std::pair(b.held, b.lastUse);
+        };
+        const auto unused = std::ranges::min_element(m_ownKeys, older);
+        if (unused == m_ownKeys.end() || unused->held)
             return {};
         waitUntilSettled(unused->lastUse);
         spare = unused->key;
@@ -251,6 +370,13 @@ void X11Keymap::bind(xcb_keycode_t key, xkb_keysym_t symbol)
 
 void X11Keymap::waitUntilSettled(qint64 lastUse)
 {
+    if (lastUse < m_settledUntil)
+        return;
+    const qint64 asked = now();
+    if (m_receiver.hasWorkedOff(longestReading)) {
+        m_settledUntil = asked;
+        return;
+    }
     m_connection.sync();
     const qint64 age = now() - lastUse;
     if (age < settleMilliseconds)

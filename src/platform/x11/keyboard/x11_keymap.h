@@ -1,11 +1,16 @@
 #pragma once
 
+#include "platform/x11/keyboard/x11_receiver.h"
+
 #include <QtGlobal>
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_map>
+#include <vector>
 #include <xcb/xcb.h>
 #include <xkbcommon/xkbcommon.h>
 
@@ -23,6 +28,17 @@ public:
     // The key that gives `symbol` without Shift. A symbol that the active group lacks gets a key that the
     // layout does not use; nothing only when there is no such key either.
     std::optional<xcb_keycode_t> keyFor(xkb_keysym_t symbol);
+
+    // A key, and the modifier keys that have to be down before it, in this order.
+    struct Stroke
+    {
+        xcb_keycode_t key;
+        std::vector<xcb_keycode_t> modifiers;
+    };
+
+    // How `symbol` is typed in the active group, as Caps Lock stands now. A symbol that the group has at no
+    // level gets a key as in keyFor(); its stroke has to end with noLongerHeld().
+    std::optional<Stroke> strokeFor(xkb_keysym_t symbol);
 
     // The key that gives `letter` ('a' to 'z') without Shift, among those that the keyboard has: in the
     // active group, else in another one, else the key in that letter's place on a US keyboard. Changes
@@ -59,11 +75,18 @@ private:
     std::optional<xcb_keycode_t> findInAnyGroup(xkb_keysym_t symbol) const;
     bool keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const;
     std::optional<xcb_keycode_t> bindOwnKey(xkb_keysym_t symbol);
+    std::optional<Stroke> findStroke(xkb_keysym_t symbol) const;
+    std::optional<Stroke> strokeAt(
+        xkb_keycode_t key, xkb_layout_index_t group, xkb_level_index_t level) const;
+    std::optional<std::vector<xcb_keycode_t>> modifierKeys(uint8_t mask) const;
+    void readModifierKeys();
     void waitUntilSettled(qint64 lastUse);
     void bind(xcb_keycode_t key, xkb_keysym_t symbol);
     bool isOwn(xcb_keycode_t key) const;
 
     X11Connection &m_connection;
+    X11Receiver m_receiver;
+    qint64 m_settledUntil = 0; // every use before is known to be over
     std::function<void()> m_changed = [] {};
     quint8 m_firstEvent = 0;
     qint32 m_device = -1;
@@ -71,6 +94,10 @@ private:
     std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)> m_keymap;
     bool m_stale = true;
     xkb_layout_index_t m_group = 0;
+    uint8_t m_lockedModifiers = 0;
+    std::array<xcb_keycode_t, 8>
+        m_modifierKeys{}; // one for each modifier bit; 0 for a modifier without a key
+    std::unordered_map<xkb_keysym_t, Stroke> m_strokes; // of the layout as it is, those that were asked for
     std::deque<OwnKey> m_ownKeys; // the longest unused one first
 };
 

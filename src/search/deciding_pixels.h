@@ -24,6 +24,6 @@ PixelTest testAt(const PictureTemplate &picture, int channel, std::size_t at);
 // The few tests of a picture that, one after another, turn away most positions of this screen. A position
 // that fails any test of the picture is no hit, so the order in which tests are made is free; which ones
 // come first decides the speed. They are chosen by what a small sample of the screen's positions fails.
-std::vector<PixelTest> selectTests(const SearchedArea &area, const PictureTemplate &picture);
+std::vector<PixelTest> decidingPixels(const SearchedArea &area, const PictureTemplate &picture);
 
 } // namespace plum

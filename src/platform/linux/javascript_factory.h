@@ -9,14 +9,14 @@ namespace plum {
 class JavaScript;
 
 // What the module `plum-js` exports.
-class JavaScriptModule
+class JavaScriptFactory
 {
 public:
-    virtual ~JavaScriptModule() = default;
+    virtual ~JavaScriptFactory() = default;
 
     virtual std::unique_ptr<JavaScript> createJavaScript() = 0;
 };
 
 } // namespace plum
 
-Q_DECLARE_INTERFACE(plum::JavaScriptModule, "plum.JavaScriptModule/1")
+Q_DECLARE_INTERFACE(plum::JavaScriptFactory, "plum.JavaScriptFactory/1")

@@ -9,14 +9,14 @@ namespace plum {
 class HttpClient;
 
 // What the module `plum-http` exports.
-class HttpModule
+class HttpClientFactory
 {
 public:
-    virtual ~HttpModule() = default;
+    virtual ~HttpClientFactory() = default;
 
     virtual std::unique_ptr<HttpClient> createClient() = 0;
 };
 
 } // namespace plum
 
-Q_DECLARE_INTERFACE(plum::HttpModule, "plum.HttpModule/1")
+Q_DECLARE_INTERFACE(plum::HttpClientFactory, "plum.HttpClientFactory/1")

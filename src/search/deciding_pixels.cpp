@@ -1,4 +1,4 @@
-#include "search/test_selection.h"
+#include "search/deciding_pixels.h"
 
 #include <algorithm>
 #include <bitset>
@@ -129,7 +129,7 @@ PixelTest testAt(const PictureTemplate &picture, int channel, std::size_t at)
     return {channel, at % picture.stride(), at / picture.stride(), bounds.low[at], bounds.span[at]};
 }
 
-std::vector<PixelTest> selectTests(const SearchedArea &area, const PictureTemplate &picture)
+std::vector<PixelTest> decidingPixels(const SearchedArea &area, const PictureTemplate &picture)
 {
     Scatter scatter;
     const Frequencies below = sampleFrequencies(area, picture, scatter);

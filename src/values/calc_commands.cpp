@@ -1,0 +1,50 @@
+#include "values/calc_commands.h"
+
+#include "engine/variable_store.h"
+#include "values/expression.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Namespaces of references whose values do not come from variables.
+constexpr std::array<QStringView, 3> otherReferences{u"os.", u"me.", u"mouse."};
+
+} // namespace
+
+std::span<const CalcCommands::Row> CalcCommands::table()
+{
+    using enum FieldKind;
+    static constexpr std::array rows{
+        Row{{u"set", {{{u"variable", Variable}, {u"expression", Text}}},
+                u"Works an expression out: + - * / %, comparisons, min, max, round, length, set.name.",
+                Touches::Nothing, Editions::Two},
+            &CalcCommands::set},
+    };
+    return rows;
+}
+
+void CalcCommands::set(const CommandCall &call)
+{
+    const auto textOf = [&](QStringView reference) -> std::optional<QString> {
+        if (reference.startsWith(u"set.")) {
+            const QString name = reference.sliced(4).toString();
+            return call.variables().contains(name) ? std::optional(call.variables().GetVar(name))
+                                                   : std::nullopt;
+        }
+        for (const QStringView start : otherReferences) {
+            if (reference.startsWith(start))
+                return m_reader.ExpandVar(reference.toString(), UnknownVariable::IsEmpty);
+        }
+        return {};
+    };
+    const Calculation result = calculated(call.arg(1), textOf);
+    if (result.value)
+        call.setVariable(call.arg(0), numberText(*result.value));
+    else
+        call.fail(u"%1, at character %2 of the expression"_s.arg(result.problem).arg(result.column));
+}
+
+} // namespace plum

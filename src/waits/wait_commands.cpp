@@ -1,0 +1,150 @@
+#include "waits/wait_commands.h"
+
+#include "commands/path_resolution.h"
+#include "commands/screen_fields.h"
+#include "engine/conversions.h"
+#include "engine/run_state.h"
+#include "platform/paths.h"
+#include "platform/screen.h"
+#include "search/screen_region.h"
+#include "waits/awaited_file.h"
+
+#include <algorithm>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView usualTime = u"10000"; // milliseconds
+
+// The pixels of an area as they are now; empty without a desktop. A copy: a capture lasts until the next one.
+std::vector<quint32> pixelsOf(Screen &screen, const ScreenArea &area)
+{
+    const auto region = captureRegion(screen, area.x, area.y, area.width, area.height);
+    if (!region)
+        return {};
+    constexpr quint32 colours = 0xffffff; // the fourth byte means nothing
+    std::vector<quint32> pixels(region->captured.pixels.begin(), region->captured.pixels.end());
+    for (quint32 &pixel : pixels)
+        pixel &= colours;
+    return pixels;
+}
+
+} // namespace
+
+std::span<const WaitCommands::Row> WaitCommands::table()
+{
+    using enum FieldKind;
+    constexpr Field time{u"time", Milliseconds, usualTime};
+    constexpr Field area{u"region", Region, u"the main screen"};
+    static constexpr std::array rows{
+        Row{{u"picture", {{{u"picture", Path}, area, time, Field{u"variable", Variable}.optional()}},
+                u"Waits until a picture is seen and stores where.", Touches::Desktop, Editions::Two},
+            &WaitCommands::picture},
+        Row{{u"color", {{{u"colour", Colour}, area, time, Field{u"variable", Variable}.optional()}},
+                u"Waits until a colour is seen and stores where.", Touches::Desktop, Editions::Two},
+            &WaitCommands::colour},
+        Row{{u"window", {{{u"title", Text}, time, Field{u"variable", Variable}.optional()}},
+                u"Waits for a window with exactly this title and stores its handle.", Touches::Desktop,
+                Editions::Two},
+            &WaitCommands::window},
+        Row{{u"gone", {{{u"window", Handle}, time}}, u"Waits until a window is gone.", Touches::Desktop,
+                Editions::Two},
+            &WaitCommands::gone},
+        Row{{u"file", {{{u"path", Path}, time}}, u"Waits until a file or a folder is there.",
+                Touches::Nothing, Editions::Two},
+            &WaitCommands::file},
+        Row{{u"change", {{area, time}}, u"Waits until a part of the screen looks different.",
+                Touches::Desktop, Editions::Two},
+            &WaitCommands::change},
+    };
+    return rows;
+}
+
+bool WaitCommands::waitUntil(
+    const CommandCall &call, int timeField, const QString &missing, const std::function<bool()> &look) const
+{
+    const QString written = call.arg(timeField);
+    const double time = toDouble(written.isEmpty() ? usualTime : QStringView(written));
+    if (m_use.patience.waitUntil(static_cast<qint64>(std::max(time, 0.0)), look))
+        return true;
+    call.fail(u"%1 within %2 ms"_s.arg(missing, QString::number(time, 'f', 0)));
+    return false;
+}
+
+void WaitCommands::place(const CommandCall &call, const QString &awaited, const ScreenArea &area,
+    const std::function<std::optional<Position>()> &search)
+{
+    std::optional<Position> found;
+    const auto look = [&] {
+        found = search();
+        return found.has_value();
+    };
+    if (!waitUntil(call, 2, u"%1 was not seen"_s.arg(awaited), look))
+        return;
+    if (const QString variable = call.arg(3); !variable.isEmpty())
+        call.setVariable(variable, u"%1:%2"_s.arg(found->x + area.x).arg(found->y + area.y));
+}
+
+void WaitCommands::picture(const CommandCall &call)
+{
+    const QString written = call.arg(0);
+    const QString path = ResolvePath(written, m_use.state, m_use.folders);
+    if (!m_use.search.hasPicture(path)) {
+        call.fail(u"there is no picture %1"_s.arg(written));
+        return;
+    }
+    const ScreenArea area = areaOf(call.arg(1), m_use.screen);
+    place(call, u"the picture "_s + written, area, [&]() -> std::optional<Position> {
+        return m_use.search.hasPicture(path) ? m_use.search.FindPic(area, path, pictureTolerance)
+                                             : std::nullopt;
+    });
+}
+
+void WaitCommands::colour(const CommandCall &call)
+{
+    const QString text = call.arg(0);
+    const Channels wanted = Channels::fromText(text);
+    const ScreenArea area = areaOf(call.arg(1), m_use.screen);
+    place(call, u"the colour "_s + text, area, [&] { return m_use.search.FindColor(area, wanted); });
+}
+
+void WaitCommands::window(const CommandCall &call)
+{
+    const QString title = call.arg(0);
+    WindowHandle found = 0;
+    const auto look = [&] {
+        found = m_use.windows.byTitle(title);
+        return found != 0;
+    };
+    if (!waitUntil(call, 1, u"no window had the title \"%1\""_s.arg(title), look))
+        return;
+    if (const QString variable = call.arg(2); !variable.isEmpty())
+        call.setVariable(variable, QString::number(found));
+}
+
+void WaitCommands::gone(const CommandCall &call)
+{
+    const WindowHandle window = toInt32(call.arg(0));
+    waitUntil(call, 1, u"the window %1 did not go"_s.arg(window),
+        [&] { return m_use.windows.rectangle(window).isNull(); });
+}
+
+void WaitCommands::file(const CommandCall &call)
+{
+    const QString path = ResolvePath(call.arg(0), m_use.state, m_use.folders);
+    AwaitedFile awaited(m_use.paths.toSystem(path), m_use.patience.now());
+    waitUntil(call, 1, u"%1 did not come"_s.arg(call.arg(0)),
+        [&] { return awaited.isThere(m_use.patience.now()); });
+}
+
+void WaitCommands::change(const CommandCall &call)
+{
+    const ScreenArea area = areaOf(call.arg(0), m_use.screen);
+    const std::vector<quint32> before = pixelsOf(m_use.screen, area);
+    waitUntil(call, 1, u"nothing changed"_s, [&] { return pixelsOf(m_use.screen, area) != before; });
+}
+
+} // namespace plum
