@@ -1,5 +1,8 @@
 #include "support/script_bench.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <benchmark/benchmark.h>
 
 // The engine's own cost of a script line: 10,000 lines on a wait that takes no time. The same assignments
@@ -61,6 +64,35 @@ void mixed(benchmark::State &state)
     runScript(state, {setLine, u"set.age \"7\""_s, templateLine, replaceLine, copyLine});
 }
 
+// The same work in edition 2, as a script of a few lines that repeats them.
+const QByteArray editionTwoScript = R"(//edition:2
+repeat.times 2000
+    set.name "Ann, of the mill"
+    set.age 7
+    set.greeting $"Hello {name}, you are {age}"
+    text.replace out,set.greeting,"n","_",,,no
+    set.who set.name
+repeat.end
+)";
+
+void mixedEditionTwo(benchmark::State &state)
+{
+    const QTemporaryDir folder;
+    QFile script(folder.filePath(u"mixed.wf"_s));
+    if (!script.open(QIODevice::WriteOnly) || script.write(editionTwoScript) != editionTwoScript.size()) {
+        state.SkipWithError("the script cannot be written");
+        return;
+    }
+    script.close();
+    recording::ScriptBench bench;
+    for (auto _ : state) {
+        bench.system.starts().prepareCommandLine(script.fileName());
+        bench.system.starts().runAll();
+    }
+    state.counters["time/line"] = benchmark::Counter(static_cast<double>(state.iterations()) * lineCount,
+        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
 void mixedByHand(benchmark::State &state)
 {
     const QString greeting = u"Hello %1, you are %2"_s;
@@ -82,6 +114,7 @@ void mixedByHand(benchmark::State &state)
 }
 
 BENCHMARK(mixed)->Unit(benchmark::kMillisecond);
+BENCHMARK(mixedEditionTwo)->Unit(benchmark::kMillisecond);
 BENCHMARK(mixedByHand)->Unit(benchmark::kMillisecond);
 BENCHMARK(set)->Unit(benchmark::kMillisecond);
 BENCHMARK(templates)->Unit(benchmark::kMillisecond);
