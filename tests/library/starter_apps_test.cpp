@@ -1,6 +1,9 @@
+#include "engine/edition2/parser.h"
+#include "engine/editions/later_edition.h"
 #include "engine/script_vocabulary.h"
 #include "library/app_library.h"
 #include "library/library_bench.h"
+#include "support/recording/recording_commands.h"
 #include "support/script_bench.h"
 
 #include <gtest/gtest.h>
@@ -42,8 +45,10 @@ protected:
         platform.log.clear();
         const QString keyword = typed.section(u' ', 0, 0);
         launcher.keywordBox = typed;
-        state.currentKeyword = keyword;
-        run(splitLines(QString::fromUtf8(recording::bytesOf(m_folder.script(keyword)))));
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(m_folder.path()); // where the launcher runs
+        system.starts().runApp(keyword, RunStart::ScriptPath::Kept);
+        QDir::setCurrent(before);
         return platform.log.lines();
     }
 
@@ -66,6 +71,11 @@ TEST_F(StarterAppsTest, everyOneHasAGuideWindowsLineEndsAndKnownCommands)
         EXPECT_TRUE(script.endsWith("\r\n")) << qPrintable(app);
         QStringList lines = splitLines(QString::fromUtf8(script));
         EXPECT_EQ(guideOf(lines.takeFirst()).kind, AppGuide::Kind::Text) << qPrintable(app);
+        if (askedEdition(script).number == 2) {
+            const edition2::Parsed parsed = edition2::parse(QString::fromUtf8(script), vocabulary);
+            EXPECT_TRUE(parsed.mistakes.isEmpty()) << qPrintable(app);
+            continue;
+        }
         for (const QString &line : std::as_const(lines))
             EXPECT_TRUE(vocabulary.knows(line.section(u' ', 0, 0))) << qPrintable(app + u": "_s + line);
     }
@@ -121,14 +131,46 @@ TEST_F(StarterAppsTest, notesShowsWhatNoteWroteDown)
     EXPECT_EQ(events(u"notes"_s), QStringList(u"tip call Ann\r\nbuy plums, ripe ones\r\n"_s));
 }
 
+TEST_F(StarterAppsTest, noteSaysWhatItDid)
+{
+    EXPECT_EQ(events(u"note buy plums"_s).last(), u"tip Noted: buy plums"_s);
+    EXPECT_EQ(events(u"note"_s).last(), u"tip Type what is to be noted behind the keyword."_s);
+    EXPECT_EQ(recording::bytesOf(m_folder.apps(u"note/notes.txt"_s)), "buy plums\r\n");
+}
+
 TEST_F(StarterAppsTest, calcEvaluatesAndKeepsTheResult)
 {
-    platform.javaScript().answer = {true, u"48"_s};
-    const QStringList log = events(u"calc 6*(7+1)"_s);
-    EXPECT_TRUE(log.first().startsWith(u"javascript function calc"_s)) << qPrintable(log.first());
-    EXPECT_TRUE(log.first().endsWith(u"calc(6*(7+1));"_s)) << qPrintable(log.first());
-    EXPECT_EQ(log.last(), u"tip 48"_s);
+    EXPECT_EQ(events(u"calc 6*(7+1)"_s).last(), u"tip 6*(7+1) = 48"_s);
     EXPECT_EQ(platform.clipboard().content, u"48"_s);
+}
+
+TEST_F(StarterAppsTest, calcSaysWhyThereIsNoResult)
+{
+    EXPECT_EQ(events(u"calc 2+"_s),
+        QStringList(u"tip 2+ cannot be worked out: a number is missing, at character 3 of the expression"_s));
+    EXPECT_EQ(platform.clipboard().content, QString());
+}
+
+TEST_F(StarterAppsTest, openSaysWhatCannotBeOpened)
+{
+    static_cast<recording::RecordingShell &>(platform.shell()).succeeds = false;
+    EXPECT_EQ(events(u"open /nonexistent"_s).last(), u"tip /nonexistent cannot be opened"_s);
+}
+
+TEST_F(StarterAppsTest, pageCopiesAPageOrSaysWhyNot)
+{
+    http.answer.status = 200;
+    http.answer.body = "its text";
+    EXPECT_EQ(events(u"page http://x/"_s).last(), u"tip The page is on the clipboard."_s);
+    EXPECT_EQ(platform.clipboard().content, u"its text"_s);
+    http.answer.status = 0;
+    EXPECT_TRUE(events(u"page http://x/"_s).last().startsWith(u"tip There is no page: "_s));
+    EXPECT_EQ(platform.clipboard().content, u"its text"_s);
+}
+
+TEST_F(StarterAppsTest, timerSaysWhatIsNoTime)
+{
+    EXPECT_EQ(events(u"timer abc"_s), QStringList(u"tip \"abc\" is no number of seconds."_s));
 }
 
 TEST_F(StarterAppsTest, openOpensWhatWasTyped)

@@ -19,6 +19,7 @@ ScriptEditor::ScriptEditor(const ScriptVocabulary &vocabulary, QWidget *parent)
     setAccessibleName(tr("Script"));
     setLineWrapMode(NoWrap);
     setTabChangesFocus(true);
+    setPlaceholderText(beginning());
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     // The window's style sheet sets no family, so the family alone has to come from here.
     setStyleSheet(u"font-family: '%1';"_s.arg(fixed.family()));
@@ -45,6 +46,28 @@ void ScriptEditor::appendScriptLine(const QString &line)
     end.insertText(line);
     end.insertBlock();
     setTextCursor(end);
+}
+
+QString ScriptEditor::beginning()
+{
+    return uR"(//guide:What this app does
+//edition:2
+input.enter text
+when.start set.text,empty
+    input.text text,"Which text?"
+when.end
+os.set_clipboard set.text
+os.tips $"On the clipboard: {text}"
+)"_s;
+}
+
+// In an empty editor Tab takes the beginning that is shown there; elsewhere it goes to the next control.
+bool ScriptEditor::focusNextPrevChild(bool next)
+{
+    if (!next || !document()->isEmpty())
+        return QPlainTextEdit::focusNextPrevChild(next);
+    insertPlainText(beginning());
+    return true;
 }
 
 void ScriptEditor::setTheme(const Theme &theme)

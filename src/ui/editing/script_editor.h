@@ -24,12 +24,16 @@ public:
 
     void setTheme(const Theme &theme);
 
+    // What an empty editor shows as a beginning, and what Tab then inserts.
+    static QString beginning();
+
 Q_SIGNALS:
     void filesDropped(const QStringList &paths);
 
 protected:
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     ScriptHighlighter *m_highlighter;
