@@ -2,6 +2,7 @@
 
 #include "support/recording/recording_commands.h"
 
+#include <QFile>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -13,9 +14,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Reads the document's comments and blocks from the top.
-class Reader
+class ExampleReader
 {
 public:
+    explicit ExampleReader(ManualPage page)
+        : m_page(page)
+    {
+    }
+
     QList<ManualExample> read(const QStringList &lines)
     {
         for (m_line = 0; m_line < lines.size(); ++m_line)
@@ -52,7 +58,7 @@ private:
         line.remove(u"<!--"_s).remove(u"-->"_s);
         const QString word = line.section(u':', 0, 0).trimmed();
         const QString rest = line.section(u':', 1).trimmed();
-        if (word == "shows"_L1) {
+        if (word == "shows"_L1 && m_page == ManualPage::Edition1) {
             m_example.shows += rest;
             return;
         }
@@ -63,6 +69,10 @@ private:
             m_example.given += rest;
         else if (word == "does"_L1)
             m_example.does = rest.split(u" ; "_s, Qt::SkipEmptyParts);
+        else if (word == "shows"_L1)
+            m_example.shows = rest.split(u" | "_s);
+        else if (word == "error"_L1)
+            m_example.error = rest;
         else
             ADD_FAILURE() << "line " << m_line + 1 << ": unknown word " << word.toStdString();
     }
@@ -74,6 +84,7 @@ private:
         m_example = {};
     }
 
+    ManualPage m_page;
     QList<ManualExample> m_examples;
     ManualExample m_example;
     int m_line = 0;
@@ -88,15 +99,17 @@ QString unescaped(QString text)
     return text.replace(u"\\r"_s, u"\r"_s).replace(u"\\n"_s, u"\n"_s);
 }
 
-const QList<ManualExample> &manualExamples()
+const QList<ManualExample> &manualExamples(ManualPage page)
 {
-    static const QList<ManualExample> all = [] {
-        QFile file(QStringLiteral(PLUM_DOCS_FOLDER "/scripting.md"));
+    const auto read = [](ManualPage which, const char *name) {
+        QFile file(QStringLiteral(PLUM_DOCS_FOLDER "/") + QLatin1StringView(name));
         if (!file.open(QIODevice::ReadOnly))
-            ADD_FAILURE() << "no scripting.md";
-        return Reader().read(QString::fromUtf8(file.readAll()).split(u'\n'));
-    }();
-    return all;
+            ADD_FAILURE() << "no " << name;
+        return ExampleReader(which).read(QString::fromUtf8(file.readAll()).split(u'\n'));
+    };
+    static const QList<ManualExample> first = read(ManualPage::Edition1, "edition-1.md");
+    static const QList<ManualExample> second = read(ManualPage::Edition2, "scripting.md");
+    return page == ManualPage::Edition1 ? first : second;
 }
 
 ExampleBench::ExampleBench(const ManualExample &example)
@@ -144,6 +157,8 @@ void ExampleBench::arrange(const QString &what, const QString &rest)
         auto &windows = static_cast<RecordingWindows &>(platform.windows());
         windows.foregroundWindow = windows.windowUnderPointer = number(0);
         windows.rectangles[number(0)] = QRect(number(1), number(2), number(3), number(4));
+    } else if (what == "answer"_L1) {
+        answers += rest;
     } else if (what == "titled"_L1) {
         static_cast<RecordingWindows &>(platform.windows()).titles[words[1]] = number(0);
     } else {
@@ -157,8 +172,7 @@ void ExampleBench::paint(QPoint at, quint32 colour)
     screen.pixels[static_cast<size_t>(at.y() * screen.size.width() + at.x())] = colour;
 }
 
-// A small picture file that the screen shows at `at`. Its corners differ, so that all of it is looked
-// for.
+// A small picture file that the screen shows at `at`. Its corners differ, so that all of it is looked for.
 void ExampleBench::arrangePicture(const QString &name, QPoint at)
 {
     QImage picture(8, 8, QImage::Format_RGB32);

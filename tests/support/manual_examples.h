@@ -9,16 +9,18 @@
 
 namespace plum::recording {
 
-// One script of docs/scripting.md. Around it, HTML comments say what it finds and does:
+// One script of the manual. Around it, HTML comments say what it finds and does:
 //
 //   <!-- given: clipboard some text          what is there before: see ExampleBench::arrange
-//        does: mouse 2 ; mouse 4 -->         all events but the pauses before lines, in order
+//        does: mouse 2 ; mouse 4             all events but the pauses before lines, in order
+//        shows: Ann | Bob                    in edition 2: its tips, before the block
+//        error: 2:14: reason -->             in edition 2: what is wrong, the first line asking for it
 //   ```plum
 //   mouse.l_down
 //   ```
-//   <!-- shows: name = value -->             a variable afterwards, \r and \n written so
+//   <!-- shows: name = value -->             in edition 1: a variable afterwards, \r and \n written so
 //
-// A block "plum error" is a script that ends with a run-time error.
+// A block "plum error" is a script of edition 1 that ends with a run-time error.
 struct ManualExample
 {
     int line = 0; // of the document, counted from 1
@@ -27,10 +29,16 @@ struct ManualExample
     QStringList given;
     std::optional<QStringList> does;
     QStringList shows;
+    QString error;
 };
 
-// All of them, in the document's order.
-const QList<ManualExample> &manualExamples();
+enum class ManualPage {
+    Edition1, // docs/edition-1.md
+    Edition2, // docs/scripting.md
+};
+
+// All of a page, in its order.
+const QList<ManualExample> &manualExamples(ManualPage page = ManualPage::Edition1);
 
 // A text of the document with its \r and \n as they are meant.
 QString unescaped(QString text);
@@ -41,7 +49,10 @@ class ExampleBench : public ScriptBench
 public:
     explicit ExampleBench(const ManualExample &example);
 
+    // All events but the pauses, and the question of the bench.
     QStringList happened() const;
+
+    QStringList answers; // to the questions of the example, one after the other
 
 private:
     void arrange(const QString &what, const QString &rest);
