@@ -1,10 +1,13 @@
 #include "engine/edition2/parser.h"
 #include "engine/script_vocabulary.h"
+#include "look/theme.h"
 #include "support/script_bench.h"
 #include "ui/editing/script_editor.h"
 
 #include <QLineEdit>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
@@ -56,6 +59,35 @@ TEST_F(ScriptEditorTest, TabElsewhereGoesOn)
 TEST_F(ScriptEditorTest, AnEmptyEditorHoldsAnEmptyScript)
 {
     EXPECT_EQ(editor->script(), QString());
+}
+
+namespace {
+
+// Whether the head of each line is shown as one that the language does not know.
+QList<bool> unknownHeads(const QString &script)
+{
+    plum::recording::ScriptBench bench;
+    const ScriptVocabulary vocabulary = bench.system.vocabulary();
+    ScriptEditor editor(vocabulary, nullptr);
+    editor.setTheme(plum::Theme::of(QPalette()));
+    editor.setScript(script);
+    QList<bool> unknown;
+    for (QTextBlock block = editor.document()->begin(); block.isValid(); block = block.next()) {
+        const auto formats = block.layout()->formats();
+        unknown += !formats.isEmpty() && formats.first().format.underlineStyle() == QTextCharFormat::DotLine;
+    }
+    return unknown;
+}
+
+} // namespace
+
+TEST(ScriptEditorColours, AreThoseOfTheScriptsEdition)
+{
+    const QString lines = u"\nwhen.start 1,is,1\nmouse.clik\nset.a 1"_s;
+    EXPECT_EQ(unknownHeads(u"//edition:2"_s + lines), (QList<bool>{false, false, true, false}));
+    EXPECT_EQ(
+        unknownHeads(u"//guide:x\n//edition:2"_s + lines), (QList<bool>{false, false, false, true, false}));
+    EXPECT_EQ(unknownHeads(u"// edition 1"_s + lines), (QList<bool>{false, true, true, false}));
 }
 
 TEST(ScriptEditorBeginning, IsAScriptWithoutMistakes)

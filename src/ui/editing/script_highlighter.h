@@ -7,8 +7,8 @@ namespace plum {
 class ScriptVocabulary;
 struct Theme;
 
-// Colours a script: comments, heads that the language knows and heads that it does not, texts in quotes,
-// variables, and the places and lists of templates.
+// Colours a script: comments, heads that its edition of the language knows and heads that it does not, texts
+// in quotes, variables, and the places and lists of templates.
 class ScriptHighlighter final : public QSyntaxHighlighter
 {
     Q_OBJECT
@@ -22,6 +22,17 @@ protected:
     void highlightBlock(const QString &text) override;
 
 private:
+    // What is known of a line's edition; the state of its block.
+    enum State {
+        Edition1,
+        BehindGuide,
+        Edition2,
+    };
+
+    int stateOf(const QString &text) const;
+    void highlightEdition1(const QString &text);
+    void highlightEdition2(const QString &text);
+
     const ScriptVocabulary &m_vocabulary;
     QTextCharFormat m_comment;
     QTextCharFormat m_head;
