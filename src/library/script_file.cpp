@@ -1,5 +1,6 @@
 #include "library/script_file.h"
 
+#include "engine/editions/later_edition.h"
 #include "platform/text_codec.h"
 
 #include <algorithm>
@@ -43,6 +44,7 @@ QString asEdited(QString text)
 
 ScriptFile::ScriptFile(const QByteArray &bytes, TextCodec &codec)
     : m_mark(bytes.startsWith(utf8Mark) ? utf8Mark.toByteArray() : QByteArray())
+    , m_lineFeedsEndLines(askedEdition(bytes).number > 1)
 {
     split(bytes.sliced(m_mark.size()), codec);
     const QString whole = asEdited(codec.fromSystem(bytes));
@@ -101,7 +103,9 @@ QString ScriptFile::shown() const
 
 int ScriptFile::oddLineEnds() const
 {
-    return static_cast<int>(std::ranges::count_if(m_lines, isOdd, &Line::end));
+    const auto isOddHere
+        = [this](const QByteArray &end) { return isOdd(end) && !(m_lineFeedsEndLines && end == "\n"); };
+    return static_cast<int>(std::ranges::count_if(m_lines, isOddHere, &Line::end));
 }
 
 QList<qsizetype> ScriptFile::origins(const QStringList &texts) const

@@ -49,6 +49,7 @@ private:
 
     QList<Line> m_lines;
     QByteArray m_mark; // of the encoding, in front of everything
+    bool m_lineFeedsEndLines = false; // as they do from edition 2 of the language on
 };
 
 } // namespace plum

@@ -67,4 +67,10 @@ TEST_F(ScriptFileTest, mendedLineEndsAreAllTheSame)
         "a\r\nb\r\nc\r\nd\r\n");
 }
 
+TEST_F(ScriptFileTest, lineFeedsAreNothingOddWhereAScriptAsksForEdition2)
+{
+    EXPECT_EQ(ScriptFile("//edition:2\nset.a 1\n", platform.textCodec()).oddLineEnds(), 0);
+    EXPECT_EQ(ScriptFile("//edition 2\nset.a 1\n", platform.textCodec()).oddLineEnds(), 2);
+}
+
 } // namespace plum
