@@ -152,11 +152,16 @@ QList<ScriptWords::Suggestion> ScriptWords::values(
     const auto word = [&](const QString &text) {
         return edition == Edition::One && !isQuoted ? u'"' + text + u'"' : text;
     };
-    for (const CommandInfo &choice : field.choices())
-        found += Suggestion{word(choice.word.toString()), Kind::Choice, choice.summary.toString()};
-    if (field.kind == FieldKind::KeyName || field.kind == FieldKind::KeyList) {
+    const bool isKey = field.kind == FieldKind::KeyName || field.kind == FieldKind::KeyList;
+    for (const CommandInfo &choice : field.choices()) {
+        if (choice.existsIn(edition))
+            found += Suggestion{
+                word(choice.word.toString()), isKey ? Kind::Key : Kind::Choice, choice.summary.toString()};
+    }
+    // Edition 1 has a table of its own.
+    if (isKey && edition == Edition::One) {
         for (const KeyName &key : keycodeasc()) {
-            if ((key.returned || edition == Edition::Two) && !key.name.isEmpty())
+            if (key.returned && !key.name.isEmpty())
                 found += Suggestion{word(key.name.toString().toLower()), Kind::Key, {}};
         }
     }

@@ -22,8 +22,10 @@ bool isFileToSave(const ScriptLine &line)
 QStringList wordsOf(std::span<const CommandInfo> choices)
 {
     QStringList words;
-    for (const CommandInfo &choice : choices)
-        words += choice.word.toString();
+    for (const CommandInfo &choice : choices) {
+        if (choice.existsIn(Edition::One))
+            words += choice.word.toString();
+    }
     return words;
 }
 
