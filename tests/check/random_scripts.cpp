@@ -96,9 +96,7 @@ QString RandomScripts::arguments(const Command &command)
         return keys(command.head == "keyboard.hotkey"_L1);
     QStringList values;
     if (command.head.startsWith("window."_L1)) {
-        const auto words = fields.front().choices();
-        const CommandInfo &word
-            = words[static_cast<std::size_t>(m_dice.below(static_cast<int>(words.size())))];
+        const CommandInfo &word = oneOf(fields.front());
         values += quoted(word.word.toString());
         fields = {};
         for (const Field &field : word.usedFields())
@@ -145,15 +143,23 @@ QString RandomScripts::value(const Command &command, const Field &field, bool is
     }
 }
 
+const CommandInfo &RandomScripts::oneOf(const Field &field)
+{
+    QList<const CommandInfo *> words;
+    for (const CommandInfo &word : field.choices()) {
+        if (word.existsIn(Edition::One))
+            words += &word;
+    }
+    return *words[m_dice.below(static_cast<int>(words.size()))];
+}
+
 QString RandomScripts::choice(const Field &field)
 {
     if (field.takesVariable && m_dice.oneIn(3))
         return quoted(newName());
     if (field.takesNumber && m_dice.oneIn(3))
         return quoted(number(20));
-    const auto words = field.choices();
-    return quoted(
-        words[static_cast<std::size_t>(m_dice.below(static_cast<int>(words.size())))].word.toString());
+    return quoted(oneOf(field).word.toString());
 }
 
 // Where a text is the only argument, commas and colons need no care.

@@ -27,6 +27,8 @@ private:
     QString arguments(const Command &command);
     QString value(const Command &command, const Field &field, bool isOnly);
     QString text(bool isOnly);
+    // A word of a choice that edition 1 has.
+    const CommandInfo &oneOf(const Field &field);
     QString choice(const Field &field);
     QString key();
     QString keys(bool isCombination);
