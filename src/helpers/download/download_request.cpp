@@ -17,7 +17,7 @@ std::optional<DownloadRequest> DownloadRequest::fromCommandLine(const QString &c
 {
     const QStringList fields = commandLine.split(downloadFieldSeparator);
     const QString url = fields.value(0);
-    if (url.isEmpty())
+    if (url.isEmpty() || fields.size() < 3)
         return {};
     QString name = QString(fields.value(2)).replace(u'/', u'\\');
     if (name.isEmpty())

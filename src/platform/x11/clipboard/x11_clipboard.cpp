@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <QMetaMethod>
 #include <QThread>
 
@@ -122,8 +123,11 @@ void X11Clipboard::outliveProcess()
     // The text is on the clipboard all the time: the keeper takes it from Qt. What Qt then does comes too
     // late for the server and only tells Qt itself, which at its end would ask the clipboard manager to save
     // the text, and wait long for one that hangs.
-    if (keepClipboardText(u"plum-clipboard"_s, text.toUtf8()))
-        clipboard->clear();
+    if (!keepClipboardText(u"plum-clipboard"_s, text.toUtf8()))
+        return;
+    // Qt would say on standard error that the server refused.
+    QLoggingCategory::setFilterRules(u"qt.qpa.clipboard.warning=false"_s);
+    clipboard->clear();
 }
 
 void X11Clipboard::connectNotify(const QMetaMethod &signal)
