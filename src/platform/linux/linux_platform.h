@@ -4,10 +4,12 @@
 #include "platform/linux/file_paths.h"
 #include "platform/linux/linux_text_codec.h"
 #include "platform/linux/loaded_javascript.h"
-#include "platform/linux/termination_signals.h"
+#include "platform/linux/process_signals.h"
 #include "platform/linux/timer_descriptors.h"
 #include "platform/linux/tray_host.h"
 #include "platform/platform.h"
+
+#include <csignal>
 
 namespace plum {
 
@@ -25,7 +27,11 @@ public:
     TextCodec &textCodec() final { return m_textCodec; }
     WaitableTimers &timers() final { return m_timers; }
 
-    void onEndRequested(std::function<void()> end) final { m_signals.get(std::move(end)); }
+    // Hang-up, interrupt and terminate ask a process to end.
+    void onEndRequested(std::function<void()> end) final
+    {
+        m_endingSignals.get(std::vector{SIGHUP, SIGINT, SIGTERM}, std::move(end));
+    }
     void whenTrayAnswers(std::function<void()> then) final { whenTrayHostAnswers(then); }
     bool registersComponents() const final { return false; }
 
@@ -33,7 +39,7 @@ private:
     FilePaths m_paths;
     LinuxTextCodec m_textCodec;
     TimerDescriptors m_timers;
-    Lazy<TerminationSignals> m_signals;
+    Lazy<ProcessSignals> m_endingSignals;
     LoadedJavaScript m_javaScript;
 };
 
