@@ -99,15 +99,6 @@ protected:
         writeApp(u"task"_s, taskCalled(heading).split(u'\n'));
         startProgram({programFolder() + u"/config/apps/task/main.wf"_s});
     }
-
-    void answerQuestion(const QString &prompt, const QString &text)
-    {
-        ASSERT_TRUE(shows(u"shurubox/title"_s, prompt));
-        ASSERT_TRUE(getsFocus(u"shurubox/Text1"_s));
-        hands->type(text);
-        ASSERT_TRUE(shows(u"shurubox/Text1"_s, text));
-        click(u"shurubox/Label1"_s);
-    }
 };
 
 } // namespace

@@ -30,15 +30,6 @@ protected:
         return {u"set.word \"%1\""_s.arg(word), resultLine(u"\"word\""_s)};
     }
 
-    void answerQuestion(const QString &prompt, const QString &text)
-    {
-        ASSERT_TRUE(shows(u"shurubox/title"_s, prompt));
-        ASSERT_TRUE(getsFocus(u"shurubox/Text1"_s));
-        hands->type(text);
-        ASSERT_TRUE(shows(u"shurubox/Text1"_s, text));
-        click(u"shurubox/Label1"_s);
-    }
-
     void expectTip(const QString &text)
     {
         ASSERT_TRUE(appears(u"shurubox/tipsbox"_s));

@@ -170,6 +170,15 @@ void LauncherDesktop::clearEntry()
     hands->key(u"Delete"_s);
 }
 
+void LauncherDesktop::answerQuestion(const QString &prompt, const QString &text)
+{
+    ASSERT_TRUE(shows(u"shurubox/title"_s, prompt));
+    ASSERT_TRUE(getsFocus(u"shurubox/Text1"_s));
+    hands->type(text);
+    ASSERT_TRUE(shows(u"shurubox/Text1"_s, text));
+    click(u"shurubox/Label1"_s);
+}
+
 void LauncherDesktop::agreeToInstall(const QString &keyword)
 {
     ASSERT_TRUE(shows(u"asks/keyword"_s, keyword));

@@ -94,6 +94,9 @@ protected:
     // Waits for a message of exactly this text and closes it with its button.
     void answer(const QString &text, const QString &button = QStringLiteral("OK"));
 
+    // Waits for a script's question, types the answer and confirms it.
+    void answerQuestion(const QString &prompt, const QString &text);
+
     // Waits for the dialog about that package and clicks on Install until it has counted.
     void agreeToInstall(const QString &keyword);
 
