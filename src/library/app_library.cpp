@@ -250,6 +250,11 @@ QString AppLibrary::packageKeyword(const QString &path)
     return name.left(name.lastIndexOf(u'.'));
 }
 
+qint64 AppLibrary::packageSize(const QString &path) const
+{
+    return QFileInfo(m.paths.toSystem(path)).size();
+}
+
 AppLibrary::Dropped AppLibrary::DropPackage(const QString &path)
 {
     if (!path.endsWith(".wfp"_L1))

@@ -113,6 +113,9 @@ public:
     // The keyword that a package file names: its name without its ending.
     static QString packageKeyword(const QString &path);
 
+    // In bytes; 0 where there is no such package.
+    qint64 packageSize(const QString &path) const;
+
     void ListApps(QStringList &list) const;
     void OpenAppFolder(const QString &keyword);
 

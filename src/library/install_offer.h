@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace plum {
@@ -13,9 +14,15 @@ enum class InstallFlag {
 // A package that the user is asked about before anything is done with it.
 struct InstallOffer
 {
-    QString keyword; // of the app that it would become
-    QString origin; // where the package is: an address, or the path of a file
+    QString keyword = {}; // of the app that it would become
+    QString origin = {}; // where the package is: an address, or the path of a file
     bool replaces = false; // the app of that keyword goes
+
+    // What is known of the package before it is here: by a store's signed index, or because it is a file.
+    QString version = {}; // empty: not known
+    qint64 size = 0; // bytes; 0: not known
+    QByteArray sheet = {}; // what the app may do, as JSON text; empty: not known
+    bool fromUnsignedStore = false; // nobody vouches for what comes; such a store is on this computer
 };
 
 } // namespace plum

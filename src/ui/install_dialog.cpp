@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -38,6 +39,17 @@ QLabel *sentence(const QString &text, QWidget *parent)
     label->setWordWrap(true);
     label->setFixedWidth(textWidth);
     return label;
+}
+
+// What is known of the package before it is here.
+QString factsOf(const InstallOffer &offer)
+{
+    if (offer.version.isEmpty() && offer.size == 0)
+        return InstallDialog::tr("Version and size are not known before it has come.");
+    const QString size = QLocale::c().formattedDataSize(offer.size, 1, QLocale::DataSizeTraditionalFormat);
+    if (offer.version.isEmpty())
+        return size;
+    return InstallDialog::tr("Version %1, %2").arg(offer.version, size);
 }
 
 } // namespace
@@ -72,7 +84,15 @@ InstallDialog::InstallDialog(const InstallOffer &offer)
     large.setPointSizeF(large.pointSizeF() * 1.4);
     keyword->setFont(large);
     column->addWidget(keyword);
+    QLabel *facts = outsideText(u"facts"_s, factsOf(offer), this);
+    facts->setProperty("quiet", true);
+    column->addWidget(facts);
     column->addWidget(origin);
+    if (offer.fromUnsignedStore) {
+        QLabel *warning = sentence(tr("This store is on this computer and signs nothing."), this);
+        warning->setObjectName(u"unsigned"_s);
+        column->addWidget(warning);
+    }
     column->addWidget(sentence(
         tr("An app uses mouse, keyboard, files and network as you do. Install only what you trust."), this));
     column->addSpacing(6);

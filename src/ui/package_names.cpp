@@ -32,10 +32,12 @@ void PackageNames::packageDropped(const QString &path)
 
 void PackageNames::askForDropped(const QString &path, const QString &keyword, bool replaces)
 {
-    m.askInstall({.keyword = keyword, .origin = path, .replaces = replaces}, [this, path, keyword] {
-        m.library.InstallPackage(path, keyword);
-        m.faces.forget();
-    });
+    m.askInstall(
+        {.keyword = keyword, .origin = path, .replaces = replaces, .size = m.library.packageSize(path)},
+        [this, path, keyword] {
+            m.library.InstallPackage(path, keyword);
+            m.faces.forget();
+        });
 }
 
 void PackageNames::install(const QString &name, bool isFree)

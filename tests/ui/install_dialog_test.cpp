@@ -81,6 +81,20 @@ TEST_F(InstallDialogTest, SaysWhatAndFromWhere)
     EXPECT_TRUE(child(u"install"_s).hasFocus());
 }
 
+TEST_F(InstallDialogTest, SaysWhatIsKnownOfThePackageAndWhatIsNot)
+{
+    EXPECT_EQ(child<QLabel>(u"facts"_s).text(), u"Version and size are not known before it has come."_s);
+    EXPECT_EQ(dialog->findChild<QLabel *>(u"unsigned"_s), nullptr);
+
+    const InstallDialog file({.keyword = u"notes"_s, .size = 1536});
+    EXPECT_EQ(file.findChild<QLabel *>(u"facts"_s)->text(), u"1.5 kB"_s);
+    const InstallDialog named({.keyword = u"notes"_s, .version = u"1.2"_s, .size = 100});
+    EXPECT_EQ(named.findChild<QLabel *>(u"facts"_s)->text(), u"Version 1.2, 100 bytes"_s);
+    const InstallDialog local({.keyword = u"notes"_s, .fromUnsignedStore = true});
+    EXPECT_EQ(local.findChild<QLabel *>(u"unsigned"_s)->text(),
+        u"This store is on this computer and signs nothing."_s);
+}
+
 TEST_F(InstallDialogTest, EnterCountsOnceItHasBeenSeenForHalfASecond)
 {
     show();
