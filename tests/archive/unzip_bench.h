@@ -1,7 +1,7 @@
 #pragma once
 
 #include "archive/unzip.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,7 +1,7 @@
 #include "archive/zip_writer.h"
 
 #include "archive/unzip.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 #include "support/temporary_files.h"
 
 #include <QProcess>

@@ -3,8 +3,8 @@
 // instead of comparing.
 
 #include "engine/run_time_error.h"
+#include "recording/recording_commands.h"
 #include "support/dice.h"
-#include "support/recording/recording_commands.h"
 #include "support/script_bench.h"
 
 #include <QCryptographicHash>

@@ -1,4 +1,4 @@
-#include "support/recording/recording_commands.h"
+#include "recording/recording_commands.h"
 #include "support/second_edition.h"
 #include "support/temporary_files.h"
 

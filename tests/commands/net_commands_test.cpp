@@ -1,7 +1,7 @@
 #include "http/file_upload.h"
 #include "http/http_text.h"
 #include "http/multipart_body.h"
-#include "support/recording/recording_commands.h"
+#include "recording/recording_commands.h"
 #include "support/script_bench.h"
 #include "support/temporary_files.h"
 

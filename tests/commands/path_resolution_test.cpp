@@ -1,8 +1,8 @@
 #include "commands/path_resolution.h"
 
 #include "engine/run_state.h"
-#include "support/recording/recording_folders.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
+#include "recording/recording_folders.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "commands/waitable_timer.h"
+#include "platform/recording/recording_platform.h"
 #include "support/printers.h"
 #include "support/raised_by.h"
-#include "support/recording/recording_platform.h"
 
 #include <QDateTime>
 #include <gtest/gtest.h>

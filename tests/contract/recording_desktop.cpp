@@ -1,5 +1,5 @@
 #include "contract/contract_desktop.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 
 #include <array>
 

@@ -2,7 +2,7 @@
 
 #include "download/byte_server.h"
 #include "download/win_http_down.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

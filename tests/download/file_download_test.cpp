@@ -1,9 +1,9 @@
 #include "download/file_download.h"
 
 #include "download/byte_server.h"
+#include "platform/recording/recording_platform.h"
 #include "support/certificates.h"
 #include "support/file_size_limit.h"
-#include "support/recording/recording_platform.h"
 #include "support/temporary_files.h"
 #include "support/test_server.h"
 #include "support/wait_until.h"

@@ -1,6 +1,6 @@
 #include "engine/text_files.h"
+#include "platform/recording/recording_platform.h"
 #include "support/printers.h"
-#include "support/recording/recording_platform.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

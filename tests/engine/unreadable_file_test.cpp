@@ -1,8 +1,8 @@
 // A file that this user may not read.
 
 #include "engine/text_files.h"
+#include "platform/recording/recording_platform.h"
 #include "support/plain_user.h"
-#include "support/recording/recording_platform.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // Reading an archive and unpacking it: no fault, and nothing beside the target folder.
 
 #include "archive/unzip.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 
 #include <QDir>
 #include <QFile>

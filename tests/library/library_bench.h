@@ -6,7 +6,7 @@
 #include "library/app_list_file.h"
 #include "library/app_lists.h"
 #include "library/package_installer.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 
 #include <QDir>
 #include <QFile>

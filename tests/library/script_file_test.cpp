@@ -1,6 +1,6 @@
 #include "library/script_file.h"
 
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 
 #include <gtest/gtest.h>
 

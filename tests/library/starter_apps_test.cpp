@@ -3,7 +3,7 @@
 #include "engine/script_vocabulary.h"
 #include "library/app_library.h"
 #include "library/library_bench.h"
-#include "support/recording/recording_commands.h"
+#include "recording/recording_commands.h"
 #include "support/script_bench.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "modules/store/qt_store_transfers.h"
 
 #include "download/byte_server.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 
 #include <QEventLoop>
 

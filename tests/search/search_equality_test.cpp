@@ -1,8 +1,8 @@
+#include "platform/recording/recording_platform.h"
 #include "search/find_color_scan.h"
 #include "search/find_pic_scan.h"
 #include "search/pixel_kernels.h"
 #include "search/reference_search.h"
-#include "support/recording/recording_platform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // The memory of the process over many searches.
 
+#include "platform/recording/recording_platform.h"
 #include "search/find_color_scan.h"
 #include "search/find_pic_scan.h"
 #include "search/pixel_kernels.h"
 #include "search/screen_region.h"
-#include "support/recording/recording_platform.h"
 
 #include <QFile>
 

@@ -4,12 +4,12 @@
 #include "library/app_folders.h"
 #include "library/app_list_file.h"
 #include "library/package_installer.h"
+#include "platform/recording/recording_platform.h"
 #include "store/clipboard_channel.h"
 #include "store/protocol/store_transfers.h"
 #include "store/store_host.h"
 #include "store/store_view.h"
 #include "store/webbox.h"
-#include "support/recording/recording_platform.h"
 #include "support/temporary_files.h"
 
 namespace plum::test {

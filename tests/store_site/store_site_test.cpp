@@ -1,5 +1,5 @@
 #include "archive/unzip.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 #include "support/temporary_files.h"
 
 #include <QCryptographicHash>

@@ -1,6 +1,6 @@
 #include "support/manual_examples.h"
 
-#include "support/recording/recording_commands.h"
+#include "recording/recording_commands.h"
 
 #include <QFile>
 #include <QImage>

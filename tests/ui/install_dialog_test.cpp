@@ -1,7 +1,7 @@
 #include "ui/install_dialog.h"
 
 #include "library/install_offer.h"
-#include "support/recording/recording_platform.h"
+#include "platform/recording/recording_platform.h"
 #include "ui/install_questions.h"
 
 #include <gtest/gtest.h>

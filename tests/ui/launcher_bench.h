@@ -3,8 +3,9 @@
 #include "library/library_bench.h"
 
 #include "engine/editions/script_error.h"
+#include "recording/recording_commands.h"
+#include "recording/recording_launcher.h"
 #include "script_system.h"
-#include "support/recording/recording_commands.h"
 #include "ui/controls/file_entry.h"
 #include "ui/frm_set.h"
 #include "ui/launcher_ui.h"

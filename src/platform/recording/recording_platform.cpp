@@ -1,6 +1,4 @@
-#include "support/recording/recording_platform.h"
-
-#include "engine/conversions.h"
+#include "platform/recording/recording_platform.h"
 
 namespace plum::recording {
 
@@ -221,36 +219,6 @@ void RecordingTimers::close(Handle timer)
 {
     if (m_names.remove(timer) > 0)
         m_log.add(u"timer close"_s);
-}
-
-void RecordingWaiter::Wait(double milliseconds)
-{
-    elapsed += milliseconds;
-    if (records)
-        m_log.add(u"wait %1"_s.arg(milliseconds));
-    if (onWait)
-        onWait();
-}
-
-void RecordingWaiter::Wait(const QString &milliseconds)
-{
-    Wait(toDouble(milliseconds));
-}
-
-void RecordingLauncher::showInput(const QString &prompt, const QString &variable)
-{
-    m_log.add(u"input %1|%2"_s.arg(prompt, variable));
-}
-
-void RecordingLauncher::showTip(const QString &text)
-{
-    m_log.add(u"tip "_s + text);
-}
-
-void RecordingLauncher::showMessage(const Message &message)
-{
-    m_log.add(u"message %1|%2|%3"_s.arg(message.title, message.text)
-                  .arg((message.icon == MessageIcon::Critical ? 16 : 0) + (message.systemModal ? 4096 : 0)));
 }
 
 RecordingPlatform::RecordingPlatform()

@@ -3,8 +3,8 @@
 #include "commands/notices.h"
 #include "commands/store_page.h"
 #include "http/http_client.h"
+#include "platform/recording/recording_platform.h"
 #include "programs/program_runner.h"
-#include "support/recording/recording_platform.h"
 
 #include <QIODevice>
 

@@ -1,6 +1,6 @@
-#include "support/script_bench.h"
+#include "recording/script_bench.h"
 
-#include "support/recording/recording_commands.h"
+#include "recording/recording_commands.h"
 
 namespace plum::recording {
 

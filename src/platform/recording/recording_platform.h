@@ -1,7 +1,5 @@
 #pragma once
 
-#include "engine/launcher.h"
-#include "engine/waiter.h"
 #include "platform/clipboard.h"
 #include "platform/desktop_windows.h"
 #include "platform/global_hotkey.h"
@@ -280,49 +278,6 @@ private:
     QHash<Handle, QString> m_names;
     QHash<Handle, int> m_pumped;
     Handle m_last = 0;
-};
-
-// A wait that takes no time. `onWait` stands for whatever the user does meanwhile.
-class RecordingWaiter final : public Waiter
-{
-public:
-    explicit RecordingWaiter(Log &log)
-        : m_log(log)
-    {
-    }
-
-    void Wait(double milliseconds) override;
-    void Wait(const QString &milliseconds) override;
-
-    std::function<void()> onWait;
-    bool records = true;
-    double elapsed = 0; // milliseconds, all waits together
-
-private:
-    Log &m_log;
-};
-
-class RecordingLauncher final : public Launcher
-{
-public:
-    explicit RecordingLauncher(Log &log)
-        : m_log(log)
-    {
-    }
-
-    QString keywordBoxText() const override { return keywordBox; }
-    QString inputEntryText() const override { return inputEntry; }
-    void showInput(const QString &prompt, const QString &variable) override;
-    void showTip(const QString &text) override;
-    void showMessage(const Message &message) override;
-    void hideLauncher() override { m_log.add(QStringLiteral("hide launcher")); }
-    void endProcess() override { m_log.add(QStringLiteral("end process")); }
-
-    QString keywordBox;
-    QString inputEntry;
-
-private:
-    Log &m_log;
 };
 
 class RecordingPlatform final : public Platform
