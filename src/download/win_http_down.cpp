@@ -151,6 +151,7 @@ bool WinHttpDown::send()
         return false;
     m_received = 0;
     m_total = 0;
+    m_wasTooLarge = false;
     m_exchange.start({.url = url,
         .headers = {{"Range", "bytes=" + QByteArray::number(static_cast<qint64>(m_resumePosition)) + '-'},
             {"Accept-Encoding", "identity"}},
@@ -206,6 +207,7 @@ bool WinHttpDown::isTooLarge() const
 // Going on from a file that is too large would end here again.
 void WinHttpDown::giveUp()
 {
+    m_wasTooLarge = true;
     release();
     QFile::remove(m_paths.toSystem(m_partialPath));
     QFile::remove(m_paths.toSystem(m_configPath));

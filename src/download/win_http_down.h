@@ -40,6 +40,9 @@ public:
 
     bool isBusy() const { return m_busy; }
 
+    // Whether the last transfer failed because more came, or would have come, than that.
+    bool wasTooLarge() const { return m_wasTooLarge; }
+
     // Starts, or goes on where the partial file ends. Does nothing while busy.
     void GetStart();
 
@@ -93,6 +96,7 @@ private:
     QString m_speed;
     QFile m_partial;
     bool m_busy = false;
+    bool m_wasTooLarge = false;
     int m_transfer = 0; // counts them
 };
 

@@ -81,6 +81,11 @@ QString AppFolders::packageRecords() const
     return loadFile(u"packages"_s);
 }
 
+QString AppFolders::storeMemory() const
+{
+    return loadFile(u"store"_s);
+}
+
 QString AppFolders::launcherClaim() const
 {
     return loadFile(u"launcher.lock"_s);

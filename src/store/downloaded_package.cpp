@@ -1,8 +1,9 @@
 #include "store/downloaded_package.h"
 
-#include "library/package_index.h"
 #include "store/protocol/package_link.h"
+#include "store_index/store_index.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 
 namespace plum {
@@ -19,9 +20,16 @@ QString DownloadedPackage::path(const QString &name) const
     return m_folders.file(name + packageEnding);
 }
 
-bool DownloadedPackage::isGenuine(const QString &name, const QByteArray &sha256) const
+IndexFault DownloadedPackage::faultOf(const QString &name, const IndexedPackage &named) const
 {
-    return fileChecksum(m_folders.onDisk(path(name))) == sha256;
+    QFile file(m_folders.onDisk(path(name)));
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (!file.open(QIODevice::ReadOnly))
+        return IndexFault::WrongChecksum;
+    if (file.size() != named.size)
+        return IndexFault::WrongSize;
+    return hash.addData(&file) && hash.result() == named.checksum ? IndexFault::None
+                                                                  : IndexFault::WrongChecksum;
 }
 
 void DownloadedPackage::deleteAll(const QString &name) const

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "library/app_folders.h"
-
-#include <QByteArray>
+#include "store_index/index_fault.h"
 #include <QString>
 
 namespace plum {
+
+struct IndexedPackage;
 
 // A package as the downloader leaves it in the program folder, `<name>.wfp`.
 class DownloadedPackage
@@ -18,8 +19,9 @@ public:
 
     QString path(const QString &name) const;
 
-    // False when the package's SHA-256 is another one, or the package cannot be read.
-    bool isGenuine(const QString &name, const QByteArray &sha256) const;
+    // Whether it is the package that the index names: `None`, `WrongSize`, or `WrongChecksum`, which it also
+    // is when it cannot be read.
+    IndexFault faultOf(const QString &name, const IndexedPackage &named) const;
 
     // Deletes the package and what its download may have left behind.
     void deleteAll(const QString &name) const;

@@ -18,6 +18,8 @@ bool LoadedStoreTransfers::load()
     connect(m_transfers.get(), &StoreTransfers::Status, this, &StoreTransfers::Status);
     connect(m_transfers.get(), &StoreTransfers::Progress, this, &StoreTransfers::Progress);
     connect(m_transfers.get(), &StoreTransfers::indexArrived, this, &StoreTransfers::indexArrived);
+    connect(
+        m_transfers.get(), &StoreTransfers::signedIndexArrived, this, &StoreTransfers::signedIndexArrived);
     return true;
 }
 
@@ -53,6 +55,14 @@ void LoadedStoreTransfers::fetchIndex(const QUrl &address)
         m_transfers->fetchIndex(address);
     else
         Q_EMIT indexArrived({});
+}
+
+void LoadedStoreTransfers::fetchSignedIndex(const SignedStore &store)
+{
+    if (load())
+        m_transfers->fetchSignedIndex(store);
+    else
+        Q_EMIT signedIndexArrived(IndexFault::NotThere, {});
 }
 
 void LoadedStoreTransfers::endIndex()

@@ -21,8 +21,10 @@ public:
     void setUrl(const QString &url) override;
     void GetStart() override;
     void setLargest(qint64 bytes) override;
+    bool wasTooLarge() const override { return m_transfers && m_transfers->wasTooLarge(); }
     bool isBusy() const override { return m_transfers && m_transfers->isBusy(); }
     void fetchIndex(const QUrl &address) override;
+    void fetchSignedIndex(const SignedStore &store) override;
     void endIndex() override;
 
 private:

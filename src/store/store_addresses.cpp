@@ -2,6 +2,9 @@
 
 #include "store/protocol/package_link.h"
 
+#include <QCryptographicHash>
+#include <QRegularExpression>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
@@ -19,7 +22,18 @@ QUrl below(const QUrl &base, const QString &fileName)
 
 StoreAddresses StoreAddresses::built()
 {
-    return {QUrl(QStringLiteral(PLUM_STORE_SITE)), QUrl(QStringLiteral(PLUM_DOWNLOAD_BASE))};
+    StoreAddresses addresses{QUrl(QStringLiteral(PLUM_STORE_SITE)), QUrl(QStringLiteral(PLUM_DOWNLOAD_BASE))};
+    for (const QByteArray &hex : QByteArray(PLUM_STORE_ROOT_KEYS).split(',')) {
+        if (const auto key = PublicKey::fromHex(hex))
+            addresses.rootKeys.push_back(*key);
+    }
+    return addresses;
+}
+
+bool StoreAddresses::isLocal() const
+{
+    static const QRegularExpression loopback(u"^(localhost|127(\\.\\d{1,3}){3}|::1)$"_s);
+    return loopback.match(downloadBase.host()).hasMatch();
 }
 
 QUrl StoreAddresses::catalogue() const
@@ -36,7 +50,26 @@ QUrl StoreAddresses::index() const
 
 QUrl StoreAddresses::package(const QString &name) const
 {
-    return below(downloadBase, name + packageEnding);
+    return packageAt(name + packageEnding);
+}
+
+QUrl StoreAddresses::packageAt(const QString &path) const
+{
+    return below(downloadBase, path);
+}
+
+QString StoreAddresses::pathOf(const QUrl &package) const
+{
+    return package.path(QUrl::FullyDecoded).sliced(downloadBase.path(QUrl::FullyDecoded).size());
+}
+
+QString StoreAddresses::memoryName() const
+{
+    constexpr int enough = 16; // digits
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const PublicKey &key : rootKeys)
+        hash.addData(key.toHex());
+    return QString::fromLatin1(hash.result().toHex().first(enough));
 }
 
 } // namespace plum

@@ -1,7 +1,6 @@
 #include "store/webbox.h"
 
 #include "engine/launcher.h"
-#include "library/package_index.h"
 #include "library/package_installer.h"
 #include "platform/shell.h"
 #include "store/clipboard_channel.h"
@@ -32,6 +31,7 @@ webbox::webbox(const Needs &needs)
     connect(&m_use.channel, &ClipboardChannel::pageArrived, this, &webbox::showArrivedPage);
     connect(&m_use.transfers, &StoreTransfers::Status, this, &webbox::showStatus);
     connect(&m_use.transfers, &StoreTransfers::indexArrived, this, &webbox::takeIndex);
+    connect(&m_use.transfers, &StoreTransfers::signedIndexArrived, this, &webbox::takeSignedIndex);
     connect(&m_use.transfers, &StoreTransfers::Progress, this,
         [this](float percent, const QString &total, const QString &done, const QString &speed) {
             m_use.view.setProgress({percent, total, done, speed});
@@ -55,7 +55,7 @@ void webbox::openStore()
 
 bool webbox::isBusy() const
 {
-    return m_isInstalling || m_use.transfers.isBusy();
+    return m_isInstalling || m_whenNamed || m_use.transfers.isBusy();
 }
 
 void webbox::followPackage(const QUrl &link)
@@ -84,40 +84,116 @@ bool webbox::isUsable(const QString &name) const
     return false;
 }
 
+// What comes from elsewhere has to be vouched for; what this computer serves is its user's.
+bool webbox::mayBeHad()
+{
+    if (m_use.addresses.isSigned() || m_use.addresses.isLocal())
+        return true;
+    sayFault(IndexFault::NotVouched);
+    return false;
+}
+
 void webbox::askInstall(InstallFlag flag, const QString &name)
 {
     const bool isAnew = flag == InstallFlag::Reinstall;
     const QString wanted = isAnew ? m_currentName : name;
-    if (isBusy() || !isUsable(wanted))
+    if (isBusy() || !isUsable(wanted) || !mayBeHad())
         return;
     const Source source = isAnew ? m_source : m_asked.value_or(Source{name, m_use.addresses.package(name)});
-    m_use.host.askInstall({.keyword = wanted,
-                              .origin = source.address.toString(),
-                              .replaces = isAnew && m_use.installer.appExists(wanted)},
-        [this, flag, wanted, source] {
-            // What was asked is what is done, whatever link has been followed meanwhile.
-            m_currentName = wanted;
-            m_source = source;
-            m_asked = source;
-            XzSet(flag, wanted);
+    if (m_use.addresses.isSigned())
+        findNamed(source, [this, flag, wanted, source](const IndexedPackage &package) {
+            offer(flag, wanted, source, package);
         });
+    else
+        offer(flag, wanted, source, {});
+}
+
+void webbox::offer(
+    InstallFlag flag, const QString &wanted, const Source &source, const std::optional<IndexedPackage> &named)
+{
+    InstallOffer offer{.keyword = wanted,
+        .origin = source.address.toString(),
+        .replaces = flag == InstallFlag::Reinstall && m_use.installer.appExists(wanted),
+        .fromUnsignedStore = !m_use.addresses.isSigned()};
+    if (named) {
+        offer.version = named->version;
+        offer.size = named->size;
+        offer.sheet = named->sheet;
+    }
+    m_use.host.askInstall(offer, [this, flag, wanted, source, named] {
+        // What was asked is what is done, whatever link has been followed meanwhile.
+        if (isBusy())
+            return;
+        m_currentName = wanted;
+        m_source = source;
+        m_asked = source;
+        m_named = named;
+        XzSet(flag, wanted);
+    });
+}
+
+void webbox::findNamed(const Source &source, std::function<void(const IndexedPackage &package)> then)
+{
+    m_sought = source;
+    m_whenNamed = std::move(then);
+    const AppFolders folders(m_use.paths);
+    const QString memory = folders.storeMemory() + u'\\' + m_use.addresses.memoryName();
+    m_use.view.setCaption(downloadTitle(DownloadStatus::HeadersArrived).toString());
+    m_use.transfers.fetchSignedIndex({.base = m_use.addresses.downloadBase,
+        .keys = m_use.addresses.rootKeys,
+        .remembered = folders.onDisk(memory)});
+}
+
+void webbox::takeSignedIndex(IndexFault fault, const QByteArray &index)
+{
+    const auto then = std::exchange(m_whenNamed, {});
+    if (!then)
+        return;
+    m_use.view.setCaption({});
+    const auto parsed = fault == IndexFault::None ? StoreIndex::parse(index) : std::nullopt;
+    if (!parsed) {
+        sayFault(fault == IndexFault::None ? IndexFault::Damaged : fault);
+        return;
+    }
+    const IndexedPackage *package = parsed->packageAt(m_use.addresses.pathOf(m_sought.address));
+    if (package == nullptr) {
+        sayFault(IndexFault::NotNamed);
+        return;
+    }
+    if (const Revocation *revocation = parsed->revocationOf(package->checksum)) {
+        sayFault(IndexFault::Revoked, revocation->reason);
+        return;
+    }
+    then(*package);
 }
 
 void webbox::XzSet(InstallFlag mode, const QString &name)
 {
     const bool isAnew = mode == InstallFlag::Reinstall;
-    if (isBusy() || !isUsable(isAnew ? m_currentName : name))
+    if (isBusy() || !isUsable(isAnew ? m_currentName : name) || !mayBeHad())
         return;
-    if (isAnew) {
-        if (!m_use.installer.setAside(m_currentName)) {
-            sayFailed({InstallFault::NotWritable});
-            return;
-        }
-    } else {
+    if (!isAnew) {
         m_currentName = name;
         m_source = m_asked.value_or(Source{name, m_use.addresses.package(name)});
     }
     m_asked.reset();
+    if (!m_use.addresses.isSigned() || m_named) {
+        begin(mode);
+        return;
+    }
+    findNamed(m_source, [this, mode](const IndexedPackage &package) {
+        m_named = package;
+        begin(mode);
+    });
+}
+
+void webbox::begin(InstallFlag mode)
+{
+    if (mode == InstallFlag::Reinstall && !m_use.installer.setAside(m_currentName)) {
+        m_named.reset();
+        sayFailed({InstallFault::NotWritable});
+        return;
+    }
     start();
 }
 
@@ -125,11 +201,13 @@ void webbox::start()
 {
     m_isInstalling = true;
     m_hasPackage = false;
+    m_hasIndex = m_use.addresses.isSigned();
     m_index.reset();
     m_use.transfers.setTarget(m_currentName + packageEnding);
     m_use.transfers.setUrl(m_source.address.toString(QUrl::FullyEncoded));
-    m_use.transfers.setLargest(largestPackage);
-    m_use.transfers.fetchIndex(m_use.addresses.index());
+    m_use.transfers.setLargest(m_named ? m_named->size : largestPackage);
+    if (!m_use.addresses.isSigned())
+        m_use.transfers.fetchIndex(m_use.addresses.index());
     m_use.transfers.GetStart();
 }
 
@@ -140,36 +218,47 @@ void webbox::showStatus(DownloadStatus status)
         installWhenReady();
         return;
     }
-    if (!isOnTheWay(status)) {
+    const bool isOver = !isOnTheWay(status);
+    const bool isTooLarge = isOver && m_named && m_use.transfers.wasTooLarge();
+    if (isOver) {
         m_isInstalling = false;
+        m_named.reset();
         m_use.installer.putBack();
     }
     m_use.view.setCaption(downloadTitle(status).toString());
+    if (isTooLarge)
+        sayFault(IndexFault::WrongSize);
 }
 
 void webbox::takeIndex(const QByteArray &index)
 {
-    m_index = index;
-    if (const std::optional<qint64> size = packageSize(index, m_source.name))
-        m_use.transfers.setLargest(*size);
+    m_hasIndex = true;
+    m_index = StoreIndex::parse(index);
+    const IndexedPackage *package
+        = m_index ? m_index->packageAt(m_use.addresses.pathOf(m_source.address)) : nullptr;
+    if (package != nullptr)
+        m_named = *package;
+    if (m_named)
+        m_use.transfers.setLargest(m_named->size);
     installWhenReady();
 }
 
 void webbox::installWhenReady()
 {
-    if (!m_hasPackage || !m_index)
+    if (!m_hasPackage || !m_hasIndex)
         return;
     m_hasPackage = false;
     install();
     m_isInstalling = false;
+    m_named.reset();
     m_use.view.setCaption(downloadTitle(DownloadStatus::Complete).toString());
 }
 
 void webbox::install()
 {
-    const std::optional<QByteArray> checksum = packageChecksum(*m_index, m_source.name);
-    InstallResult result{InstallFault::Damaged};
-    if (!checksum || m_package.isGenuine(m_currentName, *checksum)) {
+    const IndexFault fault = m_named ? m_package.faultOf(m_currentName, *m_named) : IndexFault::None;
+    InstallResult result;
+    if (fault == IndexFault::None) {
         const bool isAnew = m_use.installer.isAside(m_currentName);
         result = m_use.installer.install({.path = m_package.path(m_currentName),
                                              .keyword = m_currentName,
@@ -179,7 +268,9 @@ void webbox::install()
     }
     m_use.installer.putBack();
     m_package.deleteAll(m_currentName);
-    if (result)
+    if (fault != IndexFault::None)
+        sayFault(fault);
+    else if (result)
         m_use.host.showMessage({.text = u"installed successfully"_s, .systemModal = true});
     else
         sayFailed(result);
@@ -187,7 +278,18 @@ void webbox::install()
 
 void webbox::sayFailed(const InstallResult &result)
 {
-    m_use.host.showMessage({.text = result.message(), .icon = MessageIcon::Critical, .systemModal = true});
+    sayWhy(result.message());
+}
+
+void webbox::sayFault(IndexFault fault, const QString &reason)
+{
+    const QString why = indexFaultText(fault);
+    sayWhy(u"Error\n\n"_s + (reason.isEmpty() ? why : why + u"\n\n"_s + reason));
+}
+
+void webbox::sayWhy(const QString &error)
+{
+    m_use.host.showMessage({.text = error, .icon = MessageIcon::Critical, .systemModal = true});
 }
 
 void webbox::webw(const QString &html)

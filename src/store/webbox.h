@@ -5,11 +5,14 @@
 #include "library/install_offer.h"
 #include "store/downloaded_package.h"
 #include "store/store_addresses.h"
+#include "store_index/index_fault.h"
+#include "store_index/store_index.h"
 
 #include <QObject>
 #include <QStringList>
 #include <QUrl>
 
+#include <functional>
 #include <optional>
 
 namespace plum {
@@ -47,8 +50,9 @@ public:
     // Opens the catalogue.
     void openStore();
 
-    // Asks the user whether to install a package, as XzSet would, and does it when the answer is yes. Nothing
-    // is requested before.
+    // Asks the user whether to install a package, as XzSet would, and does it when the answer is yes. Of a
+    // store that signs nothing, nothing is requested before; of any other its index, which has to name the
+    // package.
     void askInstall(InstallFlag flag, const QString &name);
 
     // Starts installing a package: the package `name`, or the current one anew, where `name` is not looked
@@ -88,6 +92,12 @@ private:
     void followPackage(const QUrl &link);
     bool isBusy() const;
     bool isUsable(const QString &name) const;
+    bool mayBeHad();
+    void findNamed(const Source &source, std::function<void(const IndexedPackage &package)> then);
+    void takeSignedIndex(IndexFault fault, const QByteArray &index);
+    void offer(InstallFlag flag, const QString &wanted, const Source &source,
+        const std::optional<IndexedPackage> &named);
+    void begin(InstallFlag mode);
     void openOutside(const QUrl &address);
     void showArrivedPage(const QString &html);
     void start();
@@ -96,6 +106,8 @@ private:
     void installWhenReady();
     void install();
     void sayFailed(const InstallResult &result);
+    void sayFault(IndexFault fault, const QString &reason = {});
+    void sayWhy(const QString &error);
 
     Needs m_use;
     DownloadedPackage m_package;
@@ -103,9 +115,15 @@ private:
     Source m_source;
     std::optional<Source> m_asked; // the link that the user is being asked about
 
-    // A package is installed when it and the index are there.
+    // What the signed index says of the current package, and who waits to know it.
+    std::optional<IndexedPackage> m_named;
+    Source m_sought;
+    std::function<void(const IndexedPackage &package)> m_whenNamed;
+
+    // From a store that signs nothing a package is installed when it and the index, or none, are there.
     bool m_hasPackage = false;
-    std::optional<QByteArray> m_index;
+    bool m_hasIndex = false;
+    std::optional<StoreIndex> m_index;
     bool m_isInstalling = false;
 };
 

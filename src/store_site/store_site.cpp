@@ -1,12 +1,10 @@
 #include "store_site.h"
 
 #include "store/protocol/package_link.h"
+#include "store_index/store_index.h"
 #include "template_text.h"
 
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLocale>
 #include <QUrl>
 
@@ -134,14 +132,16 @@ QByteArray catalogue(const std::vector<PublishedApp> &apps, const QString &downl
             {{u"count"_s, QString::number(apps.size())}, {u"links"_s, links}, {u"sections"_s, sections}}));
 }
 
-QByteArray index(const std::vector<PublishedApp> &apps)
+QByteArray indexText(const std::vector<PublishedApp> &apps)
 {
-    QJsonArray packages;
+    StoreIndex index;
     for (const PublishedApp &app : apps) {
-        packages += QJsonObject{{u"name"_s, app.name}, {u"size"_s, app.package.size()},
-            {u"sha256"_s, QString::fromLatin1(app.checksum.toHex())}};
+        index.packages.push_back({.name = app.name,
+            .path = app.name + packageEnding,
+            .size = app.package.size(),
+            .checksum = app.checksum});
     }
-    return QJsonDocument(QJsonObject{{u"packages"_s, packages}}).toJson();
+    return index.toJson();
 }
 
 } // namespace
@@ -158,7 +158,7 @@ SiteFiles buildSite(const std::vector<PublishedApp> &apps, const QString &downlo
         {u"plum/store.css"_s, siteFile(u"store.css"_s)},
         {u"plum/search.js"_s, siteFile(u"search.js"_s)},
         {u"plum/plum.svg"_s, siteFile(u"plum.svg"_s)},
-        {u"plum/download/index.json"_s, index(apps)},
+        {u"plum/download/index.json"_s, indexText(apps)},
     };
     const QString appPage = part(u"app.html"_s);
     for (const PublishedApp &app : apps) {

@@ -70,11 +70,16 @@ public:
             onStart();
     }
     void setLargest(qint64 bytes) override { largest = bytes; }
+    bool wasTooLarge() const override { return false; }
     bool isBusy() const override { return busy; }
     void fetchIndex(const QUrl &address) override
     {
         m_log.add(QStringLiteral("index ") + address.toString());
         indexIsUnderWay = true;
+    }
+    void fetchSignedIndex(const SignedStore &store) override
+    {
+        m_log.add(QStringLiteral("signed index ") + store.base.toString());
     }
     void endIndex() override
     {
@@ -120,13 +125,15 @@ public:
         m_log.add(QStringLiteral("ask install %1 from %2%3")
                       .arg(offer.keyword, offer.origin,
                           offer.replaces ? QStringLiteral(" (replacing)") : QString()));
+        lastOffer = offer;
         agree = std::move(install);
     }
     bool isAsking() const override { return asking; }
     void addApp(const QString &keyword) override { m_log.add(QStringLiteral("add app ") + keyword); }
 
     std::function<void()> onMessage;
-    std::function<void()> agree; // the answer to the last question
+    InstallOffer lastOffer; // the last question
+    std::function<void()> agree; // its answer
     bool asking = false;
 
 private:
@@ -136,7 +143,12 @@ private:
 // The store's logic on recording neighbours, in a program folder of its own.
 struct StoreBench
 {
-    StoreBench() { platform.paths().folder = files.folder(); }
+    explicit StoreBench(const StoreAddresses &of
+        = {QUrl(QStringLiteral("http://localhost")), QUrl(QStringLiteral("http://localhost/plum/download/"))})
+        : addresses(of)
+    {
+        platform.paths().folder = files.folder();
+    }
 
     QStringList events() const { return platform.log.lines(); }
     bool hasApp(const QString &name) const
@@ -157,8 +169,8 @@ struct StoreBench
         {folders, listFile, [this](const QString &path) {
              return QDir().rename(path, trash.path() + u'/' + QFileInfo(path).fileName());
          }}}};
-    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer,
-        {QUrl(QStringLiteral("http://shop.test")), QUrl(QStringLiteral("http://shop.test/plum/download/"))}}};
+    const StoreAddresses addresses;
+    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer, addresses}};
 };
 
 } // namespace plum::test

@@ -2,6 +2,7 @@
 
 #include "archive/zip_writer.h"
 #include "store/download_texts.h"
+#include "store_index/store_index.h"
 #include "support/file_size_limit.h"
 
 #include <QCryptographicHash>
@@ -31,8 +32,12 @@ protected:
 
     QByteArray indexOf(const QString &name, const QByteArray &package)
     {
-        const QByteArray sum = QCryptographicHash::hash(package, QCryptographicHash::Sha256).toHex();
-        return "{\"packages\":[{\"name\":\"" + name.toUtf8() + "\",\"sha256\":\"" + sum + "\"}]}";
+        plum::StoreIndex index;
+        index.packages.push_back({.name = name,
+            .path = name + u".wfp"_s,
+            .size = package.size(),
+            .checksum = QCryptographicHash::hash(package, QCryptographicHash::Sha256)});
+        return index.toJson();
     }
 
     // The downloader reports a complete package, and the index arrives.
@@ -59,7 +64,7 @@ protected:
     static QStringList startOf(const QString &name, const QString &url)
     {
         return {u"target %1.wfp"_s.arg(name), u"url "_s + url,
-            u"index http://shop.test/plum/download/index.json"_s, u"GetStart"_s};
+            u"index http://localhost/plum/download/index.json"_s, u"GetStart"_s};
     }
 
     StoreBench bench;
@@ -78,7 +83,7 @@ TEST_F(Store, OpensTheCatalogue)
 {
     bench.store.openStore();
     EXPECT_EQ(bench.events(),
-        (QStringList{u"caption "_s, u"navigate http://shop.test/plum/workflow_in/index.html?v=0.01"_s,
+        (QStringList{u"caption "_s, u"navigate http://localhost/plum/workflow_in/index.html?v=0.01"_s,
             u"height 625"_s, u"lay out"_s, u"show"_s}));
 }
 
@@ -87,14 +92,14 @@ TEST_F(Store, WithoutABrowserEngineTheCatalogueOpensInTheDefaultBrowser)
     bench.view.available = false;
     bench.store.openStore();
     ASSERT_EQ(bench.events().size(), 1);
-    EXPECT_TRUE(bench.events().first().contains("http://shop.test/plum/workflow_in/index.html?v=0.01"_L1));
+    EXPECT_TRUE(bench.events().first().contains("http://localhost/plum/workflow_in/index.html?v=0.01"_L1));
 }
 
 TEST_F(Store, Mode1DownloadsThePackageOfTheName)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
     bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
-    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://localhost/plum/download/notes.wfp"_s));
     EXPECT_TRUE(bench.hasApp(u"notes"_s));
 }
 
@@ -102,13 +107,13 @@ TEST_F(Store, ANameWithSignsOfAnAddressIsStillAName)
 {
     bench.store.XzSet(InstallFlag::ByName, u"a#b%c d你"_s);
     EXPECT_EQ(bench.events(),
-        startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
+        startOf(u"a#b%c d你"_s, u"http://localhost/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
     bench.transfers.end(DownloadStatus::Failed);
     bench.platform.log.clear();
-    follow(u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s);
+    follow(u"http://localhost/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s);
     agree();
     EXPECT_EQ(bench.events(),
-        startOf(u"a#b%c d你"_s, u"http://shop.test/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
+        startOf(u"a#b%c d你"_s, u"http://localhost/plum/download/a%23b%25c%20d%E4%BD%A0.wfp"_s));
 }
 
 TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
@@ -119,7 +124,7 @@ TEST_F(Store, Mode0IgnoresTheNameAndDeletesTheCurrentApp)
     bench.files.write(u"config/apps/other/main.wf"_s, "other");
     bench.platform.log.clear();
     bench.store.XzSet(InstallFlag::Reinstall, u"other"_s);
-    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://localhost/plum/download/notes.wfp"_s));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     EXPECT_TRUE(bench.hasApp(u"other"_s));
 }
@@ -148,7 +153,7 @@ TEST_F(Store, AnAppThatIsNotReplacedComesBack)
     // Not found, cut, stopped, no connection: each is an end of the download.
     for (const DownloadStatus end : {DownloadStatus::Failed, DownloadStatus::Stopped, DownloadStatus::Paused,
              DownloadStatus::BadAnswer, DownloadStatus::NotSent, DownloadStatus::NoFile}) {
-        follow(u"http://shop.test/plum/download/notes.wfp"_s);
+        follow(u"http://localhost/plum/download/notes.wfp"_s);
         bench.store.XzSet(InstallFlag::Reinstall, {});
         EXPECT_FALSE(bench.hasApp(u"notes"_s));
         bench.transfers.end(end);
@@ -157,7 +162,7 @@ TEST_F(Store, AnAppThatIsNotReplacedComesBack)
     const QByteArray package = putPackage(u"notes"_s, "new");
     for (const QByteArray &bad : {QByteArray("<html>Not found</html>"), package.first(package.size() / 2),
              QByteArray("\x1f\x8b\x08") + package}) {
-        follow(u"http://shop.test/plum/download/notes.wfp"_s);
+        follow(u"http://localhost/plum/download/notes.wfp"_s);
         bench.store.XzSet(InstallFlag::Reinstall, {});
         bench.files.write(u"notes.wfp"_s, bad);
         complete();
@@ -308,13 +313,12 @@ TEST_F(Store, APackageMayBeAsLargeAsTheIndexSays)
 {
     bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
     EXPECT_EQ(bench.transfers.largest, qint64(1) << 30);
-    Q_EMIT bench.transfers.indexArrived(
-        R"({"packages":[{"name":"other","size":5},{"name":"notes","size":1234}]})");
+    Q_EMIT bench.transfers.indexArrived(indexOf(u"notes"_s, QByteArray(1234, 'x')));
     EXPECT_EQ(bench.transfers.largest, 1234);
     bench.transfers.end(DownloadStatus::Failed);
 
-    for (const QByteArray index :
-        {"", R"({"packages":[{"name":"notes"}]})", R"({"packages":[{"name":"notes","size":-1}]})"}) {
+    for (const QByteArray &index :
+        {QByteArray(), indexOf(u"other"_s, "x"), QByteArray(R"({"type":"index"})")}) {
         bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
         Q_EMIT bench.transfers.indexArrived(index);
         EXPECT_EQ(bench.transfers.largest, qint64(1) << 30) << index.constData();
@@ -332,15 +336,18 @@ TEST_F(Store, APackageWithTheRightChecksumIsInstalled)
 TEST_F(Store, ADamagedPackageIsRefusedAndNothingOfItIsKept)
 {
     bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
-    putPackage(u"notes"_s, "script");
+    const QByteArray package = putPackage(u"notes"_s, "script");
     bench.platform.log.clear();
-    complete(indexOf(u"notes"_s, "another package"));
-    EXPECT_EQ(bench.events(), failure(u"The package is damaged and was not installed."_s));
+    QByteArray other = package;
+    other.back() ^= 1;
+    complete(indexOf(u"notes"_s, other));
+    EXPECT_EQ(bench.events(),
+        failure(u"The package is not the one that the store has signed. It was not installed."_s));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/notes.wfp"_s));
 }
 
-TEST_F(Store, WithoutAnIndexEntryThePackageIsInstalled)
+TEST_F(Store, OnThisComputerAPackageIsInstalledWithoutAnIndexEntry)
 {
     for (const QByteArray &index : {QByteArray(), QByteArray("no index"), indexOf(u"other"_s, "x"),
              QByteArray(R"({"packages":[{"name":"notes","sha256":"12"},5]})")}) {
@@ -352,13 +359,48 @@ TEST_F(Store, WithoutAnIndexEntryThePackageIsInstalled)
     }
 }
 
+TEST(StoreElsewhere, ThatSignsNothingInstallsNothingAndIsAskedNothing)
+{
+    for (const char *host :
+        {"shop.test", "localhost.shop.test", "127.0.0.1.shop.test", "128.0.0.1", "[::2]"}) {
+        const QUrl site(u"http://"_s + QLatin1StringView(host));
+        StoreBench bench({site, site.resolved(QUrl(u"/plum/download/"_s))});
+        bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
+        bench.store.askInstall(InstallFlag::ByName, u"notes"_s);
+        const QString sentence
+            = u"message Error\n\nThis Plum knows no key of the store. Only a store on this "
+              "computer may do without. Nothing was installed. (system-modal)"_s;
+        EXPECT_EQ(bench.events(), (QStringList{sentence, sentence})) << host;
+    }
+}
+
+TEST(StoreOnThisComputer, IsKnownByItsAddress)
+{
+    for (const char *host : {"localhost", "127.0.0.1", "127.3.2.1", "[::1]"}) {
+        const QUrl site(u"http://"_s + QLatin1StringView(host));
+        const plum::StoreAddresses addresses{site, site.resolved(QUrl(u"/plum/download/"_s))};
+        EXPECT_TRUE(addresses.isLocal()) << host;
+    }
+}
+
+TEST_F(Store, ThatSignsNothingSaysSoAndNothingElseIsKnownOfThePackage)
+{
+    bench.store.askInstall(InstallFlag::ByName, u"notes"_s);
+    EXPECT_TRUE(bench.host.lastOffer.fromUnsignedStore);
+    EXPECT_TRUE(bench.host.lastOffer.version.isEmpty());
+    EXPECT_EQ(bench.host.lastOffer.size, 0);
+    EXPECT_TRUE(bench.host.lastOffer.sheet.isEmpty());
+    EXPECT_EQ(
+        bench.events(), QStringList{u"ask install notes from http://localhost/plum/download/notes.wfp"_s});
+}
+
 TEST_F(Store, ASecondPackageHasToWaitForTheFirst)
 {
     bench.store.XzSet(InstallFlag::ByName, u"first"_s);
     bench.platform.log.clear();
     bench.store.XzSet(InstallFlag::ByName, u"second"_s);
     bench.store.XzSet(InstallFlag::Reinstall, {});
-    follow(u"http://shop.test/plum/download/third.wfp"_s);
+    follow(u"http://localhost/plum/download/third.wfp"_s);
     EXPECT_TRUE(bench.events().isEmpty());
 
     putPackage(u"first"_s, "script");
@@ -370,7 +412,7 @@ TEST_F(Store, ASecondPackageHasToWaitForTheFirst)
     bench.host.onMessage = {};
     bench.platform.log.clear();
     bench.store.XzSet(InstallFlag::ByName, u"second"_s);
-    EXPECT_EQ(bench.events(), startOf(u"second"_s, u"http://shop.test/plum/download/second.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"second"_s, u"http://localhost/plum/download/second.wfp"_s));
 }
 
 TEST_F(Store, AfterAFailedDownloadItCanBeStartedAgain)
@@ -387,24 +429,24 @@ TEST_F(Store, AfterAFailedDownloadItCanBeStartedAgain)
 
 TEST_F(Store, ALinkToAPackageAsksAndRequestsNothingBefore)
 {
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     EXPECT_EQ(
-        bench.events(), QStringList{u"ask install notes from http://shop.test/plum/download/notes.wfp"_s});
+        bench.events(), QStringList{u"ask install notes from http://localhost/plum/download/notes.wfp"_s});
     agree();
-    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://localhost/plum/download/notes.wfp"_s));
 }
 
 TEST_F(Store, ALinkFurtherBelowTheBaseIsFetchedFromThere)
 {
-    follow(u"http://shop.test/plum/download/more/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/more/notes.wfp"_s);
     agree();
-    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/more/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://localhost/plum/download/more/notes.wfp"_s));
 }
 
 TEST_F(Store, ALinkToAnInstalledAppAsksForAName)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     EXPECT_EQ(bench.events(), QStringList{u"ask name notes"_s});
     EXPECT_TRUE(bench.hasApp(u"notes"_s));
 }
@@ -412,10 +454,10 @@ TEST_F(Store, ALinkToAnInstalledAppAsksForAName)
 TEST_F(Store, ANewNameInstallsTheLinkedPackageUnderIt)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     bench.platform.log.clear();
     bench.store.XzSet(InstallFlag::ByName, u"memo"_s);
-    EXPECT_EQ(bench.events(), startOf(u"memo"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"memo"_s, u"http://localhost/plum/download/notes.wfp"_s));
     complete(indexOf(u"notes"_s, putPackage(u"memo"_s, "script")));
     EXPECT_EQ(script(u"memo"_s), "script");
     EXPECT_EQ(script(u"notes"_s), "old");
@@ -423,60 +465,60 @@ TEST_F(Store, ANewNameInstallsTheLinkedPackageUnderIt)
     // The link counts once.
     bench.platform.log.clear();
     bench.store.XzSet(InstallFlag::ByName, u"chess"_s);
-    EXPECT_EQ(bench.events(), startOf(u"chess"_s, u"http://shop.test/plum/download/chess.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"chess"_s, u"http://localhost/plum/download/chess.wfp"_s));
 }
 
 TEST_F(Store, ConfirmingWithoutACheckReinstallsTheLinkedPackage)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     bench.platform.log.clear();
     bench.store.XzSet(InstallFlag::Reinstall, u"whatever"_s);
-    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://localhost/plum/download/notes.wfp"_s));
     EXPECT_FALSE(bench.hasApp(u"notes"_s));
 }
 
 TEST_F(Store, TheNameBoxIsFollowedByTheDialog)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     bench.platform.log.clear();
     bench.store.askInstall(InstallFlag::ByName, u"memo"_s);
     EXPECT_EQ(
-        bench.events(), QStringList{u"ask install memo from http://shop.test/plum/download/notes.wfp"_s});
+        bench.events(), QStringList{u"ask install memo from http://localhost/plum/download/notes.wfp"_s});
     agree();
-    EXPECT_EQ(bench.events(), startOf(u"memo"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"memo"_s, u"http://localhost/plum/download/notes.wfp"_s));
 }
 
 TEST_F(Store, TheDialogSaysThatAnAppIsReplaced)
 {
     bench.files.write(u"config/apps/notes/main.wf"_s, "old");
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     bench.platform.log.clear();
     bench.store.askInstall(InstallFlag::Reinstall, u"whatever"_s);
     EXPECT_EQ(bench.events(),
-        QStringList{u"ask install notes from http://shop.test/plum/download/notes.wfp (replacing)"_s});
+        QStringList{u"ask install notes from http://localhost/plum/download/notes.wfp (replacing)"_s});
     EXPECT_TRUE(bench.hasApp(u"notes"_s));
     agree();
-    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://localhost/plum/download/notes.wfp"_s));
 }
 
 TEST_F(Store, WhatWasAskedIsWhatIsInstalledWhateverIsFollowedMeanwhile)
 {
     bench.files.write(u"config/apps/other/main.wf"_s, "other");
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     const std::function<void()> agreeToNotes = bench.host.agree;
-    follow(u"http://shop.test/plum/download/other.wfp"_s);
+    follow(u"http://localhost/plum/download/other.wfp"_s);
     bench.platform.log.clear();
     agreeToNotes();
-    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://shop.test/plum/download/notes.wfp"_s));
+    EXPECT_EQ(bench.events(), startOf(u"notes"_s, u"http://localhost/plum/download/notes.wfp"_s));
     EXPECT_EQ(script(u"other"_s), "other");
 }
 
 TEST_F(Store, APageAsksNoSecondQuestionOverTheFirst)
 {
     bench.host.asking = true;
-    follow(u"http://shop.test/plum/download/notes.wfp"_s);
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
     EXPECT_TRUE(bench.events().isEmpty());
 }
 

@@ -21,6 +21,17 @@ QtStoreTransfers::QtStoreTransfers(const Paths &paths, TextCodec &codec)
             endIndex();
     });
     connect(&m_indexExchange, &HttpExchange::ended, this, &QtStoreTransfers::takeIndex);
+    connect(&m_signedIndex, &SignedIndexFetch::ended, this, &StoreTransfers::signedIndexArrived);
+}
+
+void QtStoreTransfers::setIndexPatience(std::chrono::milliseconds patience)
+{
+    m_indexPatience = patience;
+}
+
+void QtStoreTransfers::fetchSignedIndex(const SignedStore &store)
+{
+    m_signedIndex.start(store, m_indexPatience);
 }
 
 void QtStoreTransfers::fetchIndex(const QUrl &address)
@@ -32,6 +43,7 @@ void QtStoreTransfers::fetchIndex(const QUrl &address)
 
 void QtStoreTransfers::endIndex()
 {
+    m_signedIndex.end();
     if (!m_indexExchange.isRunning())
         return;
     m_indexExchange.stop();
