@@ -72,53 +72,58 @@ int browserLength(const QString &size, int field)
 std::span<const FileCommands::Row> FileCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     static constexpr std::array rows{
         Row{{u"open",
                 {{{u"path", Path}, Field{u"parameters", Text}.optional(),
                     Field{u"show", Choice, u"normal"}.oneOf(showWords)}},
                 u"Starts a program or opens a document, folder or address; show is empty, hide, min or max.",
-                Touches::Desktop},
+                Touches::Desktop, Editions::Both, {{Run, 0}, {Contact, 0}}},
             &FileCommands::open},
         Row{{u"call",
                 {{{u"path", Path}, Field{u"parameters", Text}.optional(),
                     Field{u"output", Choice}.oneOf(outputWords).optional(), Field{u"size", Text}.optional()}},
                 u"Starts a program hidden; with output html its page appears in the store window, sized "
                 u"w:h.",
-                Touches::Desktop},
+                Touches::Desktop, Editions::Both, {{Run, 0}, {Contact, 0}}},
             &FileCommands::callProgram},
         Row{{u"call_js",
                 {{{u"script", Path}, {u"function", Text}, Field{u"arguments", Text}.optional(),
                     Field{u"variable", Variable}.optional()}},
-                u"Calls a function of a JavaScript file or address and stores its value."},
+                u"Calls a function of a JavaScript file or address and stores its value.", Touches::Nothing,
+                Editions::Both, {{Evaluate}, {ReadFile, 0}, {Contact, 0}}},
             &FileCommands::callJavaScript},
         Row{{u"read",
                 {{{u"path", Path}, Field{u"mode", Choice, u"joined"}.oneOf(readWords).orNumber(),
                     {u"variable", Variable}}},
                 u"Stores a text file: its lines joined, with mode r in reverse order, or the line of a "
-                u"number; in edition 2 with mode all as it is."},
+                u"number; in edition 2 with mode all as it is.",
+                Touches::Nothing, Editions::Both, {{ReadFile, 0}}},
             &FileCommands::read},
         Row{{u"save",
                 {{{u"path", Path}, {u"variable", Variable},
                     Field{u"mode", Choice}.oneOf(saveWords).optional()}},
                 u"Appends a variable's value as a line, with mode append. Without a mode edition 1 writes "
-                u"nothing and edition 2 replaces the file."},
+                u"nothing and edition 2 replaces the file.",
+                Touches::Nothing, Editions::Both, {{WriteFile, 0, ObjectForm::AsWritten}}},
             &FileCommands::save},
         Row{{u"write",
                 {{{u"path", Path}, {u"text", Text}, Field{u"mode", Choice}.oneOf(saveWords).optional()}},
                 u"Writes a text into a file as it is, in place of what is there or, with mode append, behind "
                 u"it.",
-                Touches::Nothing, Editions::Two},
+                Touches::Nothing, Editions::Two, {{WriteFile, 0}}},
             &FileCommands::write},
         Row{{u"exists", {{{u"path", Path}, {u"variable", Variable}}},
-                u"Stores 1 where there is such a file or folder, else 0.", Touches::Nothing, Editions::Two},
+                u"Stores 1 where there is such a file or folder, else 0.", Touches::Nothing, Editions::Two,
+                {{ReadFile, 0}}},
             &FileCommands::exists},
         Row{{u"list", {{{u"folder", Path}, {u"pattern", Text, u"*"}, {u"variable", Variable}}},
                 u"Stores the names of a folder's files that fit a pattern such as *.txt, one a line, by "
                 u"name.",
-                Touches::Nothing, Editions::Two},
+                Touches::Nothing, Editions::Two, {{ReadFile, 0}}},
             &FileCommands::list},
         Row{{u"move", {{{u"from", Path}, {u"to", Path}}}, u"Moves or renames a file; it replaces none.",
-                Touches::Nothing, Editions::Two},
+                Touches::Nothing, Editions::Two, {{ReadFile, 0}, {WriteFile, 0}, {WriteFile, 1}}},
             &FileCommands::move},
     };
     return rows;

@@ -35,26 +35,31 @@ std::span<const CommandInfo> keyWords()
 std::span<const KeyboardCommands::Row> KeyboardCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     static const Field keys = Field{u"keys", KeyList}.oneOf(keyWords());
     static const Field key = Field{u"key", KeyName}.oneOf(keyWords());
     static const std::array rows{
         Row{{u"hotkey", {{keys}}, u"Presses all keys in order and then releases them in the same order.",
-                Touches::Desktop},
+                Touches::Desktop, Editions::Both, {{Keys}}},
             &KeyboardCommands::hotkey},
-        Row{{u"key", {{keys}}, u"Presses and releases one key after the other.", Touches::Desktop},
+        Row{{u"key", {{keys}}, u"Presses and releases one key after the other.", Touches::Desktop,
+                Editions::Both, {{Keys}}},
             &KeyboardCommands::key},
         Row{{u"send", {{{u"text", Text}}},
-                u"Types a text by pasting it; the clipboard's text is put back afterwards.",
-                Touches::Desktop},
+                u"Types a text by pasting it; the clipboard's text is put back afterwards.", Touches::Desktop,
+                Editions::Both, {{Paste, 0, ObjectForm::AsWritten}}},
             &KeyboardCommands::paste},
-        Row{{u"ensend", {{{u"text", Text}}}, u"Reads a scrambled text and types nothing.", Touches::Desktop},
+        Row{{u"ensend", {{{u"text", Text}}}, u"Reads a scrambled text and types nothing.", Touches::Desktop,
+                Editions::Both, {{Nothing}}},
             &KeyboardCommands::ensend},
         Row{{u"type", {{{u"text", Text}}},
                 u"Types a text key by key, in any keyboard layout; the clipboard stays as it is.",
-                Touches::Desktop, Editions::Two},
+                Touches::Desktop, Editions::Two, {{Keys}}},
             &KeyboardCommands::type},
-        Row{{u"key_down", {{key}}, u"Presses a key.", Touches::Desktop}, &KeyboardCommands::keyDown},
-        Row{{u"key_up", {{key}}, u"Releases a key.", Touches::Desktop}, &KeyboardCommands::keyUp},
+        Row{{u"key_down", {{key}}, u"Presses a key.", Touches::Desktop, Editions::Both, {{Keys}}},
+            &KeyboardCommands::keyDown},
+        Row{{u"key_up", {{key}}, u"Releases a key.", Touches::Desktop, Editions::Both, {{Keys}}},
+            &KeyboardCommands::keyUp},
     };
     return rows;
 }

@@ -41,21 +41,25 @@ bool isToken(QAnyStringView text)
 std::span<const NetCommands::Row> NetCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     static constexpr std::array rows{
         Row{{u"get", {{{u"url", Url}, {u"variable", Variable}}},
-                u"Fetches a page as text; empty when it cannot be had."},
+                u"Fetches a page as text; empty when it cannot be had.", Touches::Nothing, Editions::Both,
+                {{Contact, 0}}},
             &NetCommands::get},
         Row{{u"post", {}, u"Accepted, and does nothing.", Touches::Nothing, Editions::One},
             &NetCommands::post},
         Row{{u"upload",
                 {{{u"url", Url}, {u"file", Path}, {u"field", Text},
                     {u"content type", Text, u"application/upload"}, Field{u"variable", Variable}.optional()}},
-                u"Posts a file as a form and stores the answer, if a variable is given."},
+                u"Posts a file as a form and stores the answer, if a variable is given.", Touches::Nothing,
+                Editions::Both, {{Contact, 0}, {ReadFile, 1, ObjectForm::AsWritten}}},
             &NetCommands::upload},
         Row{{u"download",
                 {{{u"url", Url}, {u"folder", Path, u"the download helper's own"},
                     {u"name", Text, u"the last part of the address"}, Field{u"label", Text}.optional()}},
-                u"Hands a download over to the download helper; the script goes on at once."},
+                u"Hands a download over to the download helper; the script goes on at once.",
+                Touches::Nothing, Editions::Both, {{Contact, 0}, {WriteFile, 1, ObjectForm::Folder}}},
             &NetCommands::download},
         Row{{u"request",
                 {{Field{u"method", Choice}.oneOf(methodWords), {u"url", Url},
@@ -65,7 +69,7 @@ std::span<const NetCommands::Row> NetCommands::table()
                 u"Sends a request, with headers as lines of Name: value, and stores the answer; without a "
                 u"variable "
                 u"for the status, one outside 200 to 299 is an error.",
-                Touches::Nothing, Editions::Two},
+                Touches::Nothing, Editions::Two, {{Contact, 1}}},
             &NetCommands::request},
     };
     return rows;

@@ -43,6 +43,7 @@ void requireStarted(Session::Outcome outcome)
 std::span<const OsCommands::Row> OsCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     static const QList<CommandInfo> actionWords = PointActions::words(PointActions::Search);
     static const std::array rows{
         Row{{u"find_pic",
@@ -51,30 +52,35 @@ std::span<const OsCommands::Row> OsCommands::table()
                 u"Looks for a picture on the screen and acts at its top left corner: click, d_click, r_click "
                 u"where the pointer is, move, get_xy, get_x, get_y, set_clipboard; any other word is the "
                 u"variable that receives the point.",
-                Touches::Desktop},
+                Touches::Desktop, Editions::Both, {{SeeScreen}, {ReadFile, 0}}},
             &OsCommands::findPicture},
         Row{{u"find_color",
                 {{{u"colour", Colour}, {u"region", Region, u"the main screen"}, {u"offset", Offset, u"0:0"},
                     Field{u"action", Choice, u"nothing"}.oneOfOrVariable(actionWords)}},
                 u"Looks for the first pixel of exactly one colour and acts there as find_pic does.",
-                Touches::Desktop},
+                Touches::Desktop, Editions::Both, {{SeeScreen}}},
             &OsCommands::findColour},
         Row{{u"set_clipboard", {{{u"text", Text}}}, u"Puts a text on the clipboard in place of all else.",
-                Touches::Desktop},
+                Touches::Desktop, Editions::Both, {{SetClipboard}}},
             &OsCommands::setClipboard},
-        Row{{u"get_clipboard", {{{u"variable", Variable}}}, u"Stores the clipboard's text.",
-                Touches::Desktop},
+        Row{{u"get_clipboard", {{{u"variable", Variable}}}, u"Stores the clipboard's text.", Touches::Desktop,
+                Editions::Both, {{SeeClipboard}}},
             &OsCommands::getClipboard},
         Row{{u"tips", {{{u"text", Text}}}, u"Shows a tip; the script goes on when it is closed."},
             &OsCommands::showTip},
-        Row{{u"lock_screen", {}, u"Locks the screen.", Touches::Desktop}, &OsCommands::lockScreen},
-        Row{{u"off_monitor", {}, u"Switches the monitor off.", Touches::Desktop},
+        Row{{u"lock_screen", {}, u"Locks the screen.", Touches::Desktop, Editions::Both, {{LockScreen}}},
+            &OsCommands::lockScreen},
+        Row{{u"off_monitor", {}, u"Switches the monitor off.", Touches::Desktop, Editions::Both,
+                {{SwitchMonitorOff}}},
             &OsCommands::turnMonitorOff},
-        Row{{u"log_off", {}, u"Ends the session without asking programs.", Touches::Desktop},
+        Row{{u"log_off", {}, u"Ends the session without asking programs.", Touches::Desktop, Editions::Both,
+                {{LogOff}}},
             &OsCommands::logOff},
-        Row{{u"shut_down", {}, u"Switches the machine off without asking programs.", Touches::Desktop},
+        Row{{u"shut_down", {}, u"Switches the machine off without asking programs.", Touches::Desktop,
+                Editions::Both, {{ShutDown}}},
             &OsCommands::shutDown},
-        Row{{u"restart", {}, u"Restarts the machine without asking programs.", Touches::Desktop},
+        Row{{u"restart", {}, u"Restarts the machine without asking programs.", Touches::Desktop,
+                Editions::Both, {{Restart}}},
             &OsCommands::restart},
         Row{{u"run",
                 {{{u"program", Path}, Field{u"arguments", Text}.repeated(),
@@ -82,10 +88,11 @@ std::span<const OsCommands::Row> OsCommands::table()
                 u"Runs a program and waits for its end, a minute at most; stores what it wrote and its "
                 u"status. "
                 u"Without a variable for the status, one that is not 0 is an error.",
-                Touches::Nothing, Editions::Two},
+                Touches::Nothing, Editions::Two, {{Run, 0}}},
             &OsCommands::run},
         Row{{u"窗口最小化", {{{u"title", Text}}},
-                u"Minimises the window with exactly this title, written without quotes.", Touches::Desktop},
+                u"Minimises the window with exactly this title, written without quotes.", Touches::Desktop,
+                Editions::Both, {{ChangeWindows, 0, ObjectForm::AsWritten}}},
             &OsCommands::minimiseByTitle},
     };
     return rows;

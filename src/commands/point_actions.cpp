@@ -23,17 +23,20 @@ std::span<const PointActions::Action> PointActions::table()
     using Actions = PointActions;
     constexpr unsigned both = AfterOffset | Search;
     static constexpr std::array rows{
-        Action{AfterOffset, u"", &Actions::moveTo, u"Moves there."},
+        Action{AfterOffset, u"", &Actions::moveTo, u"Moves there.", {{Effect::Mouse}}},
         Action{Search, u"", &Actions::doNothing, u"Does nothing."},
-        Action{both, u"move", &Actions::moveTo, u"Moves there."},
-        Action{both, u"click", &Actions::clickAt, u"Moves there and clicks."},
-        Action{both, u"d_click", &Actions::doubleClickAt, u"Moves there and double-clicks."},
-        Action{both, u"r_click", &Actions::rightClick, u"Right-clicks where the pointer is."},
+        Action{both, u"move", &Actions::moveTo, u"Moves there.", {{Effect::Mouse}}},
+        Action{both, u"click", &Actions::clickAt, u"Moves there and clicks.", {{Effect::Mouse}}},
+        Action{
+            both, u"d_click", &Actions::doubleClickAt, u"Moves there and double-clicks.", {{Effect::Mouse}}},
+        Action{
+            both, u"r_click", &Actions::rightClick, u"Right-clicks where the pointer is.", {{Effect::Mouse}}},
         Action{AfterOffset, u"tips", &Actions::showPoint, u"Shows the point in a message."},
         Action{Search, u"get_xy", &Actions::storePoint, u"Stores the point in tarnwick_xy."},
         Action{Search, u"get_x", &Actions::storeX, u"Stores its x in tarnwick_xy."},
         Action{Search, u"get_y", &Actions::storeY, u"Stores its y in tarnwick_xy."},
-        Action{Search, u"set_clipboard", &Actions::copyPoint, u"Puts the point on the clipboard."},
+        Action{Search, u"set_clipboard", &Actions::copyPoint, u"Puts the point on the clipboard.",
+            {{Effect::SetClipboard}}},
     };
     return rows;
 }
@@ -43,7 +46,7 @@ QList<CommandInfo> PointActions::words(User user)
     QList<CommandInfo> words;
     for (const Action &action : table()) {
         if ((action.users & user) != 0 && !action.word.isEmpty())
-            words += {action.word, {}, action.summary};
+            words += {action.word, {}, action.summary, Touches::Nothing, Editions::Both, action.effects};
     }
     return words;
 }

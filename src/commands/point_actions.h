@@ -37,6 +37,7 @@ public:
         QStringView word;
         void (PointActions::*routine)(const CommandCall &, ScriptPoint);
         QStringView summary;
+        CommandEffects effects = {};
     };
 
     explicit PointActions(const Needs &needs)

@@ -10,12 +10,14 @@ namespace plum {
 std::span<const WebboxCommands::Row> WebboxCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     static constexpr std::array rows{
         Row{{u"url", {{{u"address", Url}, Field{u"title", Text}.optional()}},
-                u"Shows an address in the browser helper.", Touches::Desktop},
+                u"Shows an address in the browser helper.", Touches::Desktop, Editions::Both, {{Contact, 0}}},
             &WebboxCommands::url},
         Row{{u"html", {{{u"page", Text}, Field{u"title", Text}.optional()}},
-                u"Shows a piece of HTML in the browser helper.", Touches::Desktop},
+                u"Shows a piece of HTML in the browser helper.", Touches::Desktop, Editions::Both,
+                {{Contact, 0, ObjectForm::Page}}},
             &WebboxCommands::html},
     };
     return rows;

@@ -24,15 +24,16 @@ QList<CommandInfo> choicesOf(std::span<const WindowCommands::Selector> selectors
 std::span<const WindowCommands::Row> WindowCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     static const QList<CommandInfo> parts = choicesOf(getSelectors());
     static const QList<CommandInfo> changes = choicesOf(setSelectors());
     static const std::array rows{
         Row{{u"get", {{Field{u"what", Choice}.oneOf(parts), {u"window", Handle}, {u"variable", Variable}}},
                 u"Stores a window's handle, or a part of the rectangle of a window with its frame.",
-                Touches::Desktop},
+                Touches::Desktop, Editions::Both, {{SeeWindows}}},
             &WindowCommands::get},
         Row{{u"set", {{Field{u"what", Choice}.oneOf(changes), {u"window", Handle}, {u"to", Point}}},
-                u"Changes a window.", Touches::Desktop},
+                u"Changes a window.", Touches::Desktop, Editions::Both, {{ChangeWindows}}},
             &WindowCommands::set},
     };
     return rows;

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <array>
+#include <initializer_list>
 #include <span>
 
 namespace plum {
@@ -87,6 +88,73 @@ enum class Touches {
     Desktop,
 };
 
+// What a command brings about outside of its run's own variables, or learns from there.
+enum class Effect {
+    NoEffect, // no such entry
+    Nothing, // said of a row that would seem to do something
+    SeeScreen,
+    SeeClipboard,
+    SeeWindows, // which there are, and where
+    SeePointer,
+    ReadFile, // its content, its name or that it is there
+    WriteFile,
+    Contact, // a server, or whoever a page leads to
+    Keys,
+    Paste, // types a text by way of the clipboard, which it does not hand to the script
+    Mouse,
+    SetClipboard,
+    ChangeWindows,
+    Run, // starts a program, or opens something with one
+    Evaluate, // JavaScript
+    LockScreen,
+    SwitchMonitorOff,
+    LogOff,
+    ShutDown,
+    Restart,
+
+    // Not felt outside, but followed all the same.
+    TakeGiven, // the variable receives what the user typed
+    Calculate, // the field is an expression, which has references in it
+};
+
+// How the field of an effect names what it is about.
+enum class ObjectForm {
+    Resolved, // a path by the rule of `_pfold_`, or an address
+    AsWritten, // a path or a text as it stands
+    Folder, // a folder in which a file is made; empty: that of the download helper
+    Page, // a piece of HTML: without markup it reaches nothing
+};
+
+struct CommandEffect
+{
+    Effect effect = Effect::NoEffect;
+    int field = -1; // whose value says what it is about; -1: about nothing in particular
+    ObjectForm form = ObjectForm::Resolved;
+};
+
+// The effects of one row. A row that names none is taken to do nothing if it touches no desktop and has
+// neither a path nor an address among its fields, and to do anything otherwise.
+class CommandEffects
+{
+public:
+    static constexpr std::size_t most = 4;
+
+    constexpr CommandEffects() = default;
+    constexpr CommandEffects(std::initializer_list<CommandEffect> effects)
+    {
+        for (const CommandEffect &effect : effects)
+            m_all[m_count++] = effect;
+    }
+
+    constexpr bool areNamed() const { return m_count > 0; }
+    constexpr const CommandEffect *begin() const { return m_all.data(); }
+    constexpr const CommandEffect *end() const { return m_all.data() + m_count; }
+
+private:
+    std::array<CommandEffect, most> m_all{};
+    std::size_t m_count = 0;
+};
+
 // In which editions of the language a row exists.
 enum class Editions {
     One,
@@ -102,6 +170,7 @@ struct CommandInfo
     QStringView summary; // one sentence
     Touches touches = Touches::Nothing;
     Editions editions = Editions::Both;
+    CommandEffects effects = {}; // what it reaches outside of the run
 
     std::span<const Field> usedFields() const;
 

@@ -16,15 +16,17 @@ constexpr QStringView typedWord = u"enter";
 constexpr CommandInfo questionInfo(QStringView word)
 {
     return {word, {{{u"variable", FieldKind::Variable}, {u"prompt", FieldKind::Text}}},
-        u"Asks the user; the script goes on with the answer in the variable."};
+        u"Asks the user; the script goes on with the answer in the variable.", Touches::Nothing,
+        Editions::Both, {{Effect::TakeGiven}}};
 }
 
 constexpr CommandInfo pieceInfo{pieceWord,
     {{{u"separator", FieldKind::Text}, {u"variable", FieldKind::Variable}}},
-    u"Stores one piece of what was typed after the keyword; the number after enter_ counts from 1."};
+    u"Stores one piece of what was typed after the keyword; the number after enter_ counts from 1.",
+    Touches::Nothing, Editions::Both, {{Effect::TakeGiven}}};
 
-constexpr CommandInfo typedInfo{
-    typedWord, {{{u"variable", FieldKind::Variable}}}, u"Stores what was typed after the keyword."};
+constexpr CommandInfo typedInfo{typedWord, {{{u"variable", FieldKind::Variable}}},
+    u"Stores what was typed after the keyword.", Touches::Nothing, Editions::Both, {{Effect::TakeGiven}}};
 
 // In edition 1 each of these words stands for all that begin with it.
 bool isMeant(QStringView word, QStringView written)

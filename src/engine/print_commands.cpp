@@ -10,7 +10,8 @@ std::span<const PrintCommands::Row> PrintCommands::table()
 {
     static constexpr std::array rows{
         Row{{u"html", {{{u"page", FieldKind::Text}, Field{u"title", FieldKind::Text}.optional()}},
-                u"Shows a page in the browser helper; the script goes on at once.", Touches::Desktop},
+                u"Shows a page in the browser helper; the script goes on at once.", Touches::Desktop,
+                Editions::Both, {{Effect::Contact, 0, ObjectForm::Page}}},
             &PrintCommands::html},
     };
     return rows;

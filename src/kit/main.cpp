@@ -4,6 +4,7 @@
 #include "kit/lsp/message_stream.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
+#include "kit/sheet_command.h"
 #include "library/app_folders.h"
 #include "library/install_requests.h"
 #include "platform/paths.h"
@@ -28,6 +29,7 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
 
   plumkit run [options] FILE [options]    runs a script and ends with it
   plumkit check [options] FILE...         says what is wrong with scripts before they run
+  plumkit sheet [options] FILE|FOLDER     says what a script may do
   plumkit lsp                             talks to an editor by the language server protocol
   plumkit new [options] KEYWORD           makes a new app
   plumkit pack [options] FOLDER           makes the package of an app
@@ -67,6 +69,20 @@ A folder stands for all scripts in it and below, - for standard input. Ends with
   0    when nothing was found but hints
   1    when something was found
   2    when the options are unusable or a FILE cannot be read
+)";
+
+constexpr char sheetUsage[]
+    = R"(Says what a script may do, computed from its lines: what it sees, reads, writes, whom it contacts,
+what it presses and starts.
+
+  plumkit sheet [options] FILE|FOLDER
+
+  --format FORMAT     text or json
+  --help              shows this text
+
+FOLDER is that of an app. Ends with status
+  0    when the sheet is printed
+  2    when the options are unusable or FILE cannot be read
 )";
 
 constexpr char lspUsage[]
@@ -141,6 +157,21 @@ int check(int argc, char **argv, const QStringList &arguments)
     plum::prepareEnvironment(false);
     const QApplication application(argc, argv);
     return checkScripts(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
+}
+
+int sheet(int argc, char **argv, const QStringList &arguments)
+{
+    QString problem;
+    const SheetOptions options = readSheetOptions(arguments, problem);
+    if (!problem.isEmpty())
+        return refuse(problem, sheetUsage);
+    if (options.wantsHelp) {
+        std::fputs(sheetUsage, stdout);
+        return Done;
+    }
+    plum::prepareEnvironment(false);
+    const QApplication application(argc, argv);
+    return printSheet(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
 }
 
 int pack(int argc, char **argv, const QStringList &arguments)
@@ -259,6 +290,8 @@ int main(int argc, char **argv)
         return run(argc, argv, arguments);
     if (command == "check"_L1)
         return check(argc, argv, arguments);
+    if (command == "sheet"_L1)
+        return sheet(argc, argv, arguments);
     if (command == "pack"_L1)
         return pack(argc, argv, arguments);
     if (command == "lsp"_L1)

@@ -17,10 +17,11 @@ constexpr std::array<QStringView, 3> otherReferences{u"os.", u"me.", u"mouse."};
 std::span<const CalcCommands::Row> CalcCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     static constexpr std::array rows{
         Row{{u"set", {{{u"variable", Variable}, {u"expression", Text}}},
                 u"Works an expression out: + - * / %, comparisons, min, max, round, length, set.name.",
-                Touches::Nothing, Editions::Two},
+                Touches::Nothing, Editions::Two, {{Calculate, 1, ObjectForm::AsWritten}}},
             &CalcCommands::set},
     };
     return rows;

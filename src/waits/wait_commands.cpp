@@ -37,27 +37,30 @@ std::vector<quint32> pixelsOf(Screen &screen, const ScreenArea &area)
 std::span<const WaitCommands::Row> WaitCommands::table()
 {
     using enum FieldKind;
+    using enum Effect;
     constexpr Field time{u"time", Milliseconds, usualTime};
     constexpr Field area{u"region", Region, u"the main screen"};
     static constexpr std::array rows{
         Row{{u"picture", {{{u"picture", Path}, area, time, Field{u"variable", Variable}.optional()}},
-                u"Waits until a picture is seen and stores where.", Touches::Desktop, Editions::Two},
+                u"Waits until a picture is seen and stores where.", Touches::Desktop, Editions::Two,
+                {{SeeScreen}, {ReadFile, 0}}},
             &WaitCommands::picture},
         Row{{u"color", {{{u"colour", Colour}, area, time, Field{u"variable", Variable}.optional()}},
-                u"Waits until a colour is seen and stores where.", Touches::Desktop, Editions::Two},
+                u"Waits until a colour is seen and stores where.", Touches::Desktop, Editions::Two,
+                {{SeeScreen}}},
             &WaitCommands::colour},
         Row{{u"window", {{{u"title", Text}, time, Field{u"variable", Variable}.optional()}},
                 u"Waits for a window with exactly this title and stores its handle.", Touches::Desktop,
-                Editions::Two},
+                Editions::Two, {{SeeWindows}}},
             &WaitCommands::window},
         Row{{u"gone", {{{u"window", Handle}, time}}, u"Waits until a window is gone.", Touches::Desktop,
-                Editions::Two},
+                Editions::Two, {{SeeWindows}}},
             &WaitCommands::gone},
         Row{{u"file", {{{u"path", Path}, time}}, u"Waits until a file or a folder is there.",
-                Touches::Nothing, Editions::Two},
+                Touches::Nothing, Editions::Two, {{ReadFile, 0}}},
             &WaitCommands::file},
         Row{{u"change", {{area, time}}, u"Waits until a part of the screen looks different.",
-                Touches::Desktop, Editions::Two},
+                Touches::Desktop, Editions::Two, {{SeeScreen}}},
             &WaitCommands::change},
     };
     return rows;
