@@ -8,6 +8,7 @@
 #include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 namespace plum {
 
@@ -40,9 +41,17 @@ QStringList filesBelow(const QString &folder)
     return files;
 }
 
+// It becomes a folder's name.
+bool isVersion(const QString &version)
+{
+    static const QRegularExpression form(u"^[0-9A-Za-z][0-9A-Za-z.+_-]{0,31}$"_s);
+    return form.match(version).hasMatch();
+}
+
 void readAbout(const QByteArray &json, PublishedApp &app)
 {
     const QJsonObject about = QJsonDocument::fromJson(json).object();
+    app.version = about.value("version"_L1).toString();
     app.title = about.value("title"_L1).toString(app.name);
     app.summary = about.value("summary"_L1).toString(app.guideIsAddress() ? QString() : app.guide);
     app.category = about.value("category"_L1).toString(usualCategory);
@@ -72,6 +81,8 @@ std::optional<PublishedApp> readApp(const QString &folder, QString &problem)
 
     ZipWriter archive;
     QByteArray about;
+    // Every file has this time, the first that an archive can hold.
+    const QDateTime time(QDate(1980, 1, 1), QTime(0, 0));
     for (const QString &name : std::as_const(app.files)) {
         QFile file(root.filePath(name));
         if (!file.open(QIODevice::ReadOnly)) {
@@ -79,7 +90,7 @@ std::optional<PublishedApp> readApp(const QString &folder, QString &problem)
             return std::nullopt;
         }
         const QByteArray content = file.readAll();
-        archive.add(name, content, QFileInfo(file).lastModified());
+        archive.add(name, content, time);
         if (name == scriptFile)
             app.script = QString::fromUtf8(content);
         else if (name == "about.json"_L1)
@@ -96,6 +107,12 @@ std::optional<PublishedApp> readApp(const QString &folder, QString &problem)
     }
     app.guide = guideOf(app.script);
     readAbout(about, app);
+    if (!app.version.isEmpty() && !isVersion(app.version)) {
+        problem
+            = u"%1: a version has letters, digits and . + - _ alone, 32 at most, and does not begin with a sign"_s
+                  .arg(folder);
+        return std::nullopt;
+    }
     app.checksum = QCryptographicHash::hash(app.package, QCryptographicHash::Sha256);
     return app;
 }

@@ -1,7 +1,6 @@
 #include "store_site.h"
 
 #include "store/protocol/package_link.h"
-#include "store_index/store_index.h"
 #include "template_text.h"
 
 #include <QFile>
@@ -82,8 +81,53 @@ QString guideHtml(const PublishedApp &app)
     return u"<p>%1</p>"_s.arg(text.isEmpty() ? u"This app brings no guide."_s : text);
 }
 
-TemplateValues valuesOf(const PublishedApp &app, const QString &downloadBase)
+// A way to install a package, or why there is none.
+QString installHtml(const PublishedApp &app, const StoreIndex &index, const QString &address, bool isBig)
 {
+    if (index.revocationOf(app.checksum) != nullptr)
+        return u"<span class=\"takenBack\">Taken back</span>"_s;
+    return u"<a class=\"install%1\" href=\"%2\" aria-label=\"Install %3\">Install</a>"_s.arg(
+        isBig ? u" big"_s : QString(), address.toHtmlEscaped(), app.title.toHtmlEscaped());
+}
+
+QString takenBackHtml(const PublishedApp &app, const StoreIndex &index)
+{
+    const Revocation *revocation = index.revocationOf(app.checksum);
+    return revocation == nullptr ? QString()
+                                 : u"<p class=\"takenBack\">This version was taken back. %1</p>"_s.arg(
+                                     revocation->reason.toHtmlEscaped());
+}
+
+QString sheetHtml(const PublishedApp &app)
+{
+    QString rows;
+    for (const QString &sentence : app.sheetSentences)
+        rows += u"<li>%1</li>\n"_s.arg(sentence.toHtmlEscaped());
+    return rows.isEmpty() ? QString()
+                          : u"<section>\n<h2>What it may do</h2>\n<ul>\n%1</ul>\n</section>"_s.arg(rows);
+}
+
+QString encodedPath(const QString &path)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
+}
+
+// Versions that can still be had.
+QString olderHtml(const PublishedApp &app, const StoreIndex &index, const QString &downloadBase)
+{
+    QString rows;
+    for (const IndexedPackage &each : index.older) {
+        if (each.name == app.name && index.revocationOf(each.checksum) == nullptr)
+            rows += u"<li><a href=\"%1\">Version %2</a></li>\n"_s.arg(
+                (downloadBase + encodedPath(each.path)).toHtmlEscaped(), each.version.toHtmlEscaped());
+    }
+    return rows.isEmpty() ? QString()
+                          : u"<section>\n<h2>Older versions</h2>\n<ul>\n%1</ul>\n</section>"_s.arg(rows);
+}
+
+TemplateValues valuesOf(const PublishedApp &app, const StoreIndex &index, const QString &downloadBase)
+{
+    const QString package = downloadBase + encoded(app.name) + packageEnding;
     const QString folder = u"/plum/apps/"_s + encoded(app.name);
     return {
         {u"name"_s, app.name},
@@ -97,7 +141,12 @@ TemplateValues valuesOf(const PublishedApp &app, const QString &downloadBase)
         {u"sha256"_s, QString::fromLatin1(app.checksum.toHex())},
         {u"page"_s, folder + u"/index.html"_s},
         {u"icon"_s, folder + u'/' + iconFile(app)},
-        {u"package"_s, downloadBase + encoded(app.name) + packageEnding},
+        {u"version"_s, app.version},
+        {u"sheet"_s, sheetHtml(app)},
+        {u"older"_s, olderHtml(app, index, downloadBase)},
+        {u"takenBack"_s, takenBackHtml(app, index)},
+        {u"install"_s, installHtml(app, index, package, false)},
+        {u"bigInstall"_s, installHtml(app, index, package, true)},
     };
 }
 
@@ -111,12 +160,13 @@ QByteArray page(const QString &title, const QString &place, const QString &conte
     return fillTemplate(part(u"page.html"_s), values).toUtf8();
 }
 
-QByteArray catalogue(const std::vector<PublishedApp> &apps, const QString &downloadBase)
+QByteArray catalogue(
+    const std::vector<PublishedApp> &apps, const StoreIndex &index, const QString &downloadBase)
 {
     std::map<QString, QString> cards; // by category
     const QString card = part(u"card.html"_s);
     for (const PublishedApp &app : apps)
-        cards[app.category] += fillTemplate(card, valuesOf(app, downloadBase));
+        cards[app.category] += fillTemplate(card, valuesOf(app, index, downloadBase));
 
     QString sections;
     QString links;
@@ -132,21 +182,10 @@ QByteArray catalogue(const std::vector<PublishedApp> &apps, const QString &downl
             {{u"count"_s, QString::number(apps.size())}, {u"links"_s, links}, {u"sections"_s, sections}}));
 }
 
-QByteArray indexText(const std::vector<PublishedApp> &apps)
-{
-    StoreIndex index;
-    for (const PublishedApp &app : apps) {
-        index.packages.push_back({.name = app.name,
-            .path = app.name + packageEnding,
-            .size = app.package.size(),
-            .checksum = app.checksum});
-    }
-    return index.toJson();
-}
-
 } // namespace
 
-SiteFiles buildSite(const std::vector<PublishedApp> &apps, const QString &downloadBase)
+SiteFiles buildSite(
+    const std::vector<PublishedApp> &apps, const StoreIndex &index, const QString &downloadBase)
 {
     const QByteArray about = page(u"Plum"_s, u"about"_s, part(u"about.html"_s));
     SiteFiles files{
@@ -154,20 +193,20 @@ SiteFiles buildSite(const std::vector<PublishedApp> &apps, const QString &downlo
         {u"plum/index.html"_s, about},
         {u"products/tarnwick_plum/index.html"_s, about},
         {u"topic/tarnwick_plum/index.html"_s, page(u"Plum: help"_s, u"help"_s, part(u"help.html"_s))},
-        {u"plum/workflow_in/index.html"_s, catalogue(apps, downloadBase)},
+        {u"plum/workflow_in/index.html"_s, catalogue(apps, index, downloadBase)},
         {u"plum/store.css"_s, siteFile(u"store.css"_s)},
         {u"plum/search.js"_s, siteFile(u"search.js"_s)},
         {u"plum/plum.svg"_s, siteFile(u"plum.svg"_s)},
-        {u"plum/download/index.json"_s, indexText(apps)},
+        {downloadFolder + unsignedIndexFile, index.toJson()},
     };
     const QString appPage = part(u"app.html"_s);
     for (const PublishedApp &app : apps) {
         files.emplace_back(appFolder(app) + u"/index.html"_s,
             page(app.title + u" - Plum store"_s, u"store"_s,
-                fillTemplate(appPage, valuesOf(app, downloadBase))));
+                fillTemplate(appPage, valuesOf(app, index, downloadBase))));
         files.emplace_back(
             appFolder(app) + u'/' + iconFile(app), app.icon.isEmpty() ? letterIcon(app.name) : app.icon);
-        files.emplace_back(u"plum/download/"_s + app.name + packageEnding, app.package);
+        files.emplace_back(downloadFolder + app.name + packageEnding, app.package);
     }
     return files;
 }

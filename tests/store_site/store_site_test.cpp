@@ -181,7 +181,7 @@ TEST_F(Generator, ADownloadBaseElsewhereStandsInThePages)
 
 TEST_F(Generator, AnAppThatCannotBePublishedIsNamedAndLeftOut)
 {
-    files.write(u"apps/good/main.wf"_s, "x\r\n");
+    files.write(u"apps/good/main.wf"_s, "set.word \"x\"\r\n");
     files.write(u"apps/no script/readme"_s, "x");
     files.write(u"apps/empty/readme"_s, "x");
     EXPECT_EQ(generate(files.folder() + u"/apps"_s), 1);
@@ -192,7 +192,7 @@ TEST_F(Generator, AnAppThatCannotBePublishedIsNamedAndLeftOut)
 
 TEST_F(Generator, ALinkInAnAppFolderIsNotFollowed)
 {
-    files.write(u"apps/app/main.wf"_s, "x\r\n");
+    files.write(u"apps/app/main.wf"_s, "set.word \"x\"\r\n");
     const QString secret = files.write(u"secret"_s, "secret");
     ASSERT_TRUE(QFile::link(secret, files.folder() + u"/apps/app/leak"_s));
     ASSERT_EQ(generate(files.folder() + u"/apps"_s), 0);
