@@ -12,6 +12,9 @@
 #include "commands/webbox_commands.h"
 #include "commands/window_commands.h"
 #include "engine/edition2/runner.h"
+#include "guard/guard.h"
+#include "guard/guarded_platform.h"
+#include "guard/guarded_starts.h"
 #include "http/file_upload.h"
 #include "http/loaded_http_client.h"
 #include "library/app_folders.h"
@@ -60,24 +63,62 @@ Patience::Clock clockOfMilliseconds()
 struct ScriptSystem::Parts
 {
     explicit Parts(const Needs &needs)
-        : folders(needs.platform.paths())
-        , ownWaiter(needs.platform.timers(), needs.executableName, clockOfSeconds())
+        : platform(on(needs))
+        , folders(platform.paths())
+        , shell(with(needs))
+        , ownWaiter(platform.timers(), needs.executableName, clockOfSeconds())
         , waiter(needs.waiter ? *needs.waiter : ownWaiter)
         , ownPrograms(waiter)
-        , programs(needs.programs ? *needs.programs : ownPrograms)
+        , programs(starting(needs))
         , patience(waiter, needs.clock ? needs.clock : clockOfMilliseconds())
-        , http(needs.http ? *needs.http : ownHttp)
+        , http(through(needs))
         , notices(needs.notices ? *needs.notices : ownNotices)
-        , upload(http, needs.platform.paths(), needs.platform.textCodec())
-        , clicks(needs.platform.pointer(), waiter)
-        , actions({needs.platform.pointer(), clicks, needs.platform.clipboard(), needs.launcher})
-        , search({needs.platform.screen(), needs.launcher, needs.platform.paths()})
-        , engine({needs.platform.clipboard(), needs.platform.pointer(), needs.shell, needs.platform.paths(),
-              folders, needs.platform.textCodec(), needs.launcher, waiter})
+        , upload(http, platform.paths(), platform.textCodec())
+        , clicks(platform.pointer(), waiter)
+        , actions({platform.pointer(), clicks, platform.clipboard(), needs.launcher})
+        , search({platform.screen(), needs.launcher, platform.paths()})
+        , engine({platform.clipboard(), platform.pointer(), shell, platform.paths(), folders,
+              platform.textCodec(), needs.launcher, waiter})
     {
+        if (needs.refused)
+            guard = &ownGuard.emplace(
+                Guard::Needs{needs.platform, engine.state(), needs.launcher, needs.refused});
     }
 
+    Platform &on(const Needs &needs)
+    {
+        return needs.refused ? guardedPlatform.emplace(needs.platform, guard) : needs.platform;
+    }
+
+    Shell &with(const Needs &needs)
+    {
+        return needs.refused ? guardedShell.emplace(needs.shell, guard, platform.paths(), folders)
+                             : needs.shell;
+    }
+
+    ProgramRunner &starting(const Needs &needs)
+    {
+        ProgramRunner &programsOfSystem = needs.programs ? *needs.programs : ownPrograms;
+        return needs.refused ? guardedPrograms.emplace(programsOfSystem, guard) : programsOfSystem;
+    }
+
+    HttpClient &through(const Needs &needs)
+    {
+        HttpClient &client = needs.http ? *needs.http : ownHttp;
+        return needs.refused ? guardedHttp.emplace(client, guard) : client;
+    }
+
+    // The guard looks at the run, so it comes last; what it guards is there before it.
+    Guard *guard = nullptr;
+    std::optional<GuardedPlatform> guardedPlatform;
+    std::optional<GuardedShell> guardedShell;
+    std::optional<GuardedProgramRunner> guardedPrograms;
+    std::optional<GuardedHttpClient> guardedHttp;
+    std::optional<Guard> ownGuard;
+
+    Platform &platform;
     AppFolders folders;
+    Shell &shell;
     clsWaitableTimer ownWaiter;
     LoadedHttpClient ownHttp;
     StandardErrorNotices ownNotices;
@@ -98,7 +139,7 @@ struct ScriptSystem::Parts
 ScriptSystem::ScriptSystem(const Needs &needs)
     : m(std::make_unique<Parts>(needs))
 {
-    Platform &on = needs.platform;
+    Platform &on = m->platform;
     ScriptEngine &to = m->engine;
     to.add(u"mouse"_s,
         std::make_unique<MouseCommands>(
@@ -106,11 +147,11 @@ ScriptSystem::ScriptSystem(const Needs &needs)
     to.add(u"keyboard"_s, std::make_unique<KeyboardCommands>(on.keyboard(), on.clipboard(), m->waiter));
     to.add(u"file"_s,
         std::make_unique<FileCommands>(FileCommands::Needs{to.state(), on.paths(), m->folders, on.textCodec(),
-            to.files(), needs.shell, m->http, on.javaScript(), needs.storePage}));
+            to.files(), m->shell, m->http, on.javaScript(), needs.storePage}));
     to.add(u"net"_s,
         std::make_unique<NetCommands>(
-            NetCommands::Needs{m->http, m->upload, on.textCodec(), needs.shell, m->folders}));
-    to.add(u"webbox"_s, std::make_unique<WebboxCommands>(needs.shell, m->folders));
+            NetCommands::Needs{m->http, m->upload, on.textCodec(), m->shell, m->folders}));
+    to.add(u"webbox"_s, std::make_unique<WebboxCommands>(m->shell, m->folders));
     to.add(u"window"_s, std::make_unique<WindowCommands>(on.windows()));
     to.add(u"os"_s,
         std::make_unique<OsCommands>(OsCommands::Needs{to.state(), on.paths(), m->folders, on.screen(),

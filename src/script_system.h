@@ -26,6 +26,9 @@ public:
         StorePage &storePage;
         QString executableName;
 
+        // Hears what runs were refused that have a limit. Without it no run has one.
+        std::function<void(const QString &sentence)> refused = {};
+
         // What a test puts in the place of the program's own.
         Waiter *waiter = nullptr;
         HttpClient *http = nullptr;

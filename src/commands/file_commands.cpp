@@ -240,7 +240,7 @@ void FileCommands::write(const CommandCall &call)
 void FileCommands::exists(const CommandCall &call)
 {
     const QString path = m_use.paths.toSystem(resolved(call.arg(0)));
-    call.setVariable(call.arg(1), QFileInfo::exists(path) ? u"1"_s : u"0"_s);
+    call.setVariable(call.arg(1), m_use.paths.mayRead(path) && QFileInfo::exists(path) ? u"1"_s : u"0"_s);
 }
 
 void FileCommands::list(const CommandCall &call)
@@ -248,7 +248,7 @@ void FileCommands::list(const CommandCall &call)
     const QString path = resolved(call.arg(0));
     const QString pattern = call.arg(1);
     const QDir folder(m_use.paths.toSystem(path));
-    if (path.isEmpty() || !folder.exists()) {
+    if (path.isEmpty() || !m_use.paths.mayRead(folder.path()) || !folder.exists()) {
         call.fail(u"there is no folder %1"_s.arg(call.arg(0)));
         return;
     }
@@ -261,7 +261,9 @@ void FileCommands::move(const CommandCall &call)
 {
     const QString from = m_use.paths.toSystem(resolved(call.arg(0)));
     const QString to = m_use.paths.toSystem(resolved(call.arg(1)));
-    if (!QFileInfo(from).isFile())
+    const bool isAllowed
+        = m_use.paths.mayRead(from) && m_use.paths.mayWrite(from) && m_use.paths.mayWrite(to);
+    if (!isAllowed || !QFileInfo(from).isFile())
         call.fail(u"there is no file %1"_s.arg(call.arg(0)));
     else if (QFileInfo::exists(to))
         call.fail(u"%1 is there already"_s.arg(call.arg(1)));

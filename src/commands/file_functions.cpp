@@ -50,7 +50,8 @@ bool WriteText(
 
     QFile file(paths.toSystem(path));
     const QFileInfo existing(file);
-    if (path.isEmpty() || (existing.exists() && !existing.isFile()) || !file.open(openMode))
+    if (path.isEmpty() || !paths.mayWrite(file.fileName()) || (existing.exists() && !existing.isFile())
+        || !file.open(openMode))
         return false;
     const QByteArray bytes = codec.toSystem(text) + "\r\n";
     return file.write(bytes) == bytes.size() && file.flush();
@@ -61,7 +62,7 @@ bool writeExactly(
 {
     const QString file = paths.toSystem(path);
     const QFileInfo existing(file);
-    if (path.isEmpty() || (existing.exists() && !existing.isFile()))
+    if (path.isEmpty() || !paths.mayWrite(file) || (existing.exists() && !existing.isFile()))
         return false;
     QByteArray before;
     if (appends && existing.exists()) {

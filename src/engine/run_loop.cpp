@@ -65,6 +65,9 @@ RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
     if (text.isEmpty() || text.startsWith("//"_L1))
         return Outcome::ReachedEnd;
     line.parse(text);
+    // What a line takes from the line before it does under that one's limit, if that had one.
+    if (line.isWhole || !line.limit)
+        line.limit = m_state.runlistLimit;
     m_state.currentLine = index;
     try {
         m_waiter.Wait(linePause);
@@ -73,6 +76,8 @@ RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
         // A run that was started inside the wait may have been the last.
         if (m_processEnded)
             return Outcome::ProcessEnded;
+        if (m_state.limit != line.limit)
+            m_state.limit = line.limit;
         const Outcome outcome = dispatch(index, line);
         return m_processEnded ? Outcome::ProcessEnded : outcome;
     } catch (RunTimeError &error) {
@@ -90,6 +95,7 @@ void RunLoop::CurrentLine::parse(const QString &text)
         arguments = text.sliced(blank + 1);
     }
     const qsizetype dot = head.indexOf(u'.');
+    isWhole = head.size() < text.size() && dot >= 0;
     if (dot < 0) {
         nameSpace = head;
     } else {

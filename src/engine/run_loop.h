@@ -5,10 +5,13 @@
 
 #include <QHash>
 
+#include <memory>
+
 namespace plum {
 
 class Launcher;
 class Waiter;
+struct RunLimit;
 struct RunState;
 
 // Interprets the run list line by line. A line is `namespace.command arguments`; the namespace's handler
@@ -53,6 +56,8 @@ private:
         QString command;
         QString arguments;
         QString whileArguments;
+        bool isWhole = false; // has command and arguments of its own
+        std::shared_ptr<const RunLimit> limit;
 
         void parse(const QString &text);
     };

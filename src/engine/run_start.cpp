@@ -11,6 +11,8 @@
 #include <QDir>
 #include <QScopeGuard>
 
+#include <utility>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
@@ -20,6 +22,37 @@ namespace {
 constexpr int lastEdition = 2;
 
 } // namespace
+
+// What is carried out around a run that begins inside it has its own limit back when the run is left.
+class RunStart::Outside
+{
+public:
+    explicit Outside(RunState &state)
+        : m_state(state)
+        , m_limit(std::exchange(state.limit, nullptr))
+        , m_refused(std::exchange(state.refused, {}))
+    {
+    }
+    ~Outside()
+    {
+        m_state.limit = std::move(m_limit);
+        m_state.refused = std::move(m_refused);
+    }
+    Q_DISABLE_COPY_MOVE(Outside)
+
+private:
+    RunState &m_state;
+    std::shared_ptr<const RunLimit> m_limit;
+    QString m_refused;
+};
+
+void RunState::addAnswer(const QString &answer)
+{
+    constexpr qsizetype mostAnswers = 100;
+    answers += answer;
+    if (answers.size() > mostAnswers)
+        answers.removeFirst();
+}
 
 RunStart::CommandLineScript RunStart::prepareCommandLine(const QString &commandLine)
 {
@@ -65,8 +98,9 @@ bool RunStart::prepareFile(const QString &path)
 
 void RunStart::runApp(const QString &keyword, ScriptPath scriptPath)
 {
+    const Outside outside(m_state);
     const QString fullPath = m_folders.app(keyword) + u"\\main.wf"_s;
-    LoadScript(m_folders.appScript(keyword));
+    LoadScript(m_folders.appScript(keyword), keyword);
     if (m_loaded) {
         m_loaded->fullPath = fullPath;
         m_loaded->keyword = keyword;
@@ -80,6 +114,7 @@ void RunStart::runApp(const QString &keyword, ScriptPath scriptPath)
 
 void RunStart::runAll()
 {
+    const Outside outside(m_state);
     // A new run ends the one that waits for the user.
     if (m_later)
         m_later->endWaitingRun();
@@ -94,6 +129,7 @@ void RunStart::runAll()
 
 void RunStart::resume()
 {
+    const Outside outside(m_state);
     qint16 end = lastIndex();
     runLines(end);
 }
@@ -138,20 +174,25 @@ RunTicket RunStart::asking() const
 
 void RunStart::answer(RunTicket ticket, const Answer &answer)
 {
+    const Outside outside(m_state);
+    if (answer.isGiven)
+        m_state.addAnswer(answer.text);
     const bool before = std::exchange(m_innermostIsLater, true);
     const auto leave = qScopeGuard([&] { m_innermostIsLater = before; });
     m_later->resume(ticket, answer);
 }
 
-bool RunStart::LoadScript(const QString &path)
+bool RunStart::LoadScript(const QString &path, const QString &keyword)
 {
     m_loaded.reset();
     const std::optional<QByteArray> script = m_files.bytes(path);
+    auto limit = m_limitOf && script && !keyword.isEmpty() ? m_limitOf(keyword, *script) : nullptr;
     if (script && askedEdition(*script).number > 1) {
-        m_loaded = ScriptStart{.text = *script, .path = path};
+        m_loaded = ScriptStart{.text = *script, .path = path, .limit = std::move(limit)};
         return true;
     }
     m_state.runlist = script ? m_files.linesOf(*script) : QStringList();
+    m_state.runlistLimit = std::move(limit);
     return script.has_value();
 }
 

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace plum {
@@ -12,6 +14,7 @@ class Paths;
 class RunLoop;
 class ScriptFolders;
 class TextFiles;
+struct RunLimit;
 struct RunState;
 
 // The ways in which a run begins: each prepares the run state and hands over to the run loop, or to the
@@ -31,6 +34,12 @@ public:
 
     // Who runs the scripts that ask for edition 2. Without it they cannot be run.
     void setLaterEdition(LaterEdition &runner) { m_later = &runner; }
+
+    // What an app of the library may do, by the script that has been read of it; null for no limit. Scripts
+    // on the command line have none.
+    using LimitOf
+        = std::function<std::shared_ptr<const RunLimit>(const QString &keyword, const QByteArray &script)>;
+    void setLimits(LimitOf limitOf) { m_limitOf = std::move(limitOf); }
 
     // What a command line named.
     struct CommandLineScript
@@ -69,7 +78,9 @@ public:
     void answer(RunTicket ticket, const Answer &answer);
 
 private:
-    bool LoadScript(const QString &path);
+    class Outside;
+
+    bool LoadScript(const QString &path, const QString &keyword = {});
     void runLater();
     void runLines(qint16 &end);
     qint16 lastIndex() const;
@@ -80,6 +91,7 @@ private:
     const Paths &m_paths;
     const ScriptFolders &m_folders;
 
+    LimitOf m_limitOf;
     LaterEdition *m_later = nullptr;
     std::optional<ScriptStart> m_loaded; // a script of a later edition, to be run next
     int m_loopsRunning = 0;

@@ -5,8 +5,16 @@
 #include <QStringList>
 
 #include <array>
+#include <memory>
 
 namespace plum {
+
+// What the lines of one script may do, for who holds them to it. To the engine it is a name for whose lines
+// are being carried out.
+struct RunLimit
+{
+    virtual ~RunLimit() = default;
+};
 
 // What a run is made of. One instance lives as long as the process; a run that is started while another one
 // waits shares it.
@@ -30,6 +38,18 @@ struct RunState
 
     // The keyword of the running app; empty for a script on the command line.
     QString currentKeyword;
+
+    // Of the script in `runlist`, and of the line that is being carried out; null: no limit.
+    std::shared_ptr<const RunLimit> runlistLimit;
+    std::shared_ptr<const RunLimit> limit;
+
+    // Why the last call was refused, as a sentence for people; empty when none was.
+    QString refused;
+
+    // What the user has answered to questions, the last ones.
+    QStringList answers;
+
+    void addAnswer(const QString &answer);
 
     // The last file dropped onto the keyword box.
     QString droppedPath;

@@ -78,14 +78,15 @@ QStringList splitLines(QStringView text)
 bool TextFiles::isReadable(const QString &path) const
 {
     const QFileInfo file(m_paths.toSystem(path));
-    return !path.isEmpty() && file.isFile() && file.isReadable() && file.size() <= largestFile;
+    return !path.isEmpty() && m_paths.mayRead(file.filePath()) && file.isFile() && file.isReadable()
+        && file.size() <= largestFile;
 }
 
 std::optional<QByteArray> TextFiles::bytes(const QString &path) const
 {
     QFile file(m_paths.toSystem(path));
-    if (path.isEmpty() || !QFileInfo(file).isFile() || file.size() > largestFile
-        || !file.open(QIODevice::ReadOnly)) {
+    if (path.isEmpty() || !m_paths.mayRead(file.fileName()) || !QFileInfo(file).isFile()
+        || file.size() > largestFile || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
     return file.readAll();

@@ -15,7 +15,8 @@ using namespace Qt::StringLiterals;
 bool FileUpload::check(const QString &filePath)
 {
     QString problem;
-    if (!QFileInfo(m_paths.toSystem(filePath)).isFile())
+    const QString file = m_paths.toSystem(filePath);
+    if (!m_paths.mayRead(file) || !QFileInfo(file).isFile())
         problem = u"文件不存在.."_s; // the file does not exist
     else
         problem = m_http.unavailable();

@@ -86,6 +86,11 @@ QString AppFolders::storeMemory() const
     return loadFile(u"store"_s);
 }
 
+QString AppFolders::grantsFile() const
+{
+    return loadFile(u"grants.json"_s);
+}
+
 QString AppFolders::launcherClaim() const
 {
     return loadFile(u"launcher.lock"_s);

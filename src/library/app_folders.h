@@ -35,6 +35,7 @@ public:
     QString settingsFile() const; // `set.ini`
     QString listFile() const; // `config.txt`
     QString packageRecords() const;
+    QString grantsFile() const; // what installed apps may do
     QString storeMemory() const; // what was believed of signed stores
     QString launcherClaim() const;
     QString installRequests() const;

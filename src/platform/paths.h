@@ -23,6 +23,11 @@ public:
     // Whether names of files are not taken as they are: some stand for devices ("con", "lpt1.txt"), and
     // blanks and dots at a name's end are dropped.
     virtual bool interpretsNames() const = 0;
+
+    // Whether whoever asks may read the file or folder at `systemPath`, see that it is there, or write it.
+    // Where something limits that, it says so to the user itself.
+    virtual bool mayRead(const QString & /*systemPath*/) const { return true; }
+    virtual bool mayWrite(const QString & /*systemPath*/) const { return true; }
 };
 
 } // namespace plum

@@ -20,7 +20,7 @@ struct ScriptBench::Replaced
     RecordingNotices notices;
 };
 
-ScriptBench::ScriptBench()
+ScriptBench::ScriptBench(std::function<void(const QString &sentence)> refused)
     : m_replaced(std::make_unique<Replaced>(platform.log))
     , http(m_replaced->http)
     , programs(m_replaced->programs)
@@ -29,6 +29,7 @@ ScriptBench::ScriptBench()
           .launcher = launcher,
           .storePage = m_replaced->storePage,
           .executableName = QStringLiteral("plum"),
+          .refused = std::move(refused),
           .waiter = &waiter,
           .http = &m_replaced->http,
           .programs = &m_replaced->programs,

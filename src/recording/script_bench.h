@@ -4,6 +4,7 @@
 #include "recording/recording_launcher.h"
 #include "script_system.h"
 
+#include <functional>
 #include <memory>
 
 namespace plum::recording {
@@ -15,7 +16,8 @@ class RecordingProgramRunner;
 class ScriptBench
 {
 public:
-    ScriptBench();
+    // `refused` hears what limited runs were refused; without it no run is limited.
+    explicit ScriptBench(std::function<void(const QString &sentence)> refused = {});
     ~ScriptBench();
 
     // Runs `lines` as one script from the first to the last, as the launcher would.

@@ -40,7 +40,8 @@ std::optional<Position> ScreenSearch::FindPic(const ScreenArea &area, const QStr
 bool ScreenSearch::hasPicture(const QString &path) const
 {
     // A folder, or a device that could be read for ever, is no file here.
-    return QFileInfo(m_use.paths.toSystem(path)).isFile();
+    const QString file = m_use.paths.toSystem(path);
+    return m_use.paths.mayRead(file) && QFileInfo(file).isFile();
 }
 
 bool ScreenSearch::requirePicture(const QString &path)

@@ -138,7 +138,12 @@ void WaitCommands::gone(const CommandCall &call)
 void WaitCommands::file(const CommandCall &call)
 {
     const QString path = ResolvePath(call.arg(0), m_use.state, m_use.folders);
-    AwaitedFile awaited(m_use.paths.toSystem(path), m_use.patience.now());
+    const QString file = m_use.paths.toSystem(path);
+    if (!m_use.paths.mayRead(file)) {
+        call.fail(u"%1 cannot be waited for"_s.arg(call.arg(0)));
+        return;
+    }
+    AwaitedFile awaited(file, m_use.patience.now());
     waitUntil(call, 1, u"%1 did not come"_s.arg(call.arg(0)),
         [&] { return awaited.isThere(m_use.patience.now()); });
 }

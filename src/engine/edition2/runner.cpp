@@ -145,6 +145,8 @@ void Runner::enterContext(const Run &run)
         m_use.state.currentKeyword = run.script.keyword;
     if (m_use.state.runctx[0] != run.script.fullPath)
         m_use.state.runctx[0] = run.script.fullPath;
+    if (m_use.state.limit != run.script.limit)
+        m_use.state.limit = run.script.limit;
 }
 
 void Runner::goOn(const std::shared_ptr<Run> &run)
@@ -218,8 +220,11 @@ QString Runner::textOf(const Run &run, const Operand &operand) const
         if (!run.frame().variables.contains(operand.text))
             throw Failure{u"%1 was never set"_s.arg(operand.text), 0, operand.at};
         return run.frame().variables.GetVar(operand.text);
-    case Operand::Kind::Reference:
-        return m_use.reader.ExpandVar(operand.text, UnknownVariable::IsEmpty);
+    case Operand::Kind::Reference: {
+        QString text = m_use.reader.ExpandVar(operand.text, UnknownVariable::IsEmpty);
+        requireAllowed(operand.at);
+        return text;
+    }
     case Operand::Kind::Template: {
         QString text;
         for (const Operand &piece : operand.pieces)
@@ -228,6 +233,13 @@ QString Runner::textOf(const Run &run, const Operand &operand) const
     }
     }
     Q_UNREACHABLE();
+}
+
+// A call that was refused on the way fails the line, whatever it has come to.
+void Runner::requireAllowed(Position at) const
+{
+    if (!m_use.state.refused.isEmpty())
+        throw Failure{std::exchange(m_use.state.refused, {}), 0, at};
 }
 
 QString Runner::valueOf(const Run &run, const Operand &operand) const
@@ -330,6 +342,7 @@ bool Runner::callHandler(const std::shared_ptr<Run> &run, const Instruction &ins
 
     const CommandCall call(instruction.name, values, run->frame().variables);
     const Next next = instruction.handler->call(call);
+    requireAllowed(instruction.at);
     if (call.hasFailed())
         throw Failure{call.failure(), instruction.file, instruction.at};
     if (next == Next::GoOn)

@@ -96,6 +96,7 @@ private:
     void breathe();
     void enterContext(const Run &run);
 
+    void requireAllowed(Position at) const;
     QString valueOf(const Run &run, const Operand &operand) const;
     QString textOf(const Run &run, const Operand &operand) const;
 

@@ -3,7 +3,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
+
 namespace plum {
+
+struct RunLimit;
 
 // Which edition of the language a script asks for: `//edition:N` as its first line, or as the second behind a
 // `//guide:` line. A script that asks for none has the first.
@@ -23,6 +27,7 @@ struct ScriptStart
     QString fullPath = {}; // what `os.path_pfold` is worked out from
     QString keyword = {}; // empty for a script on the command line
     bool endsProcess = false; // the process ends with the run
+    std::shared_ptr<const RunLimit> limit = {}; // what it may do; null: no limit
 
     QString app() const;
 };
