@@ -1,7 +1,7 @@
 #include "commands/notices.h"
+#include "look/translations.h"
 #include "platform/paths.h"
 #include "program.h"
-#include "ui/translations.h"
 #include "version/version.h"
 
 #include <QApplication>

@@ -7,9 +7,9 @@
 #include "kit/sheet_command.h"
 #include "library/app_folders.h"
 #include "library/install_requests.h"
+#include "look/translations.h"
 #include "platform/paths.h"
 #include "platform/platform.h"
-#include "ui/translations.h"
 #include "version/version.h"
 
 #include <QApplication>

@@ -274,6 +274,18 @@ void AppLibrary::ListApps(QStringList &list) const
     ListSubfolders(list, appPath({}).chopped(1), m.paths);
 }
 
+QStringList AppLibrary::takeInNewApps()
+{
+    QStringList found;
+    ListApps(found);
+    found.removeIf([&](const QString &keyword) { return m.lists.List.stringList().contains(keyword); });
+    for (const QString &keyword : std::as_const(found))
+        m.lists.append(keyword);
+    if (!found.isEmpty())
+        saveOrder();
+    return found;
+}
+
 void AppLibrary::OpenAppFolder(const QString &keyword)
 {
     m.shell.open(keyword.isEmpty() ? appPath({}).chopped(1) : appPath(keyword), {}, ShowState::Normal);

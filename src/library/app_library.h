@@ -117,6 +117,10 @@ public:
     qint64 packageSize(const QString &path) const;
 
     void ListApps(QStringList &list) const;
+    // Lists the apps whose folders are there and whose keywords are not listed yet, and returns them. An app
+    // that is listed without a folder stays.
+    QStringList takeInNewApps();
+
     void OpenAppFolder(const QString &keyword);
 
     // Reads `mostBytes` of the script at most.

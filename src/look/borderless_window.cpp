@@ -1,5 +1,7 @@
 #include "look/borderless_window.h"
 
+#include "look/window_nodes.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QGuiApplication>
@@ -11,6 +13,7 @@ namespace plum {
 BorderlessWindow::BorderlessWindow(QWidget *owner, Qt::WindowFlags flags)
     : QWidget(owner, flags | Qt::FramelessWindowHint)
 {
+    describeWindows();
     applyTheme();
 }
 

@@ -11,12 +11,13 @@ const Theme &light()
     static const Theme theme{.window = QColor(0xfbf9fb),
         .field = QColor(0xffffff),
         .text = QColor(0x241a24),
-        .quiet = QColor(0x776a78),
+        .quiet = QColor(0x6f6270),
         .line = QColor(0xdcd3dc),
+        .border = QColor(0x8a7d8b),
         .hover = QColor(0xf1e8f0),
         .accent = QColor(0x85326f),
         .onAccent = QColor(0xffffff),
-        .comment = QColor(0x5f7a61),
+        .comment = QColor(0x567058),
         .string = QColor(0x9a4b12),
         .variable = QColor(0x1f5f99),
         .isDark = false};
@@ -30,6 +31,7 @@ const Theme &dark()
         .text = QColor(0xf1ebf1),
         .quiet = QColor(0xa99dab),
         .line = QColor(0x453c47),
+        .border = QColor(0x84788a),
         .hover = QColor(0x352d37),
         .accent = QColor(0xd78fc4),
         .onAccent = QColor(0x2a1226),
@@ -56,7 +58,7 @@ QWidget { color: @text; }
 QLabel[quiet="true"] { color: @quiet; }
 QLabel[heading="true"] { font-weight: bold; }
 QLineEdit, QPlainTextEdit, QComboBox {
-    background: @field; border: 1px solid @line; border-radius: 6px; padding: 6px 9px;
+    background: @field; border: 1px solid @border; border-radius: 6px; padding: 6px 9px;
     selection-background-color: @accent; selection-color: @onAccent;
 }
 QLineEdit:focus, QPlainTextEdit:focus, QComboBox:focus { border: 2px solid @accent; padding: 5px 8px; }
@@ -64,8 +66,10 @@ QLineEdit:disabled, QLineEdit[readOnly="true"] { color: @quiet; background: @hov
 QLineEdit#Text8 { font-size: 16pt; padding: 9px 12px; border-radius: 8px; }
 QLineEdit#Text8:focus { padding: 8px 11px; }
 QListView { background: transparent; border: none; outline: 0; }
+QLabel#hint { border: 2px solid transparent; border-radius: 5px; }
+QLabel#hint:focus { border-color: @accent; }
 QComboBox QAbstractItemView {
-    background: @field; border: 1px solid @line; outline: 0;
+    background: @field; border: 1px solid @border; outline: 0;
     selection-background-color: @accent; selection-color: @onAccent;
 }
 QComboBox::drop-down { border: none; width: 20px; }
@@ -78,14 +82,14 @@ QRadioButton::indicator {
 }
 QRadioButton::indicator:checked { width: 6px; height: 6px; border: 5px solid @accent; }
 QRadioButton::indicator:focus { border-color: @accent; }
-QMenu { background: @field; border: 1px solid @line; padding: 4px; }
+QMenu { background: @field; border: 1px solid @border; padding: 4px; }
 QMenu::item { padding: 6px 26px 6px 14px; border-radius: 5px; color: @text; }
 QMenu::item:selected { background: @accent; color: @onAccent; }
 QMenu::separator { height: 1px; background: @line; margin: 4px 8px; }
 QPushButton {
-    background: @hover; border: 1px solid @line; border-radius: 6px; padding: 6px 14px;
+    background: @hover; border: 1px solid @border; border-radius: 6px; padding: 6px 14px;
 }
-QPushButton:hover { border-color: @quiet; }
+QPushButton:hover { border-color: @accent; }
 QPushButton:focus { border: 2px solid @accent; padding: 5px 13px; }
 QPushButton[primary="true"] { background: @accent; color: @onAccent; border-color: @accent; }
 QPushButton[primary="true"]:focus { border: 2px solid @text; }
@@ -94,15 +98,15 @@ QRadioButton:focus { color: @accent; }
 QFrame[divider="true"] { background: @line; border: none; }
 QScrollBar:vertical { background: transparent; width: 8px; margin: 0; }
 QScrollBar:horizontal { background: transparent; height: 10px; margin: 0; }
-QScrollBar::handle { background: @line; border-radius: 3px; min-height: 24px; min-width: 24px; margin: 1px; }
+QScrollBar::handle { background: @border; border-radius: 3px; min-height: 24px; min-width: 24px; margin: 1px; }
 QScrollBar::handle:hover { background: @quiet; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
-QToolTip { color: @text; background: @field; border: 1px solid @line; padding: 3px; }
+QToolTip { color: @text; background: @field; border: 1px solid @border; padding: 3px; }
 )"_s;
     const std::pair<QLatin1StringView, QColor> colours[]
         = {{"@text"_L1, text}, {"@quiet"_L1, quiet}, {"@field"_L1, field}, {"@line"_L1, line},
-            {"@hover"_L1, hover}, {"@accent"_L1, accent}, {"@onAccent"_L1, onAccent}};
+            {"@border"_L1, border}, {"@hover"_L1, hover}, {"@accent"_L1, accent}, {"@onAccent"_L1, onAccent}};
     for (const auto &[name, colour] : colours)
         sheet.replace(name, colour.name());
     return sheet;

@@ -12,8 +12,9 @@ struct Theme
     QColor window;
     QColor field;
     QColor text;
-    QColor quiet; // text of less weight, pictures at rest
-    QColor line;
+    QColor quiet; // text of less weight, pictures at rest: 4.5 to 1, as all text
+    QColor line; // decoration that nobody has to see
+    QColor border; // where a control ends: 3 to 1 against whatever it stands on
     QColor hover;
     QColor accent;
     QColor onAccent;

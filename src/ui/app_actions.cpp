@@ -3,11 +3,11 @@
 #include "engine/launcher.h"
 #include "library/app_library.h"
 #include "platform/shell.h"
-#include "ui/app_faces.h"
 #include "ui/controls/footer.h"
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/rename_panel.h"
 #include "ui/frm_set.h"
+#include "ui/lists/app_faces.h"
 #include "ui/message_boxes.h"
 
 #include <utility>
@@ -114,6 +114,16 @@ void AppActions::showGuide(const QString &keyword)
         m.shell.open(guide.content, {}, ShowState::Normal);
         break;
     }
+}
+
+void AppActions::lookAgain()
+{
+    const QStringList found = m.library.takeInNewApps();
+    m.faces.forget();
+    m.window.refilter();
+    m.window.showMainPanel();
+    m.window.footer().say(found.isEmpty() ? tr("Every app in the folder is in the list already.")
+                                          : tr("Taken in: %1").arg(found.join(u", "_s)));
 }
 
 void AppActions::appendDropped(const QStringList &paths)

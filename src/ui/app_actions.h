@@ -45,6 +45,9 @@ public:
     void deleteApp(const QString &keyword);
     void showGuide(const QString &keyword);
 
+    // Lists the apps whose folders have come into the library in another way, and says which.
+    void lookAgain();
+
 private:
     void leaveEditor();
     bool saveEdited();

@@ -4,12 +4,14 @@
 #include "look/app_icon.h"
 #include "look/moveit.h"
 #include "look/picture_button.h"
+#include "look/window_nodes.h"
 #include "ui/controls/file_entry.h"
 #include "ui/controls/footer.h"
 #include "ui/controls/key_sheet.h"
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/rename_panel.h"
-#include "ui/keyword_list.h"
+#include "ui/lists/keyword_list.h"
+#include "ui/manual/manual_window.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -80,7 +82,8 @@ frmSet::frmSet(AppLists &lists, AppFaces &faces, const ScriptVocabulary &vocabul
     setWindowTitle(u"Plum"_s);
     m_mover->installOn(*okbox);
     m_mover->installOn(*okbox->findChild<QLabel *>(u"title"_s));
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmSet::showKeys);
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmSet::showManual);
+    connect(new QShortcut(QKeySequence(u"Shift+F1"_s), this), &QShortcut::activated, this, &frmSet::showKeys);
     showMainPanel();
 }
 
@@ -90,6 +93,13 @@ void frmSet::showKeys()
     sheet->adjustSize();
     sheet->wincenter();
     sheet->show();
+}
+
+void frmSet::showManual()
+{
+    if (!m_manual)
+        m_manual = new ManualWindow(this);
+    m_manual->bringUp();
 }
 
 EditPanel &frmSet::editPanel()
@@ -123,11 +133,13 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
 {
     auto *panel = new MainPanel(this, [this] { focusKeywordBox(); });
     panel->setFixedSize(mainPanelSize);
+    panel->setAccessibleName(tr("Launcher"));
 
     auto *title = new QLabel(u"Plum"_s, panel);
     title->setObjectName(u"title"_s);
     title->setProperty("heading", true);
     auto *mark = new QLabel(panel);
+    markAsDecoration(*mark);
     mark->setPixmap(appPicture(20, devicePixelRatioF()));
     using Picture = PictureButton::Picture;
     auto *store = new PictureButton(u"store"_s, Picture::Store, tr("Store"), panel);
@@ -138,8 +150,8 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     Text8 = new FileEntry(u"Text8"_s, panel);
     Text8->setPlaceholderText(tr("Type a keyword"));
     Text8->setAccessibleName(tr("Keyword"));
-    List = new KeywordList(u"List"_s, faces, panel);
-    List2 = new KeywordList(u"List2"_s, faces, panel);
+    List = new KeywordList(u"List"_s, tr("All apps"), faces, panel);
+    List2 = new KeywordList(u"List2"_s, tr("Apps that match"), faces, panel);
     List->setModel(&m_lists.List);
     List2->setModel(&m_lists.List2);
     m_stack = new QStackedLayout;
@@ -206,6 +218,7 @@ void frmSet::connectList(KeywordList &list, ListMarker marker)
         Text8->focusAtEnd();
         Text8->insert(text);
     });
+    connect(&list, &KeywordList::scriptRequested, this, &frmSet::editRequested);
     connect(&list, &KeywordList::renameRequested, this, [this] { Q_EMIT renameRequested(keywordAtHand()); });
     connect(&list, &KeywordList::deleteRequested, this, [this] { Q_EMIT deleteRequested(keywordAtHand()); });
     connect(&list, &KeywordList::menuRequested, this, [this, marker](QPoint position) {

@@ -2,6 +2,8 @@
 
 #include "look/borderless_window.h"
 
+#include <QPointer>
+
 #include <memory>
 
 class QStackedLayout;
@@ -14,6 +16,7 @@ class EditPanel;
 class Footer;
 class FileEntry;
 class KeywordList;
+class ManualWindow;
 class RenamePanel;
 class ScriptVocabulary;
 class moveit;
@@ -60,6 +63,9 @@ public:
     // The current text of the list that the marker names.
     QString selectedKeyword() const;
 
+    void showKeys();
+    void showManual();
+
     // The line under the lists.
     Footer &footer() { return *m_footer; }
 
@@ -103,7 +109,6 @@ private:
     void showPanel(QWidget *panel);
     void filter();
     void makeShortcuts(QWidget &panel);
-    void showKeys();
     void goBack();
     void updateMark();
     QString keywordOfEnter() const;
@@ -125,6 +130,7 @@ private:
     QWidget *okbox; // the main panel
     EditPanel *addeditbox = nullptr;
     RenamePanel *editnamebox = nullptr;
+    QPointer<ManualWindow> m_manual; // while it is open
 };
 
 } // namespace plum

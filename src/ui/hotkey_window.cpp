@@ -71,7 +71,7 @@ hotkey::hotkey(sethotkey &module, SettingsFile &settings, QWidget *owner)
         connect(optKey[i], &QRadioButton::clicked, this, [this, i] { choose(static_cast<int>(i)); });
     }
     cboLetter->setObjectName(u"cboLetter"_s);
-    cboLetter->setAccessibleName(tr("Letter"));
+    cboLetter->setAccessibleName(tr("Letter of the hotkey"));
     for (char letter = 'A'; letter <= 'Z'; ++letter)
         cboLetter->addItem(QString(QLatin1Char(letter)));
     cboLetter->setCurrentIndex(-1);

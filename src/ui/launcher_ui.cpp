@@ -185,6 +185,15 @@ void LauncherUi::choose(MenuCommand command)
     case MenuCommand::yctp:
         hideLauncher();
         break;
+    case MenuCommand::lookAgain:
+        m_actions->lookAgain();
+        break;
+    case MenuCommand::manual:
+        m_window->showManual();
+        break;
+    case MenuCommand::keys:
+        m_window->showKeys();
+        break;
     case MenuCommand::tuichu:
         exit();
         break;

@@ -2,7 +2,7 @@
 
 #include "library/app_library.h"
 #include "library/install_offer.h"
-#include "ui/app_faces.h"
+#include "ui/lists/app_faces.h"
 #include "ui/questions.h"
 #include "ui/store_door.h"
 

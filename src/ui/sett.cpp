@@ -42,15 +42,23 @@ constexpr std::array items{
     Item{"delthis", QT_TRANSLATE_NOOP("plum::sett", "Delete"), MenuCommand::delthis, AppList, true},
     Item{"addnew", QT_TRANSLATE_NOOP("plum::sett", "New app"), MenuCommand::addnew, Settings | AppList, true},
     Item{"rjsz", QT_TRANSLATE_NOOP("plum::sett", "Hotkey"), MenuCommand::rjsz, Tray | Settings, false},
+    Item{"lookagain", QT_TRANSLATE_NOOP("plum::sett", "Look again"), MenuCommand::lookAgain, Settings},
     Item{"fixit", QT_TRANSLATE_NOOP("plum::sett", "Repair dialogs"), MenuCommand::fixit, Settings},
     Item{"gfwz", QT_TRANSLATE_NOOP("plum::sett", "Product page"), MenuCommand::gfwz, Tools},
     Item{"discuss", QT_TRANSLATE_NOOP("plum::sett", "Discussion"), MenuCommand::discuss, Tools},
     Item{"funcstore", QT_TRANSLATE_NOOP("plum::sett", "Wishes"), MenuCommand::funcstore, Tools},
     Item{"about", QT_TRANSLATE_NOOP("plum::sett", "About Plum"), MenuCommand::about, Tools, true},
     Item{"offs", QT_TRANSLATE_NOOP("plum::sett", "Product page"), MenuCommand::offs, Tray},
+    Item{"manual", QT_TRANSLATE_NOOP("plum::sett", "Manual (F1)"), MenuCommand::manual, Settings, true},
+    Item{"keys", QT_TRANSLATE_NOOP("plum::sett", "Keys (Shift+F1)"), MenuCommand::keys, Settings},
     Item{"tuichu", QT_TRANSLATE_NOOP("plum::sett", "Exit"), MenuCommand::tuichu, Settings, true},
     Item{"guanbi", QT_TRANSLATE_NOOP("plum::sett", "End at once"), MenuCommand::guanbi, Tray, true},
 };
+
+QAction *keysOf(const QMenu &menu)
+{
+    return menu.findChild<QAction *>(u"keys"_s);
+}
 
 } // namespace
 
@@ -58,8 +66,11 @@ sett::sett(bool registersComponents)
     : m_registersComponents(registersComponents)
 {
     cd.setObjectName(u"cd"_s);
+    cd.setAccessibleName(tr("Menu of the tray icon"));
     mmmm.setObjectName(u"mmmm"_s);
+    mmmm.setAccessibleName(tr("Settings"));
     list2you.setObjectName(u"list2you"_s);
+    list2you.setAccessibleName(tr("Menu of the app"));
     fill(cd, Tray);
     fill(list2you, AppList);
     fill(mmmm, Settings);
@@ -67,8 +78,8 @@ sett::sett(bool registersComponents)
     QMenu *toolsa = mmmm.addMenu(tr(toolsCaption));
     toolsa->setObjectName(u"toolsa"_s);
     fill(*toolsa, Tools);
-    // The sub-menu stands before the way out.
-    mmmm.insertMenu(mmmm.actions().at(mmmm.actions().size() - 3), toolsa);
+    // The sub-menu stands with what explains.
+    mmmm.insertMenu(keysOf(mmmm), toolsa);
 }
 
 sett::~sett()

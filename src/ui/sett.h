@@ -21,6 +21,9 @@ enum class MenuCommand {
     rjsz, // shows the hotkey window
     xianshi, // shows the launcher
     yctp, // hides the launcher
+    lookAgain, // takes in folders that were copied into the library
+    manual, // shows the scripting manual
+    keys, // shows the page of keys
     tuichu, // exits through the launcher's exit routine
     guanbi, // ends the process at once
     fixit, // registers the component that scripts' dialogs want

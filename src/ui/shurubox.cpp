@@ -81,6 +81,7 @@ shurubox::shurubox(Shell &shell, Library library, QWidget *owner)
 {
     setObjectName(u"shurubox"_s);
     setWindowTitle(tr("Plum asks"));
+    m_panels->setAccessibleName(windowTitle());
     setAttribute(Qt::WA_DeleteOnClose);
     for (QWidget *panel : {m_inputPanel, m_tipPanel, renamebox, setupbox})
         m_panels->addWidget(panel);
@@ -98,6 +99,7 @@ QWidget *shurubox::makeInputPanel()
 {
     auto *panel = new QWidget(this);
     panel->setObjectName(u"shurubox"_s);
+    panel->setAccessibleName(tr("Question"));
     title = label(u"title"_s, {}, panel);
     indim = label(u"indim"_s, {}, panel);
     indim->hide();
@@ -124,6 +126,7 @@ QWidget *shurubox::makeTipPanel()
 {
     auto *panel = new QWidget(this);
     panel->setObjectName(u"tippanel"_s);
+    panel->setAccessibleName(tr("Tip"));
     tipsbox = new QPlainTextEdit(panel);
     tipsbox->setObjectName(u"tipsbox"_s);
     tipsbox->setAccessibleName(tr("Tip"));
@@ -146,9 +149,11 @@ QWidget *shurubox::makeNamePanel()
 {
     auto *panel = new QWidget(this);
     panel->setObjectName(u"renamebox"_s);
+    panel->setAccessibleName(tr("Choose a keyword for this package"));
     auto *entry = new FileEntry(u"Text4"_s, panel);
     entry->setAcceptDrops(false);
     Text4 = entry;
+    Text4->setAccessibleName(tr("Keyword"));
     Label6 = label(u"Label6"_s, {}, panel);
     auto *Image2 = new PictureButton(
         u"Image2"_s, PictureButton::Picture::Confirm, tr("Install under this keyword"), panel);
@@ -181,12 +186,15 @@ QWidget *shurubox::makeSetupPanel()
 {
     auto *panel = new QWidget(this);
     panel->setObjectName(u"setupbox"_s);
+    panel->setAccessibleName(tr("Details"));
     Text2 = new QLineEdit(panel);
     Text2->setObjectName(u"Text2"_s);
     Text2->setReadOnly(true);
+    Text2->setAccessibleName(tr("Package"));
     Text3 = new QLineEdit(panel);
     Text3->setObjectName(u"Text3"_s);
     Text3->setReadOnly(true);
+    Text3->setAccessibleName(tr("Its own keyword"));
     auto *Label2 = label(u"Label2"_s, tr("Package"), panel);
     auto *Label5 = label(u"Label5"_s, tr("Its own keyword"), panel);
     auto *back = new PictureButton(u"setupback"_s, PictureButton::Picture::Back, tr("Back"), panel);
@@ -215,6 +223,7 @@ void shurubox::bringUp(QWidget *panel)
 void shurubox::showInput(const QString &prompt, const QString &variable)
 {
     title->setText(prompt);
+    Text1->setAccessibleName(prompt.isEmpty() ? tr("Answer") : prompt);
     indim->setText(variable);
     bringUp(m_inputPanel);
     Text1->setFocus();

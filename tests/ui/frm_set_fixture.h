@@ -2,7 +2,7 @@
 
 #include "ui/launcher_bench.h"
 
-#include "ui/keyword_list.h"
+#include "ui/lists/keyword_list.h"
 
 #include <QLineEdit>
 #include <QScreen>

@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QShortcut>
+#include <QTextBrowser>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,21 @@ protected:
             }
         }
         FAIL() << "no shortcut " << qPrintable(keys.toString());
+    }
+
+    // A shortcut of the window.
+    void pressAnywhere(const QKeySequence &keys)
+    {
+        for (QShortcut *shortcut : ui.window()->findChildren<QShortcut *>()) {
+            if (shortcut->key() == keys)
+                Q_EMIT shortcut->activated();
+        }
+    }
+
+    bool tab()
+    {
+        key(ui.window()->focusWidget(), Qt::Key_Tab);
+        return ui.window()->focusWidget() != nullptr;
     }
 
     KeywordList *list(const char *name) { return find<KeywordList>(name); }
@@ -180,13 +196,82 @@ TEST_F(KeysTest, escLeavesAPanel)
     EXPECT_TRUE(inFront("addeditbox"));
 }
 
-TEST_F(KeysTest, f1ShowsThePageOfKeysAndEscClosesIt)
+TEST_F(KeysTest, f1ShowsTheManualAndEscHidesIt)
 {
     start();
-    for (QShortcut *shortcut : ui.window()->findChildren<QShortcut *>()) {
-        if (shortcut->key() == QKeySequence(Qt::Key_F1))
-            Q_EMIT shortcut->activated();
+    pressAnywhere(QKeySequence(Qt::Key_F1));
+    QWidget *manual = topLevel("manual");
+    ASSERT_TRUE(manual);
+    EXPECT_TRUE(manual->findChild<QTextBrowser *>()->toPlainText().startsWith(u"Writing apps"_s));
+    key(manual, Qt::Key_Escape);
+    EXPECT_FALSE(topLevel("manual"));
+    EXPECT_TRUE(ui.window()->isVisible());
+}
+
+TEST_F(KeysTest, aLinkOfTheManualLeadsToItsPageAndBackLeadsBack)
+{
+    start();
+    pressAnywhere(QKeySequence(Qt::Key_F1));
+    auto *text = topLevel("manual")->findChild<QTextBrowser *>();
+    Q_EMIT text->anchorClicked(QUrl(u"edition-1.md#mouse"_s));
+    EXPECT_FALSE(text->toPlainText().startsWith(u"Writing apps"_s));
+    click(topLevel("manual")->findChild<QWidget *>(u"backpage"_s));
+    EXPECT_TRUE(text->toPlainText().startsWith(u"Writing apps"_s));
+}
+
+TEST_F(KeysTest, theFirstTabShowsWhereItWentAndTheRowCanBeRun)
+{
+    addApps({u"one"_s, u"two"_s});
+    start();
+    const QImage before = list("List")->grab().toImage();
+    ASSERT_TRUE(tab());
+    ASSERT_TRUE(list("List")->hasFocus());
+    QApplication::processEvents();
+    EXPECT_NE(list("List")->grab().toImage(), before);
+    EXPECT_EQ(list("List")->text(), QString()) << "Tab selects nothing";
+    key(list("List"), Qt::Key_Return);
+    EXPECT_EQ(said(), QStringList(u"note one"_s));
+}
+
+TEST_F(KeysTest, tabInAnEmptyListShowsWhereItWent)
+{
+    start();
+    const QImage before = list("List")->grab().toImage();
+    ASSERT_TRUE(tab());
+    ASSERT_TRUE(list("List")->hasFocus());
+    QApplication::processEvents();
+    EXPECT_NE(list("List")->grab().toImage(), before);
+}
+
+TEST_F(KeysTest, tabReachesTheOfferOfAHotkeyAndEnterTakesIt)
+{
+    start();
+    tab();
+    tab();
+    auto *footer = find<QLabel>("hint");
+    ASSERT_TRUE(footer->hasFocus());
+    ASSERT_TRUE(hint().contains(u"Choose one"_s));
+    key(footer, Qt::Key_Return);
+    EXPECT_TRUE(topLevel("hotkey"));
+}
+
+TEST_F(KeysTest, tabGoesOnFromTheTopWhenItHasReachedTheEnd)
+{
+    addApps({u"one"_s});
+    start();
+    QStringList order;
+    for (int i = 0; i < 7; ++i) {
+        tab();
+        order += ui.window()->focusWidget()->objectName();
     }
+    EXPECT_EQ(order,
+        QStringList({u"List"_s, u"hint"_s, u"store"_s, u"menuimg"_s, u"Image6"_s, u"Image7"_s, u"Text8"_s}));
+}
+
+TEST_F(KeysTest, shiftF1ShowsThePageOfKeysAndEscClosesIt)
+{
+    start();
+    pressAnywhere(QKeySequence(u"Shift+F1"_s));
     QWidget *sheet = topLevel("keysheet");
     ASSERT_TRUE(sheet);
     key(sheet, Qt::Key_Escape);

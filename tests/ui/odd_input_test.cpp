@@ -2,7 +2,7 @@
 
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/script_editor.h"
-#include "ui/keyword_list.h"
+#include "ui/lists/keyword_list.h"
 
 #include <QLineEdit>
 

@@ -3,8 +3,8 @@
 
 #include "ui/launcher_bench.h"
 
-#include "ui/keyword_list.h"
-#include "ui/translations.h"
+#include "look/translations.h"
+#include "ui/lists/keyword_list.h"
 
 #include <QAction>
 #include <QComboBox>

@@ -1,9 +1,10 @@
 #include "ui/launcher_bench.h"
 
 #include "ui/editing/script_editor.h"
-#include "ui/keyword_list.h"
+#include "ui/lists/keyword_list.h"
 #include "ui/sett.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 
@@ -69,6 +70,21 @@ TEST_F(SettTest, addnewOpensAnEmptyPanelThatCreatesAnApp)
     EXPECT_EQ(bytesOf(folder.script(u"hello"_s)), "note.down 1");
     EXPECT_EQ(listed(), QStringList(u"hello"_s));
     EXPECT_TRUE(find("okbox")->isVisible());
+}
+
+TEST_F(SettTest, lookAgainTakesInAFolderThatWasCopiedIn)
+{
+    folder.addApp(u"one"_s, "note.down 1\r\n");
+    writeBytes(folder.configTxt(), "gone\r\none\r\n");
+    start();
+    folder.addApp(u"copied"_s, "note.down 2\r\n");
+    choose("mmmm", "lookagain");
+    EXPECT_EQ(listed(), QStringList({u"gone"_s, u"one"_s, u"copied"_s}));
+    EXPECT_EQ(bytesOf(folder.configTxt()), "gone\r\none\r\ncopied\r\n");
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"Taken in: copied"_s);
+    choose("mmmm", "lookagain");
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"Every app in the folder is in the list already."_s);
+    EXPECT_EQ(listed().size(), 3);
 }
 
 TEST_F(SettTest, addnewForgetsWhatWasTypedBefore)

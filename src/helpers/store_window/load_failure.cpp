@@ -15,18 +15,18 @@ constexpr int noNetwork = -106;
 constexpr int addressUnknown = -105;
 constexpr int tooSlow[] = {-7, -118};
 
-QString tr(const char *text)
+struct Words
 {
-    return QCoreApplication::translate("plum::WebStoreForm", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(plum::WebStoreForm)
+};
 
 QString answerText(int status)
 {
     if (status == 404 || status == 410)
-        return tr("The store has no such page.");
+        return Words::tr("The store has no such page.");
     if (status >= 500)
-        return tr("The store has a problem of its own. Try again a little later.");
-    return tr("The store does not give this page away.");
+        return Words::tr("The store has a problem of its own. Try again a little later.");
+    return Words::tr("The store does not give this page away.");
 }
 
 } // namespace
@@ -38,16 +38,16 @@ QString loadFailureText(QWebEngineLoadingInfo::ErrorDomain domain, int code)
     if (code == brokenOff)
         return {};
     if (code == noNetwork)
-        return tr("This computer is not connected to a network.");
+        return Words::tr("This computer is not connected to a network.");
     if (code == addressUnknown || domain == QWebEngineLoadingInfo::DnsErrorDomain)
-        return tr("The store was not found. Is this computer connected to the network?");
+        return Words::tr("The store was not found. Is this computer connected to the network?");
     if (std::ranges::find(tooSlow, code) != std::end(tooSlow))
-        return tr("The store takes too long to answer.");
+        return Words::tr("The store takes too long to answer.");
     if (domain == QWebEngineLoadingInfo::CertificateErrorDomain)
-        return tr("The store cannot prove that it is the one it says it is.");
+        return Words::tr("The store cannot prove that it is the one it says it is.");
     if (domain == QWebEngineLoadingInfo::ConnectionErrorDomain)
-        return tr("The store does not answer.");
-    return tr("The store's answer is no page that can be shown.");
+        return Words::tr("The store does not answer.");
+    return Words::tr("The store's answer is no page that can be shown.");
 }
 
 } // namespace plum

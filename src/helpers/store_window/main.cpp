@@ -1,4 +1,5 @@
 #include "launcher_link.h"
+#include "look/translations.h"
 #include "store_form.h"
 
 #include <QApplication>
@@ -51,6 +52,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"plum"_s);
     QApplication::setQuitOnLastWindowClosed(false);
+    installTranslation(application);
 
     const QCommandLineOption downloadBase(u"download-base"_s, {}, u"address"_s);
     QCommandLineParser parser;

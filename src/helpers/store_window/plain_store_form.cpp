@@ -1,6 +1,7 @@
 #include "plain_store_form.h"
 
 #include "helpers/browser/page_file.h"
+#include "look/placeholder_ink.h"
 #include "sent_page_policy.h"
 #include "store/protocol/package_link.h"
 
@@ -46,6 +47,8 @@ PlainStoreForm::PlainStoreForm(const QUrl &downloadBase)
     m_open->setObjectName(u"again"_s);
     m_name->setObjectName(u"packageName"_s);
     m_name->setPlaceholderText(tr("Name of an app"));
+    m_name->setAccessibleName(tr("Name of an app"));
+    keepPlaceholderReadable(*m_name);
     m_install->setObjectName(u"install"_s);
     m_install->setEnabled(false);
 

@@ -70,6 +70,7 @@ QWidget *StoreForm::buildBar()
 {
     wei = new QWidget;
     wei->setObjectName(u"wei"_s);
+    wei->setAccessibleName(tr("Title bar"));
     wei->setAttribute(Qt::WA_StyledBackground);
     wei->setCursor(Qt::ArrowCursor);
 
@@ -90,9 +91,11 @@ QWidget *StoreForm::buildStrip()
 {
     weia = new QWidget;
     weia->setObjectName(u"weia"_s);
+    weia->setAccessibleName(tr("Download"));
     weia->setAttribute(Qt::WA_StyledBackground);
     m_bar = new QProgressBar;
     m_bar->setTextVisible(false);
+    m_bar->setAccessibleName(tr("Download"));
     m_bar->setRange(0, 1000);
     m_percent = new QLabel;
     m_percent->setObjectName(u"percent"_s);

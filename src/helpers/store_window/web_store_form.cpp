@@ -2,6 +2,7 @@
 
 #include "load_failure.h"
 #include "loading_picture.h"
+#include "look/window_nodes.h"
 #include "platform/web_sandbox.h"
 
 #include <QApplication>
@@ -59,7 +60,9 @@ void WebStoreForm::buildPages()
 
     loadimgbox = new QWidget;
     loadimgbox->setObjectName(u"loadimgbox"_s);
+    loadimgbox->setAccessibleName(tr("Page"));
     m_picture = new LoadingPicture(theme().line, theme().accent, loadimgbox);
+    markAsDecoration(*m_picture);
     loadt = new QLabel(loadimgbox);
     loadt->setObjectName(u"loadt"_s);
     loadt->setTextFormat(Qt::PlainText);

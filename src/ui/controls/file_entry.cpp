@@ -1,5 +1,6 @@
 #include "ui/controls/file_entry.h"
 
+#include "look/placeholder_ink.h"
 #include "ui/controls/dropped_files.h"
 
 #include <QKeyEvent>
@@ -10,6 +11,7 @@ FileEntry::FileEntry(const QString &name, QWidget *parent)
     : QLineEdit(parent)
 {
     setObjectName(name);
+    keepPlaceholderReadable(*this);
     connect(new FileDropTarget(*this), &FileDropTarget::fileDropped, this, &FileEntry::fileDropped);
 }
 

@@ -2,6 +2,8 @@
 
 #include "ui/controls/rich_link.h"
 
+#include <QKeyEvent>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
@@ -60,6 +62,22 @@ void Footer::refresh()
         line = tr("No app has this keyword.") + richLink(u"new"_s, tr("Create it? (Ctrl+N)"));
     setText(line);
     setVisible(!line.isEmpty());
+}
+
+// A label with links would keep the Tab key for each of them.
+bool Footer::focusNextPrevChild(bool next)
+{
+    return QWidget::focusNextPrevChild(next);
+}
+
+void Footer::keyPressEvent(QKeyEvent *event)
+{
+    const bool isPress
+        = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (const QString link = targetOf(text()); isPress && !link.isEmpty())
+        follow(link);
+    else
+        QLabel::keyPressEvent(event);
 }
 
 void Footer::follow(const QString &link)

@@ -8,7 +8,7 @@
 namespace plum {
 
 // The line under the lists. What runs comes before a passing word, that before an answer to what is typed,
-// and that before what stands there otherwise. Links are stops of the Tab key.
+// and that before what stands there otherwise. It is one stop of the Tab key, and Enter follows its link.
 class Footer final : public QLabel
 {
     Q_OBJECT
@@ -29,6 +29,10 @@ Q_SIGNALS:
     void createRequested();
     void endRequested();
     void hotkeyRequested();
+
+protected:
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void refresh();

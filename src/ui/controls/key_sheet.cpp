@@ -36,7 +36,8 @@ constexpr std::array rows{
     Row{"Del", QT_TRANSLATE_NOOP("plum::KeySheet", "delete, in a list; it asks first")},
     Row{QT_TRANSLATE_NOOP("plum::KeySheet", "Menu, Shift+F10"),
         QT_TRANSLATE_NOOP("plum::KeySheet", "the menu of a list")},
-    Row{"F1", QT_TRANSLATE_NOOP("plum::KeySheet", "this page")},
+    Row{"F1", QT_TRANSLATE_NOOP("plum::KeySheet", "the manual")},
+    Row{"Shift+F1", QT_TRANSLATE_NOOP("plum::KeySheet", "this page")},
 };
 
 } // namespace

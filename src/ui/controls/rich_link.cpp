@@ -12,4 +12,9 @@ QString richLink(const QString &target, const QString &caption)
         .arg(target, Theme::of(QApplication::palette()).accent.name(), caption);
 }
 
+QString targetOf(const QString &richText)
+{
+    return richText.section(QStringLiteral("<a href='"), 1, 1).section(u'\'', 0, 0);
+}
+
 } // namespace plum

@@ -1,6 +1,7 @@
 #include "ui/editing/edit_panel.h"
 
 #include "look/picture_button.h"
+#include "look/placeholder_ink.h"
 #include "ui/controls/rich_link.h"
 #include "ui/editing/script_editor.h"
 
@@ -37,6 +38,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     Text7->setObjectName(u"Text7"_s);
     Text7->setPlaceholderText(tr("Keyword, without blanks"));
     Text7->setAccessibleName(tr("Keyword"));
+    keepPlaceholderReadable(*Text7);
     using Picture = PictureButton::Picture;
     auto *Image5 = new PictureButton(u"Image5"_s, Picture::Confirm, tr("Save (Ctrl+S)"), this);
     auto *Image8 = new PictureButton(u"Image8"_s, Picture::Menu, tr("Menu"), this);
@@ -87,6 +89,7 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
 {
     m_mode = mode;
     Label5->setText(caption);
+    setAccessibleName(caption);
     Text7->setText(keyword);
     m_openedKeyword = keyword;
     Text7->setEnabled(mode == Mode::Add);

@@ -23,6 +23,7 @@ RenamePanel::RenamePanel(QWidget *parent)
     , Text12(new FileEntry(u"Text12"_s, this))
 {
     setObjectName(u"editnamebox"_s);
+    setAccessibleName(tr("Rename"));
     setFixedSize(panelSize);
     Text1->setObjectName(u"Text1"_s);
     Text1->setReadOnly(true);

@@ -1,5 +1,6 @@
 #include "ui/editing/script_editor.h"
 
+#include "look/placeholder_ink.h"
 #include "ui/controls/dropped_files.h"
 #include "ui/editing/script_highlighter.h"
 
@@ -20,6 +21,7 @@ ScriptEditor::ScriptEditor(const ScriptVocabulary &vocabulary, QWidget *parent)
     setLineWrapMode(NoWrap);
     setTabChangesFocus(true);
     setPlaceholderText(beginning());
+    keepPlaceholderReadable(*this);
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     // The window's style sheet sets no family, so the family alone has to come from here.
     setStyleSheet(u"font-family: '%1';"_s.arg(fixed.family()));

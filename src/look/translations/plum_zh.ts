@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>plum::AppActions</name>
+    <message>
+        <source>The new app</source>
+        <translation>新应用</translation>
+    </message>
+    <message>
+        <source>%1 is not saved.</source>
+        <translation>%1 尚未保存。</translation>
+    </message>
+    <message>
+        <source>Line ends mended: every line of %1 ends in CR LF.</source>
+        <translation>换行符已修正：%1 的每一行都以 CR LF 结尾。</translation>
+    </message>
+    <message>
+        <source>Every app in the folder is in the list already.</source>
+        <translation>文件夹里的应用都已在列表中。</translation>
+    </message>
+    <message>
+        <source>Taken in: %1</source>
+        <translation>已收入：%1</translation>
+    </message>
+</context>
+<context>
     <name>plum::EditPanel</name>
     <message>
         <source>Keyword, without blanks</source>
@@ -76,6 +99,60 @@
     </message>
 </context>
 <context>
+    <name>plum::InstallDialog</name>
+    <message>
+        <source>Install</source>
+        <translation>安装</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Plum asks</source>
+        <translation>Plum 提问</translation>
+    </message>
+    <message>
+        <source>Install this app in place of the one that is there?</source>
+        <translation>要安装此应用并替换已有的应用吗？</translation>
+    </message>
+    <message>
+        <source>Install this app?</source>
+        <translation>要安装此应用吗？</translation>
+    </message>
+    <message>
+        <source>An app uses mouse, keyboard, files and network as you do. Install only what you trust.</source>
+        <translation>应用会像你一样使用鼠标、键盘、文件和网络。请只安装你信任的应用。</translation>
+    </message>
+    <message>
+        <source>Version and size are not known before it has come.</source>
+        <translation>版本和大小要等下载后才能知道。</translation>
+    </message>
+    <message>
+        <source>Version %1, %2</source>
+        <translation>版本 %1，%2</translation>
+    </message>
+    <message>
+        <source>This store is on this computer and signs nothing.</source>
+        <translation>此商店位于这台电脑上，不对任何内容签名。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::Item</name>
+    <message>
+        <source>Menu of the tray icon</source>
+        <translation>托盘图标菜单</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Menu of the app</source>
+        <translation>应用菜单</translation>
+    </message>
+</context>
+<context>
     <name>plum::KeySheet</name>
     <message>
         <source>Keys</source>
@@ -141,27 +218,20 @@
         <source>this page</source>
         <translation>本页</translation>
     </message>
+    <message>
+        <source>the manual</source>
+        <translation>使用手册</translation>
+    </message>
 </context>
 <context>
     <name>plum::KeywordList</name>
     <message>
-        <source>Apps</source>
-        <translation>应用</translation>
-    </message>
-</context>
-<context>
-    <name>plum::AppActions</name>
-    <message>
-        <source>The new app</source>
-        <translation>新应用</translation>
+        <source>Run</source>
+        <translation>运行</translation>
     </message>
     <message>
-        <source>%1 is not saved.</source>
-        <translation>%1 尚未保存。</translation>
-    </message>
-    <message>
-        <source>Line ends mended: every line of %1 ends in CR LF.</source>
-        <translation>换行符已修正：%1 的每一行都以 CR LF 结尾。</translation>
+        <source>Edit script</source>
+        <translation>编辑脚本</translation>
     </message>
 </context>
 <context>
@@ -215,6 +285,30 @@
     </message>
 </context>
 <context>
+    <name>plum::ManualWindow</name>
+    <message>
+        <source>(language of the manual)</source>
+        <extracomment>The ending that pages in this language have in front of &quot;.md&quot;, with its dot; empty for English.</extracomment>
+        <translation>zh</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>使用手册</translation>
+    </message>
+    <message>
+        <source>Find in this page (Ctrl+F)</source>
+        <translation>在本页查找 (Ctrl+F)</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>Close (Esc)</source>
+        <translation>关闭 (Esc)</translation>
+    </message>
+</context>
+<context>
     <name>plum::MessageBoxes</name>
     <message>
         <source>Save</source>
@@ -229,19 +323,43 @@
         <translation>继续编辑</translation>
     </message>
     <message>
-        <source>Delete "%1"?</source>
+        <source>Delete &quot;%1&quot;?</source>
         <translation>要删除“%1”吗？</translation>
     </message>
 </context>
 <context>
-    <name>plum::RunDisplay</name>
+    <name>plum::PlainStoreForm</name>
     <message>
-        <source>%1 runs, line %2</source>
-        <translation>正在运行 %1，第 %2 行</translation>
+        <source>Install</source>
+        <translation>安装</translation>
     </message>
     <message>
-        <source>%1: done</source>
-        <translation>%1：完成</translation>
+        <source>To install an app, type its name as the store shows it.</source>
+        <translation>要安装应用，请输入它在商店中的名称。</translation>
+    </message>
+    <message>
+        <source>Name of an app</source>
+        <translation>应用名称</translation>
+    </message>
+    <message>
+        <source>Another program sent a page. It is not from the store. This Plum was built without a browser of its own, so it opens in your default browser.</source>
+        <translation>另一个程序发来了一个页面，它不是来自商店。此 Plum 不带浏览器，因此它会在默认浏览器中打开。</translation>
+    </message>
+    <message>
+        <source>Open it</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>A page from another program</source>
+        <translation>来自其他程序的页面</translation>
+    </message>
+    <message>
+        <source>This Plum was built without a browser of its own, so the pages of the store open in your default browser.</source>
+        <translation>此 Plum 不带浏览器，因此商店页面会在默认浏览器中打开。</translation>
+    </message>
+    <message>
+        <source>Open the page again</source>
+        <translation>再次打开页面</translation>
     </message>
 </context>
 <context>
@@ -264,10 +382,111 @@
     </message>
 </context>
 <context>
+    <name>plum::RunDisplay</name>
+    <message>
+        <source>%1 runs, line %2</source>
+        <translation>正在运行 %1，第 %2 行</translation>
+    </message>
+    <message>
+        <source>%1: done</source>
+        <translation>%1：完成</translation>
+    </message>
+</context>
+<context>
     <name>plum::ScriptEditor</name>
     <message>
         <source>Script</source>
         <translation>脚本</translation>
+    </message>
+</context>
+<context>
+    <name>plum::StoreForm</name>
+    <message>
+        <source>Close (Esc)</source>
+        <translation>关闭 (Esc)</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2, %3 a second</source>
+        <translation>%1 / %2，每秒 %3</translation>
+    </message>
+    <message>
+        <source>Title bar</source>
+        <translation>标题栏</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>下载</translation>
+    </message>
+</context>
+<context>
+    <name>plum::WebStoreForm</name>
+    <message>
+        <source>The store has no such page.</source>
+        <translation>商店没有这个页面。</translation>
+    </message>
+    <message>
+        <source>The store has a problem of its own. Try again a little later.</source>
+        <translation>商店自身出了问题，请稍后再试。</translation>
+    </message>
+    <message>
+        <source>The store does not give this page away.</source>
+        <translation>商店不提供这个页面。</translation>
+    </message>
+    <message>
+        <source>This computer is not connected to a network.</source>
+        <translation>这台电脑没有连接网络。</translation>
+    </message>
+    <message>
+        <source>The store was not found. Is this computer connected to the network?</source>
+        <translation>找不到商店。这台电脑连接网络了吗？</translation>
+    </message>
+    <message>
+        <source>The store takes too long to answer.</source>
+        <translation>商店响应太慢。</translation>
+    </message>
+    <message>
+        <source>The store cannot prove that it is the one it says it is.</source>
+        <translation>商店无法证明自己的身份。</translation>
+    </message>
+    <message>
+        <source>The store does not answer.</source>
+        <translation>商店没有响应。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s answer is no page that can be shown.</source>
+        <translation>商店的回应不是可以显示的页面。</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>Another program sent this page. It is not from the store and cannot reach anything.</source>
+        <translation>这个页面由另一个程序发来。它不是来自商店，也无法访问任何内容。</translation>
+    </message>
+    <message>
+        <source>This page was too much for the browser, or it broke.</source>
+        <translation>浏览器无法显示这个页面，或页面已崩溃。</translation>
+    </message>
+    <message>
+        <source>A page from another program</source>
+        <translation>来自其他程序的页面</translation>
+    </message>
+    <message>
+        <source>%1 (store page)</source>
+        <translation>%1（商店页面）</translation>
+    </message>
+    <message>
+        <source>Loading…</source>
+        <translation>正在加载…</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>页面</translation>
     </message>
 </context>
 <context>
@@ -296,6 +515,18 @@
         <source>Keyword</source>
         <translation>关键词</translation>
     </message>
+    <message>
+        <source>Launcher</source>
+        <translation>启动器</translation>
+    </message>
+    <message>
+        <source>All apps</source>
+        <translation>全部应用</translation>
+    </message>
+    <message>
+        <source>Apps that match</source>
+        <translation>匹配的应用</translation>
+    </message>
 </context>
 <context>
     <name>plum::hotkey</name>
@@ -318,10 +549,6 @@
     <message>
         <source>Hotkey</source>
         <translation>热键</translation>
-    </message>
-    <message>
-        <source>Letter</source>
-        <translation>字母</translation>
     </message>
     <message>
         <source>Takes the key for Plum.</source>
@@ -362,6 +589,10 @@
     <message>
         <source>No hotkey is on. Choose a modifier and a letter.</source>
         <translation>没有启用热键。请选择修饰键和字母。</translation>
+    </message>
+    <message>
+        <source>Letter of the hotkey</source>
+        <translation>热键的字母</translation>
     </message>
 </context>
 <context>
@@ -434,6 +665,18 @@
         <source>On the web</source>
         <translation>网页</translation>
     </message>
+    <message>
+        <source>Look again</source>
+        <translation>重新查找应用</translation>
+    </message>
+    <message>
+        <source>Manual (F1)</source>
+        <translation>使用手册 (F1)</translation>
+    </message>
+    <message>
+        <source>Keys (Shift+F1)</source>
+        <translation>按键 (Shift+F1)</translation>
+    </message>
 </context>
 <context>
     <name>plum::shurubox</name>
@@ -480,6 +723,18 @@
     <message>
         <source>Back</source>
         <translation>返回</translation>
+    </message>
+    <message>
+        <source>Question</source>
+        <translation>提问</translation>
+    </message>
+    <message>
+        <source>Answer</source>
+        <translation>回答</translation>
+    </message>
+    <message>
+        <source>Keyword</source>
+        <translation>关键词</translation>
     </message>
 </context>
 </TS>

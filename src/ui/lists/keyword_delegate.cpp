@@ -1,8 +1,8 @@
-#include "ui/keyword_delegate.h"
+#include "ui/lists/keyword_delegate.h"
 
 #include "look/theme.h"
-#include "ui/app_faces.h"
-#include "ui/keyword_list.h"
+#include "ui/lists/app_faces.h"
+#include "ui/lists/keyword_list.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -14,7 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int rowHeight = 46;
-constexpr int iconSide = 30;
 constexpr int margin = 9;
 
 // The letter that stands for an app without a picture, on a colour of its own.
@@ -33,7 +32,7 @@ void paintLetter(QPainter &painter, const QRect &square, const QString &keyword,
     font.setBold(true);
     painter.save();
     painter.setFont(font);
-    painter.setPen(QColor::fromHsl(hue, isDark ? 120 : 130, isDark ? 205 : 75));
+    painter.setPen(QColor::fromHsl(hue, isDark ? 120 : 130, isDark ? 205 : 62));
     painter.drawText(square, Qt::AlignCenter, keyword.left(length).toUpper());
     painter.restore();
 }
@@ -76,6 +75,12 @@ void KeywordDelegate::paint(
         painter->setPen(selected && !focused ? QPen(theme.accent, 1) : QPen(Qt::NoPen));
         painter->setBrush(focused ? theme.accent : theme.hover);
         painter->drawRoundedRect(QRectF(row).adjusted(0.5, 0.5, -0.5, -0.5), 7, 7);
+    }
+
+    if (!selected && (option.state & QStyle::State_HasFocus)) {
+        painter->setPen(QPen(theme.accent, 2));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(row).adjusted(1, 1, -1, -1), 7, 7);
     }
 
     const auto *list = qobject_cast<const KeywordList *>(option.widget);

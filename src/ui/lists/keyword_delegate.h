@@ -13,6 +13,8 @@ class KeywordDelegate final : public QStyledItemDelegate
     Q_OBJECT
 
 public:
+    static constexpr int iconSide = 30; // logical pixels
+
     KeywordDelegate(AppFaces &faces, QObject *parent);
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;

@@ -1,4 +1,4 @@
-#include "ui/translations.h"
+#include "look/translations.h"
 
 #include <QCoreApplication>
 #include <QTranslator>

@@ -1,4 +1,4 @@
-#include "ui/app_faces.h"
+#include "ui/lists/app_faces.h"
 
 #include "library/app_library.h"
 #include "platform/paths.h"

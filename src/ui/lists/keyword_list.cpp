@@ -1,11 +1,15 @@
-#include "ui/keyword_list.h"
+#include "ui/lists/keyword_list.h"
 
-#include "ui/app_faces.h"
+#include "look/theme.h"
 #include "ui/controls/dropped_files.h"
-#include "ui/keyword_delegate.h"
+#include "ui/lists/app_faces.h"
+#include "ui/lists/keyword_delegate.h"
+#include "ui/lists/list_nodes.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 
 namespace plum {
 
@@ -20,11 +24,13 @@ bool isTyping(const QKeyEvent &event)
 
 } // namespace
 
-KeywordList::KeywordList(const QString &name, AppFaces &faces, QWidget *parent)
+KeywordList::KeywordList(const QString &name, const QString &purpose, AppFaces &faces, QWidget *parent)
     : QListView(parent)
+    , m_faces(faces)
 {
+    describeLists();
     setObjectName(name);
-    setAccessibleName(tr("Apps"));
+    setAccessibleName(purpose);
     setItemDelegate(new KeywordDelegate(faces, this));
     setUniformItemSizes(true);
     setMouseTracking(true);
@@ -55,6 +61,38 @@ void KeywordList::mark(const QString &keyword)
     viewport()->update();
 }
 
+QString KeywordList::guideOf(const QString &keyword) const
+{
+    return m_faces.face(keyword, KeywordDelegate::iconSide, devicePixelRatioF()).summary;
+}
+
+// The row that the keyboard is at becomes the selected one before a key acts on it.
+void KeywordList::takeCurrentRow()
+{
+    if (text().isEmpty() && currentIndex().isValid())
+        selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
+}
+
+void KeywordList::focusInEvent(QFocusEvent *event)
+{
+    const bool isByTab = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (isByTab && !currentIndex().isValid())
+        selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::NoUpdate);
+    QListView::focusInEvent(event);
+}
+
+// The rows show where the keyboard is; without rows the list does.
+void KeywordList::paintEvent(QPaintEvent *event)
+{
+    QListView::paintEvent(event);
+    if (!hasFocus() || model()->rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Theme::of(QApplication::palette()).accent, 2));
+    painter.drawRoundedRect(QRectF(viewport()->rect()).adjusted(1, 1, -1, -1), 7, 7);
+}
+
 void KeywordList::requestMenuByKey()
 {
     const QRect row = visualRect(currentIndex());
@@ -63,8 +101,11 @@ void KeywordList::requestMenuByKey()
 
 void KeywordList::keyPressEvent(QKeyEvent *event)
 {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool isMenuKey = event->key() == Qt::Key_Menu
         || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    if (isMenuKey || isEnter || event->key() == Qt::Key_F2 || event->key() == Qt::Key_Delete)
+        takeCurrentRow();
     if (isMenuKey)
         requestMenuByKey();
     else if (event->key() == Qt::Key_Left)
@@ -75,7 +116,7 @@ void KeywordList::keyPressEvent(QKeyEvent *event)
         Q_EMIT renameRequested();
     else if (event->key() == Qt::Key_Delete)
         Q_EMIT deleteRequested();
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    else if (isEnter)
         Q_EMIT runRequested(text());
     else if (isTyping(*event))
         Q_EMIT typed(event->text());

@@ -1,4 +1,4 @@
-#include "ui/app_faces.h"
+#include "ui/lists/app_faces.h"
 
 #include "ui/launcher_bench.h"
 
