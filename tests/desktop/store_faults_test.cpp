@@ -24,6 +24,12 @@ struct Fault
     bool takesLong = false; // and is therefore looked at only where there is an app to lose
 };
 
+// Tests are listed with their parameter.
+void PrintTo(const Fault &fault, std::ostream *out)
+{
+    *out << fault.name.toStdString();
+}
+
 const QString cutOff = u"下载被终止..."_s;
 
 const std::vector<Fault> faults{

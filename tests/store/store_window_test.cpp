@@ -276,6 +276,28 @@ TEST_F(StoreWindow, ALinkForANewWindowOpensOneWhileThePageIsLoading)
     EXPECT_TRUE(platform.log.lines().isEmpty());
 }
 
+TEST_F(StoreWindow, ASecondLinkTakesThePlaceOfAWindowThatIsStillComing)
+{
+    QTcpServer neverAnswers; // keeps the store's page and the first link's from being complete
+    ASSERT_TRUE(neverAnswers.listen(QHostAddress::LocalHost));
+    const QByteArray silent = "http://127.0.0.1:" + QByteArray::number(neverAnswers.serverPort());
+    shop.addPage(u"second.html"_s, "<!doctype html><title>second page</title>second");
+    shop.addPage(u"page.html"_s,
+        pageWithLink("target=_blank href=" + silent + "/first",
+            "<a target=_blank href=/second.html>second</a><img src=" + silent + "/picture>"));
+    ASSERT_TRUE(shop.serve());
+    view.navigate(shop.url(u"/page.html"_s));
+    view.showWindow();
+    ASSERT_TRUE(waitUntil([] { return hasFocus(); }));
+    const QStringList pageWindows{u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"store page"_s};
+    ASSERT_TRUE(pressUntil(u"Return"_s, [&] { return !xdotool(pageWindows).isEmpty(); }));
+    xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Plum$"_s, u"windowactivate"_s});
+    ASSERT_TRUE(waitUntil([] { return hasFocus(); }));
+    press(u"Tab Return"_s);
+    EXPECT_TRUE(waitUntil([] { return isVisible(u"second page (store page)"_s); }));
+    EXPECT_EQ(xdotool(pageWindows).count(u'\n'), 0); // one window
+}
+
 TEST_F(StoreWindow, ALinkToAPackageForANewWindowAsksToo)
 {
     shop.addPage(u"page.html"_s, pageWithLink("target=_blank href=/plum/download/hello.wfp"));

@@ -161,7 +161,11 @@ void WebStoreForm::connectPage(StorePageView &page)
 
 void WebStoreForm::openPageWindow(StorePageView *page)
 {
-    delete m_pageWindow;
+    // The engine is in the middle of making the new page and must not lose another one meanwhile.
+    if (m_pageWindow) {
+        m_pageWindow->hide();
+        m_pageWindow->deleteLater();
+    }
     auto *window = new QWebEngineView;
     m_pageWindow = window;
     window->setAttribute(Qt::WA_DeleteOnClose);

@@ -90,6 +90,9 @@ bool WindowManager::catchesUp()
         m_runner = xcb_generate_id(m_connection.xcb());
         xcb_create_window(m_connection.xcb(), XCB_COPY_FROM_PARENT, m_runner, m_connection.root(), -most,
             -most, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+        // Where no manager runs, it would stand in front of the windows that programs have.
+        const uint32_t below = XCB_STACK_MODE_BELOW;
+        xcb_configure_window(m_connection.xcb(), m_runner, XCB_CONFIG_WINDOW_STACK_MODE, &below);
     }
     m_wantedPlace = static_cast<int16_t>(m_wantedPlace % most + 1);
     const auto place = static_cast<uint32_t>(m_wantedPlace);
