@@ -1,6 +1,6 @@
 #include "commands/file_functions.h"
 #include "recording/recording_commands.h"
-#include "recording/recording_folders.h"
+#include "support/recording_folders.h"
 #include "support/script_bench.h"
 #include "support/temporary_files.h"
 

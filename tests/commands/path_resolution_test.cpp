@@ -2,7 +2,7 @@
 
 #include "engine/run_state.h"
 #include "platform/recording/recording_platform.h"
-#include "recording/recording_folders.h"
+#include "support/recording_folders.h"
 
 #include <gtest/gtest.h>
 

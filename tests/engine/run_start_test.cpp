@@ -1,7 +1,7 @@
 #include "engine/run_start.h"
-#include "recording/recording_folders.h"
 #include "support/probe_handler.h"
 #include "support/raised_by.h"
+#include "support/recording_folders.h"
 #include "support/script_bench.h"
 
 #include <QDir>

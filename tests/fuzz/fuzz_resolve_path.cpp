@@ -1,7 +1,7 @@
 #include "commands/path_resolution.h"
 #include "engine/run_state.h"
 #include "platform/recording/recording_platform.h"
-#include "recording/recording_folders.h"
+#include "support/recording_folders.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include "engine/run_start.h"
 #include "engine/run_time_error.h"
-#include "recording/recording_folders.h"
+#include "support/recording_folders.h"
 #include "support/script_bench.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "library/app_folders.h"
 
 #include "platform/recording/recording_platform.h"
-#include "recording/recording_folders.h"
+#include "support/recording_folders.h"
 
 #include <gtest/gtest.h>
 
