@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 
+#include <algorithm>
 #include <poll.h>
 
 namespace plum {
@@ -85,6 +86,32 @@ void X11Connection::flush()
 void X11Connection::sync()
 {
     reply(xcb_get_input_focus_reply, xcb_get_input_focus);
+}
+
+// The server keeps one mask for each window.
+void X11Connection::select(xcb_window_t window)
+{
+    uint32_t events = 0;
+    for (const Watched &watched : m_watched)
+        events |= watched.window == window ? watched.events : 0;
+    xcb_change_window_attributes(m_connection, window, XCB_CW_EVENT_MASK, &events);
+}
+
+X11Watch::X11Watch(X11Connection &connection, xcb_window_t window, uint32_t events)
+    : m_connection(connection)
+    , m_watched{window, events}
+{
+    m_connection.m_watched.push_back(m_watched);
+    m_connection.select(window);
+}
+
+X11Watch::~X11Watch()
+{
+    const auto same = [this](const X11Connection::Watched &watched) {
+        return watched.window == m_watched.window && watched.events == m_watched.events;
+    };
+    m_connection.m_watched.erase(std::ranges::find_if(m_connection.m_watched, same));
+    m_connection.select(m_watched.window);
 }
 
 } // namespace plum

@@ -66,10 +66,35 @@ public:
     void sync();
 
 private:
+    friend class X11Watch;
+
+    struct Watched
+    {
+        xcb_window_t window;
+        uint32_t events;
+    };
+
+    void select(xcb_window_t window);
+
     xcb_connection_t *m_connection = nullptr;
     const xcb_screen_t *m_screen = nullptr;
     QHash<QByteArray, xcb_atom_t> m_atoms;
     std::vector<EventReceiver> m_receivers;
+    std::vector<Watched> m_watched;
+};
+
+// While this lives, the events of a window (the bits of the protocol's event masks) reach the receivers.
+// Others may watch the same window for events of theirs.
+class X11Watch
+{
+public:
+    X11Watch(X11Connection &connection, xcb_window_t window, uint32_t events);
+    ~X11Watch();
+    Q_DISABLE_COPY_MOVE(X11Watch)
+
+private:
+    X11Connection &m_connection;
+    X11Connection::Watched m_watched;
 };
 
 } // namespace plum

@@ -35,7 +35,9 @@ bool X11Receiver::hasWorkedOff(int milliseconds)
     const xcb_window_t window = askableWindow();
     if (window == XCB_NONE)
         return false;
-    listen();
+    // Answers go to the root window: to those who want its children's events, Qt's to those who want its own.
+    const X11Watch answers(m_connection, m_connection.root(),
+        XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     ++m_asked;
     xcb_client_message_event_t question{};
     question.response_type = XCB_CLIENT_MESSAGE;
@@ -50,18 +52,6 @@ bool X11Receiver::hasWorkedOff(int milliseconds)
     xcb_send_event(
         m_connection.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&question));
     return m_connection.waitUntil([&] { return m_answered == m_asked; }, milliseconds);
-}
-
-// Answers go to the root window.
-void X11Receiver::listen()
-{
-    if (m_listens)
-        return;
-    m_listens = true;
-    const auto before
-        = m_connection.reply(xcb_get_window_attributes_reply, xcb_get_window_attributes, m_connection.root());
-    const uint32_t events = (before ? before->your_event_mask : 0U) | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection.xcb(), m_connection.root(), XCB_CW_EVENT_MASK, &events);
 }
 
 xcb_window_t X11Receiver::askableWindow()

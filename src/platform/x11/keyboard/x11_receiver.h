@@ -21,14 +21,12 @@ public:
 
 private:
     void receive(const xcb_generic_event_t &event);
-    void listen();
     xcb_window_t askableWindow();
     bool knowsTheQuestion(xcb_window_t window);
 
     X11Connection &m_connection;
     quint32 m_asked = 0; // counts the questions
     quint32 m_answered = 0; // the last one with an answer
-    bool m_listens = false;
 };
 
 } // namespace plum

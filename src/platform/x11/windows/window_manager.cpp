@@ -102,12 +102,11 @@ bool WindowManager::catchesUp()
 
 bool WindowManager::waitFor(xcb_window_t window, const std::function<bool()> &condition)
 {
-    const auto watch = [this](xcb_window_t watched, uint32_t events) {
-        xcb_change_window_attributes(m_connection.xcb(), watched, XCB_CW_EVENT_MASK, &events);
-    };
-    watch(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    const X11Watch ofWindow(
+        m_connection, window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     // Frames are children of the root.
-    watch(m_connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    const X11Watch ofRoot(m_connection, m_connection.root(),
+        XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
 
     const auto holds
         = [&] { return condition() && (!m_facts.isViewable(window) || m_facts.isWhole(window)); };
@@ -125,10 +124,6 @@ bool WindowManager::waitFor(xcb_window_t window, const std::function<bool()> &co
         m_connection.waitUntil(
             [&] { return m_facts.surroundings(window) == m_facts.rectangle(window); }, settleTime);
     }
-
-    watch(window, XCB_EVENT_MASK_NO_EVENT);
-    watch(m_connection.root(), XCB_EVENT_MASK_NO_EVENT);
-    m_connection.flush();
     return happened;
 }
 

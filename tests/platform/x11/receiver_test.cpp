@@ -1,0 +1,63 @@
+#include "platform/desktop_windows.h"
+#include "platform/x11/connection/x11_connection.h"
+#include "platform/x11/keyboard/x11_receiver.h"
+#include "platform/x11/windows/x11_windows.h"
+#include "x11_test.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 20'000; // milliseconds; only a test that fails waits so long
+
+class ReceiverTest : public X11Test
+{
+protected:
+    ReceiverTest()
+        : X11Test({u"openbox"_s})
+    {
+    }
+
+    void SetUp() override
+    {
+        X11Test::SetUp();
+        server.start(m_process, builtProgram(u"x11_probe"_s), {u"window"_s, u"The receiver"_s});
+        ASSERT_TRUE(waitUntil([&] {
+            window = windows.byTitle(u"The receiver"_s);
+            return window != 0 && windows.foreground() == window;
+        }));
+    }
+
+    X11Connection connection;
+    X11Receiver receiver{connection};
+    X11Windows windows{connection};
+    WindowHandle window = 0;
+
+private:
+    QProcess m_process;
+};
+
+} // namespace
+
+TEST_F(ReceiverTest, answersWhenItHasWorkedOffWhatWasSent)
+{
+    EXPECT_TRUE(receiver.hasWorkedOff(patience));
+}
+
+// Both listen to the root window.
+TEST_F(ReceiverTest, isHeardAlsoWhenAWindowHasBeenMoved)
+{
+    ASSERT_TRUE(receiver.hasWorkedOff(patience));
+    windows.moveTo(window, {30, 40});
+    EXPECT_TRUE(receiver.hasWorkedOff(patience));
+}
+
+TEST_F(ReceiverTest, cannotBeAskedWhenItHasGone)
+{
+    windows.close(window);
+    EXPECT_FALSE(receiver.hasWorkedOff(patience));
+}
+
+} // namespace plum
