@@ -30,9 +30,9 @@ public:
     // clipboard is not touched. CR LF, a lone CR and a lone LF are the enter key, a tab is the tab key.
     // Characters that the layout lacks are typed all the same, as keyEvent() does it for letters. Returns
     // false, at the first character that cannot be typed, when there is one: another control character, or
-    // half of a pair. Takes up to a quarter of a second where a key has to be made for a character, so hand
-    // over some dozens of characters at a time and let the receiver read in between. A backend that has no
-    // way to type texts types nothing.
+    // half of a pair. Takes some time for each few dozen characters that need keys of their own, so hand over
+    // some dozens at a time and let the receiver read in between. A backend that has no way to type texts
+    // types nothing.
     virtual bool typeText(QStringView text) { return text.isEmpty(); }
 
     // Lets go of every key that this object pressed and did not release, and gives back every change it

@@ -140,6 +140,21 @@ TEST_F(KeyboardPort, typesTextsOfAnyCharacters)
     EXPECT_TRUE(waitUntil([&] { return typed() == text; })) << qPrintable(typed());
 }
 
+// No keyboard has as many keys.
+TEST_F(KeyboardPort, typesAThousandDifferentCharactersInTheirOrder)
+{
+    constexpr char16_t first = 0x4e00;
+    constexpr int count = 100;
+    constexpr qsizetype atOnce = 32;
+    QString text;
+    for (char16_t character = first; character < first + count; ++character)
+        text += QChar(character);
+    for (qsizetype from = 0; from < count; from += atOnce)
+        EXPECT_TRUE(keyboard().typeText(QStringView(text).mid(from, atOnce)));
+    EXPECT_TRUE(waitUntil([&] { return typed().size() >= count; }));
+    EXPECT_EQ(typed(), text);
+}
+
 TEST_F(KeyboardPort, typesLineEndsAndTabsWithTheirKeys)
 {
     EXPECT_TRUE(keyboard().typeText(u"a\r\nb\nc\rd\te"_s));

@@ -1,5 +1,8 @@
 #include "desktop/support/ports_test.h"
 
+#include <cstdlib>
+#include <xcb/xcb.h>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
@@ -10,6 +13,42 @@ class OneManagerTest : public DesktopTest
 {
 protected:
     void SetUp() override { startDesktop(u"openbox"_s); }
+};
+
+// What keys have typed into a window.
+QString typedInto(Probe &probe)
+{
+    QString text;
+    for (const QString &line : probe.seen({u"key down"_s}))
+        text += line.section(u' ', 4);
+    return text;
+}
+
+// Counts how often the server has told programs of another keyboard map.
+class MapChanges
+{
+public:
+    MapChanges()
+        : m_server(xcb_connect(nullptr, nullptr))
+    {
+    }
+    ~MapChanges() { xcb_disconnect(m_server); }
+    Q_DISABLE_COPY_MOVE(MapChanges)
+
+    int soFar() const
+    {
+        int count = 0;
+        std::free(xcb_get_input_focus_reply(m_server, xcb_get_input_focus(m_server), nullptr));
+        while (xcb_generic_event_t *event = xcb_poll_for_event(m_server)) {
+            if (event->response_type == XCB_MAPPING_NOTIFY)
+                ++count;
+            std::free(event);
+        }
+        return count;
+    }
+
+private:
+    xcb_connection_t *m_server;
 };
 
 class KeyboardPort : public PortsTest<OneManagerTest>
@@ -74,6 +113,44 @@ TEST_F(KeyboardPort, followsALayoutThatChangesMeanwhile)
     ASSERT_EQ(view->layoutGroup(), 0);
     tap('Q');
     EXPECT_TRUE(probe->sees(u"key up 71 0 q"_s));
+}
+
+// Each change makes every program read the map anew.
+TEST_F(KeyboardPort, typesAThousandDifferentCharactersWithFewChangesOfTheMap)
+{
+    constexpr char16_t first = 0x4e00;
+    constexpr int count = 1000;
+    constexpr int fewChanges = 60;
+    const std::vector<xcb_keysym_t> before = view->keyboardMap();
+    const MapChanges changes;
+    QString text;
+    for (char16_t character = first; character < first + count; ++character)
+        text += QChar(character);
+    EXPECT_TRUE(keyboard().typeText(text));
+    EXPECT_TRUE(eventually([&] { return typedInto(*probe).size() >= count; }));
+    EXPECT_EQ(typedInto(*probe), text);
+    EXPECT_LT(changes.soFar(), fewChanges);
+    keyboard().releaseAll();
+    EXPECT_EQ(view->keyboardMap(), before);
+}
+
+TEST_F(KeyboardPort, typesBothCasesWithCapsLock)
+{
+    const QString text = u"aÄäЖж你ß"_s;
+    tap(20);
+    EXPECT_TRUE(keyboard().typeText(text));
+    EXPECT_TRUE(eventually([&] { return typedInto(*probe) == text; })) << qPrintable(probe->seen({u"key down"_s}).join(u'\n'));
+    tap(20);
+}
+
+TEST_F(KeyboardPort, makesItsKeysAgainInALayoutThatChangesMeanwhile)
+{
+    EXPECT_TRUE(keyboard().typeText(u"你好"_s));
+    ASSERT_TRUE(eventually([&] { return typedInto(*probe) == u"你好"_s; }));
+    outputOf(u"setxkbmap"_s, {u"-layout"_s, u"fr"_s});
+    EXPECT_TRUE(keyboard().typeText(u"好你"_s));
+    EXPECT_TRUE(eventually([&] { return typedInto(*probe) == u"你好好你"_s; }))
+        << qPrintable(typedInto(*probe));
 }
 
 TEST_F(KeyboardPort, givesTheKeyboardMapBack)

@@ -9,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QProcess>
+#include <QWindow>
 
 #include <unistd.h>
 
@@ -71,7 +72,9 @@ std::optional<PeerView> viewOf(const QWidget &window)
 {
     if (isInWayland())
         return viewInSway();
-    return PeerView{static_cast<WindowHandle>(window.winId()), window.frameGeometry(), window.geometry()};
+    // Not the widget's frame, which stays what it was at the first look.
+    return PeerView{static_cast<WindowHandle>(window.winId()),
+        window.geometry().marginsAdded(window.windowHandle()->frameMargins()), window.geometry()};
 }
 
 void place(const PeerView &window, const QRect &inside)

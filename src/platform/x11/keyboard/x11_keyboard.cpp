@@ -1,5 +1,6 @@
 #include "platform/x11/keyboard/x11_keyboard.h"
 
+#include "platform/typed_text.h"
 #include "platform/x11/connection/x11_connection.h"
 
 #include <algorithm>
@@ -98,16 +99,13 @@ xkb_keysym_t symbolOf(quint8 virtualKey)
     return found == symbols.end() ? XKB_KEY_NoSymbol : found->symbol;
 }
 
-// The symbol of a character; of those that are no characters, only line ends and tabs have one.
 xkb_keysym_t symbolOfCharacter(char32_t character)
 {
     if (character == U'\n')
         return XKB_KEY_Return;
     if (character == U'\t')
         return XKB_KEY_Tab;
-    const bool isControl = character < 0x20 || (character >= 0x7f && character < 0xa0);
-    const bool isHalf = character >= 0xd800 && character < 0xe000;
-    return isControl || isHalf ? xkb_keysym_t(XKB_KEY_NoSymbol) : xkb_utf32_to_keysym(character);
+    return xkb_utf32_to_keysym(character);
 }
 
 } // namespace
@@ -166,36 +164,28 @@ bool X11Keyboard::typeText(QStringView text)
 {
     if (!m_connection.isOpen())
         return false;
-    bool typed = true;
-    for (qsizetype at = 0; at < text.size() && typed; ++at) {
-        char32_t character = text[at].unicode();
-        if (character == U'\r') {
-            character = U'\n';
-            at += at + 1 < text.size() && text[at + 1] == u'\n' ? 1 : 0;
-        } else if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate()) {
-            character = QChar::surrogateToUcs4(text[at], text[at + 1]);
-            ++at;
-        }
-        typed = typeCharacter(character);
+    const TypedText wanted = charactersOf(text);
+    std::vector<xkb_keysym_t> symbols;
+    std::ranges::transform(wanted.characters, std::back_inserter(symbols), symbolOfCharacter);
+    for (std::span<const xkb_keysym_t> left = symbols; !left.empty();) {
+        const std::vector<X11Keymap::Stroke> strokes = m_keymap.strokesFor(left);
+        if (strokes.empty())
+            return false;
+        std::ranges::for_each(strokes, [this](const X11Keymap::Stroke &stroke) { send(stroke); });
+        m_connection.flush();
+        left = left.subspan(strokes.size());
     }
-    m_connection.flush();
-    return typed;
+    return wanted.isWhole;
 }
 
-bool X11Keyboard::typeCharacter(char32_t character)
+void X11Keyboard::send(const X11Keymap::Stroke &stroke)
 {
-    const xkb_keysym_t symbol = symbolOfCharacter(character);
-    const auto stroke = symbol == XKB_KEY_NoSymbol ? std::nullopt : m_keymap.strokeFor(symbol);
-    if (!stroke)
-        return false;
-    for (const xcb_keycode_t modifier : stroke->modifiers)
+    for (const xcb_keycode_t modifier : stroke.modifiers)
         fake(XCB_KEY_PRESS, modifier);
-    fake(XCB_KEY_PRESS, stroke->key);
-    fake(XCB_KEY_RELEASE, stroke->key);
-    for (const xcb_keycode_t modifier : stroke->modifiers | std::views::reverse)
+    fake(XCB_KEY_PRESS, stroke.key);
+    fake(XCB_KEY_RELEASE, stroke.key);
+    for (const xcb_keycode_t modifier : stroke.modifiers | std::views::reverse)
         fake(XCB_KEY_RELEASE, modifier);
-    m_keymap.noLongerHeld(stroke->key);
-    return true;
 }
 
 void X11Keyboard::releaseAll()

@@ -23,7 +23,7 @@ public:
 private:
     void press(quint8 virtualKey);
     void release(quint8 virtualKey);
-    bool typeCharacter(char32_t character);
+    void send(const X11Keymap::Stroke &stroke);
     void fake(quint8 type, xcb_keycode_t key);
 
     X11Connection &m_connection;

@@ -3,9 +3,6 @@
 #include "platform/x11/connection/x11_connection.h"
 #include "platform/x11/keyboard/xcb_xkb.h"
 
-#include <QDeadlineTimer>
-#include <QThread>
-
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -18,13 +15,6 @@ namespace plum {
 
 namespace {
 
-// How long programs that cannot be asked may take to read the new map after an event that needed it.
-constexpr qint64 settleMilliseconds = 250;
-// How long those that can be asked may take to work off what came before the question.
-constexpr int longestReading = 2000; // milliseconds
-// Enough for an alphabet, so that a key hardly ever has to change its symbol.
-constexpr size_t mostOwnKeys = 32;
-
 // XKB names a key by its row and its place in it, whatever is printed on it.
 struct LetterRow
 {
@@ -35,16 +25,11 @@ struct LetterRow
 constexpr std::array usRows{
     LetterRow{"AD", "qwertyuiop"}, LetterRow{"AC", "asdfghjkl"}, LetterRow{"AB", "zxcvbnm"}};
 
-qint64 now()
-{
-    return QDeadlineTimer::current(Qt::PreciseTimer).deadline();
-}
-
 } // namespace
 
 X11Keymap::X11Keymap(X11Connection &connection)
     : m_connection(connection)
-    , m_receiver(connection)
+    , m_ownKeys(connection)
     , m_context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), &xkb_context_unref)
     , m_keymap(nullptr, &xkb_keymap_unref)
 {
@@ -80,16 +65,12 @@ void X11Keymap::receive(const xcb_generic_event_t &event)
             m_changed();
         break;
     }
-    case XCB_XKB_MAP_NOTIFY: {
-        const auto &change = reinterpret_cast<const xcb_xkb_map_notify_event_t &>(event);
-        const bool ours = change.changed == XCB_XKB_MAP_PART_KEY_SYMS && change.nKeySyms == 1
-            && isOwn(change.firstKeySym);
-        if (!ours) {
+    case XCB_XKB_MAP_NOTIFY:
+        if (!m_ownKeys.made(event)) {
             m_stale = true;
             m_changed();
         }
         break;
-    }
     case XCB_XKB_NEW_KEYBOARD_NOTIFY:
         m_stale = true;
         m_changed();
@@ -115,6 +96,7 @@ void X11Keymap::load()
             = static_cast<uint8_t>(xkb_state_serialize_mods(state.get(), XKB_STATE_MODS_LOCKED));
     }
     readModifierKeys();
+    m_ownKeys.follow(*m_keymap);
 }
 
 void X11Keymap::readModifierKeys()
@@ -130,11 +112,6 @@ void X11Keymap::readModifierKeys()
         if (key == 0)
             key = keys[i];
     }
-}
-
-bool X11Keymap::isOwn(xcb_keycode_t key) const
-{
-    return std::ranges::find(m_ownKeys, key, &OwnKey::key) != m_ownKeys.end();
 }
 
 bool X11Keymap::refresh()
@@ -153,29 +130,62 @@ std::optional<xcb_keycode_t> X11Keymap::keyFor(xkb_keysym_t symbol)
         return {};
     if (const auto key = findInActiveGroup(symbol))
         return key;
-    return bindOwnKey(symbol);
+    return m_ownKeys.hold(symbol, unusedKeys());
 }
 
-std::optional<X11Keymap::Stroke> X11Keymap::strokeFor(xkb_keysym_t symbol)
+std::vector<X11Keymap::Stroke> X11Keymap::strokesFor(std::span<const xkb_keysym_t> symbols)
 {
+    std::vector<Stroke> strokes;
     if (!refresh())
-        return {};
-    if (const auto known = m_strokes.find(symbol); known != m_strokes.end())
-        return known->second;
-    if (const auto stroke = findStroke(symbol)) {
-        m_strokes.emplace(symbol, *stroke);
-        return stroke;
+        return strokes;
+    // Waiting for a key to become free may bring the news of another layout.
+    do {
+        std::vector<xkb_keysym_t> lacking;
+        std::ranges::copy_if(
+            symbols, std::back_inserter(lacking), [this](auto symbol) { return !layoutStroke(symbol); });
+        m_ownKeys.give(lacking, unusedKeys());
+    } while (m_stale && refresh());
+
+    for (const xkb_keysym_t symbol : symbols) {
+        auto stroke = layoutStroke(symbol);
+        if (!stroke)
+            stroke = ownStroke(symbol);
+        if (!stroke)
+            break;
+        strokes.push_back(std::move(*stroke));
     }
-    // Both cases of a letter share a key. What Caps Lock does to such a key, Shift takes back.
-    const xkb_keysym_t lower = xkb_keysym_to_lower(symbol);
-    const bool hasCases = lower != xkb_keysym_to_upper(symbol);
-    const bool isCapsLock = (m_lockedModifiers & XCB_MOD_MASK_LOCK) != 0;
-    const bool isShifted = hasCases && (symbol != lower) != isCapsLock;
-    auto modifiers = modifierKeys(isShifted ? XCB_MOD_MASK_SHIFT : 0);
-    const auto key = modifiers ? bindOwnKey(lower) : std::nullopt;
-    if (!key)
+    return strokes;
+}
+
+const std::optional<X11Keymap::Stroke> &X11Keymap::layoutStroke(xkb_keysym_t symbol)
+{
+    const auto known = m_strokes.find(symbol);
+    return known != m_strokes.end() ? known->second
+                                    : m_strokes.emplace(symbol, findStroke(symbol)).first->second;
+}
+
+// Both cases of a letter share a key. What Caps Lock does to such a key, Shift takes back.
+std::optional<X11Keymap::Stroke> X11Keymap::ownStroke(xkb_keysym_t symbol) const
+{
+    const auto place = m_ownKeys.placeOf(symbol);
+    if (!place)
         return {};
-    return Stroke{*key, std::move(*modifiers)};
+    const bool isCapsLock = (m_lockedModifiers & XCB_MOD_MASK_LOCK) != 0;
+    auto modifiers
+        = modifierKeys(place->withShift != (place->isLetter && isCapsLock) ? XCB_MOD_MASK_SHIFT : 0);
+    return modifiers ? std::optional(Stroke{place->key, std::move(*modifiers)}) : std::nullopt;
+}
+
+std::vector<xcb_keycode_t> X11Keymap::unusedKeys() const
+{
+    std::vector<xcb_keycode_t> keys;
+    const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
+    for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
+        const auto candidate = static_cast<xcb_keycode_t>(key);
+        if (xkb_keymap_num_layouts_for_key(m_keymap.get(), key) == 0 && !m_ownKeys.has(candidate))
+            keys.push_back(candidate);
+    }
+    return keys;
 }
 
 std::optional<X11Keymap::Stroke> X11Keymap::findStroke(xkb_keysym_t symbol) const
@@ -184,7 +194,7 @@ std::optional<X11Keymap::Stroke> X11Keymap::findStroke(xkb_keysym_t symbol) cons
     std::optional<Stroke> best;
     for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
         const xkb_layout_index_t groups = xkb_keymap_num_layouts_for_key(m_keymap.get(), key);
-        if (groups == 0 || isOwn(static_cast<xcb_keycode_t>(key)))
+        if (groups == 0 || m_ownKeys.has(static_cast<xcb_keycode_t>(key)))
             continue;
         const xkb_layout_index_t group = m_group % groups;
         for (xkb_level_index_t level = 0; level < xkb_keymap_num_levels_for_key(m_keymap.get(), key, group);
@@ -249,7 +259,7 @@ std::optional<xcb_keycode_t> X11Keymap::findInActiveGroup(xkb_keysym_t symbol) c
     const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
     for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
         const xkb_layout_index_t groups = xkb_keymap_num_layouts_for_key(m_keymap.get(), key);
-        if (groups == 0 || isOwn(static_cast<xcb_keycode_t>(key)))
+        if (groups == 0 || m_ownKeys.has(static_cast<xcb_keycode_t>(key)))
             continue;
         // A key with fewer groups than the layout has wraps around.
         const xkb_keysym_t *symbols = nullptr;
@@ -266,7 +276,7 @@ std::optional<xcb_keycode_t> X11Keymap::findInAnyGroup(xkb_keysym_t symbol) cons
     const xkb_keycode_t last = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
     for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
         const auto candidate = static_cast<xcb_keycode_t>(key);
-        if (!isOwn(candidate) && keyHas(candidate, symbol))
+        if (!m_ownKeys.has(candidate) && keyHas(candidate, symbol))
             return candidate;
     }
     return {};
@@ -319,79 +329,10 @@ uint16_t X11Keymap::modifierWith(xkb_keysym_t symbol)
     return 0;
 }
 
-std::optional<xcb_keycode_t> X11Keymap::bindOwnKey(xkb_keysym_t symbol)
-{
-    if (const auto own = std::ranges::find(m_ownKeys, symbol, &OwnKey::symbol); own != m_ownKeys.end()) {
-        own->lastUse = now();
-        own->held = true;
-        return own->key;
-    }
-
-    std::optional<xcb_keycode_t> spare;
-    if (m_ownKeys.size() < mostOwnKeys) {
-        const xkb_keycode_t first = xkb_keymap_min_keycode(m_keymap.get());
-        for (xkb_keycode_t key = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap.get()), 255);
-             key >= first && !spare; --key) {
-            const auto candidate = static_cast<xcb_keycode_t>(key);
-            if (xkb_keymap_num_layouts_for_key(m_keymap.get(), key) == 0 && !isOwn(candidate))
-                spare = candidate;
-        }
-    }
-    if (!spare) {
-        const auto older = [](const OwnKey &a, const OwnKey &b) {
-            return std::pair(a.held, a.lastUse) < std::pair(b.held, b.lastUse);
-        };
-        const auto unused = std::ranges::min_element(m_ownKeys, older);
-        if (unused == m_ownKeys.end() || unused->held)
-            return {};
-        waitUntilSettled(unused->lastUse);
-        spare = unused->key;
-        m_ownKeys.erase(unused);
-    }
-    m_ownKeys.push_back({*spare, symbol, true, now()});
-    bind(*spare, symbol);
-    return spare;
-}
-
-void X11Keymap::noLongerHeld(xcb_keycode_t key)
-{
-    if (const auto own = std::ranges::find(m_ownKeys, key, &OwnKey::key); own != m_ownKeys.end())
-        own->held = false;
-}
-
-void X11Keymap::bind(xcb_keycode_t key, xkb_keysym_t symbol)
-{
-    // One group of two levels; the server repeats it for every other group.
-    const std::array<xcb_keysym_t, 2> symbols{
-        symbol, symbol == XKB_KEY_NoSymbol ? symbol : xkb_keysym_to_upper(symbol)};
-    xcb_change_keyboard_mapping(
-        m_connection.xcb(), 1, key, static_cast<uint8_t>(symbols.size()), symbols.data());
-}
-
-void X11Keymap::waitUntilSettled(qint64 lastUse)
-{
-    if (lastUse < m_settledUntil)
-        return;
-    const qint64 asked = now();
-    if (m_receiver.hasWorkedOff(longestReading)) {
-        m_settledUntil = asked;
-        return;
-    }
-    m_connection.sync();
-    const qint64 age = now() - lastUse;
-    if (age < settleMilliseconds)
-        QThread::msleep(static_cast<unsigned long>(settleMilliseconds - age));
-}
-
 void X11Keymap::removeOwnKeys()
 {
-    if (m_ownKeys.empty() || !m_connection.isOpen())
-        return;
-    waitUntilSettled(std::ranges::max(m_ownKeys, {}, &OwnKey::lastUse).lastUse);
-    for (const OwnKey &own : m_ownKeys)
-        bind(own.key, XKB_KEY_NoSymbol);
-    m_ownKeys.clear();
-    m_connection.sync();
+    if (m_connection.isOpen())
+        m_ownKeys.takeBack();
 }
 
 } // namespace plum

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "platform/x11/keyboard/x11_receiver.h"
+#include "platform/x11/keyboard/x11_own_keys.h"
 
 #include <QtGlobal>
 
 #include <array>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <unordered_map>
 #include <vector>
 #include <xcb/xcb.h>
@@ -36,9 +36,10 @@ public:
         std::vector<xcb_keycode_t> modifiers;
     };
 
-    // How `symbol` is typed in the active group, as Caps Lock stands now. A symbol that the group has at no
-    // level gets a key as in keyFor(); its stroke has to end with noLongerHeld().
-    std::optional<Stroke> strokeFor(xkb_keysym_t symbol);
+    // How `symbols` are typed in the active group, one after the other, as Caps Lock stands now. Symbols that
+    // the group has at no level get keys that the layout does not use; where these are too few, the strokes
+    // end before the first symbol that found none, and the rest is asked for when these have been sent.
+    std::vector<Stroke> strokesFor(std::span<const xkb_keysym_t> symbols);
 
     // The key that gives `letter` ('a' to 'z') without Shift, among those that the keyboard has: in the
     // active group, else in another one, else the key in that letter's place on a US keyboard. Changes
@@ -48,45 +49,33 @@ public:
     // The bit of the modifier that has a key with `symbol`; 0 for none.
     uint16_t modifierWith(xkb_keysym_t symbol);
 
-    // Called when the keyboard's map or its active group has changed, not by a key of keyFor().
+    // Called when the keyboard's map or its active group has changed, not by a key of our own.
     void onChange(std::function<void()> changed) { m_changed = std::move(changed); }
 
-    // Makes `key` free for another symbol; a key of the layout stays as it is.
-    void noLongerHeld(xcb_keycode_t key);
+    // Makes `key`, which keyFor() gave, free for another symbol; a key of the layout stays as it is.
+    void noLongerHeld(xcb_keycode_t key) { m_ownKeys.letGo(key); }
 
-    // Takes back every key that keyFor() made. Programs read the map some time after an event that needs
-    // it, so this waits until the last such event is a moment old.
+    // Takes back every key of our own.
     void removeOwnKeys();
 
 private:
-    // A key that the layout does not use, bound to a symbol by us.
-    struct OwnKey
-    {
-        xcb_keycode_t key;
-        xkb_keysym_t symbol;
-        bool held;
-        qint64 lastUse; // milliseconds of the monotonic clock
-    };
-
     void receive(const xcb_generic_event_t &event);
     bool refresh();
     void load();
     std::optional<xcb_keycode_t> findInActiveGroup(xkb_keysym_t symbol) const;
     std::optional<xcb_keycode_t> findInAnyGroup(xkb_keysym_t symbol) const;
     bool keyHas(xcb_keycode_t key, xkb_keysym_t symbol) const;
-    std::optional<xcb_keycode_t> bindOwnKey(xkb_keysym_t symbol);
+    std::vector<xcb_keycode_t> unusedKeys() const;
+    const std::optional<Stroke> &layoutStroke(xkb_keysym_t symbol);
+    std::optional<Stroke> ownStroke(xkb_keysym_t symbol) const;
     std::optional<Stroke> findStroke(xkb_keysym_t symbol) const;
     std::optional<Stroke> strokeAt(
         xkb_keycode_t key, xkb_layout_index_t group, xkb_level_index_t level) const;
     std::optional<std::vector<xcb_keycode_t>> modifierKeys(uint8_t mask) const;
     void readModifierKeys();
-    void waitUntilSettled(qint64 lastUse);
-    void bind(xcb_keycode_t key, xkb_keysym_t symbol);
-    bool isOwn(xcb_keycode_t key) const;
 
     X11Connection &m_connection;
-    X11Receiver m_receiver;
-    qint64 m_settledUntil = 0; // every use before is known to be over
+    X11OwnKeys m_ownKeys;
     std::function<void()> m_changed = [] {};
     quint8 m_firstEvent = 0;
     qint32 m_device = -1;
@@ -97,8 +86,8 @@ private:
     uint8_t m_lockedModifiers = 0;
     std::array<xcb_keycode_t, 8>
         m_modifierKeys{}; // one for each modifier bit; 0 for a modifier without a key
-    std::unordered_map<xkb_keysym_t, Stroke> m_strokes; // of the layout as it is, those that were asked for
-    std::deque<OwnKey> m_ownKeys; // the longest unused one first
+    // Of the layout as it is, those that were asked for; nothing for a symbol that it lacks.
+    std::unordered_map<xkb_keysym_t, std::optional<Stroke>> m_strokes;
 };
 
 } // namespace plum
