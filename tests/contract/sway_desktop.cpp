@@ -17,12 +17,7 @@ namespace {
 
 constexpr const char *untold = "Wayland tells no program that its window was minimised.";
 
-constexpr const char *noTyping = "The Wayland backend types no text key by key.";
-
 constexpr std::array table{
-    Exception{"KeyboardPort.typesTextsOfAnyCharacters", noTyping},
-    Exception{"KeyboardPort.typesLineEndsAndTabsWithTheirKeys", noTyping},
-    Exception{"KeyboardPort.typesUpToWhatIsNoCharacter", noTyping},
     Exception{"WindowsOnScreen.minimisedIsRestoredByActivating", untold},
     Exception{"WindowsOnScreen.maximisesWhatWasMinimised", untold},
     Exception{"WindowsOnScreen.topmostStaysAboveTheOneInFront", "Sway keeps no window above all others."},

@@ -4,6 +4,7 @@
 #include "platform/wayland/connection/wayland_objects.h"
 
 #include <array>
+#include <span>
 #include <vector>
 
 namespace plum {
@@ -19,16 +20,25 @@ public:
     explicit WaylandKeyboard(WaylandConnection &connection);
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
+    bool typeText(QStringView text) override;
     void releaseAll() override;
 
 private:
-    void sendMap();
+    struct Stroke
+    {
+        quint16 code;
+        bool withShift;
+    };
+
+    bool sendMap();
+    std::size_t makeKeysFor(std::span<const char32_t> characters);
+    Stroke strokeOf(char32_t character) const;
     void send(quint16 code, bool down);
     void noteModifier(quint16 code, bool down);
 
     WaylandConnection &m_connection;
     WaylandOwned<zwp_virtual_keyboard_v1> m_device;
-    std::vector<char32_t> m_characters; // what the spare keys mean
+    std::vector<char32_t> m_characters; // what the spare keys mean, in their order
     std::array<bool, 256> m_down{}; // by the kernel's number
     uint32_t m_held = 0; // bits of XKB's modifiers
     uint32_t m_locked = 0;
