@@ -139,7 +139,8 @@ TEST_F(KeyboardPort, typesBothCasesWithCapsLock)
     const QString text = u"aÄäЖж你ß"_s;
     tap(20);
     EXPECT_TRUE(keyboard().typeText(text));
-    EXPECT_TRUE(eventually([&] { return typedInto(*probe) == text; })) << qPrintable(probe->seen({u"key down"_s}).join(u'\n'));
+    EXPECT_TRUE(eventually([&] { return typedInto(*probe) == text; }))
+        << qPrintable(probe->seen({u"key down"_s}).join(u'\n'));
     tap(20);
 }
 
