@@ -59,18 +59,29 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .endProcess = [this](int status) { end(status); },
           .report = &say,
           .hasDesktop = hasDesktop,
-          .reportMistakes = &sayMistakes})
+          .reportMistakes = &sayMistakes,
+          .mayRun = [this](const QString &keyword) { return mayRun(keyword); }})
     , m_channel(m_platform->clipboard())
     , m_storeWindow({.program = StoreProcess::besideThisProgram(), .downloadBase = m_addresses.downloadBase})
     , m_transfers(m_platform->paths(), m_platform->textCodec())
     , m_store({m_storeWindow, m_transfers, m_channel, m_host, m_platform->shell(), m_platform->paths(),
           m_installer, m_addresses})
+    , m_updates({.paths = m_platform->paths(),
+          .codec = m_platform->textCodec(),
+          .store = m_store,
+          .addresses = m_addresses,
+          .isIdle = [this] { return !m_ui.isRunning(); },
+          .ask = [this](const InstallOffer &offer,
+                     std::function<void()> install) { m_questions.ask(offer, std::move(install)); }})
     , m_shell(m_platform->shell(), m_channel)
     , m_scripts({*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName()})
     , m_instance(m_folders)
     , m_requests(m_folders)
 {
     m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
+    QObject::connect(&m_updates, &StoreUpdates::changed, &m_ui,
+        [this] { m_ui.showUpdates(static_cast<int>(m_updates.pending().size())); });
+    QObject::connect(&m_updates, &StoreUpdates::installed, &m_ui, &LauncherUi::sayUpdated);
     m_platform->onEndRequested([this] { m_ui.endProcess(); });
 }
 
@@ -94,6 +105,7 @@ bool Program::startLauncher()
         = [this](std::function<void()> then) { m_platform->whenTrayAnswers(std::move(then)); },
         .registersComponents = m_platform->registersComponents()});
     installRequested();
+    m_updates.start();
     return true;
 }
 
@@ -123,6 +135,22 @@ void Program::end(int status)
     m_platform->releaseDesktop();
     std::fflush(nullptr);
     std::_Exit(status);
+}
+
+bool Program::mayRun(const QString &keyword)
+{
+    const std::optional<QString> reason = m_updates.takenBack(keyword);
+    if (!reason)
+        return true;
+    if (!MessageBoxes::askToRun(keyword, *reason))
+        return false;
+    m_updates.insist(keyword);
+    return true;
+}
+
+void Program::Door::installUpdates()
+{
+    m_program.m_updates.installAll();
 }
 
 void Program::Door::openCatalogue()

@@ -13,6 +13,7 @@
 #include "store/loaded_store_transfers.h"
 #include "store/store_host.h"
 #include "store/store_process.h"
+#include "store/store_updates.h"
 #include "store/webbox.h"
 #include "ui/install_questions.h"
 #include "ui/launcher_ui.h"
@@ -49,6 +50,7 @@ private:
         }
         void openCatalogue() override;
         void askInstall(InstallFlag flag, const QString &name) override;
+        void installUpdates() override;
 
     private:
         Program &m_program;
@@ -72,6 +74,9 @@ private:
 
     [[noreturn]] void end(int status);
 
+    // Whether an app may run; a version that the store has taken back only when the user insists.
+    bool mayRun(const QString &keyword);
+
     // Asks about the packages that were opened outside of the launcher.
     void installRequested();
 
@@ -88,6 +93,7 @@ private:
     StoreProcess m_storeWindow;
     LoadedStoreTransfers m_transfers;
     webbox m_store;
+    StoreUpdates m_updates;
     AnsweredShell m_shell;
     ScriptSystem m_scripts;
     SingleInstance m_instance;

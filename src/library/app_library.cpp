@@ -250,6 +250,19 @@ QString AppLibrary::packageKeyword(const QString &path)
     return name.left(name.lastIndexOf(u'.'));
 }
 
+QString AppLibrary::versionBefore(const QString &keyword) const
+{
+    const auto before = m.installer.versionBefore(keyword);
+    return before ? before->version : QString();
+}
+
+bool AppLibrary::goBack(const QString &keyword)
+{
+    const InstallResult result = m.installer.goBack(keyword, [this](const QString &) { saveOrder(); });
+    say(result ? u"Successfully"_s : result.message());
+    return static_cast<bool>(result);
+}
+
 qint64 AppLibrary::packageSize(const QString &path) const
 {
     return QFileInfo(m.paths.toSystem(path)).size();

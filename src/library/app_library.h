@@ -113,6 +113,10 @@ public:
     // The keyword that a package file names: its name without its ending.
     static QString packageKeyword(const QString &path);
 
+    // The version that the app was before its last update, and the way back to it.
+    QString versionBefore(const QString &keyword) const;
+    bool goBack(const QString &keyword);
+
     // In bytes; 0 where there is no such package.
     qint64 packageSize(const QString &path) const;
 

@@ -185,8 +185,7 @@ bool LibraryChange::arrive(const QByteArray &record)
     if (isThere(appOnDisk()) && !asideApp().isEmpty())
         return false;
     if (record.isEmpty())
-        QFile::remove(
-            PackageRecord::fileOf(m_plan.keyword, m.folders)); // of an app that somebody deleted by hand
+        removeRecord(); // of an app that somebody deleted by hand
     else if (!plum::replaceFile(inFolder(recordFile), record))
         return false;
     m_isMade = takeAside() && QDir().rename(inFolder(newName), appOnDisk());
@@ -241,19 +240,30 @@ void LibraryChange::keepRecord()
         }
         break;
     case Kind::Rename: {
-        const QString renamed = PackageRecord::fileOf(m_plan.newKeyword, m.folders);
-        if (isThere(mine)) {
-            QFile::remove(renamed);
-            QFile::rename(mine, renamed);
+        const QStringList old = PackageRecord::allFilesOf(m_plan.keyword, m.folders);
+        const QStringList renamed = PackageRecord::allFilesOf(m_plan.newKeyword, m.folders);
+        for (qsizetype each = 0; isThere(mine) && each < old.size(); ++each) {
+            QFile::remove(renamed[each]);
+            if (each != 0)
+                QFile::rename(old[each], renamed[each]);
         }
+        // Last of all: while it is here, the others are looked for here.
+        if (isThere(mine))
+            QFile::rename(mine, renamed.front());
         break;
     }
     case Kind::Delete:
-        QFile::remove(mine);
+        removeRecord();
         break;
     case Kind::Edit:
         break;
     }
+}
+
+void LibraryChange::removeRecord()
+{
+    for (const QString &file : PackageRecord::allFilesOf(m_plan.keyword, m.folders))
+        QFile::remove(file);
 }
 
 // What is old goes first: until then the plan says what the folder is.

@@ -102,6 +102,7 @@ private:
     bool wasMade() const;
     void finishList();
     void keepRecord();
+    void removeRecord();
     void takeBack();
     bool readPlan();
     QString inFolder(QLatin1StringView name) const;

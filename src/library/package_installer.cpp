@@ -109,11 +109,70 @@ InstallResult PackageInstaller::install(
         if (outcome != CarryOutcome::Done)
             return {outcome == CarryOutcome::NoRoom ? InstallFault::NoRoom : InstallFault::NotWritable};
     }
+    noteOrigin(change->keyword(), package, record);
     if (!change->arrive(record.toJson()))
         return {InstallFault::NotWritable};
     list(change->keyword());
+    keepPackage(change->keyword(), package, record);
     change->close();
     return {};
+}
+
+void PackageInstaller::noteOrigin(const QString &keyword, const Package &package, PackageRecord &record) const
+{
+    record.origin = package.origin;
+    if (!package.origin)
+        return;
+    const PackageRecord old = PackageRecord::of(keyword, m.library.folders);
+    const bool isSame = old.origin && old.origin->checksum == package.origin->checksum;
+    record.before = isSame ? old.before : old.origin;
+}
+
+// A disk that takes no second copy costs the way back, nothing else.
+void PackageInstaller::keepPackage(
+    const QString &keyword, const Package &package, const PackageRecord &record)
+{
+    const AppFolders &folders = m.library.folders;
+    const QString kept = folders.onDisk(PackageRecord::packageOf(keyword, folders));
+    const QString before = folders.onDisk(PackageRecord::packageBefore(keyword, folders));
+    if (!package.origin) {
+        QFile::remove(kept);
+        QFile::remove(before);
+        return;
+    }
+    const QString arriving = kept + ".new"_L1;
+    QDir().mkpath(QFileInfo(kept).path());
+    QFile::remove(arriving);
+    if (!QFile::copy(m.paths.toSystem(package.path), arriving))
+        QFile::remove(arriving);
+    const PackageRecord old = PackageRecord::of(keyword, folders);
+    if (old.origin && old.origin == record.before) {
+        QFile::remove(before);
+        QFile::rename(kept, before);
+    }
+    QFile::remove(kept);
+    QFile::rename(arriving, kept);
+}
+
+std::optional<PackageOrigin> PackageInstaller::versionBefore(const QString &keyword) const
+{
+    const AppFolders &folders = m.library.folders;
+    const auto before = PackageRecord::of(keyword, folders).before;
+    const bool isKept = QFileInfo(folders.onDisk(PackageRecord::packageBefore(keyword, folders))).isFile();
+    return isKept ? before : std::nullopt;
+}
+
+InstallResult PackageInstaller::goBack(
+    const QString &keyword, const std::function<void(const QString &keyword)> &list)
+{
+    const auto before = versionBefore(keyword);
+    if (!before)
+        return {InstallFault::Missing};
+    return install({.path = PackageRecord::packageBefore(keyword, m.library.folders),
+                       .keyword = keyword,
+                       .carried = CarriedFiles::UsersOwn,
+                       .origin = before},
+        list);
 }
 
 // Whole means that nothing failed or was left out, and that every file has its length and its checksum.

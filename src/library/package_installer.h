@@ -64,11 +64,19 @@ public:
         QString keyword = {};
         CarriedFiles carried = CarriedFiles::All; // from the app that is there
         LibraryChange::Place place = LibraryChange::Place::Top;
+        std::optional<PackageOrigin> origin = {}; // of a store that signs: its package is kept
     };
 
     // `list` puts the new app into the lists, under the keyword that its folder has, and saves them. It is
     // called when the app stands; nothing takes it back from then on.
     InstallResult install(const Package &package, const std::function<void(const QString &keyword)> &list);
+
+    // The version of the store that an app was before it was brought to the present one, if that can be had
+    // back.
+    std::optional<PackageOrigin> versionBefore(const QString &keyword) const;
+
+    // Installs that version again; what is there now is then the one before.
+    InstallResult goBack(const QString &keyword, const std::function<void(const QString &keyword)> &list);
 
     // Moves an app out of the library until its new version is installed or `putBack` is called; at the next
     // start it is back in any case. False when that is not possible, and the app stays where it is.
@@ -87,6 +95,8 @@ public:
 
 private:
     InstallFault unpack(const QString &path, const QString &folder, PackageRecord &record);
+    void noteOrigin(const QString &keyword, const Package &package, PackageRecord &record) const;
+    void keepPackage(const QString &keyword, const Package &package, const PackageRecord &record);
 
     Needs m;
     std::unique_ptr<LibraryChange> m_aside;

@@ -22,6 +22,36 @@ constexpr QLatin1StringView filesKey("files");
 constexpr QLatin1StringView foldersKey("folders");
 constexpr QLatin1StringView sizeKey("size");
 constexpr QLatin1StringView crcKey("crc32");
+constexpr QLatin1StringView originKey("origin");
+constexpr QLatin1StringView beforeKey("before");
+
+constexpr QLatin1StringView recordEnding(".json");
+constexpr QLatin1StringView packageEnding(".wfp");
+constexpr QLatin1StringView beforeEnding(".before.wfp");
+
+QString fileNamed(const QString &keyword, QLatin1StringView ending, const AppFolders &folders)
+{
+    const QByteArray name = QCryptographicHash::hash(keyword.toUtf8(), QCryptographicHash::Sha1).toHex();
+    return folders.packageRecords() + u'\\' + QString::fromLatin1(name) + ending;
+}
+
+QJsonObject toObject(const PackageOrigin &origin)
+{
+    return {{"path"_L1, origin.path}, {"version"_L1, origin.version},
+        {"sha256"_L1, QString::fromLatin1(origin.checksum.toHex())},
+        {"sheet"_L1, QString::fromUtf8(origin.sheet)}};
+}
+
+std::optional<PackageOrigin> originOf(const QJsonValue &value)
+{
+    if (!value.isObject())
+        return std::nullopt;
+    const QJsonObject object = value.toObject();
+    return PackageOrigin{.path = object.value("path"_L1).toString(),
+        .version = object.value("version"_L1).toString(),
+        .checksum = QByteArray::fromHex(object.value("sha256"_L1).toString().toLatin1()),
+        .sheet = object.value("sheet"_L1).toString().toUtf8()};
+}
 
 } // namespace
 
@@ -60,7 +90,12 @@ QByteArray PackageRecord::toJson() const
     QJsonArray folderNames;
     for (const QString &name : folders)
         folderNames.append(name);
-    return QJsonDocument(QJsonObject{{filesKey, filesObject}, {foldersKey, folderNames}}).toJson();
+    QJsonObject whole{{filesKey, filesObject}, {foldersKey, folderNames}};
+    if (origin)
+        whole.insert(originKey, toObject(*origin));
+    if (before)
+        whole.insert(beforeKey, toObject(*before));
+    return QJsonDocument(whole).toJson();
 }
 
 PackageRecord PackageRecord::fromJson(const QByteArray &json)
@@ -76,13 +111,30 @@ PackageRecord PackageRecord::fromJson(const QByteArray &json)
     const QJsonArray folderNames = whole.value(foldersKey).toArray();
     for (const QJsonValue &name : folderNames)
         record.folders.insert(name.toString());
+    record.origin = originOf(whole.value(originKey));
+    record.before = originOf(whole.value(beforeKey));
     return record;
 }
 
 QString PackageRecord::fileOf(const QString &keyword, const AppFolders &folders)
 {
-    const QByteArray name = QCryptographicHash::hash(keyword.toUtf8(), QCryptographicHash::Sha1).toHex();
-    return folders.onDisk(folders.packageRecords() + u'\\' + QString::fromLatin1(name) + u".json"_s);
+    return folders.onDisk(fileNamed(keyword, recordEnding, folders));
+}
+
+QString PackageRecord::packageOf(const QString &keyword, const AppFolders &folders)
+{
+    return fileNamed(keyword, packageEnding, folders);
+}
+
+QString PackageRecord::packageBefore(const QString &keyword, const AppFolders &folders)
+{
+    return fileNamed(keyword, beforeEnding, folders);
+}
+
+QStringList PackageRecord::allFilesOf(const QString &keyword, const AppFolders &folders)
+{
+    return {fileOf(keyword, folders), folders.onDisk(packageOf(keyword, folders)),
+        folders.onDisk(packageBefore(keyword, folders))};
 }
 
 PackageRecord PackageRecord::of(const QString &keyword, const AppFolders &folders)

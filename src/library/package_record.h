@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -23,12 +24,25 @@ struct FileMeasure
 // Nothing when the file at `systemPath` cannot be read.
 std::optional<FileMeasure> measureFile(const QString &systemPath);
 
+// Which version of which package of the store an app is.
+struct PackageOrigin
+{
+    QString path; // below the store's folder of packages
+    QString version = {};
+    QByteArray checksum = {}; // SHA-256 of the package
+    QByteArray sheet = {}; // what the index said that it may do
+
+    bool operator==(const PackageOrigin &) const = default;
+};
+
 // What a package brought into an app's folder, so that an update knows the user's files from its own. Names
 // are relative to the folder, with "/".
 struct PackageRecord
 {
     QHash<QString, FileMeasure> files;
     QSet<QString> folders;
+    std::optional<PackageOrigin> origin = {}; // nothing for an app that is not from a store that signs
+    std::optional<PackageOrigin> before = {}; // the version that it was in the place of
 
     // Whether the file is still the one that the package brought. What a script has written into it since
     // makes it the user's.
@@ -43,6 +57,13 @@ struct PackageRecord
     // The file in which the record of an app is kept, as the system opens it. Its name is made from the
     // keyword, which may be as long as a file's name can be.
     static QString fileOf(const QString &keyword, const AppFolders &folders);
+
+    // Where the package of the version that an app is, and of the one before, are kept, with "\\".
+    static QString packageOf(const QString &keyword, const AppFolders &folders);
+    static QString packageBefore(const QString &keyword, const AppFolders &folders);
+
+    // All of these files of an app, as the system opens them; in the same order for every app.
+    static QStringList allFilesOf(const QString &keyword, const AppFolders &folders);
 };
 
 } // namespace plum

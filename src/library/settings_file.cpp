@@ -146,7 +146,7 @@ QByteArray withProfileValue(
 
 QString SettingsFile::systemPath() const
 {
-    return m_folders.onDisk(m_folders.settingsFile());
+    return m_folders.onDisk(m_folders.loadFile(m_name));
 }
 
 bool SettingsFile::exists() const

@@ -5,21 +5,31 @@
 #include <QByteArray>
 #include <QString>
 
+#include <utility>
+
 namespace plum {
 
 class Paths;
 class TextCodec;
 
-// Module `modINI`: the settings in `config\load\set.ini`, with the rules of the private-profile calls.
-// Names are compared without regard to letter case, blanks around names and values do not count, and one pair
-// of quotes around a value is taken off. Of several sections or keys with one name the first counts.
+// Module `modINI`: the settings in `config\load\set.ini`, which has the launcher's hotkey alone, or in
+// another file beside it, with the rules of the private-profile calls. Names are compared without regard to
+// letter case, blanks around names and values do not count, and one pair of quotes around a value is taken
+// off. Of several sections or keys with one name the first counts.
 class SettingsFile
 {
 public:
-    SettingsFile(const Paths &paths, TextCodec &codec)
+    SettingsFile(const Paths &paths, TextCodec &codec, QString name = QStringLiteral("set.ini"))
         : m_folders(paths)
         , m_codec(codec)
+        , m_name(std::move(name))
     {
+    }
+
+    // Everything that is no hotkey of the launcher stands in `options.ini`.
+    static SettingsFile options(const Paths &paths, TextCodec &codec)
+    {
+        return {paths, codec, QStringLiteral("options.ini")};
     }
 
     bool exists() const;
@@ -36,6 +46,7 @@ private:
 
     AppFolders m_folders;
     TextCodec &m_codec;
+    QString m_name;
 };
 
 // The two operations on a file's bytes.

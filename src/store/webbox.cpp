@@ -55,7 +55,7 @@ void webbox::openStore()
 
 bool webbox::isBusy() const
 {
-    return m_isInstalling || m_whenNamed || m_use.transfers.isBusy();
+    return m_isInstalling || m_whenIndex || m_use.transfers.isBusy();
 }
 
 void webbox::followPackage(const QUrl &link)
@@ -132,39 +132,64 @@ void webbox::offer(
     });
 }
 
-void webbox::findNamed(const Source &source, std::function<void(const IndexedPackage &package)> then)
+void webbox::fetchSigned(IndexTaker then)
 {
-    m_sought = source;
-    m_whenNamed = std::move(then);
     const AppFolders folders(m_use.paths);
     const QString memory = folders.storeMemory() + u'\\' + m_use.addresses.memoryName();
-    m_use.view.setCaption(downloadTitle(DownloadStatus::HeadersArrived).toString());
+    m_whenIndex = std::move(then);
     m_use.transfers.fetchSignedIndex({.base = m_use.addresses.downloadBase,
         .keys = m_use.addresses.rootKeys,
         .remembered = folders.onDisk(memory)});
 }
 
+bool webbox::askIndex(IndexTaker then)
+{
+    if (isBusy() || !m_use.addresses.isSigned())
+        return false;
+    fetchSigned(std::move(then));
+    return true;
+}
+
+void webbox::findNamed(const Source &source, std::function<void(const IndexedPackage &package)> then)
+{
+    m_use.view.setCaption(downloadTitle(DownloadStatus::HeadersArrived).toString());
+    fetchSigned([this, source, then](IndexFault fault, const std::optional<StoreIndex> &index) {
+        m_use.view.setCaption({});
+        if (!index) {
+            sayFault(fault);
+            return;
+        }
+        const IndexedPackage *package = index->packageAt(m_use.addresses.pathOf(source.address));
+        if (package == nullptr)
+            sayFault(IndexFault::NotNamed);
+        else if (const Revocation *revocation = index->revocationOf(package->checksum))
+            sayFault(IndexFault::Revoked, revocation->reason);
+        else
+            then(*package);
+    });
+}
+
 void webbox::takeSignedIndex(IndexFault fault, const QByteArray &index)
 {
-    const auto then = std::exchange(m_whenNamed, {});
+    const IndexTaker then = std::exchange(m_whenIndex, {});
     if (!then)
         return;
-    m_use.view.setCaption({});
     const auto parsed = fault == IndexFault::None ? StoreIndex::parse(index) : std::nullopt;
-    if (!parsed) {
-        sayFault(fault == IndexFault::None ? IndexFault::Damaged : fault);
-        return;
-    }
-    const IndexedPackage *package = parsed->packageAt(m_use.addresses.pathOf(m_sought.address));
-    if (package == nullptr) {
-        sayFault(IndexFault::NotNamed);
-        return;
-    }
-    if (const Revocation *revocation = parsed->revocationOf(package->checksum)) {
-        sayFault(IndexFault::Revoked, revocation->reason);
-        return;
-    }
-    then(*package);
+    then(fault == IndexFault::None && !parsed ? IndexFault::Damaged : fault, parsed);
+}
+
+bool webbox::update(
+    const QString &keyword, const IndexedPackage &package, std::function<void(bool isDone)> then)
+{
+    if (isBusy() || !isUsable(keyword))
+        return false;
+    m_currentName = keyword;
+    m_source = {package.name, m_use.addresses.packageAt(package.path)};
+    m_asked.reset();
+    m_named = package;
+    m_whenUpdated = std::move(then);
+    start();
+    return true;
 }
 
 void webbox::XzSet(InstallFlag mode, const QString &name)
@@ -220,14 +245,13 @@ void webbox::showStatus(DownloadStatus status)
     }
     const bool isOver = !isOnTheWay(status);
     const bool isTooLarge = isOver && m_named && m_use.transfers.wasTooLarge();
-    if (isOver) {
-        m_isInstalling = false;
-        m_named.reset();
+    if (isOver)
         m_use.installer.putBack();
-    }
     m_use.view.setCaption(downloadTitle(status).toString());
     if (isTooLarge)
         sayFault(IndexFault::WrongSize);
+    if (isOver)
+        endInstall(false);
 }
 
 void webbox::takeIndex(const QByteArray &index)
@@ -248,32 +272,44 @@ void webbox::installWhenReady()
     if (!m_hasPackage || !m_hasIndex)
         return;
     m_hasPackage = false;
-    install();
-    m_isInstalling = false;
-    m_named.reset();
+    const bool isDone = install();
     m_use.view.setCaption(downloadTitle(DownloadStatus::Complete).toString());
+    endInstall(isDone);
 }
 
-void webbox::install()
+void webbox::endInstall(bool isDone)
+{
+    m_isInstalling = false;
+    m_named.reset();
+    if (const auto then = std::exchange(m_whenUpdated, {}))
+        then(isDone);
+}
+
+bool webbox::install()
 {
     const IndexFault fault = m_named ? m_package.faultOf(m_currentName, *m_named) : IndexFault::None;
     InstallResult result;
     if (fault == IndexFault::None) {
-        const bool isAnew = m_use.installer.isAside(m_currentName);
+        const bool isAnew = m_whenUpdated || m_use.installer.isAside(m_currentName);
+        std::optional<PackageOrigin> origin;
+        if (m_named && m_use.addresses.isSigned())
+            origin = PackageOrigin{m_named->path, m_named->version, m_named->checksum, m_named->sheet};
         result = m_use.installer.install({.path = m_package.path(m_currentName),
                                              .keyword = m_currentName,
                                              .carried = isAnew ? CarriedFiles::UsersOwn : CarriedFiles::All,
-                                             .place = LibraryChange::Place::End},
+                                             .place = LibraryChange::Place::End,
+                                             .origin = origin},
             [this](const QString &keyword) { m_use.host.addApp(keyword); });
     }
     m_use.installer.putBack();
     m_package.deleteAll(m_currentName);
     if (fault != IndexFault::None)
         sayFault(fault);
-    else if (result)
-        m_use.host.showMessage({.text = u"installed successfully"_s, .systemModal = true});
-    else
+    else if (!result)
         sayFailed(result);
+    else if (!m_whenUpdated)
+        m_use.host.showMessage({.text = u"installed successfully"_s, .systemModal = true});
+    return fault == IndexFault::None && result;
 }
 
 void webbox::sayFailed(const InstallResult &result)

@@ -60,6 +60,21 @@ public:
     // its way, nothing happens: two of them would be mixed up.
     void XzSet(InstallFlag mode, const QString &name);
 
+    // Whether a package or the index is on its way.
+    bool isBusy() const;
+
+    // Asks a store that signs for its newest index. It does not wait: `then` gets it, or why there is none.
+    // Nothing happens while a package is on its way; false then.
+    using IndexTaker = std::function<void(IndexFault fault, const std::optional<StoreIndex> &index)>;
+    bool askIndex(IndexTaker then);
+
+    // Brings an app to this version of its package, without a question and without a word unless it fails. It
+    // does not wait: `then` is called at the end. While a package is on its way nothing happens; false then.
+    bool update(const QString &keyword, const IndexedPackage &package, std::function<void(bool isDone)> then);
+
+    // Tells the user why nothing is installed. It waits until that is read.
+    void sayFault(IndexFault fault, const QString &reason = {});
+
     // Shows a piece of HTML in place of the page.
     void webw(const QString &html);
 
@@ -90,7 +105,6 @@ private:
     };
 
     void followPackage(const QUrl &link);
-    bool isBusy() const;
     bool isUsable(const QString &name) const;
     bool mayBeHad();
     void findNamed(const Source &source, std::function<void(const IndexedPackage &package)> then);
@@ -98,15 +112,16 @@ private:
     void offer(InstallFlag flag, const QString &wanted, const Source &source,
         const std::optional<IndexedPackage> &named);
     void begin(InstallFlag mode);
+    void fetchSigned(IndexTaker then);
+    void endInstall(bool isDone);
     void openOutside(const QUrl &address);
     void showArrivedPage(const QString &html);
     void start();
     void showStatus(DownloadStatus status);
     void takeIndex(const QByteArray &index);
     void installWhenReady();
-    void install();
+    bool install();
     void sayFailed(const InstallResult &result);
-    void sayFault(IndexFault fault, const QString &reason = {});
     void sayWhy(const QString &error);
 
     Needs m_use;
@@ -117,8 +132,8 @@ private:
 
     // What the signed index says of the current package, and who waits to know it.
     std::optional<IndexedPackage> m_named;
-    Source m_sought;
-    std::function<void(const IndexedPackage &package)> m_whenNamed;
+    IndexTaker m_whenIndex;
+    std::function<void(bool isDone)> m_whenUpdated; // set: the current package is an update
 
     // From a store that signs nothing a package is installed when it and the index, or none, are there.
     bool m_hasPackage = false;

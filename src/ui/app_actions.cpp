@@ -100,6 +100,12 @@ void AppActions::deleteApp(const QString &keyword)
     m.window.startAnew();
 }
 
+void AppActions::goBack(const QString &keyword)
+{
+    if (m.library.goBack(keyword))
+        m.faces.forget();
+}
+
 void AppActions::showGuide(const QString &keyword)
 {
     const AppGuide guide = m.library.guide(keyword);

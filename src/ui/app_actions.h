@@ -44,6 +44,7 @@ public:
     void renameApp(const QString &keyword);
     void deleteApp(const QString &keyword);
     void showGuide(const QString &keyword);
+    void goBack(const QString &keyword);
 
     // Lists the apps whose folders have come into the library in another way, and says which.
     void lookAgain();

@@ -190,6 +190,7 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     connect(m_footer, &Footer::createRequested, this, [this] { Q_EMIT newAppRequested(Text8->text()); });
     connect(m_footer, &Footer::endRequested, this, &frmSet::endAtOnceRequested);
     connect(m_footer, &Footer::hotkeyRequested, this, &frmSet::hotkeyRequested);
+    connect(m_footer, &Footer::updatesRequested, this, &frmSet::updatesRequested);
     connect(List2->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmSet::updateMark);
     connect(&m_lists.List2, &QAbstractItemModel::modelReset, this, &frmSet::updateMark);
     connect(&m_lists.List2, &QAbstractItemModel::dataChanged, this, &frmSet::updateMark);

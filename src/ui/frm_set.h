@@ -83,6 +83,7 @@ Q_SIGNALS:
     void fileDroppedOnKeywordBox(const QString &path);
     void settingsMenuRequested(QPoint globalPosition);
     void hotkeyRequested();
+    void updatesRequested();
     void newAppRequested(const QString &keyword);
     void editRequested(const QString &keyword);
     void renameRequested(const QString &keyword);

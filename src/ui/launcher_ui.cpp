@@ -90,7 +90,7 @@ void LauncherUi::start(const Desktop &desktop)
     m_summons->startHotkey(); // first of all that takes time: what is pressed from now on is not lost
     m_actions = std::make_unique<AppActions>(AppActions::Parts{*m_window, m_library, m_faces, m.shell,
         m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; },
-        [this](const QString &keyword) { m_runs.runKeyword(keyword, true); }});
+        [this](const QString &keyword) { run(keyword, true); }});
     m_runDisplay = std::make_unique<RunDisplay>(
         RunDisplay::Parts{*m_window, m_runs.state(), [this] { return m_menus.get(); }});
     connectWindow();
@@ -117,12 +117,10 @@ void LauncherUi::completeStart()
 void LauncherUi::connectWindow()
 {
     frmSet *window = m_window.get();
-    connect(window, &frmSet::runFromKeywordBox, this,
-        [this](const QString &keyword) { m_runs.runKeyword(keyword, false); });
-    connect(window, &frmSet::runFromList, this,
-        [this](const QString &keyword) { m_runs.runKeyword(keyword, true); });
-    connect(window, &frmSet::runFromList2, this,
-        [this](const QString &keyword) { m_runs.runKeyword(keyword, false); });
+    connect(
+        window, &frmSet::runFromKeywordBox, this, [this](const QString &keyword) { run(keyword, false); });
+    connect(window, &frmSet::runFromList, this, [this](const QString &keyword) { run(keyword, true); });
+    connect(window, &frmSet::runFromList2, this, [this](const QString &keyword) { run(keyword, false); });
     connect(window, &frmSet::packageDropped, this,
         [this](const QString &path) { m_packageNames.packageDropped(path); });
     connect(window, &frmSet::fileDroppedOnKeywordBox, this, [this](const QString &path) {
@@ -139,8 +137,30 @@ void LauncherUi::connectWindow()
     connect(window, &frmSet::exitRequested, this, &LauncherUi::exit);
     connect(window, &frmSet::settingsMenuRequested, this,
         [this](QPoint position) { menus().mmmm.popup(position); });
-    connect(window, &frmSet::listMenuRequested, this,
-        [this](QPoint position) { menus().list2you.popup(position); });
+    connect(window, &frmSet::listMenuRequested, this, [this](QPoint position) {
+        menus().setVersionBefore(m_library.versionBefore(m_window->selectedKeyword()));
+        menus().list2you.popup(position);
+    });
+    connect(window, &frmSet::updatesRequested, this, [this] { m.store.installUpdates(); });
+}
+
+void LauncherUi::run(const QString &keyword, bool remembersPath)
+{
+    if (!m.mayRun || m.mayRun(keyword))
+        m_runs.runKeyword(keyword, remembersPath);
+}
+
+void LauncherUi::showUpdates(int apps)
+{
+    if (m_window)
+        m_window->footer().setUpdates(apps);
+}
+
+void LauncherUi::sayUpdated(int apps)
+{
+    m_faces.forget();
+    if (m_window && apps > 0)
+        m_window->footer().say(apps == 1 ? tr("1 app updated") : tr("%1 apps updated").arg(apps));
 }
 
 sett &LauncherUi::menus()
@@ -166,6 +186,9 @@ void LauncherUi::choose(MenuCommand command)
         break;
     case MenuCommand::editname:
         m_actions->renameApp(selected);
+        break;
+    case MenuCommand::goBack:
+        m_actions->goBack(selected);
         break;
     case MenuCommand::delthis:
         m_actions->deleteApp(selected);

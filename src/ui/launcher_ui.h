@@ -63,6 +63,8 @@ public:
         bool hasDesktop = true; // somebody can see windows and answer them
         // What ends a run of edition 2, or keeps it from beginning.
         std::function<void(const ScriptError &error)> reportMistakes = {};
+        // Whether an app may run; asks the user where that is not plain.
+        std::function<bool(const QString &keyword)> mayRun = {};
     };
 
     // What the shown launcher needs beyond that; a script start has none of it.
@@ -99,6 +101,15 @@ public:
     // Adds an app from the store to the lists that do not hold it yet, and saves their order.
     void addInstalledApp(const QString &keyword);
 
+    // For how many apps the store has another version.
+    void showUpdates(int apps);
+
+    // How many have been brought to it.
+    void sayUpdated(int apps);
+
+    // Whether a script is running; one that waits for an answer is not.
+    bool isRunning() const { return m_runs.isRunning(); }
+
     // Asks for the keyword of a package that the store is going to install.
     void askPackageName(const QString &name) { m_packageNames.askForStore(name); }
     bool isAskingPackageName() const { return m_questions.isAskingName(); }
@@ -115,6 +126,7 @@ public:
 
 private:
     void connectWindow();
+    void run(const QString &keyword, bool remembersPath);
     void completeStart();
     sett &menus(); // made when they are first asked for
     void choose(MenuCommand command);

@@ -57,6 +57,17 @@ bool MessageBoxes::askToDelete(const QString &question, const QString &title, co
     return box.exec() == QMessageBox::Yes;
 }
 
+bool MessageBoxes::askToRun(const QString &keyword, const QString &reason)
+{
+    Box box(QMessageBox::Warning, {}, tr("The store has taken this version of \"%1\" back.").arg(keyword),
+        QMessageBox::Yes | QMessageBox::No);
+    box.setInformativeText(
+        reason.isEmpty() ? tr("Run it all the same?") : reason + u"\n\n"_s + tr("Run it all the same?"));
+    box.setDefaultButton(QMessageBox::No);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    return box.exec() == QMessageBox::Yes;
+}
+
 MessageBoxes::Unsaved MessageBoxes::askUnsaved(const QString &question)
 {
     Box box(

@@ -12,6 +12,9 @@ public:
     void showMessage(const Message &message) override;
     bool askToDelete(const QString &question, const QString &title, const QString &keyword) override;
 
+    // Whether an app is to run although the store has taken its version back.
+    static bool askToRun(const QString &keyword, const QString &reason);
+
     enum class Unsaved {
         Save,
         Discard,

@@ -31,6 +31,7 @@ struct Item
 };
 
 constexpr const char *toolsCaption = QT_TRANSLATE_NOOP("plum::sett", "On the web");
+constexpr const char *backCaption = QT_TRANSLATE_NOOP("plum::sett", "Back to version %1");
 
 constexpr std::array items{
     Item{"xianshi", QT_TRANSLATE_NOOP("plum::sett", "Show launcher"), MenuCommand::xianshi, Tray},
@@ -39,6 +40,7 @@ constexpr std::array items{
     Item{"editname", QT_TRANSLATE_NOOP("plum::sett", "Rename"), MenuCommand::editname, AppList},
     Item{"openthisfold", QT_TRANSLATE_NOOP("plum::sett", "Open folder"), MenuCommand::openthisfold, AppList},
     Item{"shuoming", QT_TRANSLATE_NOOP("plum::sett", "Guide"), MenuCommand::shuoming, AppList},
+    Item{"goBack", backCaption, MenuCommand::goBack, AppList},
     Item{"delthis", QT_TRANSLATE_NOOP("plum::sett", "Delete"), MenuCommand::delthis, AppList, true},
     Item{"addnew", QT_TRANSLATE_NOOP("plum::sett", "New app"), MenuCommand::addnew, Settings | AppList, true},
     Item{"rjsz", QT_TRANSLATE_NOOP("plum::sett", "Hotkey"), MenuCommand::rjsz, Tray | Settings, false},
@@ -73,6 +75,7 @@ sett::sett(bool registersComponents)
     list2you.setAccessibleName(tr("Menu of the app"));
     fill(cd, Tray);
     fill(list2you, AppList);
+    setVersionBefore({});
     fill(mmmm, Settings);
 
     QMenu *toolsa = mmmm.addMenu(tr(toolsCaption));
@@ -99,6 +102,14 @@ void sett::fill(QMenu &menu, quint32 which)
         connect(action, &QAction::triggered, this,
             [this, command = item.command] { Q_EMIT commandChosen(command); });
     }
+}
+
+void sett::setVersionBefore(const QString &version)
+{
+    auto *action = list2you.findChild<QAction *>(u"goBack"_s);
+    // "&" would mark the letter behind it.
+    action->setText(tr(backCaption).arg(QString(version).replace(u'&', "&&"_L1)));
+    action->setVisible(!version.isEmpty());
 }
 
 void sett::setTheme(const Theme &theme)

@@ -18,6 +18,7 @@ enum class MenuCommand {
     delthis, // deletes the selected app
     openthisfold, // opens the selected app's folder
     shuoming, // shows the selected app's guide
+    goBack, // installs the version that the selected app was before
     rjsz, // shows the hotkey window
     xianshi, // shows the launcher
     yctp, // hides the launcher
@@ -55,6 +56,9 @@ public:
     // Making the icon asks the desktop's tray and waits for its answer.
     void addTrayIcon();
     void removeTrayIcon();
+
+    // The version that the selected app can be brought back to; empty when there is none.
+    void setVersionBefore(const QString &version);
 
     // The icon says what runs; nothing when nothing does.
     void setRunning(const QString &plainText);

@@ -15,6 +15,9 @@ public:
 
     // Asks whether to install the package that the name box was about.
     virtual void askInstall(InstallFlag flag, const QString &name) = 0;
+
+    // Brings the apps of the store to their newest versions.
+    virtual void installUpdates() = 0;
 };
 
 } // namespace plum

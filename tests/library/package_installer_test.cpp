@@ -287,6 +287,103 @@ TEST_F(PackageInstallerTest, theDesktopsTrashTakesAnAppAsAWhole)
     EXPECT_EQ(bytesOf(home.path() + u"/.local/share/Trash/files/calc/deep/notes.txt"_s), "mine too");
 }
 
+class StoreVersions : public PackageInstallerTest
+{
+protected:
+    static PackageOrigin origin(const QString &version)
+    {
+        return {
+            .path = u"calc.wfp"_s, .version = version, .checksum = version.toUtf8().leftJustified(32, 'x')};
+    }
+
+    // A version of the store's, as an update brings it.
+    InstallResult installVersion(const QString &version, const QString &keyword = u"calc"_s)
+    {
+        return installer.install({.path = put(packageOf({{u"main.wf"_s, version.toUtf8()}})),
+                                     .keyword = keyword,
+                                     .carried = CarriedFiles::UsersOwn,
+                                     .origin = origin(version)},
+            [](const QString &) {});
+    }
+
+    QString before(const QString &keyword = u"calc"_s) const
+    {
+        const auto version = installer.versionBefore(keyword);
+        return version ? version->version : QString();
+    }
+
+    QByteArray script(const QString &keyword = u"calc"_s) const { return bytesOf(folder.script(keyword)); }
+
+    QStringList records() const
+    {
+        return QDir(folder.path() + u"/config/load/packages"_s).entryList(QDir::Files);
+    }
+};
+
+TEST_F(StoreVersions, theOneBeforeCanBeHadBackAndTheOneAfterToo)
+{
+    EXPECT_TRUE(installVersion(u"1.2"_s));
+    EXPECT_EQ(before(), QString());
+    EXPECT_FALSE(installer.goBack(u"calc"_s, [](const QString &) {}));
+    writeBytes(folder.apps(u"calc/notes.txt"_s), "mine");
+    EXPECT_TRUE(installVersion(u"1.3"_s));
+    EXPECT_EQ(before(), u"1.2"_s);
+
+    EXPECT_TRUE(installer.goBack(u"calc"_s, [this](const QString &keyword) { listed += keyword; }));
+    EXPECT_EQ(listed, QStringList(u"calc"_s));
+    EXPECT_EQ(script(), "1.2");
+    EXPECT_EQ(before(), u"1.3"_s);
+    EXPECT_EQ(bytesOf(folder.apps(u"calc/notes.txt"_s)), "mine");
+    EXPECT_TRUE(installer.goBack(u"calc"_s, [](const QString &) {}));
+    EXPECT_EQ(script(), "1.3");
+    EXPECT_EQ(before(), u"1.2"_s);
+}
+
+TEST_F(StoreVersions, theSameOneAgainChangesNothingAboutTheOneBefore)
+{
+    EXPECT_TRUE(installVersion(u"1"_s));
+    EXPECT_TRUE(installVersion(u"2"_s));
+    EXPECT_TRUE(installVersion(u"2"_s));
+    EXPECT_EQ(before(), u"1"_s);
+    EXPECT_TRUE(installer.goBack(u"calc"_s, [](const QString &) {}));
+    EXPECT_EQ(script(), "1");
+}
+
+TEST_F(StoreVersions, goWithTheKeywordOfTheApp)
+{
+    EXPECT_TRUE(installVersion(u"1"_s));
+    EXPECT_TRUE(installVersion(u"2"_s));
+    EXPECT_EQ(records().size(), 3);
+    EXPECT_TRUE(appLibrary.RenameApp(u"calc"_s, u"sums"_s));
+    EXPECT_EQ(before(), QString());
+    EXPECT_EQ(before(u"sums"_s), u"1"_s);
+    EXPECT_EQ(records().size(), 3);
+    EXPECT_TRUE(installer.goBack(u"sums"_s, [](const QString &) {}));
+    EXPECT_EQ(script(u"sums"_s), "1");
+    EXPECT_TRUE(appLibrary.DeleteApp(u"sums"_s));
+    EXPECT_EQ(records(), QStringList());
+}
+
+TEST_F(StoreVersions, areForgottenWithAPackageFromElsewhere)
+{
+    EXPECT_TRUE(installVersion(u"1"_s));
+    EXPECT_TRUE(installVersion(u"2"_s));
+    EXPECT_TRUE(install(packageOf({{u"main.wf"_s, "dropped"}})));
+    EXPECT_EQ(before(), QString());
+    EXPECT_EQ(records().size(), 1);
+    EXPECT_FALSE(PackageRecord::of(u"calc"_s, folders).origin);
+}
+
+TEST_F(StoreVersions, withoutAKeptPackageThereIsNoWayBack)
+{
+    EXPECT_TRUE(installVersion(u"1"_s));
+    EXPECT_TRUE(installVersion(u"2"_s));
+    ASSERT_TRUE(QFile::remove(folders.onDisk(PackageRecord::packageBefore(u"calc"_s, folders))));
+    EXPECT_EQ(before(), QString());
+    EXPECT_EQ(installer.goBack(u"calc"_s, [](const QString &) {}).fault, InstallFault::Missing);
+    EXPECT_EQ(script(), "2");
+}
+
 TEST_F(PackageInstallerTest, anAppKeepsTheSpellingOfItsFolder)
 {
     folder.addApp(u"Calc"_s, "old");

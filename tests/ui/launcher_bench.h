@@ -78,6 +78,7 @@ public:
     {
         m_log.add(QStringLiteral("store install %1 %2").arg(name).arg(static_cast<int>(flag)));
     }
+    void installUpdates() override { m_log.add(QStringLiteral("store updates")); }
 
 private:
     Log &m_log;

@@ -14,6 +14,7 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 using recording::bytesOf;
+using recording::packageOf;
 using recording::writeBytes;
 
 namespace {
@@ -98,6 +99,47 @@ TEST_F(SettTest, addnewForgetsWhatWasTypedBefore)
     choose("mmmm", "addnew");
     EXPECT_EQ(text("Text7"), QString());
     EXPECT_EQ(find<ScriptEditor>("Text4")->script(), QString());
+}
+
+TEST_F(SettTest, theVersionBeforeIsOfferedAndComesBack)
+{
+    folder.addApp(u"mine"_s, "note.down 1");
+    for (const QByteArray &version : {QByteArray("1"), QByteArray("2")}) {
+        const QString package = folder.addPackage(u"calc.wfp"_s, packageOf({{u"main.wf"_s, version}}));
+        ASSERT_TRUE(installer.install({.path = package,
+                                          .keyword = u"calc"_s,
+                                          .origin = PackageOrigin{.path = u"calc.wfp"_s,
+                                              .version = QString::fromLatin1(version),
+                                              .checksum = version.leftJustified(32, 'x')}},
+            [](const QString &) {}));
+    }
+    start();
+    const auto offered = [this](const QString &keyword) {
+        select(static_cast<int>(listed().indexOf(keyword)));
+        const auto *action = menu("list2you")->findChild<QAction *>(u"goBack"_s);
+        return action->isVisible() ? action->text() : QString();
+    };
+    EXPECT_EQ(offered(u"mine"_s), QString());
+    EXPECT_EQ(offered(u"calc"_s), u"Back to version 1"_s);
+    choose("list2you", "goBack");
+    EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "1");
+    EXPECT_EQ(offered(u"calc"_s), u"Back to version 2"_s);
+}
+
+TEST_F(SettTest, theLineUnderTheListsOffersUpdates)
+{
+    start();
+    platform.log.clear();
+    ui.showUpdates(1);
+    auto *hint = find<QLabel>("hint");
+    EXPECT_TRUE(hint->text().contains(u"1 update<"_s)) << qPrintable(hint->text());
+    ui.showUpdates(2);
+    EXPECT_TRUE(hint->text().contains(u"2 updates<"_s));
+    EXPECT_TRUE(hint->isVisible());
+    Q_EMIT hint->linkActivated(u"updates"_s);
+    EXPECT_EQ(platform.log.lines(), QStringList(u"store updates"_s));
+    ui.showUpdates(0);
+    EXPECT_FALSE(hint->text().contains(u"update"_s));
 }
 
 TEST_F(SettTest, fixitIsLeftOutWhereTheSystemRegistersNoComponents)

@@ -86,6 +86,14 @@
 <context>
     <name>plum::Footer</name>
     <message>
+        <source>1 update</source>
+        <translation>1 个更新</translation>
+    </message>
+    <message>
+        <source>%1 updates</source>
+        <translation>%1 个更新</translation>
+    </message>
+    <message>
         <source>No app has this keyword.</source>
         <translation>没有使用此关键词的应用。</translation>
     </message>
@@ -264,6 +272,14 @@
 <context>
     <name>plum::LauncherUi</name>
     <message>
+        <source>1 app updated</source>
+        <translation>已更新 1 个应用</translation>
+    </message>
+    <message>
+        <source>%1 apps updated</source>
+        <translation>已更新 %1 个应用</translation>
+    </message>
+    <message>
         <source>Dropped: %1</source>
         <translation>已放入：%1</translation>
     </message>
@@ -310,6 +326,14 @@
 </context>
 <context>
     <name>plum::MessageBoxes</name>
+    <message>
+        <source>The store has taken this version of &quot;%1&quot; back.</source>
+        <translation>商店已收回“%1”的此版本。</translation>
+    </message>
+    <message>
+        <source>Run it all the same?</source>
+        <translation>仍要运行吗？</translation>
+    </message>
     <message>
         <source>Save</source>
         <translation>保存</translation>
@@ -597,6 +621,10 @@
 </context>
 <context>
     <name>plum::sett</name>
+    <message>
+        <source>Back to version %1</source>
+        <translation>恢复到版本 %1</translation>
+    </message>
     <message>
         <source>Show launcher</source>
         <translation>显示启动器</translation>

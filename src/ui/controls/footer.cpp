@@ -45,6 +45,12 @@ void Footer::setRunning(const QString &plainText)
     refresh();
 }
 
+void Footer::setUpdates(int apps)
+{
+    m_updates = apps;
+    refresh();
+}
+
 void Footer::setFindsNothing(bool findsNothing)
 {
     m_findsNothing = findsNothing;
@@ -54,6 +60,8 @@ void Footer::setFindsNothing(bool findsNothing)
 void Footer::refresh()
 {
     QString line = m_standing;
+    if (m_updates > 0)
+        line += richLink(u"updates"_s, m_updates == 1 ? tr("1 update") : tr("%1 updates").arg(m_updates));
     if (!m_running.isEmpty())
         line = m_running + richLink(u"end"_s, tr("End at once"));
     else if (m_passes.isActive())
@@ -86,6 +94,8 @@ void Footer::follow(const QString &link)
         Q_EMIT createRequested();
     else if (link == "end"_L1)
         Q_EMIT endRequested();
+    else if (link == "updates"_L1)
+        Q_EMIT updatesRequested();
     else
         Q_EMIT hotkeyRequested();
 }

@@ -22,6 +22,9 @@ public:
     // Empty when nothing runs. A link offers to end it.
     void setRunning(const QString &plainText);
 
+    // For how many apps the store has another version. A link offers to install them.
+    void setUpdates(int apps);
+
     // Whether what is typed matches no app. A link offers to make one.
     void setFindsNothing(bool findsNothing);
 
@@ -29,6 +32,7 @@ Q_SIGNALS:
     void createRequested();
     void endRequested();
     void hotkeyRequested();
+    void updatesRequested();
 
 protected:
     bool focusNextPrevChild(bool next) override;
@@ -43,6 +47,7 @@ private:
     QString m_running;
     QTimer m_passes; // while a passing word is shown
     bool m_findsNothing = false;
+    int m_updates = 0;
 };
 
 } // namespace plum
