@@ -88,6 +88,11 @@ StoreUpdates::StoreUpdates(const Needs &needs)
 {
     m_again.setSingleShot(true);
     m_again.setInterval(patience);
+    connect(&m.store, &webbox::indexBelieved, this, &StoreUpdates::take);
+    connect(&m.store, &webbox::installed, this, [this] {
+        if (m_index)
+            take(StoreIndex(*m_index));
+    });
     connect(&m_looks, &QTimer::timeout, this, &StoreUpdates::askWhenDue);
     connect(&m_again, &QTimer::timeout, this, &StoreUpdates::installNext);
 }
@@ -125,10 +130,7 @@ void StoreUpdates::askWhenDue()
 {
     if (!m.addresses.isSigned() || !m.isIdle() || !isDue())
         return;
-    const bool isAsked = m.store.askIndex([this](IndexFault, const std::optional<StoreIndex> &index) {
-        if (index)
-            take(*index);
-    });
+    const bool isAsked = m.store.askIndex([](IndexFault, const std::optional<StoreIndex> &) {});
     // A store that does not answer is not asked more often than others.
     if (isAsked)
         replaceFile(memoryFile(askedFile), m.now().toUTC().toString(Qt::ISODate).toLatin1() + '\n');
@@ -156,12 +158,10 @@ const std::optional<StoreIndex> &StoreUpdates::remembered()
 void StoreUpdates::installAll()
 {
     m.store.askIndex([this](IndexFault fault, const std::optional<StoreIndex> &index) {
-        if (index) {
-            take(*index);
+        if (index)
             installPending();
-        } else {
+        else
             m.store.sayFault(fault);
-        }
     });
 }
 
@@ -196,8 +196,6 @@ void StoreUpdates::installNext()
     m_isInstalling = m.store.update(next.keyword, next.package, [this](bool isDone) {
         m_isInstalling = false;
         m_installed += isDone ? 1 : 0;
-        if (m_index)
-            take(StoreIndex(*m_index));
         if (m_wanted.empty())
             Q_EMIT installed(std::exchange(m_installed, 0));
         // Not from within the end of the one before.

@@ -84,15 +84,6 @@ bool webbox::isUsable(const QString &name) const
     return false;
 }
 
-// What comes from elsewhere has to be vouched for; what this computer serves is its user's.
-bool webbox::mayBeHad()
-{
-    if (m_use.addresses.isSigned() || m_use.addresses.isLocal())
-        return true;
-    sayFault(IndexFault::NotVouched);
-    return false;
-}
-
 void webbox::askInstall(InstallFlag flag, const QString &name)
 {
     const bool isAnew = flag == InstallFlag::Reinstall;
@@ -130,66 +121,6 @@ void webbox::offer(
         m_named = named;
         XzSet(flag, wanted);
     });
-}
-
-void webbox::fetchSigned(IndexTaker then)
-{
-    const AppFolders folders(m_use.paths);
-    const QString memory = folders.storeMemory() + u'\\' + m_use.addresses.memoryName();
-    m_whenIndex = std::move(then);
-    m_use.transfers.fetchSignedIndex({.base = m_use.addresses.downloadBase,
-        .keys = m_use.addresses.rootKeys,
-        .remembered = folders.onDisk(memory)});
-}
-
-bool webbox::askIndex(IndexTaker then)
-{
-    if (isBusy() || !m_use.addresses.isSigned())
-        return false;
-    fetchSigned(std::move(then));
-    return true;
-}
-
-void webbox::findNamed(const Source &source, std::function<void(const IndexedPackage &package)> then)
-{
-    m_use.view.setCaption(downloadTitle(DownloadStatus::HeadersArrived).toString());
-    fetchSigned([this, source, then](IndexFault fault, const std::optional<StoreIndex> &index) {
-        m_use.view.setCaption({});
-        if (!index) {
-            sayFault(fault);
-            return;
-        }
-        const IndexedPackage *package = index->packageAt(m_use.addresses.pathOf(source.address));
-        if (package == nullptr)
-            sayFault(IndexFault::NotNamed);
-        else if (const Revocation *revocation = index->revocationOf(package->checksum))
-            sayFault(IndexFault::Revoked, revocation->reason);
-        else
-            then(*package);
-    });
-}
-
-void webbox::takeSignedIndex(IndexFault fault, const QByteArray &index)
-{
-    const IndexTaker then = std::exchange(m_whenIndex, {});
-    if (!then)
-        return;
-    const auto parsed = fault == IndexFault::None ? StoreIndex::parse(index) : std::nullopt;
-    then(fault == IndexFault::None && !parsed ? IndexFault::Damaged : fault, parsed);
-}
-
-bool webbox::update(
-    const QString &keyword, const IndexedPackage &package, std::function<void(bool isDone)> then)
-{
-    if (isBusy() || !isUsable(keyword))
-        return false;
-    m_currentName = keyword;
-    m_source = {package.name, m_use.addresses.packageAt(package.path)};
-    m_asked.reset();
-    m_named = package;
-    m_whenUpdated = std::move(then);
-    start();
-    return true;
 }
 
 void webbox::XzSet(InstallFlag mode, const QString &name)
@@ -281,6 +212,8 @@ void webbox::endInstall(bool isDone)
 {
     m_isInstalling = false;
     m_named.reset();
+    if (isDone)
+        Q_EMIT installed();
     if (const auto then = std::exchange(m_whenUpdated, {}))
         then(isDone);
 }
@@ -299,7 +232,10 @@ bool webbox::install()
                                              .carried = isAnew ? CarriedFiles::UsersOwn : CarriedFiles::All,
                                              .place = LibraryChange::Place::End,
                                              .origin = origin},
-            [this](const QString &keyword) { m_use.host.addApp(keyword); });
+            [this](const QString &keyword) {
+                if (!m_whenUpdated) // whose app is listed
+                    m_use.host.addApp(keyword);
+            });
     }
     m_use.installer.putBack();
     m_package.deleteAll(m_currentName);
@@ -315,12 +251,6 @@ bool webbox::install()
 void webbox::sayFailed(const InstallResult &result)
 {
     sayWhy(result.message());
-}
-
-void webbox::sayFault(IndexFault fault, const QString &reason)
-{
-    const QString why = indexFaultText(fault);
-    sayWhy(u"Error\n\n"_s + (reason.isEmpty() ? why : why + u"\n\n"_s + reason));
 }
 
 void webbox::sayWhy(const QString &error)

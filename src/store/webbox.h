@@ -96,6 +96,13 @@ public:
     void layOut() override;
     void showLoadingPicture() override;
 
+Q_SIGNALS:
+    // Whenever a signed index has come and was believed, whoever wanted it.
+    void indexBelieved(const plum::StoreIndex &index);
+
+    // A package has become an app.
+    void installed();
+
 private:
     // Where the current package comes from.
     struct Source

@@ -154,9 +154,11 @@ TEST_F(StoreUpdatesTest, ANewVersionThatMayDoNoMoreIsInstalledWithoutAQuestion)
     EXPECT_EQ(pending(), QStringList(u"notes 2"_s));
     EXPECT_EQ(script(u"notes"_s), "//notes 1");
 
+    platform.log.clear();
     updates.installAll();
     ASSERT_TRUE(waitUntil([&] { return installed == 1; }));
     EXPECT_FALSE(host.agree);
+    EXPECT_FALSE(platform.log.lines().contains(u"add app notes"_s)); // it keeps its place in the lists
     EXPECT_EQ(script(u"notes"_s), "//notes 2");
     EXPECT_EQ(program.read(u"config/apps/notes/mine.txt"_s), "mine");
     EXPECT_EQ(script(u"chess"_s), "//chess 1");
@@ -174,6 +176,21 @@ TEST_F(StoreUpdatesTest, ANewVersionThatMayDoNoMoreIsInstalledWithoutAQuestion)
     now = now.addDays(1);
     EXPECT_TRUE(isAsked());
     EXPECT_EQ(pending(), QStringList(u"notes 3"_s));
+}
+
+TEST_F(StoreUpdatesTest, WhatAnyQuestionForTheIndexHasBroughtCounts)
+{
+    install(u"notes"_s);
+    EXPECT_FALSE(updates.takenBack(u"notes"_s));
+    put(u"notes"_s, "//notes 2", u"2"_s, seesNothing);
+    shop.index.revoked.push_back({plum::test::sha256(SignedShop::packed("//notes 1")), {}});
+    publish();
+    install(u"chess"_s);
+    EXPECT_EQ(pending(), QStringList(u"notes 2"_s));
+    EXPECT_TRUE(updates.takenBack(u"notes"_s));
+    install(u"notes"_s);
+    EXPECT_EQ(pending(), QStringList());
+    EXPECT_FALSE(updates.takenBack(u"notes"_s));
 }
 
 TEST_F(StoreUpdatesTest, OneThatMayDoMoreIsAskedAbout)

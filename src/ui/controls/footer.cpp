@@ -60,6 +60,8 @@ void Footer::setFindsNothing(bool findsNothing)
 void Footer::refresh()
 {
     QString line = m_standing;
+    if (m_updates > 0 && !line.isEmpty())
+        line += u" ·"_s;
     if (m_updates > 0)
         line += richLink(u"updates"_s, m_updates == 1 ? tr("1 update") : tr("%1 updates").arg(m_updates));
     if (!m_running.isEmpty())

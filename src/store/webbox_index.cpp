@@ -1,0 +1,92 @@
+// What the store does with a signed index: asking for it, finding packages in it, saying what is wrong with
+// it.
+
+#include "store/webbox.h"
+
+#include "library/app_folders.h"
+#include "store/download_texts.h"
+#include "store/protocol/store_transfers.h"
+#include "store/store_view.h"
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+// What comes from elsewhere has to be vouched for; what this computer serves is its user's.
+bool webbox::mayBeHad()
+{
+    if (m_use.addresses.isSigned() || m_use.addresses.isLocal())
+        return true;
+    sayFault(IndexFault::NotVouched);
+    return false;
+}
+
+void webbox::fetchSigned(IndexTaker then)
+{
+    const AppFolders folders(m_use.paths);
+    const QString memory = folders.storeMemory() + u'\\' + m_use.addresses.memoryName();
+    m_whenIndex = std::move(then);
+    m_use.transfers.fetchSignedIndex({.base = m_use.addresses.downloadBase,
+        .keys = m_use.addresses.rootKeys,
+        .remembered = folders.onDisk(memory)});
+}
+
+bool webbox::askIndex(IndexTaker then)
+{
+    if (isBusy() || !m_use.addresses.isSigned())
+        return false;
+    fetchSigned(std::move(then));
+    return true;
+}
+
+void webbox::findNamed(const Source &source, std::function<void(const IndexedPackage &package)> then)
+{
+    m_use.view.setCaption(downloadTitle(DownloadStatus::HeadersArrived).toString());
+    fetchSigned([this, source, then](IndexFault fault, const std::optional<StoreIndex> &index) {
+        m_use.view.setCaption({});
+        if (!index) {
+            sayFault(fault);
+            return;
+        }
+        const IndexedPackage *package = index->packageAt(m_use.addresses.pathOf(source.address));
+        if (package == nullptr)
+            sayFault(IndexFault::NotNamed);
+        else if (const Revocation *revocation = index->revocationOf(package->checksum))
+            sayFault(IndexFault::Revoked, revocation->reason);
+        else
+            then(*package);
+    });
+}
+
+void webbox::takeSignedIndex(IndexFault fault, const QByteArray &index)
+{
+    const IndexTaker then = std::exchange(m_whenIndex, {});
+    if (!then)
+        return;
+    const auto parsed = fault == IndexFault::None ? StoreIndex::parse(index) : std::nullopt;
+    if (parsed)
+        Q_EMIT indexBelieved(*parsed);
+    then(fault == IndexFault::None && !parsed ? IndexFault::Damaged : fault, parsed);
+}
+
+bool webbox::update(
+    const QString &keyword, const IndexedPackage &package, std::function<void(bool isDone)> then)
+{
+    if (isBusy() || !isUsable(keyword))
+        return false;
+    m_currentName = keyword;
+    m_source = {package.name, m_use.addresses.packageAt(package.path)};
+    m_asked.reset();
+    m_named = package;
+    m_whenUpdated = std::move(then);
+    start();
+    return true;
+}
+
+void webbox::sayFault(IndexFault fault, const QString &reason)
+{
+    const QString why = indexFaultText(fault);
+    sayWhy(u"Error\n\n"_s + (reason.isEmpty() ? why : why + u"\n\n"_s + reason));
+}
+
+} // namespace plum
