@@ -1,6 +1,7 @@
 #include "engine/run_start.h"
 
 #include "engine/conversions.h"
+#include "engine/editions/last_edition.h"
 #include "engine/editions/script_error.h"
 #include "engine/run_loop.h"
 #include "engine/run_state.h"
@@ -16,12 +17,6 @@
 namespace plum {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr int lastEdition = 2;
-
-} // namespace
 
 // What is carried out around a run that begins inside it has its own limit back when the run is left.
 class RunStart::Outside

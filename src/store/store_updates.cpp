@@ -1,5 +1,6 @@
 #include "store/store_updates.h"
 
+#include "engine/editions/last_edition.h"
 #include "library/app_folders.h"
 #include "library/install_offer.h"
 #include "library/safe_file.h"
@@ -75,7 +76,7 @@ std::vector<StoreUpdate> updatesIn(const StoreIndex &index, const AppFolders &fo
         const QString name = record.origin->path.section(u'/', -1).chopped(4);
         const IndexedPackage *newest = index.newest(name);
         if (newest == nullptr || newest->checksum == record.origin->checksum
-            || index.revocationOf(newest->checksum) != nullptr
+            || index.revocationOf(newest->checksum) != nullptr || newest->edition > lastEdition
             || (record.before && record.before->checksum == newest->checksum))
             continue;
         updates.push_back({keyword, *record.origin, *newest});

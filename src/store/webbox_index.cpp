@@ -3,6 +3,7 @@
 
 #include "store/webbox.h"
 
+#include "engine/editions/last_edition.h"
 #include "library/app_folders.h"
 #include "store/download_texts.h"
 #include "store/protocol/store_transfers.h"
@@ -53,6 +54,8 @@ void webbox::findNamed(const Source &source, std::function<void(const IndexedPac
             sayFault(IndexFault::NotNamed);
         else if (const Revocation *revocation = index->revocationOf(package->checksum))
             sayFault(IndexFault::Revoked, revocation->reason);
+        else if (package->edition > lastEdition)
+            sayFault(IndexFault::LaterEdition);
         else
             then(*package);
     });

@@ -44,6 +44,8 @@ constexpr std::array faultTexts{
         u"This Plum knows no key of the store. Only a store on this computer may do without. Nothing was "
         u"installed."},
     FaultText{IndexFault::NotNamed, u"The store's index does not name this package. It was not installed."},
+    FaultText{IndexFault::LaterEdition,
+        u"This app was written for a newer Plum than this one. It was not installed."},
     FaultText{IndexFault::Revoked, u"The store has taken this package back. It was not installed."},
     FaultText{IndexFault::WrongSize,
         u"The package has another size than the store has signed. It was not installed."},

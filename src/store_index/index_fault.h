@@ -20,6 +20,7 @@ enum class IndexFault {
     NotVouched, // a store elsewhere for which this program knows no key
     NotNamed, // the index names no such package
     Revoked,
+    LaterEdition, // its scripts ask for an edition of the language that this program does not know
     WrongSize,
     WrongChecksum,
 };

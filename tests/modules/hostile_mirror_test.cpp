@@ -4,6 +4,7 @@
 
 #include "modules/store/qt_store_transfers.h"
 
+#include "engine/editions/last_edition.h"
 #include "store/store_bench.h"
 #include "support/mirror.h"
 #include "support/signed_shop.h"
@@ -392,6 +393,15 @@ TEST_F(HostileMirror, RevokedPackage)
     mirror.files = shop.files;
     EXPECT_EQ(install(), indexFaultText(IndexFault::Revoked) + u"\n\nIt deletes what it should keep."_s);
     expectNothing();
+    EXPECT_FALSE(mirror.requests.contains(u"notes.wfp"_s));
+}
+
+TEST_F(HostileMirror, PackageForANewerPlum)
+{
+    shop.index.packages.front().edition = lastEdition + 1;
+    shop.publish();
+    mirror.files = shop.files;
+    expectRefused(IndexFault::LaterEdition);
     EXPECT_FALSE(mirror.requests.contains(u"notes.wfp"_s));
 }
 

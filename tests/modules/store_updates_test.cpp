@@ -218,6 +218,16 @@ TEST_F(StoreUpdatesTest, OneThatMayDoMoreIsAskedAbout)
     EXPECT_EQ(script(u"notes"_s), "//notes 2");
 }
 
+TEST_F(StoreUpdatesTest, AVersionForANewerPlumIsNotOffered)
+{
+    install(u"notes"_s);
+    put(u"notes"_s, "//notes 2", u"2"_s, seesNothing);
+    shop.index.packages.back().edition = 99;
+    publish();
+    EXPECT_TRUE(isAsked());
+    EXPECT_EQ(pending(), QStringList());
+}
+
 TEST_F(StoreUpdatesTest, AMirrorThatSwapsTheUpdateLeavesTheOldVersion)
 {
     install(u"notes"_s);
