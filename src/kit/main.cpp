@@ -5,6 +5,7 @@
 #include "kit/run_options.h"
 #include "kit/script_run.h"
 #include "kit/sheet_command.h"
+#include "kit/upgrade_command.h"
 #include "library/app_folders.h"
 #include "library/install_requests.h"
 #include "look/translations.h"
@@ -30,6 +31,7 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
   plumkit run [options] FILE [options]    runs a script and ends with it
   plumkit check [options] FILE...         says what is wrong with scripts before they run
   plumkit sheet [options] FILE|FOLDER     says what a script may do
+  plumkit upgrade [options] FILE          writes a script of edition 1 as one of edition 2
   plumkit lsp                             talks to an editor by the language server protocol
   plumkit new [options] KEYWORD           makes a new app
   plumkit pack [options] FOLDER           makes the package of an app
@@ -116,6 +118,22 @@ and old copies) is left out and named. Ends with status
   0    when the package is there
   1    when a script has an error; then there is none
   2    when the options are unusable or the package cannot be made
+)";
+
+constexpr char upgradeUsage[] = R"(Writes a script of edition 1 as one of edition 2, on standard output.
+
+  plumkit upgrade [options] FILE
+
+  --output FILE       writes it there; it may be the script itself
+  --help              shows this text
+
+Both are run where nothing real happens, with the same desktop, files and answers, and have to do the same there. What
+edition 1 passes over in silence, a colour that is not seen or a page that does not answer, is an error in edition 2 all the
+same. Ends with status
+  0    when the script is there
+  1    when a line has no such words, or does something else then; it stands on standard error as
+       FILE:line:column: sentence
+  2    when the options are unusable, FILE cannot be read or the script cannot be written
 )";
 
 int refuse(const QString &problem, const char *help)
@@ -220,6 +238,21 @@ int serveEditor(int argc, char **argv, const QStringList &arguments)
     return server.status();
 }
 
+int upgradeEdition(int argc, char **argv, const QStringList &arguments)
+{
+    QString problem;
+    const AppOptions options = readAppOptions(arguments, u"--output"_s, problem);
+    if (!problem.isEmpty())
+        return refuse(problem, upgradeUsage);
+    if (options.wantsHelp) {
+        std::fputs(upgradeUsage, stdout);
+        return Done;
+    }
+    plum::prepareEnvironment(false);
+    const QApplication application(argc, argv);
+    return upgradeScript(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
+}
+
 int makeNew(const QStringList &arguments)
 {
     QString problem;
@@ -294,6 +327,8 @@ int main(int argc, char **argv)
         return sheet(argc, argv, arguments);
     if (command == "pack"_L1)
         return pack(argc, argv, arguments);
+    if (command == "upgrade"_L1)
+        return upgradeEdition(argc, argv, arguments);
     if (command == "lsp"_L1)
         return serveEditor(argc, argv, arguments);
     if (command == "new"_L1)

@@ -1,5 +1,7 @@
 #include "platform/recording/recording_platform.h"
 
+#include <QDir>
+
 namespace plum::recording {
 
 using namespace Qt::StringLiterals;
@@ -190,7 +192,11 @@ QString RecordingTextCodec::fromUtf8(QByteArrayView bytes)
 
 QString RecordingPaths::toSystem(const QString &path) const
 {
-    return QString(path).replace(u'\\', u'/');
+    const QString there = QString(path).replace(u'\\', u'/');
+    if (root.isEmpty() || there == root || there.startsWith(root + u'/'))
+        return there;
+    // A drive is a folder, and nothing lies above the root.
+    return root + QDir::cleanPath(u'/' + QString(there).remove(u':'));
 }
 
 WaitableTimers::Created RecordingTimers::create(const QString &name)

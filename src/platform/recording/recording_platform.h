@@ -252,6 +252,7 @@ public:
     bool interpretsNames() const override { return namesAreInterpreted; }
 
     QString folder = QStringLiteral("C:\\plum");
+    QString root; // the folder that scripts take for the whole disk; empty for the machine's own
     bool namesAreInterpreted = false;
 };
 
