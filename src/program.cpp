@@ -82,6 +82,13 @@ Program::Program(const QString &programPath, bool hasDesktop)
     QObject::connect(&m_updates, &StoreUpdates::changed, &m_ui,
         [this] { m_ui.showUpdates(static_cast<int>(m_updates.pending().size())); });
     QObject::connect(&m_updates, &StoreUpdates::installed, &m_ui, &LauncherUi::sayUpdated);
+    // The store's window may be closed meanwhile.
+    QObject::connect(&m_transfers, &StoreTransfers::Progress, &m_transfers,
+        [this](float percent) { m_ui.showDownload(static_cast<int>(percent)); });
+    QObject::connect(&m_transfers, &StoreTransfers::Status, &m_transfers, [this](DownloadStatus status) {
+        if (!isOnTheWay(status))
+            m_ui.showDownload({});
+    });
     m_platform->onEndRequested([this] { m_ui.endProcess(); });
 }
 

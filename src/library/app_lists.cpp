@@ -26,11 +26,40 @@ void removeFrom(QStringListModel &model, const QString &keyword)
         model.removeRow(static_cast<int>(row));
 }
 
+// The first letters of a keyword's words, small: "gp" of "git-pull", "GitPull" and "git pull".
+QString initials(const QString &keyword)
+{
+    QString letters;
+    bool atStart = true;
+    bool wasSmall = false;
+    for (const QChar c : keyword) {
+        const bool begins = c.isLetterOrNumber() && (atStart || (wasSmall && c.isUpper()));
+        if (begins)
+            letters += c.toLower();
+        atStart = !c.isLetterOrNumber();
+        wasSmall = c.isLower();
+    }
+    return letters;
+}
+
+bool isClose(const QString &keyword, const QString &typed)
+{
+    return keyword.contains(typed, Qt::CaseInsensitive) || initials(keyword).startsWith(typed.toLower());
+}
+
 } // namespace
 
 void AppLists::filter(const QString &typed)
 {
-    List2.setStringList(List.stringList().filter(typed, Qt::CaseSensitive));
+    const QStringList all = List.stringList();
+    QStringList found = all.filter(typed, Qt::CaseSensitive);
+    if (order == ListOrder::Recent) {
+        for (const QString &keyword : all) {
+            if (!keyword.contains(typed) && isClose(keyword, typed))
+                found += keyword;
+        }
+    }
+    List2.setStringList(found);
 }
 
 void AppLists::append(const QString &keyword)
@@ -56,6 +85,14 @@ void AppLists::rename(const QString &from, const QString &to)
 {
     renameIn(List, from, to);
     renameIn(List2, from, to);
+}
+
+bool AppLists::noteRun(const QString &keyword)
+{
+    const qsizetype row = List.stringList().indexOf(keyword);
+    // Moved, not set anew: a selected row stays selected.
+    return order == ListOrder::Recent && row > 0
+        && List.moveRow(QModelIndex(), static_cast<int>(row), QModelIndex(), 0);
 }
 
 void AppLists::remove(const QString &keyword)

@@ -4,6 +4,12 @@
 
 namespace plum {
 
+// The order of the lists.
+enum class ListOrder {
+    Saved, // as the list file has them; what is typed has to stand in a keyword exactly
+    Recent, // what was run last comes first; behind the exact matches stand those that are close
+};
+
 // What the launcher's two lists show: `List` holds all keywords in their saved order, `List2` those that
 // contain the text of the keyword box.
 class AppLists
@@ -12,7 +18,10 @@ public:
     QStringListModel List;
     QStringListModel List2;
 
-    // Fills `List2` with the keywords that hold `typed` anywhere, letter case counting.
+    ListOrder order = ListOrder::Saved;
+
+    // Fills `List2` with the keywords that hold `typed` anywhere, letter case counting. In the order of use,
+    // those follow that hold it in other letter case, or whose words begin with its letters.
     void filter(const QString &typed);
 
     void append(const QString &keyword);
@@ -27,6 +36,9 @@ public:
     void rename(const QString &from, const QString &to);
 
     void remove(const QString &keyword);
+
+    // Notes that an app is run: in the order of use it goes to the top of `List`. Whether the order changed.
+    bool noteRun(const QString &keyword);
 };
 
 } // namespace plum

@@ -3,6 +3,7 @@
 #include "look/window_nodes.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPainter>
@@ -42,10 +43,23 @@ void BorderlessWindow::paintEvent(QPaintEvent *)
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
+QScreen *BorderlessWindow::screenInUse() const
+{
+    if (const QWidget *owner = parentWidget(); owner && owner->isVisible())
+        return owner->window()->screen();
+    QScreen *under = QGuiApplication::screenAt(QCursor::pos());
+    return under ? under : QGuiApplication::primaryScreen();
+}
+
 void BorderlessWindow::wincenter()
 {
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QRect screen = screenInUse()->geometry();
     move(screen.x() + (screen.width() - width()) / 2, screen.y() + (screen.height() - height()) / 2);
+}
+
+QSize BorderlessWindow::fitting(QSize wanted) const
+{
+    return wanted.boundedTo(screenInUse()->availableSize());
 }
 
 } // namespace plum

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+class QScreen;
+
 namespace plum {
 
 // What the program's own windows have in common: no frame of the desktop but a thin line of their own, the
@@ -17,7 +19,11 @@ public:
 
     const Theme &theme() const { return m_theme; }
 
+    // In the middle of the screen in use: the owner's while that is shown, else the one with the pointer.
     void wincenter();
+
+    // `wanted`, or what that screen has room for.
+    QSize fitting(QSize wanted) const;
 
 Q_SIGNALS:
     void themeChanged(const plum::Theme &theme);
@@ -25,6 +31,8 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+    QScreen *screenInUse() const;
 
 private:
     void applyTheme();

@@ -1,5 +1,6 @@
 #include "store/store_process.h"
 
+#include "store/download_texts.h"
 #include "store/protocol/window_messages.h"
 
 #include <QCoreApplication>
@@ -133,7 +134,12 @@ void StoreProcess::clearPage()
 
 void StoreProcess::setCaption(const QString &text)
 {
-    send(windowMessages::caption, {{u"text"_s, text}});
+    QJsonObject fields{{u"text"_s, text}};
+    if (const QString meaning = meaningOf(text); !meaning.isEmpty())
+        fields.insert(u"meaning"_s, meaning);
+    if (text == downloadTitle(DownloadStatus::Sending))
+        fields.insert(u"begins"_s, true);
+    send(windowMessages::caption, fields);
 }
 
 void StoreProcess::setWindowHeight(int pixels)

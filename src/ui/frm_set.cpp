@@ -14,6 +14,7 @@
 #include "ui/manual/manual_window.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
@@ -43,6 +44,8 @@ public:
     {
         setObjectName(u"okbox"_s);
     }
+
+    QSize sizeHint() const override { return mainPanelSize; }
 
 protected:
     void mousePressEvent(QMouseEvent *) override { m_pressed(); }
@@ -90,7 +93,7 @@ frmSet::frmSet(AppLists &lists, AppFaces &faces, const ScriptVocabulary &vocabul
 void frmSet::showKeys()
 {
     auto *sheet = new KeySheet(this);
-    sheet->adjustSize();
+    sheet->resize(sheet->fitting(sheet->sizeHint()));
     sheet->wincenter();
     sheet->show();
 }
@@ -132,7 +135,6 @@ RenamePanel &frmSet::renamePanel()
 QWidget *frmSet::makeMainPanel(AppFaces &faces)
 {
     auto *panel = new MainPanel(this, [this] { focusKeywordBox(); });
-    panel->setFixedSize(mainPanelSize);
     panel->setAccessibleName(tr("Launcher"));
 
     auto *title = new QLabel(u"Plum"_s, panel);
@@ -242,8 +244,25 @@ void frmSet::showPanel(QWidget *panel)
         if (each)
             each->setVisible(each == panel);
     }
+    panel->setFixedSize(fitting(panel->sizeHint()));
     setFixedSize(panel->size());
     wincenter();
+}
+
+QWidget *frmSet::shownPanel() const
+{
+    for (QWidget *each : std::initializer_list<QWidget *>{addeditbox, editnamebox}) {
+        if (each && each->isVisibleTo(this))
+            return each;
+    }
+    return okbox;
+}
+
+void frmSet::comeToPointer()
+{
+    const bool isThere = QGuiApplication::screenAt(geometry().center()) == screenInUse();
+    if (!isVisible() && (!isThere || size() != fitting(shownPanel()->sizeHint())))
+        showPanel(shownPanel());
 }
 
 void frmSet::showMainPanel()

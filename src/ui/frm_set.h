@@ -41,6 +41,9 @@ public:
     void showEditPanel();
     void showRenamePanel();
 
+    // Before it is shown: where the pointer is, and no larger than that screen.
+    void comeToPointer();
+
     // Both are made when they are first asked for; the start does not pay for them.
     EditPanel &editPanel();
     RenamePanel &renamePanel();
@@ -108,6 +111,7 @@ private:
     QWidget *makeMainPanel(AppFaces &faces);
     void connectList(KeywordList &list, ListMarker marker);
     void showPanel(QWidget *panel);
+    QWidget *shownPanel() const;
     void filter();
     void makeShortcuts(QWidget &panel);
     void goBack();

@@ -2,6 +2,7 @@
 
 #include "engine/text_functions.h"
 #include "library/settings_file.h"
+#include "look/fitting_area.h"
 #include "look/moveit.h"
 #include "look/picture_button.h"
 #include "ui/sethotkey.h"
@@ -97,17 +98,18 @@ hotkey::hotkey(sethotkey &module, SettingsFile &settings, QWidget *owner)
 
 void hotkey::layOut()
 {
-    auto *Label1 = new QLabel(tr("Shows or hides the launcher from anywhere"), this);
+    QWidget *content = (new FittingArea(this))->content();
+    auto *Label1 = new QLabel(tr("Shows or hides the launcher from anywhere"), content);
     Label1->setObjectName(u"Label1"_s);
     Label1->setProperty("heading", true);
-    auto *Image1 = new PictureButton(u"Image1"_s, PictureButton::Picture::Back, tr("Back"), this);
+    auto *Image1 = new PictureButton(u"Image1"_s, PictureButton::Picture::Back, tr("Back"), content);
     connect(Image1, &PictureButton::clicked, this, &QWidget::hide);
     hotok->setProperty("primary", true);
     hotok->setDefault(true);
     Label2->setProperty("quiet", true);
     Label2->setWordWrap(true);
 
-    auto *grid = new QGridLayout(this);
+    auto *grid = new QGridLayout(content);
     grid->setContentsMargins(18, 12, 12, 16);
     grid->setHorizontalSpacing(12);
     grid->setVerticalSpacing(12);
@@ -126,7 +128,7 @@ void hotkey::layOut()
         std::pair(cmdMain[1], tr("Gives the key back until the next start.")),
     };
     for (int row = 3; const auto &[button, words] : explained) {
-        auto *caption = new QLabel(words, this);
+        auto *caption = new QLabel(words, content);
         caption->setProperty("quiet", true);
         caption->setWordWrap(true);
         button->setAccessibleDescription(words);

@@ -50,6 +50,7 @@ void LauncherSummons::startHotkey()
 
 void LauncherSummons::showAndActivate()
 {
+    m.window.comeToPointer();
     m.window.show();
     m.window.raise();
     m.window.activateWindow();
@@ -135,7 +136,7 @@ void LauncherSummons::makeHotkeyWindow()
 void LauncherSummons::showHotkeyWindow()
 {
     makeHotkeyWindow();
-    m_hotkeyWindow->adjustSize();
+    m_hotkeyWindow->resize(m_hotkeyWindow->fitting(m_hotkeyWindow->sizeHint()));
     m_hotkeyWindow->wincenter();
     m_hotkeyWindow->show();
     m_hotkeyWindow->raise();

@@ -1,5 +1,6 @@
 #include "ui/launcher_ui.h"
 
+#include "library/launcher_options.h"
 #include "library/package_installer.h"
 
 #include "engine/run_state.h"
@@ -95,6 +96,7 @@ void LauncherUi::start(const Desktop &desktop)
         RunDisplay::Parts{*m_window, m_runs.state(), [this] { return m_menus.get(); }});
     connectWindow();
     LibraryChange::recover(m.installer.library());
+    m_lists.order = readLauncherOptions(m.paths, m.codec).order;
     m_lists.List.setStringList(m_listFile.load());
     m_summons->showHint();
     m_summons->showAndActivate();
@@ -146,8 +148,12 @@ void LauncherUi::connectWindow()
 
 void LauncherUi::run(const QString &keyword, bool remembersPath)
 {
-    if (!m.mayRun || m.mayRun(keyword))
-        m_runs.runKeyword(keyword, remembersPath);
+    if (m.mayRun && !m.mayRun(keyword))
+        return;
+    // Saved before the run, which may last or end the process.
+    if (m_lists.noteRun(keyword))
+        m_listFile.ConfigSave(m_lists.List.stringList());
+    m_runs.runKeyword(keyword, remembersPath);
 }
 
 void LauncherUi::showUpdates(int apps)
@@ -273,6 +279,15 @@ void LauncherUi::exit()
 void LauncherUi::endProcess()
 {
     end(EXIT_SUCCESS);
+}
+
+void LauncherUi::showDownload(std::optional<int> percent)
+{
+    const QString text = percent ? tr("Downloading, %1 %").arg(*percent) : QString();
+    if (m_window)
+        m_window->footer().setDownload(text);
+    if (m_menus)
+        m_menus->setDownload(text);
 }
 
 void LauncherUi::addInstalledApp(const QString &keyword)

@@ -98,6 +98,9 @@ public:
     // Ends the process through the launcher's exit routine.
     void exit();
 
+    // How far a download of the store is, in percent; nothing when there is none.
+    void showDownload(std::optional<int> percent);
+
     // Adds an app from the store to the lists that do not hold it yet, and saves their order.
     void addInstalledApp(const QString &keyword);
 

@@ -14,10 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("plum::MessageBoxes", text);
-}
+constexpr int boxPicture = 40; // logical pixels
 
 // Looks like the program's other windows.
 class Box final : public QMessageBox
@@ -33,6 +30,14 @@ public:
         setWindowIcon(appIcon());
         setTextFormat(Qt::PlainText);
         setWindowModality(Qt::ApplicationModal);
+        const std::pair<StandardButton, QString> captions[]
+            = {{Ok, MessageBoxes::tr("OK")}, {Yes, MessageBoxes::tr("Yes")}, {No, MessageBoxes::tr("No")}};
+        for (const auto &[which, caption] : captions) {
+            if (QAbstractButton *shown = button(which))
+                shown->setText(caption);
+        }
+        if (icon == NoIcon)
+            setIconPixmap(appPicture(boxPicture, devicePixelRatioF()));
     }
 };
 

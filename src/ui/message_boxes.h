@@ -2,12 +2,16 @@
 
 #include "library/app_library.h"
 
+#include <QCoreApplication>
+
 namespace plum {
 
 // Messages and questions as boxes in the program's own look, above every other window where they are
 // system-modal.
 class MessageBoxes final : public LibraryDialogs
 {
+    Q_DECLARE_TR_FUNCTIONS(plum::MessageBoxes)
+
 public:
     void showMessage(const Message &message) override;
     bool askToDelete(const QString &question, const QString &title, const QString &keyword) override;

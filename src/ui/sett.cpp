@@ -57,11 +57,6 @@ constexpr std::array items{
     Item{"guanbi", QT_TRANSLATE_NOOP("plum::sett", "End at once"), MenuCommand::guanbi, Tray, true},
 };
 
-QAction *keysOf(const QMenu &menu)
-{
-    return menu.findChild<QAction *>(u"keys"_s);
-}
-
 } // namespace
 
 sett::sett(bool registersComponents)
@@ -81,8 +76,8 @@ sett::sett(bool registersComponents)
     QMenu *toolsa = mmmm.addMenu(tr(toolsCaption));
     toolsa->setObjectName(u"toolsa"_s);
     fill(*toolsa, Tools);
-    // The sub-menu stands with what explains.
-    mmmm.insertMenu(keysOf(mmmm), toolsa);
+    // The sub-menu stands before the way out and its separator.
+    mmmm.insertMenu(mmmm.actions().at(mmmm.actions().size() - 3), toolsa);
 }
 
 sett::~sett()
@@ -133,12 +128,27 @@ void sett::setRunning(const QString &plainText)
 {
     if (!m_tray)
         return;
-    const QString name = QCoreApplication::applicationName();
-    m_tray->setToolTip(plainText.isEmpty() ? name : name + u": "_s + plainText);
+    m_running = plainText;
+    showToolTip();
     if (m_showsRun != plainText.isEmpty())
         return;
     m_showsRun = !plainText.isEmpty();
     m_tray->setIcon(m_showsRun ? runningIcon() : appIcon());
+}
+
+void sett::setDownload(const QString &plainText)
+{
+    m_download = plainText;
+    showToolTip();
+}
+
+void sett::showToolTip()
+{
+    if (!m_tray)
+        return;
+    const QString name = QCoreApplication::applicationName();
+    const QString &text = m_running.isEmpty() ? m_download : m_running;
+    m_tray->setToolTip(text.isEmpty() ? name : name + u": "_s + text);
 }
 
 void sett::removeTrayIcon()

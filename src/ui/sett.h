@@ -63,6 +63,9 @@ public:
     // The icon says what runs; nothing when nothing does.
     void setRunning(const QString &plainText);
 
+    // The icon's tool tip says how far a download is; nothing when there is none.
+    void setDownload(const QString &plainText);
+
     // The desktop shows the icon.
     bool hasTrayIcon() const { return m_tray && QSystemTrayIcon::isSystemTrayAvailable(); }
 
@@ -78,7 +81,11 @@ private:
     bool m_registersComponents;
 
     std::unique_ptr<QSystemTrayIcon> m_tray;
+    void showToolTip();
+
     bool m_showsRun = false;
+    QString m_running;
+    QString m_download;
 };
 
 } // namespace plum

@@ -57,6 +57,11 @@ QVBoxLayout *columnOf(QWidget *panel)
     return column;
 }
 
+QString takenText(const QString &name)
+{
+    return name + u"  already exists"_s;
+}
+
 QHBoxLayout *headRow(QLabel *heading, PictureButton *picture)
 {
     heading->setProperty("heading", true);
@@ -159,6 +164,7 @@ QWidget *shurubox::makeNamePanel()
         u"Image2"_s, PictureButton::Picture::Confirm, tr("Install under this keyword"), panel);
     auto *Label3 = button(u"Label3"_s, tr("Replace the existing app"), panel);
     auto *Label4 = button(u"Label4"_s, tr("Details"), panel);
+    auto *cancel = button(u"cancel"_s, tr("Cancel"), panel);
 
     QVBoxLayout *column = columnOf(panel);
     column->addLayout(headRow(label({}, tr("Choose a keyword for this package"), panel), Image2));
@@ -166,6 +172,7 @@ QWidget *shurubox::makeNamePanel()
     column->addWidget(Label6);
     column->addStretch();
     auto *row = new QHBoxLayout;
+    row->addWidget(cancel);
     row->addWidget(Label4);
     row->addStretch();
     row->addWidget(Label3);
@@ -177,6 +184,10 @@ QWidget *shurubox::makeNamePanel()
         const QString name = Text4->text();
         answered();
         Q_EMIT nameConfirmedUnchecked(name);
+    });
+    connect(cancel, &QPushButton::clicked, this, &QWidget::close);
+    connect(entry, &QLineEdit::textChanged, this, [this](const QString &name) {
+        Label6->setText(m_library.exists(name) && !name.isEmpty() ? takenText(name) : QString());
     });
     connect(Label4, &QPushButton::clicked, this, [this] { bringUp(setupbox); });
     return panel;
@@ -212,7 +223,9 @@ void shurubox::bringUp(QWidget *panel)
 {
     m_panels->setCurrentWidget(panel);
     Image1->setVisible(panel == m_inputPanel || panel == m_tipPanel);
-    setFixedSize(panel == m_tipPanel ? tipSize : panel == m_inputPanel ? inputSizeFor(*title) : boxSize);
+    setFixedSize(fitting(panel == m_tipPanel ? tipSize
+            : panel == m_inputPanel          ? inputSizeFor(*title)
+                                             : boxSize));
     if (!isVisible())
         wincenter();
     show();
@@ -278,7 +291,7 @@ void shurubox::confirmName()
 {
     const QString name = Text4->text();
     if (m_library.exists(name)) {
-        Label6->setText(name + u"  already exists"_s);
+        Label6->setText(takenText(name));
         return;
     }
     if (const QString fault = m_library.faultOf(name); !fault.isEmpty()) {

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -93,6 +94,25 @@ TEST_F(PlainStore, AReopenedWindowDoesNotShowADownloadThatIsOver)
     form.setProgress(whole); // its end, while nobody looks
     form.show();
     EXPECT_FALSE(child<QWidget>(u"weia"_s).isVisible());
+}
+
+TEST_F(PlainStore, ANewDownloadForgetsTheOneBefore)
+{
+    form.show();
+    form.setProgress({{u"percent"_s, 100}, {u"total"_s, u"2 KB"_s}, {u"done"_s, u"2 KB"_s}});
+    form.forgetProgress();
+    EXPECT_FALSE(child<QWidget>(u"weia"_s).isVisible());
+    EXPECT_EQ(child<QProgressBar>(u"bar"_s).value(), 0);
+    EXPECT_EQ(child<QLabel>(u"sizes"_s).text(), QString());
+}
+
+TEST_F(PlainStore, TheBarSaysWhatATitleMeansAndTheTitleStays)
+{
+    form.setCaption(u"发送请求..."_s, u"sending the request"_s);
+    EXPECT_EQ(form.windowTitle(), u"发送请求..."_s);
+    EXPECT_EQ(child<QLabel>(u"caption"_s).text(), u"发送请求... (sending the request)"_s);
+    form.setCaption({});
+    EXPECT_EQ(child<QLabel>(u"caption"_s).text(), u"Plum"_s);
 }
 
 TEST_F(PlainStore, EnterInTheNameFollowsThePackageOfThatName)

@@ -1,3 +1,4 @@
+#include "store/download_texts.h"
 #include "store/store_process.h"
 
 #include <QCoreApplication>
@@ -18,6 +19,15 @@ TEST(StoreProcess, WithoutItsProgramNothingHappens)
     view.hideWindow();
     EXPECT_EQ(view.processId(), 0);
     EXPECT_EQ(closed, 0);
+}
+
+TEST(DownloadTexts, everyTitleIsSaidInEnglishToo)
+{
+    for (const plum::DownloadText &text : plum::downloadTexts) {
+        const bool isEnglish = text.title.front().unicode() < 0x80;
+        EXPECT_NE(plum::meaningOf(text.title).isEmpty(), !isEnglish) << qPrintable(text.title.toString());
+    }
+    EXPECT_EQ(plum::meaningOf(u"something else"), QString());
 }
 
 TEST(StoreProcess, NothingStartsBeforeAPageIsShown)

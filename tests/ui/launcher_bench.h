@@ -39,6 +39,9 @@ public:
         m_timer.start(0);
     }
 
+    // Leaves the boxes to somebody else.
+    void rest() { m_timer.stop(); }
+
     QStringList seen; // "text" or "!text" for a system-modal one
     QStringList titles;
     QStringList details; // the smaller text below
@@ -55,7 +58,8 @@ private:
         seen += (onTop ? QStringLiteral("!") : QString()) + box->text();
         titles += box->windowTitle();
         details += box->informativeText();
-        allThemed = allThemed && !box->styleSheet().isEmpty() && !box->windowIcon().isNull();
+        allThemed = allThemed && !box->styleSheet().isEmpty() && !box->windowIcon().isNull()
+            && !box->iconPixmap().isNull();
         if (box->button(answer))
             box->button(answer)->click();
         else

@@ -3,13 +3,17 @@
 
 #include "ui/launcher_bench.h"
 
+#include "engine/launcher.h"
+#include "library/install_offer.h"
 #include "look/translations.h"
+#include "ui/install_dialog.h"
 #include "ui/lists/keyword_list.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QMenu>
 #include <QPainter>
+#include <QTimer>
 
 namespace {
 
@@ -96,14 +100,51 @@ public:
         save("input", topLevel("shurubox"));
         ui.showTip(u"Dear Ann,\nthe report is ready.\n亲爱的安，报告已经准备好了。"_s);
         save("tip", topLevel("shurubox"));
+        topLevel("shurubox")->close();
+        QApplication::processEvents();
         ui.askPackageName(u"date"_s);
         click(inBox("Image2"));
         save("name", topLevel("shurubox"));
         click(inBox("Label4"));
         save("name-details", topLevel("shurubox"));
+        topLevel("shurubox")->close();
+        saveDialogs();
     }
 
 private:
+    void saveDialogs()
+    {
+        ui.window()->showKeys();
+        save("keys", topLevel("keysheet"));
+        ui.window()->showManual();
+        save("manual", topLevel("manual"));
+        InstallDialog dialog({.keyword = u"chess"_s, .origin = u"https://store.example/chess.wfp"_s});
+        dialog.setAttribute(Qt::WA_DeleteOnClose, false);
+        dialog.bringUp();
+        save("install", &dialog);
+        dialog.hide();
+        user.rest();
+        saveBox("message", [] { MessageBoxes().showMessage({.text = u"Successfully"_s}); });
+        saveBox("error", [] {
+            MessageBoxes().showMessage({.text = u"Run-time error '13':\n\nType mismatch: \"abc\" is not a "
+                                                "number of milliseconds"_s,
+                .icon = MessageIcon::Critical});
+        });
+        saveBox("delete", [] { MessageBoxes().askToDelete(u"确定删除?"_s, u"提示"_s, u"mail"_s); });
+        saveBox("unsaved", [] { MessageBoxes::askUnsaved(u"\"mail\" is not saved."_s); });
+    }
+
+    // `show` waits until the box is closed.
+    void saveBox(const char *name, const std::function<void()> &show)
+    {
+        QTimer::singleShot(100, [this, name] {
+            QWidget *box = QApplication::activeModalWidget();
+            save(name, box);
+            box->close();
+        });
+        show();
+    }
+
     static QMenu *menu(const char *name)
     {
         for (QWidget *widget : QApplication::topLevelWidgets()) {

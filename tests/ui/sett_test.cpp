@@ -73,6 +73,16 @@ TEST_F(SettTest, addnewOpensAnEmptyPanelThatCreatesAnApp)
     EXPECT_TRUE(find("okbox")->isVisible());
 }
 
+TEST_F(SettTest, theFooterSaysHowFarADownloadIs)
+{
+    writeBytes(folder.setIni(), "[hotkey]\r\nhotkey=Alt+Z\r\n");
+    start();
+    ui.showDownload(45);
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"Downloading, 45 %"_s);
+    ui.showDownload({});
+    EXPECT_FALSE(find("hint")->isVisible());
+}
+
 TEST_F(SettTest, lookAgainTakesInAFolderThatWasCopiedIn)
 {
     folder.addApp(u"one"_s, "note.down 1\r\n");

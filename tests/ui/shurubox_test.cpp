@@ -319,6 +319,33 @@ TEST_F(ShuruboxTest, aNameForAStorePackageGoesToTheStore)
     EXPECT_EQ(said(), QStringList({u"store install new 1"_s, u"store install Calc 0"_s}));
 }
 
+TEST_F(ShuruboxTest, aNameThatIsTakenIsSaidAsItIsTyped)
+{
+    folder.addApp(u"chess"_s);
+    start();
+    ui.askPackageName(u"chess"_s);
+    EXPECT_EQ(inBox<QLabel>("Label6")->text(), u"chess  already exists"_s);
+    type(inBox("Text4"), u"2"_s);
+    EXPECT_EQ(inBox<QLineEdit>("Text4")->text(), u"2"_s);
+    EXPECT_EQ(inBox<QLabel>("Label6")->text(), QString());
+    inBox<QLineEdit>("Text4")->clear();
+    EXPECT_EQ(inBox<QLabel>("Label6")->text(), QString());
+    inBox<QLineEdit>("Text4")->setText(u"chess"_s);
+    EXPECT_EQ(inBox<QLabel>("Label6")->text(), u"chess  already exists"_s);
+}
+
+TEST_F(ShuruboxTest, cancelStandsAtTheLeftAndInstallsNothing)
+{
+    start();
+    ui.askPackageName(u"chess"_s);
+    QWidget *cancel = inBox("cancel");
+    for (const char *other : {"Label4", "Label3"})
+        EXPECT_LT(cancel->mapToGlobal(QPoint()).x(), inBox(other)->mapToGlobal(QPoint()).x());
+    click(cancel);
+    EXPECT_FALSE(topLevel("shurubox"));
+    EXPECT_EQ(said(), QStringList());
+}
+
 TEST_F(ShuruboxTest, theInstallModeBelongsToTheQuestionThatIsOpen)
 {
     addApps({u"calc"_s});

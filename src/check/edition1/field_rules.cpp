@@ -100,7 +100,7 @@ void FieldRules::judgeText(
         const bool failsTheLine = command.traits.missing == MissingArgument::Raises;
         m_report.add(line, value.column, misfit->rule,
             failsTheLine ? checkRule(misfit->rule)->severity : Severity::Warning,
-            u"%1: \"%2\" %3."_s.arg(field.name.toString(), text, misfit->sentence));
+            field.name.toString() + u": "_s + misfit->words + u'.');
         return;
     }
     if (field.kind == FieldKind::Milliseconds && text.trimmed().toDouble() == 0)

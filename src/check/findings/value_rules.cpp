@@ -1,6 +1,7 @@
 #include "check/findings/value_rules.h"
 
 #include "engine/conversions.h"
+#include "engine/editions/error_words.h"
 #include "engine/run_time_error.h"
 #include "search/colour_text.h"
 
@@ -10,7 +11,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::optional<Misfit> misfitOfNumber(const QString &text, NumberWidth width, const QString &what)
+QString quoted(const QString &text)
+{
+    return u'"' + text + u'"';
+}
+
+std::optional<Misfit> misfitOfNumber(const QString &text, NumberWidth width, ErrorCause cause)
 {
     try {
         if (width == NumberWidth::Bits16)
@@ -20,26 +26,30 @@ std::optional<Misfit> misfitOfNumber(const QString &text, NumberWidth width, con
     } catch (const RunTimeError &error) {
         if (error.number() == RunTimeError::Overflow)
             return Misfit{u"number-range"_s,
-                width == NumberWidth::Bits16 ? u"is outside of -32768 to 32767"_s
-                                             : u"is outside of -2147483648 to 2147483647"_s};
-        return Misfit{u"wrong-value"_s, what};
+                errorWords(ErrorCause::OutOfRange, text)
+                    + (width == NumberWidth::Bits16 ? u", -32768 to 32767"_s
+                                                    : u", -2147483648 to 2147483647"_s)};
+        return Misfit{u"wrong-value"_s, errorWords(cause, text)};
     }
     return {};
 }
 
 // "x:y" or the four numbers of a region; a text without ":" means the same number for all.
 std::optional<Misfit> misfitOfNumbers(
-    const QString &text, qsizetype count, NumberWidth width, const QString &what)
+    const QString &text, qsizetype count, NumberWidth width, ErrorCause cause)
 {
     const QStringList parts = text.split(u':');
     if (parts.size() > 1 && parts.size() < count)
-        return Misfit{u"wrong-value"_s, what};
+        return Misfit{u"wrong-value"_s, errorWords(cause, text)};
     for (const QString &part : parts.first(std::min(count, parts.size()))) {
-        if (std::optional<Misfit> misfit = misfitOfNumber(part, width, what))
+        const std::optional<Misfit> misfit = misfitOfNumber(part, width, cause);
+        if (misfit && misfit->rule == "wrong-value"_L1)
+            return Misfit{misfit->rule, errorWords(cause, text)};
+        if (misfit)
             return misfit;
     }
     if (parts.size() > count)
-        return Misfit{u"odd-value"_s, u"has more numbers than count"_s};
+        return Misfit{u"odd-value"_s, quoted(text) + u" has more numbers than count"_s};
     return {};
 }
 
@@ -47,9 +57,9 @@ std::optional<Misfit> misfitOfMilliseconds(const QString &text)
 {
     try {
         if (toDouble(text) < 0)
-            return Misfit{u"odd-value"_s, u"is less than no time"_s};
+            return Misfit{u"odd-value"_s, quoted(text) + u" is less than no time"_s};
     } catch (const RunTimeError &) {
-        return Misfit{u"wrong-value"_s, u"is not a number of milliseconds"_s};
+        return Misfit{u"wrong-value"_s, errorWords(ErrorCause::NotMilliseconds, text)};
     }
     return {};
 }
@@ -59,10 +69,10 @@ std::optional<Misfit> misfitOfColour(const QString &text)
     try {
         Channels::fromText(text);
     } catch (const RunTimeError &) {
-        return Misfit{u"wrong-value"_s, u"is not a colour of six hexadecimal digits, RRGGBB"_s};
+        return Misfit{u"wrong-value"_s, errorWords(ErrorCause::NotAColour, text)};
     }
     if (text.size() > 6)
-        return Misfit{u"odd-value"_s, u"has more than the six digits that count"_s};
+        return Misfit{u"odd-value"_s, quoted(text) + u" has more than the six digits that count"_s};
     return {};
 }
 
@@ -71,7 +81,7 @@ std::optional<Misfit> misfitOfAddress(const QString &text)
     if (text.startsWith("http://"_L1, Qt::CaseInsensitive)
         || text.startsWith("https://"_L1, Qt::CaseInsensitive))
         return {};
-    return Misfit{u"odd-value"_s, u"does not begin with http:// or https://"_s};
+    return Misfit{u"odd-value"_s, quoted(text) + u" does not begin with http:// or https://"_s};
 }
 
 } // namespace
@@ -82,17 +92,17 @@ std::optional<Misfit> misfitOf(const Field &field, const QString &text, NumberWi
         return {};
     switch (field.kind) {
     case FieldKind::Number:
-        return misfitOfNumber(text, width, u"is not a number"_s);
+        return misfitOfNumber(text, width, ErrorCause::NotANumber);
     case FieldKind::Handle:
-        return misfitOfNumber(text, NumberWidth::Bits32, u"is not the number of a window"_s);
+        return misfitOfNumber(text, NumberWidth::Bits32, ErrorCause::NotAHandle);
     case FieldKind::Milliseconds:
         return misfitOfMilliseconds(text);
     case FieldKind::Point:
-        return misfitOfNumbers(text, 2, width, u"is not a point, x:y"_s);
+        return misfitOfNumbers(text, 2, width, ErrorCause::NotAPoint);
     case FieldKind::Offset:
-        return misfitOfNumbers(text, 2, width, u"is not an offset, dx:dy"_s);
+        return misfitOfNumbers(text, 2, width, ErrorCause::NotAnOffset);
     case FieldKind::Region:
-        return misfitOfNumbers(text, 4, NumberWidth::Bits32, u"is not a region, x:y:width:height"_s);
+        return misfitOfNumbers(text, 4, NumberWidth::Bits32, ErrorCause::NotARegion);
     case FieldKind::Colour:
         return misfitOfColour(text);
     case FieldKind::Url:

@@ -10,7 +10,7 @@ namespace plum {
 struct Misfit
 {
     QString rule;
-    QString sentence; // what it is not, as an end of "\"abc\" "
+    QString words; // a sentence without its full stop, in the words of a run that fails
 };
 
 // How large the numbers of a field may be.

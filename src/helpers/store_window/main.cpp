@@ -24,7 +24,12 @@ void obey(const WindowMessage &command, StoreForm &form)
         {verbs::navigate, [&] { form.showAddress(QUrl(fields.value("address"_L1).toString())); }},
         {verbs::write, [&] { form.writePage(fields.value("html"_L1).toString()); }},
         {verbs::clear, [&] { form.clearPage(); }},
-        {verbs::caption, [&] { form.setCaption(fields.value("text"_L1).toString()); }},
+        {verbs::caption,
+            [&] {
+                form.setCaption(fields.value("text"_L1).toString(), fields.value("meaning"_L1).toString());
+                if (fields.value("begins"_L1).toBool())
+                    form.forgetProgress();
+            }},
         {verbs::progress, [&] { form.setProgress(fields); }},
         {verbs::browserWidth, [&] { form.setBrowserWidth(pixels()); }},
         {verbs::browserHeight, [&] { form.setBrowserHeight(pixels()); }},

@@ -18,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int columnWidth = 420; // pixels
+constexpr int edges = 40; // at both sides of it, at least
 
 // Tells the browser to let the page have what it brought along, and nothing else. A declaration that stands
 // first has to stay first.
@@ -63,7 +64,7 @@ PlainStoreForm::PlainStoreForm(const QUrl &downloadBase)
     column->addWidget(advice);
     column->addLayout(row);
     column->addStretch();
-    m_explanation->setFixedWidth(columnWidth);
+    m_explanation->setFixedWidth(fitting({columnWidth + edges, 0}).width() - edges);
     auto *middle = new QHBoxLayout(content);
     middle->addStretch();
     middle->addLayout(column);

@@ -75,6 +75,7 @@ QWidget *StoreForm::buildBar()
     wei->setCursor(Qt::ArrowCursor);
 
     m_caption = new QLabel;
+    m_caption->setObjectName(u"caption"_s);
     m_caption->setTextFormat(Qt::PlainText);
     auto *Image1 = new PictureButton(u"Image1"_s, PictureButton::Picture::Close, tr("Close (Esc)"), wei);
     connect(Image1, &PictureButton::clicked, this, &StoreForm::closeRequested);
@@ -94,6 +95,7 @@ QWidget *StoreForm::buildStrip()
     weia->setAccessibleName(tr("Download"));
     weia->setAttribute(Qt::WA_StyledBackground);
     m_bar = new QProgressBar;
+    m_bar->setObjectName(u"bar"_s);
     m_bar->setTextVisible(false);
     m_bar->setAccessibleName(tr("Download"));
     m_bar->setRange(0, 1000);
@@ -115,9 +117,10 @@ QWidget *StoreForm::buildStrip()
     return weia;
 }
 
-void StoreForm::setCaption(const QString &text)
+void StoreForm::setCaption(const QString &text, const QString &meaning)
 {
     m_givenCaption = text;
+    m_meaning = meaning;
     showCaption();
 }
 
@@ -131,7 +134,7 @@ void StoreForm::setUsualCaption(const QString &text)
 void StoreForm::showCaption()
 {
     const QString shown = m_givenCaption.isEmpty() ? m_usualCaption : m_givenCaption;
-    m_caption->setText(shown);
+    m_caption->setText(m_meaning.isEmpty() ? shown : shown + u" ("_s + m_meaning + u')');
     setWindowTitle(shown);
 }
 
@@ -148,6 +151,14 @@ void StoreForm::setProgress(const QJsonObject &fields)
                                      : tr("%1 of %2, %3 a second").arg(done, total, speed));
     // A download that comes to its end while the window is hidden is over when the window comes back.
     weia->setVisible(isVisible());
+}
+
+void StoreForm::forgetProgress()
+{
+    m_bar->setValue(0);
+    m_percent->clear();
+    m_sizes->clear();
+    weia->hide();
 }
 
 QSize StoreForm::aroundBrowser() const
@@ -186,7 +197,7 @@ void StoreForm::Command1_Click()
 {
     if (!testAttribute(Qt::WA_Resized))
         resizeForBrowser(usualBrowserSize);
-    const QRect free = screen()->availableGeometry();
+    const QRect free = screenInUse()->availableGeometry();
     resize(size().boundedTo(free.size()));
     move(free.center() - rect().center());
 }

@@ -28,8 +28,10 @@ public:
     virtual void setLoadingVisible(bool visible) = 0;
     virtual void bringUp();
 
-    void setCaption(const QString &text);
+    // The window is called `text`; its bar says what that means, too.
+    void setCaption(const QString &text, const QString &meaning = {});
     void setProgress(const QJsonObject &fields);
+    void forgetProgress(); // of an earlier download
     void setBrowserWidth(int pixels);
     void setBrowserHeight(int pixels);
     void setWindowHeight(int pixels);
@@ -69,6 +71,7 @@ private:
 
     QString m_usualCaption;
     QString m_givenCaption;
+    QString m_meaning;
     QWidget *wei = nullptr; // the bar at the top
     QLabel *m_caption = nullptr;
     QWidget *weia = nullptr; // the strip at the bottom

@@ -25,6 +25,41 @@
     </message>
 </context>
 <context>
+    <name>plum::DownloadText</name>
+    <message>
+        <source>sending the request</source>
+        <translation>发送请求...</translation>
+    </message>
+    <message>
+        <source>getting information on the file</source>
+        <translation>获取远程文件信息...</translation>
+    </message>
+    <message>
+        <source>data arrives</source>
+        <translation>开始接收数据...</translation>
+    </message>
+    <message>
+        <source>the download was cut off</source>
+        <translation>下载被终止...</translation>
+    </message>
+    <message>
+        <source>the download was stopped</source>
+        <translation>停止下载</translation>
+    </message>
+    <message>
+        <source>the download pauses</source>
+        <translation>暂停下载</translation>
+    </message>
+    <message>
+        <source>the server did not give the file</source>
+        <translation>连接服务器失败</translation>
+    </message>
+    <message>
+        <source>the request could not be sent</source>
+        <translation>发送请求失败</translation>
+    </message>
+</context>
+<context>
     <name>plum::EditPanel</name>
     <message>
         <source>Keyword, without blanks</source>
@@ -299,6 +334,10 @@
         <source>Plum is hidden. Start it again to bring it back, and choose a hotkey there.</source>
         <translation>Plum 已隐藏。再次启动即可显示它，并可在那里选择热键。</translation>
     </message>
+    <message>
+        <source>Downloading, %1 %</source>
+        <translation>正在下载，%1 %</translation>
+    </message>
 </context>
 <context>
     <name>plum::ManualWindow</name>
@@ -349,6 +388,18 @@
     <message>
         <source>Delete &quot;%1&quot;?</source>
         <translation>要删除“%1”吗？</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>否</translation>
     </message>
 </context>
 <context>
@@ -763,6 +814,10 @@
     <message>
         <source>Keyword</source>
         <translation>关键词</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
     </message>
 </context>
 </TS>

@@ -18,7 +18,8 @@ inline constexpr QLatin1StringView hide("hide");
 inline constexpr QLatin1StringView navigate("navigate"); // address
 inline constexpr QLatin1StringView write("write"); // html: replaces the page
 inline constexpr QLatin1StringView clear("clear");
-inline constexpr QLatin1StringView caption("caption"); // text
+inline constexpr QLatin1StringView caption(
+    "caption"); // text; meaning: in the language of the session; begins: a download
 inline constexpr QLatin1StringView progress("progress"); // percent, total, done, speed
 inline constexpr QLatin1StringView browserWidth("browserWidth"); // pixels
 inline constexpr QLatin1StringView browserHeight("browserHeight"); // pixels

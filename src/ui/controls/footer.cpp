@@ -51,6 +51,12 @@ void Footer::setUpdates(int apps)
     refresh();
 }
 
+void Footer::setDownload(const QString &plainText)
+{
+    m_download = plainText.toHtmlEscaped();
+    refresh();
+}
+
 void Footer::setFindsNothing(bool findsNothing)
 {
     m_findsNothing = findsNothing;
@@ -66,6 +72,8 @@ void Footer::refresh()
         line += richLink(u"updates"_s, m_updates == 1 ? tr("1 update") : tr("%1 updates").arg(m_updates));
     if (!m_running.isEmpty())
         line = m_running + richLink(u"end"_s, tr("End at once"));
+    else if (!m_download.isEmpty())
+        line = m_download;
     else if (m_passes.isActive())
         line = m_passing;
     else if (m_findsNothing)
@@ -74,17 +82,19 @@ void Footer::refresh()
     setVisible(!line.isEmpty());
 }
 
-// A label with links would keep the Tab key for each of them.
+// A label keeps the Tab key for each of its links; a single one needs no stop of its own.
 bool Footer::focusNextPrevChild(bool next)
 {
-    return QWidget::focusNextPrevChild(next);
+    const bool hasSeveral = text().count(u"<a href"_s) > 1;
+    return hasSeveral ? QLabel::focusNextPrevChild(next) : QWidget::focusNextPrevChild(next);
 }
 
 void Footer::keyPressEvent(QKeyEvent *event)
 {
     const bool isPress
         = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    if (const QString link = targetOf(text()); isPress && !link.isEmpty())
+    // The link that Tab has gone to is selected, and the label follows it.
+    if (const QString link = targetOf(text()); isPress && !link.isEmpty() && !hasSelectedText())
         follow(link);
     else
         QLabel::keyPressEvent(event);

@@ -7,8 +7,9 @@
 
 namespace plum {
 
-// The line under the lists. What runs comes before a passing word, that before an answer to what is typed,
-// and that before what stands there otherwise. It is one stop of the Tab key, and Enter follows its link.
+// The line under the lists. What runs comes before a download, that before a passing word, that before an
+// answer to what is typed, and that before what stands there otherwise. Enter follows its
+// link; of several, the one that Tab went to.
 class Footer final : public QLabel
 {
     Q_OBJECT
@@ -24,6 +25,9 @@ public:
 
     // For how many apps the store has another version. A link offers to install them.
     void setUpdates(int apps);
+
+    // Empty when nothing is downloaded.
+    void setDownload(const QString &plainText);
 
     // Whether what is typed matches no app. A link offers to make one.
     void setFindsNothing(bool findsNothing);
@@ -45,6 +49,7 @@ private:
     QString m_standing;
     QString m_passing;
     QString m_running;
+    QString m_download;
     QTimer m_passes; // while a passing word is shown
     bool m_findsNothing = false;
     int m_updates = 0;

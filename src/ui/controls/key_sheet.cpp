@@ -1,5 +1,6 @@
 #include "ui/controls/key_sheet.h"
 
+#include "look/fitting_area.h"
 #include "look/moveit.h"
 #include "look/picture_button.h"
 
@@ -50,19 +51,20 @@ KeySheet::KeySheet(QWidget *owner)
     setAttribute(Qt::WA_DeleteOnClose);
     (new moveit(*this))->installOn(*this);
 
-    auto *heading = new QLabel(tr("Keys"), this);
+    QWidget *content = (new FittingArea(this))->content();
+    auto *heading = new QLabel(tr("Keys"), content);
     heading->setProperty("heading", true);
-    auto *back = new PictureButton(u"closekeys"_s, PictureButton::Picture::Close, tr("Close"), this);
+    auto *back = new PictureButton(u"closekeys"_s, PictureButton::Picture::Close, tr("Close"), content);
     connect(back, &PictureButton::clicked, this, &QWidget::close);
-    auto *grid = new QGridLayout(this);
+    auto *grid = new QGridLayout(content);
     grid->setContentsMargins(18, 12, 12, 16);
     grid->setHorizontalSpacing(18);
     grid->addWidget(heading, 0, 0);
     grid->addWidget(back, 0, 1, Qt::AlignRight);
     for (int line = 1; const Row &row : rows) {
-        auto *meaning = new QLabel(tr(row.meaning), this);
+        auto *meaning = new QLabel(tr(row.meaning), content);
         meaning->setProperty("quiet", true);
-        grid->addWidget(new QLabel(tr(row.keys), this), line, 0);
+        grid->addWidget(new QLabel(tr(row.keys), content), line, 0);
         grid->addWidget(meaning, line, 1);
         ++line;
     }

@@ -1,6 +1,5 @@
 #include "ui/controls/passing_note.h"
 
-#include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
 #include <QTimer>
@@ -41,7 +40,7 @@ void PassingNote::tell(const QString &text)
 {
     auto *note = new PassingNote(text);
     note->adjustSize();
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect screen = note->screenInUse()->availableGeometry();
     note->move(screen.bottomRight() - QPoint(note->width() + distance, note->height() + distance));
     note->show();
 }

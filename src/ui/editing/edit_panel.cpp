@@ -31,7 +31,6 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     , m_lineEnds(new QLabel(this))
 {
     setObjectName(u"addeditbox"_s);
-    setFixedSize(panelSize);
     Label5->setObjectName(u"Label5"_s);
     Label5->setTextFormat(Qt::PlainText);
     Label5->setProperty("heading", true);
@@ -83,6 +82,11 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     connect(Image8, &PictureButton::clicked, this,
         [this, Image8] { Q_EMIT menuRequested(Image8->mapToGlobal(QPoint(0, Image8->height()))); });
     connect(Text4, &ScriptEditor::filesDropped, this, &EditPanel::filesDropped);
+}
+
+QSize EditPanel::sizeHint() const
+{
+    return panelSize;
 }
 
 void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, const QString &script)

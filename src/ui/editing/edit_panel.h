@@ -20,6 +20,8 @@ class EditPanel final : public QWidget
 public:
     EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent);
 
+    QSize sizeHint() const override;
+
     enum class Mode {
         Add,
         Edit, // the app's script `main.wf`

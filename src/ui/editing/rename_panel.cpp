@@ -24,7 +24,6 @@ RenamePanel::RenamePanel(QWidget *parent)
 {
     setObjectName(u"editnamebox"_s);
     setAccessibleName(tr("Rename"));
-    setFixedSize(panelSize);
     Text1->setObjectName(u"Text1"_s);
     Text1->setReadOnly(true);
     Text1->setAccessibleName(tr("Old keyword"));
@@ -53,6 +52,11 @@ RenamePanel::RenamePanel(QWidget *parent)
     connect(Image10, &PictureButton::clicked, this, &RenamePanel::confirmed);
     connect(Text12, &FileEntry::enterPressed, this, &RenamePanel::confirmed);
     connect(Image11, &PictureButton::clicked, this, &RenamePanel::back);
+}
+
+QSize RenamePanel::sizeHint() const
+{
+    return panelSize;
 }
 
 void RenamePanel::open(const QString &keyword)

@@ -16,6 +16,8 @@ class RenamePanel final : public QWidget
 public:
     explicit RenamePanel(QWidget *parent);
 
+    QSize sizeHint() const override;
+
     void open(const QString &keyword);
 
     QString oldKeyword() const;

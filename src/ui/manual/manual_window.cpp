@@ -81,7 +81,7 @@ void ManualWindow::bringUp()
     if (m_page.isEmpty())
         open(firstPage, {});
     if (!isVisible()) {
-        resize(usualSize);
+        resize(fitting(usualSize));
         wincenter();
     }
     show();
