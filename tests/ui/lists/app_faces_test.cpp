@@ -2,6 +2,7 @@
 
 #include "ui/launcher_bench.h"
 
+#include <QFile>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -74,6 +75,20 @@ TEST_F(AppFacesTest, anIconHasAtMost1024PixelsASide)
         picture.fill(Qt::red);
         ASSERT_TRUE(picture.save(folder.apps(keyword + u"/icon.png"_s)));
         EXPECT_EQ(!seen(keyword).icon.isNull(), isShown) << side;
+    }
+}
+
+TEST_F(AppFacesTest, anIconHasAtMostAMebibyte)
+{
+    for (const auto &[size, isShown] : {std::pair(1 << 20, true), std::pair((1 << 20) + 1, false)}) {
+        const QString keyword = u"a%1"_s.arg(size);
+        folder.addApp(keyword, "");
+        QImage picture(8, 8, QImage::Format_ARGB32);
+        picture.fill(Qt::red);
+        const QString path = folder.apps(keyword + u"/icon.png"_s);
+        ASSERT_TRUE(picture.save(path));
+        ASSERT_TRUE(QFile::resize(path, size)); // what follows the picture is not looked at
+        EXPECT_EQ(!seen(keyword).icon.isNull(), isShown) << size;
     }
 }
 
