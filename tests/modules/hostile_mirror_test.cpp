@@ -223,6 +223,22 @@ TEST_F(HostileMirror, EndlessWaiting)
     }
 }
 
+TEST_F(HostileMirror, EndlessTrickling)
+{
+    patience = std::chrono::milliseconds(300);
+    for (const QString &file : {rootFileName(2), timestampFileName(), indexFileName(1)}) {
+        mirror.trickling = {file};
+        expectRefused(IndexFault::NotThere);
+    }
+}
+
+TEST_F(HostileMirror, HasTheTimeForAllFilesTogether)
+{
+    patience = std::chrono::milliseconds(500);
+    mirror.delay = 250; // for each of the root file that there is not, the timestamp and the index
+    expectRefused(IndexFault::NotThere);
+}
+
 TEST_F(HostileMirror, WrongLength)
 {
     mirror.files[u"notes.wfp"_s].chop(1);

@@ -34,6 +34,8 @@ public:
     QHash<QString, QByteArray> files; // below that folder
     QSet<QString> endless; // never end
     QSet<QString> silent; // are never answered
+    QSet<QString> trickling; // come a byte at a time, and never whole
+    int delay = 0; // milliseconds before each answer
     QByteArray pageForMissing; // sent with 200 for what is not there; empty: 404
     QStringList requests; // the files that were asked for
 
@@ -49,6 +51,19 @@ private:
         requests += name;
         if (silent.contains(name))
             return;
+        if (trickling.contains(name)) {
+            socket.write("HTTP/1.1 200 OK\r\n\r\n");
+            trickle(socket);
+            return;
+        }
+        if (delay > 0)
+            QTimer::singleShot(delay, &socket, [this, name, &socket] { send(socket, name); });
+        else
+            send(socket, name);
+    }
+
+    void send(QTcpSocket &socket, const QString &name) const
+    {
         if (endless.contains(name)) {
             socket.write("HTTP/1.1 200 OK\r\n\r\n" + files.value(name));
             pour(socket);
@@ -59,6 +74,14 @@ private:
         socket.write(QByteArray(isThere ? "HTTP/1.1 200 OK" : "HTTP/1.1 404 Not Found")
             + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
         socket.disconnectFromHost();
+    }
+
+    static void trickle(QTcpSocket &socket)
+    {
+        constexpr int pace = 20; // milliseconds
+        auto *timer = new QTimer(&socket);
+        QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write("{"); });
+        timer->start(pace);
     }
 
     static void pour(QTcpSocket &socket)
