@@ -91,6 +91,9 @@ TEST_F(PlainStore, AReopenedWindowDoesNotShowADownloadThatIsOver)
     form.setProgress(whole);
     EXPECT_TRUE(child<QWidget>(u"weia"_s).isVisible());
     form.hide();
+    form.show();
+    EXPECT_FALSE(child<QWidget>(u"weia"_s).isVisible());
+    form.hide();
     form.setProgress(whole); // its end, while nobody looks
     form.show();
     EXPECT_FALSE(child<QWidget>(u"weia"_s).isVisible());
