@@ -284,7 +284,7 @@ TEST_F(FrmSetTest, aTakenHotkeyIsSaidAtTheStartAndTakenWhenItIsFree)
         return hint->hasHeightForWidth() && hint->height() >= hint->heightForWidth(hint->width());
     })) << "the words do not fit";
     platform.hotkey().succeeds = true;
-    EXPECT_TRUE(waitUntil([this] { return !find<QLabel>("hint")->isVisible(); }));
+    ASSERT_TRUE(waitUntil([this] { return !find<QLabel>("hint")->isVisible(); }));
     EXPECT_EQ(said().last(), u"hotkey register 1 90"_s);
 }
 
