@@ -168,6 +168,11 @@ TEST_F(Store, AnAppThatIsNotReplacedComesBack)
         complete();
         EXPECT_EQ(script(u"notes"_s), "old");
     }
+    // A whole one, but not the one that the index names.
+    follow(u"http://localhost/plum/download/notes.wfp"_s);
+    bench.store.XzSet(InstallFlag::Reinstall, {});
+    complete(indexOf(u"notes"_s, putPackage(u"notes"_s, "new") + 'x'));
+    EXPECT_EQ(script(u"notes"_s), "old");
     EXPECT_FALSE(QFileInfo::exists(bench.files.folder() + u"/config/unpacking"_s));
 }
 
