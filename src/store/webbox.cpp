@@ -158,7 +158,6 @@ void webbox::start()
     m_isInstalling = true;
     m_hasPackage = false;
     m_hasIndex = m_use.addresses.isSigned();
-    m_index.reset();
     m_use.transfers.setTarget(m_currentName + packageEnding);
     m_use.transfers.setUrl(m_source.address.toString(QUrl::FullyEncoded));
     m_use.transfers.setLargest(m_named ? m_named->size : largestPackage);
@@ -188,9 +187,9 @@ void webbox::showStatus(DownloadStatus status)
 void webbox::takeIndex(const QByteArray &index)
 {
     m_hasIndex = true;
-    m_index = StoreIndex::parse(index);
+    const auto parsed = StoreIndex::parse(index);
     const IndexedPackage *package
-        = m_index ? m_index->packageAt(m_use.addresses.pathOf(m_source.address)) : nullptr;
+        = parsed ? parsed->packageAt(m_use.addresses.pathOf(m_source.address)) : nullptr;
     if (package != nullptr)
         m_named = *package;
     if (m_named)
@@ -220,7 +219,9 @@ void webbox::endInstall(bool isDone)
 
 bool webbox::install()
 {
-    const IndexFault fault = m_named ? m_package.faultOf(m_currentName, *m_named) : IndexFault::None;
+    const IndexFault fault = m_named ? m_package.faultOf(m_currentName, *m_named)
+        : m_use.addresses.isSigned() ? IndexFault::NotNamed
+                                     : IndexFault::None;
     InstallResult result;
     if (fault == IndexFault::None) {
         const bool isAnew = m_whenUpdated || m_use.installer.isAside(m_currentName);

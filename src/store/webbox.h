@@ -145,7 +145,6 @@ private:
     // From a store that signs nothing a package is installed when it and the index, or none, are there.
     bool m_hasPackage = false;
     bool m_hasIndex = false;
-    std::optional<StoreIndex> m_index;
     bool m_isInstalling = false;
 };
 

@@ -379,6 +379,36 @@ TEST(StoreElsewhere, ThatSignsNothingInstallsNothingAndIsAskedNothing)
     }
 }
 
+TEST(SignedStore, InstallsNothingWithoutARowOfItsIndex)
+{
+    StoreBench bench(
+        {QUrl(u"http://shop.test"_s), QUrl(u"http://shop.test/plum/download/"_s), {plum::PublicKey()}});
+    plum::ZipWriter archive;
+    archive.add(u"main.wf"_s, "script", QDateTime::currentDateTime());
+    plum::StoreIndex index;
+    index.packages.push_back({.name = u"notes"_s,
+        .path = u"notes.wfp"_s,
+        .size = archive.finish().size(),
+        .checksum = QCryptographicHash::hash(archive.finish(), QCryptographicHash::Sha256)});
+
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
+    EXPECT_EQ(bench.events().last(), u"signed index http://shop.test/plum/download/"_s);
+    Q_EMIT bench.transfers.signedIndexArrived(plum::IndexFault::None, index.toJson());
+    EXPECT_EQ(bench.events().last(), u"GetStart"_s);
+    bench.transfers.end(DownloadStatus::Failed);
+
+    // A transfer that nobody waits for any more.
+    bench.files.write(u"notes.wfp"_s, archive.finish());
+    bench.transfers.end(DownloadStatus::Complete);
+    EXPECT_FALSE(bench.hasApp(u"notes"_s));
+
+    bench.store.XzSet(InstallFlag::ByName, u"notes"_s);
+    Q_EMIT bench.transfers.signedIndexArrived(plum::IndexFault::None, index.toJson());
+    bench.files.write(u"notes.wfp"_s, archive.finish());
+    bench.transfers.end(DownloadStatus::Complete);
+    EXPECT_TRUE(bench.hasApp(u"notes"_s));
+}
+
 TEST(StoreOnThisComputer, IsKnownByItsAddress)
 {
     for (const char *host : {"localhost", "127.0.0.1", "127.3.2.1", "[::1]"}) {
