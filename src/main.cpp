@@ -27,9 +27,9 @@ Apps are in         %1/config/apps/
 Settings are in     %1/config/load/
 The manual is       docs/scripting.md
 
-A script's lines end in CR LF, in edition 2 also in LF. Ctrl+C, or closing the terminal, ends a run that was
-started here, also one that stays after an error; a run of the launcher ends with "End at once" in the menu of
-its tray icon, or with the launcher.
+A script's lines end in CR LF, in edition 2 also in LF. Holding Esc for 0.7 seconds stops a run, as does "Stop"
+in the launcher or in the menu of its tray icon. Ctrl+C stops a run that was started here, with status 130, and
+ends one that stays after an error; so does closing the terminal.
 )";
 
 constexpr int wrongUsage = 2;

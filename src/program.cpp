@@ -4,7 +4,9 @@
 #include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
 #include "library/install_offer.h"
+#include "library/settings_file.h"
 #include "platform/paths.h"
+#include "stopping/stop_hotkey.h"
 
 #include <QApplication>
 #include <QDir>
@@ -42,6 +44,7 @@ bool looksLikeLineFeedsOnly(const QStringList &lines)
 
 Program::Program(const QString &programPath, bool hasDesktop)
     : m_platform(createPlatform(programPath))
+    , m_hand(*m_platform, m_stop, [this] { return stopHotkeyOf(*m_platform); })
     , m_addresses(StoreAddresses::built())
     , m_folders(m_platform->paths())
     , m_listFile(m_platform->paths(), m_platform->textCodec())
@@ -60,6 +63,9 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .report = &say,
           .hasDesktop = hasDesktop,
           .reportMistakes = &sayMistakes,
+          .stop = m_stop,
+          .watchHand = [this](bool isWatching) { m_hand.setWatching(isWatching); },
+          .releaseKeys = [this] { m_hand.releaseKeys(); },
           .mayRun = [this](const QString &keyword) { return mayRun(keyword); }})
     , m_channel(m_platform->clipboard())
     , m_storeWindow({.program = StoreProcess::besideThisProgram(), .downloadBase = m_addresses.downloadBase})
@@ -74,7 +80,7 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .ask = [this](const InstallOffer &offer,
                      std::function<void()> install) { m_questions.ask(offer, std::move(install)); }})
     , m_shell(m_platform->shell(), m_channel)
-    , m_scripts({*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName()})
+    , m_scripts({*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName(), &m_stop})
     , m_instance(m_folders)
     , m_requests(m_folders)
 {
@@ -90,6 +96,7 @@ Program::Program(const QString &programPath, bool hasDesktop)
             m_ui.showDownload({});
     });
     m_platform->onEndRequested([this] { m_ui.endProcess(); });
+    m_platform->onInterrupted([this] { m_ui.interrupt(); });
 }
 
 bool Program::startLauncher()

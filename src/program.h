@@ -7,7 +7,9 @@
 #include "library/single_instance.h"
 #include "platform/launcher_call.h"
 #include "platform/platform.h"
+#include "platform/stop_signal.h"
 #include "script_system.h"
+#include "stopping/hand_stop.h"
 #include "store/answered_shell.h"
 #include "store/clipboard_channel.h"
 #include "store/loaded_store_transfers.h"
@@ -81,6 +83,8 @@ private:
     void installRequested();
 
     std::unique_ptr<Platform> m_platform;
+    StopSignal m_stop;
+    HandStop m_hand;
     StoreAddresses m_addresses;
     Door m_door{*this};
     Host m_host{*this};

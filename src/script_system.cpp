@@ -19,8 +19,11 @@
 #include "http/loaded_http_client.h"
 #include "library/app_folders.h"
 #include "platform/platform.h"
+#include "platform/stop_signal.h"
 #include "programs/program_runner.h"
 #include "search/screen_search.h"
+#include "stopping/stoppable_http_client.h"
+#include "stopping/stoppable_platform.h"
 #include "values/calc_commands.h"
 #include "values/json_commands.h"
 #include "waits/patience.h"
@@ -76,7 +79,7 @@ struct ScriptSystem::Parts
         , upload(http, platform.paths(), platform.textCodec())
         , clicks(platform.pointer(), waiter)
         , actions({platform.pointer(), clicks, platform.clipboard(), needs.launcher})
-        , search({platform.screen(), needs.launcher, platform.paths()})
+        , search({platform.screen(), needs.launcher, platform.paths(), needs.stop})
         , engine({platform.clipboard(), platform.pointer(), shell, platform.paths(), folders,
               platform.textCodec(), needs.launcher, waiter})
     {
@@ -87,7 +90,8 @@ struct ScriptSystem::Parts
 
     Platform &on(const Needs &needs)
     {
-        return needs.refused ? guardedPlatform.emplace(needs.platform, guard) : needs.platform;
+        Platform &inner = needs.stop ? stoppable.emplace(needs.platform, *needs.stop) : needs.platform;
+        return needs.refused ? guardedPlatform.emplace(inner, guard) : inner;
     }
 
     Shell &with(const Needs &needs)
@@ -104,9 +108,13 @@ struct ScriptSystem::Parts
 
     HttpClient &through(const Needs &needs)
     {
-        HttpClient &client = needs.http ? *needs.http : ownHttp;
+        HttpClient &ofSystem = needs.http ? *needs.http : ownHttp;
+        HttpClient &client = needs.stop ? stoppableHttp.emplace(ofSystem, *needs.stop) : ofSystem;
         return needs.refused ? guardedHttp.emplace(client, guard) : client;
     }
+
+    std::optional<StoppablePlatform> stoppable;
+    std::optional<StoppableHttpClient> stoppableHttp;
 
     // The guard looks at the run, so it comes last; what it guards is there before it.
     Guard *guard = nullptr;
@@ -170,8 +178,12 @@ void ScriptSystem::connectRunner(const Needs &needs)
 {
     ScriptEngine &to = m->engine;
     m->runner.emplace(edition2::Runner::Needs{to.state(), to.reader(), m->waiter, needs.launcher, to.files(),
-        [] { QCoreApplication::processEvents(); }, [&to] { return to.vocabulary(); },
-        [&to](const QString &name) { return &to.handler(name); }});
+        [stop = needs.stop] {
+            QCoreApplication::processEvents();
+            if (stop)
+                stop->check();
+        },
+        [&to] { return to.vocabulary(); }, [&to](const QString &name) { return &to.handler(name); }});
     to.starts().setLaterEdition(*m->runner);
 }
 

@@ -11,6 +11,7 @@ class HttpClient;
 class Notices;
 class Platform;
 class ProgramRunner;
+class StopSignal;
 class StorePage;
 
 // The script engine with every namespace, on one platform. The one place where they are wired: the program
@@ -25,6 +26,7 @@ public:
         Launcher &launcher;
         StorePage &storePage;
         QString executableName;
+        StopSignal *stop = nullptr; // what ends runs; without it they go on to their ends
 
         // Hears what runs were refused that have a limit. Without it no run has one.
         std::function<void(const QString &sentence)> refused = {};

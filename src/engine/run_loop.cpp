@@ -6,6 +6,7 @@
 #include "engine/run_time_error.h"
 #include "engine/text_functions.h"
 #include "engine/waiter.h"
+#include "platform/stop_signal.h"
 
 namespace plum {
 
@@ -83,6 +84,9 @@ RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
     } catch (RunTimeError &error) {
         if (!error.line())
             error.setLine(index);
+        throw;
+    } catch (RunStopped &stopped) {
+        stopped.setPlace({.keyword = m_state.currentKeyword, .line = index});
         throw;
     }
 }

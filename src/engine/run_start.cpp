@@ -129,6 +129,15 @@ void RunStart::resume()
     runLines(end);
 }
 
+void RunStart::abandon()
+{
+    m_state.vardict.removeAll();
+    m_state.runlist.clear();
+    m_state.runidx[0] = 0;
+    if (m_later)
+        m_later->endWaitingRun();
+}
+
 // The loop reads `end` again after every line.
 void RunStart::runLines(qint16 &end)
 {

@@ -71,6 +71,9 @@ public:
     // Goes on with a suspended run, up to the last line of the run list.
     void resume();
 
+    // Nothing is left of the run that waits for the user, nor of the variables.
+    void abandon();
+
     // The run of a later edition that is showing something right now; 0 when it is one of edition 1.
     RunTicket asking() const;
 

@@ -52,6 +52,10 @@ public:
     // `body` is open, not sequential, and at its start. It is read as it is sent, so that its size does not
     // matter to this program's memory.
     virtual HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) = 0;
+
+    // Gives up every request that is under way, from an event of the loop that it waits in; none of them has
+    // an answer then.
+    virtual void giveUp() { }
 };
 
 } // namespace plum

@@ -34,4 +34,10 @@ HttpReply LoadedHttpClient::post(const QString &url, const QByteArray &contentTy
     return unavailable().isEmpty() ? m_client->post(url, contentType, body) : HttpReply();
 }
 
+void LoadedHttpClient::giveUp()
+{
+    if (m_client)
+        m_client->giveUp();
+}
+
 } // namespace plum

@@ -15,6 +15,7 @@ public:
     HttpReply get(const QString &url) override;
     HttpReply request(const HttpRequest &request) override;
     HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) override;
+    void giveUp() override;
 
 private:
     std::unique_ptr<HttpClient> m_client;

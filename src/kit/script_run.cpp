@@ -2,6 +2,7 @@
 
 #include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
+#include "stopping/stop_hotkey.h"
 #include "ui/message_boxes.h"
 #include "ui/shurubox.h"
 
@@ -32,13 +33,16 @@ void print(const QString &line)
 
 ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
     : m_platform(createPlatform(programPath))
+    , m_hand(*m_platform, m_stop, [this] { return stopHotkeyOf(*m_platform); })
     , m_hasDesktop(hasDesktop)
     , m_scripts({.platform = *m_platform,
           .shell = m_platform->shell(),
           .launcher = *this,
           .storePage = m_storePage,
-          .executableName = u"plumkit"_s})
+          .executableName = u"plumkit"_s,
+          .stop = &m_stop})
 {
+    QObject::connect(&m_stop, &StopSignal::raised, &m_stop, [this] { end(Stopped); });
     m_platform->onEndRequested([this] { end(Stopped); });
 }
 
@@ -60,6 +64,7 @@ void ScriptRun::start(const RunOptions &options)
     }
     if (options.timeout)
         endAfter(std::chrono::milliseconds(qint64(*options.timeout * 1000)));
+    m_hand.setWatching(true);
     guarded([this] { m_scripts.starts().runAll(); });
 }
 
@@ -90,6 +95,8 @@ void ScriptRun::guarded(const std::function<void()> &run)
         for (const ScriptMistake &mistake : error.mistakes())
             print(mistake.toText());
         end(error.gaveUp() ? Stopped : Failed);
+    } catch (const RunStopped &) {
+        end(Stopped);
     }
     if (!m_waits)
         end(Done);

@@ -4,7 +4,9 @@
 #include "engine/launcher.h"
 #include "kit/run_options.h"
 #include "platform/platform.h"
+#include "platform/stop_signal.h"
 #include "script_system.h"
+#include "stopping/hand_stop.h"
 
 #include <QPointer>
 
@@ -61,6 +63,8 @@ private:
     void answerWithoutDesktop(bool isQuestion);
 
     std::unique_ptr<Platform> m_platform;
+    StopSignal m_stop;
+    HandStop m_hand;
     bool m_hasDesktop;
     NoStorePage m_storePage;
     ScriptSystem m_scripts;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/hand_watch.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -45,6 +47,14 @@ public:
     // Calls `end` from the event loop when the system asks this process to end (a termination signal, the
     // end of the session).
     virtual void onEndRequested(std::function<void()> end) = 0;
+
+    // Calls `heard` in place of that when the user interrupts the process from the terminal that it was
+    // started in, as far as the system tells this apart.
+    virtual void onInterrupted(std::function<void()>) { }
+
+    // Looks for what stops a run at the user's keyboard, as long as the result lives. Null where the system
+    // does not tell the user's keys from those of programs, or there is no desktop.
+    virtual std::unique_ptr<HandWatch> watchHand(const HandSigns &) { return nullptr; }
 
     // Calls `then` once the desktop's tray is known not to hang, or once it is known that there is none:
     // making a tray icon waits for it.

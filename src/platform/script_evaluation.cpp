@@ -1,6 +1,7 @@
 #include "platform/script_evaluation.h"
 
 #include <QEventLoop>
+#include <QScopeGuard>
 
 namespace plum {
 
@@ -27,20 +28,30 @@ void ScriptEvaluation::run()
     m_done = true;
 }
 
-JavaScript::Result ScriptEvaluation::await(std::unique_ptr<ScriptEvaluation> evaluation)
+void AwaitedEvaluations::giveUp()
+{
+    for (QEventLoop *loop : m_loops)
+        loop->quit();
+}
+
+JavaScript::Result ScriptEvaluation::await(
+    std::unique_ptr<ScriptEvaluation> evaluation, AwaitedEvaluations &awaited)
 {
     QEventLoop loop;
+    awaited.m_loops.push_back(&loop);
+    const auto leave = qScopeGuard([&] { awaited.m_loops.pop_back(); });
     QObject::connect(evaluation.get(), &QThread::finished, &loop, &QEventLoop::quit);
     evaluation->start();
     loop.exec();
-    // The loop also ends when the process is about to.
+    // The loop also ends when it is given up, or the process is about to end.
     if (!evaluation->m_done)
         evaluation->interruptScript();
     if (!evaluation->wait(interruptionPatience) && !evaluation->m_done) {
-        // A script deep inside one of the engine's own functions cannot be interrupted; the process ends with
-        // it still running.
-        static_cast<void>(evaluation.release());
-        return {false, u"The process is ending."_s};
+        // A script deep inside one of the engine's own functions cannot be interrupted; it goes on until it
+        // comes out of there, or the process ends.
+        ScriptEvaluation *left = evaluation.release();
+        connect(left, &QThread::finished, left, &QObject::deleteLater);
+        return {false, u"The evaluation was given up."_s};
     }
     evaluation->wait();
     return evaluation->m_result;

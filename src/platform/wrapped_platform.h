@@ -30,6 +30,8 @@ public:
     Windows &windows() override { return m_inner.windows(); }
 
     void onEndRequested(std::function<void()> end) override { m_inner.onEndRequested(std::move(end)); }
+    void onInterrupted(std::function<void()> heard) override { m_inner.onInterrupted(std::move(heard)); }
+    std::unique_ptr<HandWatch> watchHand(const HandSigns &signs) override { return m_inner.watchHand(signs); }
     void whenTrayAnswers(std::function<void()> then) override { m_inner.whenTrayAnswers(std::move(then)); }
     bool registersComponents() const override { return m_inner.registersComponents(); }
     void releaseDesktop() override { m_inner.releaseDesktop(); }

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -29,20 +30,22 @@ ProgramResult ProcessRunner::run(const QString &program, const QStringList &argu
     QElapsedTimer time;
     time.start();
     QByteArray output;
-    const auto giveUp = [&process](ProgramResult::Outcome outcome) {
+    // Also when the run is stopped inside the wait.
+    const auto kill = qScopeGuard([&process] {
+        if (process.state() == QProcess::NotRunning)
+            return;
         process.kill();
         process.waitForFinished();
-        return ProgramResult{outcome, 0, {}};
-    };
+    });
     double pause = shortestPause;
     while (process.state() != QProcess::NotRunning) {
         if (time.elapsed() >= milliseconds)
-            return giveUp(ProgramResult::Outcome::TimedOut);
+            return {ProgramResult::Outcome::TimedOut, 0, {}};
         m_waiter.Wait(pause);
         pause = std::min(pause * 2, longestPause);
         output += process.readAllStandardOutput();
         if (output.size() > largestOutput)
-            return giveUp(ProgramResult::Outcome::TooMuchOutput);
+            return {ProgramResult::Outcome::TooMuchOutput, 0, {}};
     }
     output += process.readAllStandardOutput();
     if (process.exitStatus() == QProcess::CrashExit)

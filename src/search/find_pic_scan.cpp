@@ -1,5 +1,7 @@
 #include "search/find_pic_scan.h"
 
+#include "platform/stop_signal.h"
+
 #include <bit>
 
 namespace plum {
@@ -30,6 +32,8 @@ std::optional<Position> FindPicScan::find(const ScreenRegion &region, const Pict
     m_firstRow = 0;
     m_witnesses.reset((m_area.positionsAcross() - 1) / PixelKernels::blockSize + 1);
     for (std::size_t row = 0; row < m_area.positionsDown(); ++row) {
+        if (m_stop && m_stop->isRaised())
+            return {};
         m_area.makeRows(row + static_cast<std::size_t>(picture.comparedHeight()), picture, m_kernels);
         if (const std::optional<std::size_t> column = hitInRow(picture, row))
             return m_area.inRegion(*column, row);

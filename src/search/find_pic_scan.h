@@ -8,6 +8,8 @@
 
 namespace plum {
 
+class StopSignal;
+
 // Searches regions of the screen for a picture. The first hit in scan order counts: the topmost row, in it
 // the leftmost column. The memory of the scan is kept from search to search.
 //
@@ -16,8 +18,10 @@ namespace plum {
 class FindPicScan
 {
 public:
-    explicit FindPicScan(const PixelKernels &kernels)
+    // A search that `stop` interrupts finds nothing.
+    explicit FindPicScan(const PixelKernels &kernels, const StopSignal *stop = nullptr)
         : m_kernels(kernels)
+        , m_stop(stop)
     {
     }
 
@@ -47,6 +51,7 @@ private:
     RowTest rowTest(const PixelTest &test, std::size_t row) const;
 
     const PixelKernels &m_kernels;
+    const StopSignal *m_stop;
     SearchedArea m_area;
     Witnesses m_witnesses;
     std::vector<PixelTest> m_tests;

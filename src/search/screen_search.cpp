@@ -2,6 +2,7 @@
 
 #include "engine/launcher.h"
 #include "platform/paths.h"
+#include "platform/stop_signal.h"
 #include "search/find_color_scan.h"
 #include "search/pixel_kernels.h"
 
@@ -13,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 ScreenSearch::ScreenSearch(const Needs &needs)
     : m_use(needs)
-    , m_scan(pixelKernels())
+    , m_scan(pixelKernels(), needs.stop)
 {
 }
 
@@ -34,7 +35,10 @@ std::optional<Position> ScreenSearch::FindPic(const ScreenArea &area, const QStr
         return {};
     const std::optional<ScreenRegion> region
         = captureRegion(m_use.screen, area.x, area.y, area.width, area.height, LayeredWindows::Ignored);
-    return region ? m_scan.find(*region, *picture) : std::nullopt;
+    const std::optional<Position> found = region ? m_scan.find(*region, *picture) : std::nullopt;
+    if (m_use.stop)
+        m_use.stop->check();
+    return found;
 }
 
 bool ScreenSearch::hasPicture(const QString &path) const

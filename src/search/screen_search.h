@@ -13,6 +13,7 @@ namespace plum {
 class Launcher;
 class Paths;
 class Screen;
+class StopSignal;
 
 // A part of the screen to search, in pixels of the main screen.
 struct ScreenArea
@@ -33,6 +34,7 @@ public:
         Screen &screen;
         Launcher &launcher;
         Paths &paths;
+        const StopSignal *stop = nullptr; // ends a search, and the run with it
     };
 
     explicit ScreenSearch(const Needs &needs);

@@ -77,6 +77,14 @@ void AppActions::editApp(const QString &keyword)
     m.window.showEditPanel();
 }
 
+void AppActions::editAtLine(const QString &keyword, int line)
+{
+    if (!mayLeaveEditor())
+        return;
+    editApp(keyword);
+    m.window.editPanel().showLine(line);
+}
+
 void AppActions::editDotScript(const QString &keyword)
 {
     m.setScriptPath(m.library.appPath(keyword, u".main.wf"_s));

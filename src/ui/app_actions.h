@@ -40,6 +40,7 @@ public:
     // `keyword`: what the new app is going to be called, if that is known.
     void addApp(const QString &keyword = {});
     void editApp(const QString &keyword);
+    void editAtLine(const QString &keyword, int line); // counted from 0
     void editDotScript(const QString &keyword);
     void renameApp(const QString &keyword);
     void deleteApp(const QString &keyword);

@@ -190,7 +190,8 @@ QWidget *frmSet::makeMainPanel(AppFaces &faces)
     connect(List2, &KeywordList::runRequested, this, &frmSet::runFromList2);
     connect(List2, &KeywordList::editRequested, this, &frmSet::editDotScriptRequested);
     connect(m_footer, &Footer::createRequested, this, [this] { Q_EMIT newAppRequested(Text8->text()); });
-    connect(m_footer, &Footer::endRequested, this, &frmSet::endAtOnceRequested);
+    connect(m_footer, &Footer::stopRequested, this, &frmSet::stopRequested);
+    connect(m_footer, &Footer::stoppedLineRequested, this, &frmSet::stoppedLineRequested);
     connect(m_footer, &Footer::hotkeyRequested, this, &frmSet::hotkeyRequested);
     connect(m_footer, &Footer::updatesRequested, this, &frmSet::updatesRequested);
     connect(List2->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmSet::updateMark);

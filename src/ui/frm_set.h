@@ -92,7 +92,8 @@ Q_SIGNALS:
     void renameRequested(const QString &keyword);
     void deleteRequested(const QString &keyword);
     void hideRequested();
-    void endAtOnceRequested();
+    void stopRequested(); // of what runs
+    void stoppedLineRequested(); // where the last run was stopped
     void storeRequested();
     void exitRequested();
     void saveRequested(); // of the edit panel

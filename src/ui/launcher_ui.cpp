@@ -7,6 +7,7 @@
 #include "look/app_icon.h"
 #include "platform/paths.h"
 #include "platform/shell.h"
+#include "platform/stop_signal.h"
 #include "ui/controls/footer.h"
 #include "ui/controls/passing_note.h"
 #include "ui/frm_set.h"
@@ -49,10 +50,14 @@ LauncherUi::LauncherUi(Surroundings surroundings)
               },
           .began =
               [this] {
+                  m.watchHand(true);
                   if (m_runDisplay)
                       m_runDisplay->began();
               },
-          .left = [this] { runLeft(); }})
+          .left = [this] { runLeft(); },
+          .stop = m.stop,
+          .releaseKeys = m.releaseKeys,
+          .stopped = [this](const RunStopped::Place &where) { tellStopped(where); }})
     , m_questions(m.shell, m_library,
           {.owner = [this]() -> QWidget * {
                return m_window && m_window->isVisible() ? m_window.get() : nullptr;
@@ -67,6 +72,7 @@ LauncherUi::LauncherUi(Surroundings surroundings)
         [this](bool withEnter, const QString &variable, const QString &text) {
             m_runs.resumeDismissed(withEnter, variable, text);
         });
+    connect(&m.stop, &StopSignal::raised, this, &LauncherUi::carryOutStop);
     connect(&m_questions, &Questions::nameConfirmed, this,
         [this](const QString &name, bool isFree) { m_packageNames.install(name, isFree); });
 }
@@ -134,7 +140,9 @@ void LauncherUi::connectWindow()
         if (canReturn())
             hideLauncher();
     });
-    connect(window, &frmSet::endAtOnceRequested, this, &LauncherUi::endProcess);
+    connect(window, &frmSet::stopRequested, this, &LauncherUi::requestStop);
+    connect(window, &frmSet::stoppedLineRequested, this,
+        [this] { m_actions->editAtLine(m_lastStopped.keyword, m_lastStopped.line); });
     connect(window, &frmSet::storeRequested, this, [this] { m.store.openCatalogue(); });
     connect(window, &frmSet::exitRequested, this, &LauncherUi::exit);
     connect(window, &frmSet::settingsMenuRequested, this,
@@ -225,6 +233,9 @@ void LauncherUi::choose(MenuCommand command)
         break;
     case MenuCommand::tuichu:
         exit();
+        break;
+    case MenuCommand::stop:
+        requestStop();
         break;
     case MenuCommand::guanbi:
         endProcess();
@@ -352,6 +363,8 @@ void LauncherUi::runLeft()
 {
     if (m_isEnding)
         return;
+    if (!m_questions.isAskingOfScript())
+        m.watchHand(false);
     if (m_runDisplay)
         m_runDisplay->ended(m_questions.isAsking());
     const bool isScriptStart = m_runs.state().runidx[2] == 1;
@@ -361,6 +374,47 @@ void LauncherUi::runLeft()
     }
     if (std::exchange(m_tellsHowToReturn, false))
         tellHowToReturn();
+}
+
+void LauncherUi::requestStop()
+{
+    if (m_runs.isRunning() || m_questions.isAskingOfScript())
+        m.stop.raise();
+}
+
+void LauncherUi::interrupt()
+{
+    const bool isStop
+        = m_runs.state().runidx[2] == 1 && (m_runs.isRunning() || m_questions.isAskingOfScript());
+    end(isStop ? ScriptRuns::stoppedStatus : EXIT_SUCCESS);
+}
+
+// What waits for the user of itself lets go; what is being carried out leaves where it looks at the signal.
+void LauncherUi::carryOutStop()
+{
+    if (m_runs.state().runidx[2] == 1) {
+        end(ScriptRuns::stoppedStatus);
+        return;
+    }
+    const bool waits = m_questions.isAskingOfScript();
+    m_questions.dropOfScript();
+    m_messages.dismissMessages();
+    if (m_runs.isRunning())
+        return;
+    if (waits)
+        m_runs.stopWaiting();
+    else
+        m.stop.lower(); // the run was over before
+}
+
+void LauncherUi::tellStopped(const RunStopped::Place &where)
+{
+    m_lastStopped = where;
+    noteShown();
+    const QString text = tr("%1: stopped at line %2").arg(where.keyword).arg(where.line + 1);
+    m_window->footer().sayStopped(text, where.file.isEmpty());
+    if (!m_window->isVisible())
+        PassingNote::tell(text);
 }
 
 // Whether the user has a way to fetch the launcher without starting it again.

@@ -28,6 +28,7 @@ class Windows;
 class GlobalHotkey;
 class RunStart;
 class ScriptError;
+class StopSignal;
 class StoreDoor;
 class frmSet;
 class sett;
@@ -63,6 +64,10 @@ public:
         bool hasDesktop = true; // somebody can see windows and answer them
         // What ends a run of edition 2, or keeps it from beginning.
         std::function<void(const ScriptError &error)> reportMistakes = {};
+        StopSignal &stop;
+        // Looks at the user's keyboard for a wish to stop, while a run goes on.
+        std::function<void(bool isWatching)> watchHand;
+        std::function<void()> releaseKeys; // every key and button that a run holds
         // Whether an app may run; asks the user where that is not plain.
         std::function<bool(const QString &keyword)> mayRun = {};
     };
@@ -101,6 +106,10 @@ public:
     // How far a download of the store is, in percent; nothing when there is none.
     void showDownload(std::optional<int> percent);
 
+    // The user interrupts the process from its terminal: a script that was started there is stopped, a
+    // launcher ends.
+    void interrupt();
+
     // Adds an app from the store to the lists that do not hold it yet, and saves their order.
     void addInstalledApp(const QString &keyword);
 
@@ -137,6 +146,9 @@ private:
     void noteShown();
     QString keysOfTip() const;
     void runLeft();
+    void requestStop();
+    void carryOutStop();
+    void tellStopped(const RunStopped::Place &where);
     bool canReturn() const;
     void tellHowToReturn();
     void leaveDesktop();
@@ -160,6 +172,7 @@ private:
     PackageNames m_packageNames;
 
     bool m_isEnding = false;
+    RunStopped::Place m_lastStopped;
 
     // With the launcher alone.
     bool m_isComplete = false;

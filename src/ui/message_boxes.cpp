@@ -48,7 +48,15 @@ void MessageBoxes::showMessage(const Message &message)
     Box box(message.icon == MessageIcon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon,
         message.title, message.text, QMessageBox::Ok);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, message.systemModal);
+    m_messages.push_back(&box);
     box.exec();
+    m_messages.pop_back();
+}
+
+void MessageBoxes::dismissMessages()
+{
+    for (QMessageBox *message : m_messages)
+        message->reject();
 }
 
 bool MessageBoxes::askToDelete(const QString &question, const QString &title, const QString &keyword)

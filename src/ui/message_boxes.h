@@ -4,6 +4,10 @@
 
 #include <QCoreApplication>
 
+#include <vector>
+
+class QMessageBox;
+
 namespace plum {
 
 // Messages and questions as boxes in the program's own look, above every other window where they are
@@ -19,6 +23,9 @@ public:
     // Whether an app is to run although the store has taken its version back.
     static bool askToRun(const QString &keyword, const QString &reason);
 
+    // Closes the messages that are shown, as if they had been read.
+    void dismissMessages();
+
     enum class Unsaved {
         Save,
         Discard,
@@ -27,6 +34,9 @@ public:
 
     // What is to become of a text that was typed and not saved.
     static Unsaved askUnsaved(const QString &question);
+
+private:
+    std::vector<QMessageBox *> m_messages; // one inside the wait of another comes behind it
 };
 
 } // namespace plum

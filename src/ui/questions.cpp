@@ -107,6 +107,20 @@ bool Questions::isAsking() const
     return !m_box.isNull();
 }
 
+void Questions::dropOfScript()
+{
+    m_waitingOfScript.reset();
+    if (!m_box || m_openKind != Kind::OfScript)
+        return;
+    disconnect(m_box, &shurubox::dismissed, this, nullptr);
+    m_box->close();
+}
+
+bool Questions::isAskingOfScript() const
+{
+    return (m_box && m_openKind == Kind::OfScript) || m_waitingOfScript;
+}
+
 QString Questions::entryText() const
 {
     return m_box ? m_box->entryText() : QString();

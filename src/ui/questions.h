@@ -44,6 +44,10 @@ public:
     // A box is open.
     bool isAsking() const;
 
+    // Closes the tip or question of a script, if there is one. Nobody hears of it.
+    void dropOfScript();
+    bool isAskingOfScript() const;
+
     // The text of the open box's entry; empty without a box.
     QString entryText() const;
 

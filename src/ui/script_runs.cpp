@@ -56,6 +56,7 @@ void ScriptRuns::runAll()
 void ScriptRuns::noteAsking()
 {
     m_asking = m_starts->asking();
+    m_askingKeyword = m_state->currentKeyword;
 }
 
 void ScriptRuns::resumeLater(const Answer &answer)
@@ -121,9 +122,44 @@ void ScriptRuns::guarded(const std::function<void()> &run)
         fail(error);
     } catch (const ScriptError &error) {
         fail(error);
+    } catch (const RunStopped &stopped) {
+        catchStop(stopped);
     }
-    if (--m_depth == 0)
-        m.left();
+    if (--m_depth > 0)
+        return;
+    m.stop.lower();
+    if (m_stopped)
+        tellStopped();
+    m.left();
+}
+
+// The runs around this one are left as well: each looks at the signal when its wait goes on.
+void ScriptRuns::catchStop(const RunStopped &stopped)
+{
+    if (m_state->runidx[2] == 1) {
+        m.endProcess(stoppedStatus);
+        return;
+    }
+    if (m_stopped)
+        return;
+    m_stopped = stopped.place().value_or(RunStopped::Place());
+    m.releaseKeys();
+}
+
+void ScriptRuns::stopWaiting()
+{
+    m_stopped = {.keyword = m_askingKeyword, .line = m_state->currentLine};
+    m.releaseKeys();
+    m.stop.lower();
+    tellStopped();
+    m.left();
+}
+
+void ScriptRuns::tellStopped()
+{
+    m_asking = 0;
+    m_starts->abandon();
+    m.stopped(*std::exchange(m_stopped, std::nullopt));
 }
 
 // An error of a later edition ends the run, never the launcher. A script on the command line takes its

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "engine/editions/later_edition.h"
+#include "platform/stop_signal.h"
 
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace plum {
 
@@ -27,7 +29,13 @@ public:
         std::function<void()> refused; // a run was not started, since too many wait already
         std::function<void()> began; // a run, while none was under way
         std::function<void()> left; // no run is under way any more
+        StopSignal &stop;
+        std::function<void()> releaseKeys; // every key and button that a run holds
+        std::function<void(const RunStopped::Place &where)> stopped; // all runs are over, by the user's wish
     };
+
+    // As shells know a program that was stopped by hand.
+    static constexpr int stoppedStatus = 130;
 
     explicit ScriptRuns(Surroundings surroundings);
 
@@ -42,6 +50,9 @@ public:
 
     // Runs the whole run list: a script on the command line.
     void runAll();
+
+    // The run that waits for the user has been stopped.
+    void stopWaiting();
 
     // A run shows a tip or a question: what becomes of it is for that run.
     void noteAsking();
@@ -66,12 +77,16 @@ private:
     void fail(const RunTimeError &error);
     void fail(const ScriptError &error);
     void resumeLater(const Answer &answer);
+    void catchStop(const RunStopped &stopped);
+    void tellStopped();
     QString lineOf(const RunTimeError &error) const;
 
     Surroundings m;
     int m_depth = 0; // runs that were started inside the waits of others
     RunState *m_state = nullptr;
     RunStart *m_starts = nullptr;
+    std::optional<RunStopped::Place> m_stopped; // the innermost of those that are being left
+    QString m_askingKeyword; // of the run that waits for the user
     RunTicket m_asking = 0; // the run of a later edition whose tip or question is shown
 };
 

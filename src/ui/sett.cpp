@@ -54,7 +54,8 @@ constexpr std::array items{
     Item{"manual", QT_TRANSLATE_NOOP("plum::sett", "Manual (F1)"), MenuCommand::manual, Settings, true},
     Item{"keys", QT_TRANSLATE_NOOP("plum::sett", "Keys (Shift+F1)"), MenuCommand::keys, Settings},
     Item{"tuichu", QT_TRANSLATE_NOOP("plum::sett", "Exit"), MenuCommand::tuichu, Settings, true},
-    Item{"guanbi", QT_TRANSLATE_NOOP("plum::sett", "End at once"), MenuCommand::guanbi, Tray, true},
+    Item{"stop", QT_TRANSLATE_NOOP("plum::sett", "Stop"), MenuCommand::stop, Tray, true},
+    Item{"guanbi", QT_TRANSLATE_NOOP("plum::sett", "End at once"), MenuCommand::guanbi, Tray},
 };
 
 } // namespace

@@ -26,6 +26,7 @@ enum class MenuCommand {
     manual, // shows the scripting manual
     keys, // shows the page of keys
     tuichu, // exits through the launcher's exit routine
+    stop, // ends the runs that go on
     guanbi, // ends the process at once
     fixit, // registers the component that scripts' dialogs want
     about, // the product's home page

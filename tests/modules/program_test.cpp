@@ -146,6 +146,19 @@ TEST_F(ProgramTest, JavaScriptIsLoadedWhenItIsCalled)
     EXPECT_EQ(m_files.read(u"marker"_s), "42\r\n");
 }
 
+TEST_F(ProgramTest, CtrlCStopsARunAndAnotherSignalEndsIt)
+{
+    for (const auto &[signal, status] :
+        {std::pair(SIGINT, 130), std::pair(SIGTERM, 0), std::pair(SIGHUP, 0)}) {
+        QFile::remove(m_files.folder() + u"/marker"_s);
+        runUntilTheLastOf({longWait});
+        kill(static_cast<pid_t>(m_plum.processId()), signal);
+        EXPECT_TRUE(m_plum.waitForFinished());
+        EXPECT_EQ(m_plum.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(m_plum.exitCode(), status) << signal;
+    }
+}
+
 TEST_F(ProgramTest, EndsWhileItWaitsForAServer)
 {
     OddServer server;

@@ -3,6 +3,7 @@
 #include "library/library_bench.h"
 
 #include "engine/editions/script_error.h"
+#include "platform/stop_signal.h"
 #include "recording/recording_commands.h"
 #include "recording/recording_launcher.h"
 #include "script_system.h"
@@ -26,6 +27,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace plum::recording {
 
@@ -47,12 +49,13 @@ public:
     QStringList details; // the smaller text below
     bool allThemed = true; // all had the program's look and its picture
     QMessageBox::StandardButton answer = QMessageBox::Yes;
+    bool answers = true;
 
 private:
     void look()
     {
         auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (!box)
+        if (!box || !answers)
             return;
         const bool onTop = box->windowFlags() & Qt::WindowStaysOnTopHint;
         seen += (onTop ? QStringLiteral("!") : QString()) + box->text();
@@ -243,6 +246,9 @@ public:
     PackageInstaller installer{{platform.paths(), platform.textCodec(), {places, listFile, trash.asTrash()}}};
     BoxUser user;
     bool agreesToInstall = true;
+    StopSignal stop;
+    bool watchesHand = false;
+    int watches = 0; // how often it began
     LauncherUi ui{{platform.paths(), platform.textCodec(), platform.shell(), store, installer,
         [this](const InstallOffer &offer, const std::function<void()> &install) {
             platform.log.add(
@@ -257,7 +263,13 @@ public:
         [this](const ScriptError &error) {
             for (const ScriptMistake &mistake : error.mistakes())
                 platform.log.add(QStringLiteral("stderr ") + mistake.toText());
-        }}};
+        },
+        stop,
+        [this](bool isWatching) {
+            if (std::exchange(watchesHand, isWatching) != isWatching)
+                watches += isWatching;
+        },
+        [this] { platform.log.add(QStringLiteral("release keys")); }}};
     RecordingWaiter waiter{platform.log};
     RecordingStorePage storePage{platform.log};
     ScriptSystem system{{.platform = platform,
@@ -265,6 +277,7 @@ public:
         .launcher = ui,
         .storePage = storePage,
         .executableName = QStringLiteral("plum"),
+        .stop = &stop,
         .waiter = &waiter}};
     RunState &state = system.state();
 };

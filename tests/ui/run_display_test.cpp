@@ -26,7 +26,7 @@ protected:
 
 } // namespace
 
-TEST_F(RunDisplayTest, aRunThatLastsIsShownWithItsLineAndAWayToEndIt)
+TEST_F(RunDisplayTest, aRunThatLastsIsShownWithItsLineAndAWayToStopIt)
 {
     QStringList shown;
     waiter.onWait = [&] {
@@ -38,17 +38,7 @@ TEST_F(RunDisplayTest, aRunThatLastsIsShownWithItsLineAndAWayToEndIt)
     ASSERT_EQ(shown.size(), 2);
     EXPECT_TRUE(shown[0].startsWith(u"go runs, line 2"_s));
     EXPECT_TRUE(shown[1].startsWith(u"go runs, line 3"_s));
-    EXPECT_TRUE(shown[0].contains(u"End at once"_s));
-}
-
-TEST_F(RunDisplayTest, endAtOnceEndsTheProcess)
-{
-    waiter.onWait = [&] {
-        if (waitUntil([&] { return hint().contains(u"End at once"_s); }))
-            Q_EMIT find<QLabel>("hint")->linkActivated(u"end"_s);
-    };
-    run("note.down \"a\"\r\n");
-    EXPECT_TRUE(said().contains(u"end process 0"_s));
+    EXPECT_TRUE(shown[0].contains(u"Stop"_s));
 }
 
 TEST_F(RunDisplayTest, aRunThatShowedNothingSaysThatItIsDone)

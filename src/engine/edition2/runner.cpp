@@ -9,6 +9,7 @@
 #include "engine/run_time_error.h"
 #include "engine/text_files.h"
 #include "engine/waiter.h"
+#include "platform/stop_signal.h"
 
 #include <QScopeGuard>
 
@@ -177,6 +178,12 @@ void Runner::stepUntilDone(const std::shared_ptr<Run> &run)
             return;
         } catch (const Failure &failure) {
             recover(*run, failure);
+        } catch (RunStopped &stopped) {
+            const Instruction &last
+                = run->program->instructions[std::size_t(std::max(run->frame().next, 1)) - 1];
+            stopped.setPlace({run->script.keyword, last.at.line - 1,
+                last.file == 0 ? QString() : run->program->files[last.file]});
+            throw;
         }
     }
 }

@@ -137,8 +137,12 @@
         <translation>新建一个？(Ctrl+N)</translation>
     </message>
     <message>
-        <source>End at once</source>
-        <translation>立即结束</translation>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Show the line</source>
+        <translation>显示该行</translation>
     </message>
 </context>
 <context>
@@ -313,6 +317,10 @@
     <message>
         <source>%1 apps updated</source>
         <translation>已更新 %1 个应用</translation>
+    </message>
+    <message>
+        <source>%1: stopped at line %2</source>
+        <translation>%1：已停在第 %2 行</translation>
     </message>
     <message>
         <source>Dropped: %1</source>
@@ -735,6 +743,10 @@
     <message>
         <source>Exit</source>
         <translation>退出</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
     </message>
     <message>
         <source>End at once</source>

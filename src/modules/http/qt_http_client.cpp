@@ -11,14 +11,14 @@
 
 namespace plum {
 
-namespace {
-
 // Gathers the answer's body as it arrives and gives up when it grows too large.
-class Arrival
+class AwaitedAnswer
 {
 public:
-    Arrival()
+    explicit AwaitedAnswer(std::vector<AwaitedAnswer *> &all)
+        : m_all(all)
     {
+        m_all.push_back(this);
         QObject::connect(&m_exchange, &HttpExchange::answered, &m_loop, [this] { prepare(); });
         QObject::connect(
             &m_exchange, &HttpExchange::arrived, &m_loop, [this](const QByteArray &piece) { take(piece); });
@@ -27,7 +27,8 @@ public:
             m_loop.quit();
         });
     }
-    Q_DISABLE_COPY_MOVE(Arrival)
+    ~AwaitedAnswer() { m_all.pop_back(); }
+    Q_DISABLE_COPY_MOVE(AwaitedAnswer)
 
     HttpReply of(const HttpExchange::Request &request)
     {
@@ -50,6 +51,12 @@ public:
         return {answer.status(), answer.header("Content-Type"), *content};
     }
 
+    void giveUp()
+    {
+        m_exchange.stop();
+        m_loop.quit();
+    }
+
 private:
     void prepare()
     {
@@ -68,17 +75,14 @@ private:
             m_body += piece;
     }
 
-    void giveUp()
-    {
-        m_exchange.stop();
-        m_loop.quit();
-    }
-
+    std::vector<AwaitedAnswer *> &m_all;
     QEventLoop m_loop;
     HttpExchange m_exchange;
     std::optional<HttpExchange::End> m_end;
     QByteArray m_body;
 };
+
+namespace {
 
 const QList<std::pair<QByteArray, QByteArray>> acceptedEncodings{{"Accept-Encoding", "gzip, deflate"}};
 
@@ -86,7 +90,7 @@ const QList<std::pair<QByteArray, QByteArray>> acceptedEncodings{{"Accept-Encodi
 
 HttpReply QtHttpClient::get(const QString &url)
 {
-    return Arrival().of({.url = QUrl(url.trimmed()), .headers = acceptedEncodings});
+    return AwaitedAnswer(m_awaited).of({.url = QUrl(url.trimmed()), .headers = acceptedEncodings});
 }
 
 HttpReply QtHttpClient::request(const HttpRequest &request)
@@ -94,7 +98,7 @@ HttpReply QtHttpClient::request(const HttpRequest &request)
     QBuffer body;
     body.setData(request.body);
     body.open(QIODevice::ReadOnly);
-    return Arrival().of({.url = QUrl(request.url.trimmed()),
+    return AwaitedAnswer(m_awaited).of({.url = QUrl(request.url.trimmed()),
         .method = request.method,
         .headers = acceptedEncodings + request.headers,
         .body = request.body.isEmpty() ? nullptr : &body,
@@ -103,10 +107,16 @@ HttpReply QtHttpClient::request(const HttpRequest &request)
 
 HttpReply QtHttpClient::post(const QString &url, const QByteArray &contentType, QIODevice &body)
 {
-    return Arrival().of({.url = QUrl(url.trimmed()),
+    return AwaitedAnswer(m_awaited).of({.url = QUrl(url.trimmed()),
         .method = "POST",
         .headers = acceptedEncodings + decltype(acceptedEncodings){{"Content-Type", contentType}},
         .body = &body});
+}
+
+void QtHttpClient::giveUp()
+{
+    for (AwaitedAnswer *answer : m_awaited)
+        answer->giveUp();
 }
 
 } // namespace plum

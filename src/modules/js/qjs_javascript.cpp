@@ -73,7 +73,7 @@ private:
 
 JavaScript::Result QjsJavaScript::evaluate(const QString &program)
 {
-    return ScriptEvaluation::await(std::make_unique<Evaluation>(program));
+    return ScriptEvaluation::await(std::make_unique<Evaluation>(program), m_awaited);
 }
 
 } // namespace plum

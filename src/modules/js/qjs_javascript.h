@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/javascript.h"
+#include "platform/script_evaluation.h"
 
 namespace plum {
 
@@ -10,6 +10,10 @@ class QjsJavaScript final : public JavaScript
 {
 public:
     Result evaluate(const QString &program) override;
+    void giveUp() override { m_awaited.giveUp(); }
+
+private:
+    AwaitedEvaluations m_awaited;
 };
 
 } // namespace plum

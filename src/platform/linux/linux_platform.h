@@ -30,8 +30,12 @@ public:
     // Hang-up, interrupt and terminate ask a process to end.
     void onEndRequested(std::function<void()> end) final
     {
-        m_endingSignals.get(std::vector{SIGHUP, SIGINT, SIGTERM}, std::move(end));
+        m_endingSignals.get(std::vector{SIGHUP, SIGTERM}, end);
+        if (!m_interrupted)
+            m_interrupted = std::move(end);
+        m_interruptSignal.get(std::vector{SIGINT}, [this] { m_interrupted(); });
     }
+    void onInterrupted(std::function<void()> heard) final { m_interrupted = std::move(heard); }
     void whenTrayAnswers(std::function<void()> then) final { whenTrayHostAnswers(then); }
     bool registersComponents() const final { return false; }
 
@@ -39,7 +43,9 @@ private:
     FilePaths m_paths;
     LinuxTextCodec m_textCodec;
     TimerDescriptors m_timers;
+    std::function<void()> m_interrupted;
     Lazy<ProcessSignals> m_endingSignals;
+    Lazy<ProcessSignals> m_interruptSignal;
     LoadedJavaScript m_javaScript;
 };
 

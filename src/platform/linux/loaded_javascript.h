@@ -12,6 +12,11 @@ class LoadedJavaScript final : public JavaScript
 {
 public:
     Result evaluate(const QString &program) override;
+    void giveUp() override
+    {
+        if (m_javaScript)
+            m_javaScript->giveUp();
+    }
 
 private:
     std::unique_ptr<JavaScript> m_javaScript;

@@ -12,19 +12,23 @@ namespace {
 // reports to has to be static.
 std::atomic<HWND> reportTo = nullptr;
 
+constexpr UINT interruptMessage = WM_APP + 0x31;
+
 BOOL WINAPI reportConsoleRequest(DWORD request)
 {
-    PostMessageW(reportTo, WM_CLOSE, 0, 0);
-    // The process is ended for it when the handler returns from these.
-    if (request != CTRL_C_EVENT && request != CTRL_BREAK_EVENT)
+    const bool isInterrupt = request == CTRL_C_EVENT || request == CTRL_BREAK_EVENT;
+    PostMessageW(reportTo, isInterrupt ? interruptMessage : WM_CLOSE, 0, 0);
+    // The process is ended for it when the handler returns from the others.
+    if (!isInterrupt)
         Sleep(INFINITE);
     return TRUE;
 }
 
 } // namespace
 
-EndRequests::EndRequests(HiddenWindow &window, std::function<void()> end)
+EndRequests::EndRequests(HiddenWindow &window, std::function<void()> end, std::function<void()> interrupted)
     : m_end(std::move(end))
+    , m_interrupted(std::move(interrupted))
 {
     window.addReceiver([this](UINT message, WPARAM word, LPARAM) -> std::optional<LRESULT> {
         switch (message) {
@@ -36,6 +40,9 @@ EndRequests::EndRequests(HiddenWindow &window, std::function<void()> end)
             return 0;
         case WM_CLOSE:
             m_end();
+            return 0;
+        case interruptMessage:
+            m_interrupted();
             return 0;
         default:
             return {};

@@ -12,13 +12,15 @@ class HiddenWindow;
 class EndRequests
 {
 public:
-    EndRequests(HiddenWindow &window, std::function<void()> end);
+    // `interrupted`: by Ctrl+C or Ctrl+Break in the console.
+    EndRequests(HiddenWindow &window, std::function<void()> end, std::function<void()> interrupted);
     ~EndRequests();
     EndRequests(const EndRequests &) = delete;
     EndRequests &operator=(const EndRequests &) = delete;
 
 private:
     std::function<void()> m_end;
+    std::function<void()> m_interrupted;
 };
 
 } // namespace plum

@@ -116,7 +116,7 @@ private:
 
 JavaScript::Result JScript::evaluate(const QString &program)
 {
-    return ScriptEvaluation::await(std::make_unique<Evaluation>(program));
+    return ScriptEvaluation::await(std::make_unique<Evaluation>(program), m_awaited);
 }
 
 } // namespace plum

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/javascript.h"
+#include "platform/script_evaluation.h"
 
 namespace plum {
 
@@ -9,6 +9,10 @@ class JScript final : public JavaScript
 {
 public:
     Result evaluate(const QString &program) override;
+    void giveUp() override { m_awaited.giveUp(); }
+
+private:
+    AwaitedEvaluations m_awaited;
 };
 
 } // namespace plum

@@ -1,6 +1,13 @@
 #include "platform/win32/win32_platform.h"
 
+#include "platform/win32/win32_hand_watch.h"
+
 namespace plum {
+
+std::unique_ptr<HandWatch> Win32Platform::watchHand(const HandSigns &signs)
+{
+    return std::make_unique<Win32HandWatch>(signs);
+}
 
 void Win32Platform::releaseDesktop()
 {

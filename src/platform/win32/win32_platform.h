@@ -38,8 +38,12 @@ public:
 
     void onEndRequested(std::function<void()> end) override
     {
-        m_endRequests.get(m_window.get(), std::move(end));
+        if (!m_interrupted)
+            m_interrupted = end;
+        m_endRequests.get(m_window.get(), std::move(end), [this] { m_interrupted(); });
     }
+    void onInterrupted(std::function<void()> heard) override { m_interrupted = std::move(heard); }
+    std::unique_ptr<HandWatch> watchHand(const HandSigns &signs) override;
     void whenTrayAnswers(std::function<void()> then) override { then(); }
     bool registersComponents() const override { return true; }
     void releaseDesktop() override;
@@ -54,6 +58,8 @@ private:
     Win32Screen m_screen;
     Win32Windows m_windows;
     Win32Shell m_shell{m_paths, m_textCodec};
+
+    std::function<void()> m_interrupted;
 
     // The window comes before what uses it.
     Lazy<HiddenWindow> m_window;

@@ -1,5 +1,7 @@
 #include "platform/x11/x11_platform.h"
 
+#include "platform/x11/hand/x11_hand_watch.h"
+
 #include <QAbstractEventDispatcher>
 
 namespace plum {
@@ -38,6 +40,13 @@ X11Connection &X11Platform::connection()
         }
     }
     return made;
+}
+
+std::unique_ptr<HandWatch> X11Platform::watchHand(const HandSigns &signs)
+{
+    if (!qEnvironmentVariableIsSet("DISPLAY"))
+        return nullptr;
+    return std::make_unique<X11HandWatch>(signs);
 }
 
 void X11Platform::releaseDesktop()

@@ -34,6 +34,7 @@ public:
     Shell &shell() override { return m_shell.get(paths()); }
     Windows &windows() override { return m_windows.get(connection()); }
 
+    std::unique_ptr<HandWatch> watchHand(const HandSigns &signs) override;
     void releaseDesktop() override;
 
 private:

@@ -39,6 +39,15 @@ void Footer::say(const QString &plainText, std::chrono::milliseconds howLong)
     refresh();
 }
 
+void Footer::sayStopped(const QString &plainText, bool hasLine)
+{
+    constexpr std::chrono::seconds timeToCome{30}; // the user may be somewhere else
+    say(plainText, timeToCome);
+    if (hasLine)
+        m_passing += richLink(u"line"_s, tr("Show the line"));
+    refresh();
+}
+
 void Footer::setRunning(const QString &plainText)
 {
     m_running = plainText.toHtmlEscaped();
@@ -71,7 +80,7 @@ void Footer::refresh()
     if (m_updates > 0)
         line += richLink(u"updates"_s, m_updates == 1 ? tr("1 update") : tr("%1 updates").arg(m_updates));
     if (!m_running.isEmpty())
-        line = m_running + richLink(u"end"_s, tr("End at once"));
+        line = m_running + richLink(u"stop"_s, tr("Stop"));
     else if (!m_download.isEmpty())
         line = m_download;
     else if (m_passes.isActive())
@@ -104,8 +113,10 @@ void Footer::follow(const QString &link)
 {
     if (link == "new"_L1)
         Q_EMIT createRequested();
-    else if (link == "end"_L1)
-        Q_EMIT endRequested();
+    else if (link == "stop"_L1)
+        Q_EMIT stopRequested();
+    else if (link == "line"_L1)
+        Q_EMIT stoppedLineRequested();
     else if (link == "updates"_L1)
         Q_EMIT updatesRequested();
     else

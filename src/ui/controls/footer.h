@@ -20,7 +20,10 @@ public:
     void setStanding(const QString &richText);
     void say(const QString &plainText, std::chrono::milliseconds howLong = std::chrono::seconds(6));
 
-    // Empty when nothing runs. A link offers to end it.
+    // Says where a run was stopped. A link offers to show the line, where `hasLine`.
+    void sayStopped(const QString &plainText, bool hasLine);
+
+    // Empty when nothing runs. A link offers to stop it.
     void setRunning(const QString &plainText);
 
     // For how many apps the store has another version. A link offers to install them.
@@ -34,7 +37,8 @@ public:
 
 Q_SIGNALS:
     void createRequested();
-    void endRequested();
+    void stopRequested();
+    void stoppedLineRequested();
     void hotkeyRequested();
     void updatesRequested();
 

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QVBoxLayout>
 
@@ -134,6 +135,17 @@ QString EditPanel::script() const
 void EditPanel::appendScriptLine(const QString &line)
 {
     Text4->appendScriptLine(line);
+}
+
+void EditPanel::showLine(int line)
+{
+    const QTextBlock block = Text4->document()->findBlockByNumber(line);
+    if (!block.isValid())
+        return;
+    QTextCursor cursor(block);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    Text4->setTextCursor(cursor);
+    Text4->centerCursor();
 }
 
 bool EditPanel::isModified() const

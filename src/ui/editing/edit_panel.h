@@ -37,6 +37,9 @@ public:
     QString script() const;
     void appendScriptLine(const QString &line);
 
+    // Marks a line, counted from 0, and shows it.
+    void showLine(int line);
+
     // Something was typed since the panel was opened.
     bool isModified() const;
 
