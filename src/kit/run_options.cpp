@@ -10,6 +10,15 @@ namespace {
 
 constexpr double longestTimeout = 1'000'000; // seconds
 
+void readSetting(const QString &setting, QList<std::pair<QString, QString>> &variables, QString &problem)
+{
+    const qsizetype equals = setting.indexOf(u'=');
+    if (equals > 0 && edition2::isName(QStringView(setting).first(equals)))
+        variables += {setting.first(equals), setting.sliced(equals + 1)};
+    else
+        problem = u"--set takes name=value, not \"%1\""_s.arg(setting);
+}
+
 } // namespace
 
 RunOptions readRunOptions(const QStringList &arguments, QString &problem)
@@ -30,12 +39,40 @@ RunOptions readRunOptions(const QStringList &arguments, QString &problem)
             else
                 problem = u"--timeout takes a number of seconds, not \"%1\""_s.arg(arguments[index]);
         } else if (argument == "--set"_L1) {
-            const QString &setting = arguments[++index];
-            const qsizetype equals = setting.indexOf(u'=');
-            if (equals > 0 && edition2::isName(QStringView(setting).first(equals)))
-                options.variables += {setting.first(equals), setting.sliced(equals + 1)};
-            else
-                problem = u"--set takes name=value, not \"%1\""_s.arg(setting);
+            readSetting(arguments[++index], options.variables, problem);
+        } else if (argument.startsWith(u'-') && argument.size() > 1) {
+            problem = u"there is no option %1"_s.arg(argument);
+        } else if (!options.file.isEmpty()) {
+            problem = u"one file at a time, not also %1"_s.arg(argument);
+        } else {
+            options.file = argument;
+        }
+    }
+    if (problem.isEmpty() && !options.wantsHelp && options.file.isEmpty())
+        problem = u"which file?"_s;
+    return options;
+}
+
+DryOptions readDryOptions(const QStringList &arguments, QString &problem)
+{
+    DryOptions options;
+    const QStringList withValue{u"--set"_s, u"--answer"_s, u"--typed"_s, u"--events"_s};
+    for (qsizetype index = 0; index < arguments.size() && problem.isEmpty(); ++index) {
+        const QString &argument = arguments[index];
+        if (argument == "--help"_L1) {
+            options.wantsHelp = true;
+        } else if (withValue.contains(argument) && index + 1 == arguments.size()) {
+            problem = u"%1 needs a value"_s.arg(argument);
+        } else if (argument == "--set"_L1) {
+            readSetting(arguments[++index], options.variables, problem);
+        } else if (argument == "--answer"_L1) {
+            options.answers += arguments[++index];
+        } else if (argument == "--typed"_L1) {
+            options.typed = arguments[++index];
+        } else if (argument == "--events"_L1) {
+            options.mostEvents = arguments[++index].toInt();
+            if (options.mostEvents <= 0)
+                problem = u"--events takes a whole number above 0, not \"%1\""_s.arg(arguments[index]);
         } else if (argument.startsWith(u'-') && argument.size() > 1) {
             problem = u"there is no option %1"_s.arg(argument);
         } else if (!options.file.isEmpty()) {

@@ -25,6 +25,19 @@ struct RunOptions
     bool wantsHelp = false;
 };
 
+struct DryOptions
+{
+    QString file;
+    QList<std::pair<QString, QString>> variables;
+    QStringList answers; // to its questions, one after the other
+    QString typed; // behind the keyword
+    int mostEvents = 100'000;
+    bool wantsHelp = false;
+};
+
+// The same for `plumkit dry`.
+DryOptions readDryOptions(const QStringList &arguments, QString &problem);
+
 // The arguments behind `plumkit run`; options may stand on both sides of the file. Where they are unusable,
 // `problem` says why in a sentence.
 RunOptions readRunOptions(const QStringList &arguments, QString &problem);

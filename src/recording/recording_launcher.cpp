@@ -10,7 +10,7 @@ void RecordingWaiter::Wait(double milliseconds)
 {
     elapsed += milliseconds;
     if (records)
-        m_log.add(u"wait %1"_s.arg(milliseconds));
+        m_log.add(u"wait %1"_s.arg(milliseconds, 0, 'g', 15));
     if (onWait)
         onWait();
 }

@@ -27,9 +27,16 @@ namespace plum::recording {
 class Log
 {
 public:
-    void add(const QString &line) { m_lines += line; }
+    void add(const QString &line)
+    {
+        m_lines += line;
+        if (onAdd)
+            onAdd(line);
+    }
     QStringList lines() const { return m_lines; }
     void clear() { m_lines.clear(); }
+
+    std::function<void(const QString &line)> onAdd;
 
 private:
     QStringList m_lines;
