@@ -7,6 +7,7 @@
 #include "library/settings_file.h"
 #include "platform/paths.h"
 #include "stopping/stop_hotkey.h"
+#include "ui/message_boxes.h"
 
 #include <QApplication>
 #include <QDir>
@@ -48,7 +49,12 @@ Program::Program(const QString &programPath, bool hasDesktop)
     , m_addresses(StoreAddresses::built())
     , m_folders(m_platform->paths())
     , m_listFile(m_platform->paths(), m_platform->textCodec())
-    , m_installer({m_platform->paths(), m_platform->textCodec(), {m_folders, m_listFile, &moveToTrash}})
+    , m_grants({m_platform->paths(), m_platform->textCodec(), [this] { return m_scripts.vocabulary(); }})
+    , m_installer({.paths = m_platform->paths(),
+          .codec = m_platform->textCodec(),
+          .library = {m_folders, m_listFile, &moveToTrash},
+          .arrives = [this](const QString &keyword,
+                         const QString &folder) { return m_grants.arrive(keyword, folder); }})
     , m_questions(m_platform->windows())
     , m_ui({.paths = m_platform->paths(),
           .codec = m_platform->textCodec(),
@@ -56,7 +62,7 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .store = m_door,
           .installer = m_installer,
           .askInstall = [this](const InstallOffer &offer,
-                            std::function<void()> install) { m_questions.ask(offer, std::move(install)); },
+                            std::function<void()> install) { askInstall(offer, std::move(install)); },
           .sites = {m_addresses.site.toString(QUrl::StripTrailingSlash),
               m_addresses.site.toString(QUrl::StripTrailingSlash)},
           .endProcess = [this](int status) { end(status); },
@@ -66,7 +72,8 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .stop = m_stop,
           .watchHand = [this](bool isWatching) { m_hand.setWatching(isWatching); },
           .releaseKeys = [this] { m_hand.releaseKeys(); },
-          .mayRun = [this](const QString &keyword) { return mayRun(keyword); }})
+          .mayRun = [this](const QString &keyword) { return mayRun(keyword); },
+          .tellSheet = [this](const QString &keyword) { tellSheet(keyword); }})
     , m_channel(m_platform->clipboard())
     , m_storeWindow({.program = StoreProcess::besideThisProgram(), .downloadBase = m_addresses.downloadBase})
     , m_transfers(m_platform->paths(), m_platform->textCodec())
@@ -78,12 +85,21 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .addresses = m_addresses,
           .isIdle = [this] { return !m_ui.isRunning(); },
           .ask = [this](const InstallOffer &offer,
-                     std::function<void()> install) { m_questions.ask(offer, std::move(install)); }})
+                     std::function<void()> install) { askInstall(offer, std::move(install)); }})
     , m_shell(m_platform->shell(), m_channel)
-    , m_scripts({*m_platform, m_shell, m_ui, m_store, QFileInfo(programPath).completeBaseName(), &m_stop})
+    , m_scripts({.platform = *m_platform,
+          .shell = m_shell,
+          .launcher = m_ui,
+          .storePage = m_store,
+          .executableName = QFileInfo(programPath).completeBaseName(),
+          .stop = &m_stop,
+          .refused = [this](const QString &sentence) { m_ui.tellRefused(sentence); }})
     , m_instance(m_folders)
     , m_requests(m_folders)
 {
+    m_scripts.starts().setLimits([this](const QString &keyword, const QByteArray &script) {
+        return m_grants.limitOf(keyword, script);
+    });
     m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
     QObject::connect(&m_updates, &StoreUpdates::changed, &m_ui,
         [this] { m_ui.showUpdates(static_cast<int>(m_updates.pending().size())); });
@@ -129,6 +145,49 @@ void Program::installRequested()
         m_ui.installPackage(path);
 }
 
+void Program::askInstall(InstallOffer offer, std::function<void()> install)
+{
+    // A package that lies here can be looked into. Of one that comes from elsewhere the index may say it.
+    if (offer.sheet.isEmpty() && QFileInfo(offer.origin).isFile())
+        offer.sheet = m_grants.sheetOfPackage(offer.origin);
+    offer.granted = m_grants.granted(offer.keyword);
+    m_questions.ask(offer, [this, offer, install = std::move(install)] {
+        m_grants.promise(offer.keyword, offer.sheet);
+        install();
+    });
+}
+
+bool Program::mayRun(const QString &keyword)
+{
+    if (const std::optional<QString> reason = m_updates.takenBack(keyword)) {
+        if (!MessageBoxes::askToRun(keyword, *reason))
+            return false;
+        m_updates.insist(keyword);
+    }
+    const auto question = m_grants.questionBefore(keyword);
+    if (!question)
+        return true;
+    m_questions.ask(question->offer, [this, keyword, grant = question->grant] {
+        m_grants.allow(keyword, grant);
+        m_ui.runApp(keyword);
+    });
+    return false;
+}
+
+void Program::tellSheet(const QString &keyword)
+{
+    const AppGrants::Told told = m_grants.told(keyword);
+    const QString heading = told.isTakenBack
+        ? QCoreApplication::translate("plum::MessageBoxes", "%1 does not run: you have taken this back.")
+        : told.isLimited
+        ? QCoreApplication::translate("plum::MessageBoxes", "%1 may do this and nothing else.")
+        : QCoreApplication::translate(
+            "plum::MessageBoxes", "%1 is your own: nothing limits it. Its script does this.");
+    if (MessageBoxes::tellSheet(
+            heading.arg(keyword), told.sentences.join(u'\n'), told.isLimited && !told.isTakenBack))
+        m_grants.takeBack(keyword);
+}
+
 void Program::runScript(const QString &commandLine)
 {
     const RunStart::CommandLineScript script = m_scripts.starts().prepareCommandLine(commandLine);
@@ -149,17 +208,6 @@ void Program::end(int status)
     m_platform->releaseDesktop();
     std::fflush(nullptr);
     std::_Exit(status);
-}
-
-bool Program::mayRun(const QString &keyword)
-{
-    const std::optional<QString> reason = m_updates.takenBack(keyword);
-    if (!reason)
-        return true;
-    if (!MessageBoxes::askToRun(keyword, *reason))
-        return false;
-    m_updates.insist(keyword);
-    return true;
 }
 
 void Program::Door::installUpdates()
@@ -189,7 +237,7 @@ void Program::Host::askName(const QString &name)
 
 void Program::Host::askInstall(const InstallOffer &offer, std::function<void()> install)
 {
-    m_program.m_questions.ask(offer, std::move(install));
+    m_program.askInstall(offer, std::move(install));
 }
 
 bool Program::Host::isAsking() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grants/app_grants.h"
 #include "library/app_folders.h"
 #include "library/app_list_file.h"
 #include "library/install_requests.h"
@@ -76,8 +77,13 @@ private:
 
     [[noreturn]] void end(int status);
 
-    // Whether an app may run; a version that the store has taken back only when the user insists.
+    // Asks whether to install what is offered, with what the app may do then.
+    void askInstall(InstallOffer offer, std::function<void()> install);
+
+    // Whether an app may run under what it was granted, and its version was not taken back by the store;
+    // otherwise the user is asked.
     bool mayRun(const QString &keyword);
+    void tellSheet(const QString &keyword);
 
     // Asks about the packages that were opened outside of the launcher.
     void installRequested();
@@ -90,6 +96,7 @@ private:
     Host m_host{*this};
     AppFolders m_folders;
     AppListFile m_listFile;
+    AppGrants m_grants;
     PackageInstaller m_installer;
     InstallQuestions m_questions;
     LauncherUi m_ui;

@@ -128,6 +128,7 @@ bool AppLibrary::CreateApp(const QString &keyword, const QString &scriptText)
         sayFailed(keyword);
         return false;
     }
+    m_grants.remove(keyword);
     m.lists.append(keyword);
     saveOrder();
     change->close();
@@ -161,6 +162,9 @@ bool AppLibrary::saveBytes(const QString &keyword, const QString &fileName, cons
         return false;
     }
     const bool saved = systemFolder(keyword) && exists(keyword) && replaceInApp(keyword, fileName, script);
+    // What the user has written is the user's own.
+    if (saved && fileName == "main.wf"_L1)
+        m_grants.remove(keyword);
     say(saved ? u"Successfully"_s : u"Error"_s);
     return saved;
 }
@@ -192,13 +196,20 @@ bool AppLibrary::RenameApp(const QString &oldKeyword, const QString &newKeyword)
         sayFailed(newKeyword);
         return false;
     }
+    // At every moment the app has its grant, whatever it is called then.
+    if (const auto grant = m_grants.of(oldKeyword))
+        m_grants.set(newKeyword, *grant);
+    else
+        m_grants.remove(newKeyword);
     const auto change = LibraryChange::begin(m.installer.library(),
         {.kind = LibraryChange::Kind::Rename, .keyword = oldKeyword, .newKeyword = newKeyword});
     // A full disk has no room for the plan, but for another name.
     if (change ? !change->rename() : !QDir().rename(*from, *to)) {
+        m_grants.remove(newKeyword);
         sayFailed(newKeyword);
         return false;
     }
+    m_grants.remove(oldKeyword);
     m.lists.rename(oldKeyword, newKeyword);
     saveOrder();
     if (change)
@@ -222,6 +233,7 @@ bool AppLibrary::DeleteApp(const QString &keyword)
             return false;
         }
     }
+    m_grants.remove(keyword);
     m.lists.remove(keyword);
     saveOrder();
     if (change)

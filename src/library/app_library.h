@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/app_folders.h"
+#include "library/grant_file.h"
 #include "library/script_file.h"
 
 #include <QString>
@@ -64,6 +65,7 @@ public:
     explicit AppLibrary(const Parts &parts)
         : m(parts)
         , m_folders(parts.paths)
+        , m_grants(parts.paths)
     {
     }
 
@@ -148,6 +150,7 @@ private:
 
     Parts m;
     AppFolders m_folders;
+    GrantFile m_grants;
 };
 
 } // namespace plum

@@ -18,10 +18,20 @@ struct InstallOffer
     QString origin = {}; // where the package is: an address, or the path of a file
     bool replaces = false; // the app of that keyword goes
 
+    // What the user is asked. An app that is there already may run again when the answer is yes.
+    enum class Asks {
+        Install,
+        RunChanged, // its script is another one than was granted something
+        RunAgain, // the user has taken back what it was granted
+    };
+    Asks asks = Asks::Install;
+
     // What is known of the package before it is here: by a store's signed index, or because it is a file.
     QString version = {}; // empty: not known
     qint64 size = 0; // bytes; 0: not known
     QByteArray sheet = {}; // what the app may do, as JSON text; empty: not known
+    QByteArray granted
+        = {}; // what the app that is there may do already, as JSON text; empty: nothing, or all
     bool fromUnsignedStore = false; // nobody vouches for what comes; such a store is on this computer
 };
 

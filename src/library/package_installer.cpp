@@ -110,6 +110,8 @@ InstallResult PackageInstaller::install(
             return {outcome == CarryOutcome::NoRoom ? InstallFault::NoRoom : InstallFault::NotWritable};
     }
     noteOrigin(change->keyword(), package, record);
+    if (m.arrives && !m.arrives(change->keyword(), m.library.folders.onDisk(change->newFolder())))
+        return {InstallFault::NotWritable};
     if (!change->arrive(record.toJson()))
         return {InstallFault::NotWritable};
     list(change->keyword());

@@ -51,6 +51,10 @@ public:
         const Paths &paths;
         TextCodec &codec;
         LibraryChange::Surroundings library;
+
+        // Hears of an app before it takes its place: its keyword, and the folder of the system that it is in.
+        // False: it does not.
+        std::function<bool(const QString &keyword, const QString &systemFolder)> arrives = {};
     };
 
     explicit PackageInstaller(const Needs &needs)

@@ -1,5 +1,6 @@
 #include "sheet/compute_sheet.h"
 
+#include "engine/edition2/program.h"
 #include "engine/edition2/script_text.h"
 #include "engine/editions/later_edition.h"
 #include "engine/text_files.h"
@@ -27,13 +28,6 @@ QString utf8OrLatin1(const QByteArray &bytes)
     return decoder.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
-// Every piece with its length, so that no two lists of files look alike.
-void addTo(QCryptographicHash &hash, const QByteArray &bytes)
-{
-    hash.addData(QByteArray::number(bytes.size()) + ':');
-    hash.addData(bytes);
-}
-
 std::optional<QByteArray> readFile(const QString &path)
 {
     QFile file(path);
@@ -42,13 +36,45 @@ std::optional<QByteArray> readFile(const QString &path)
     return file.readAll();
 }
 
+// Reads what the script uses through `source`, and adds it to the hash.
+class HashedFiles
+{
+public:
+    explicit HashedFiles(const ScriptSource &source)
+        : m_source(source)
+        , m_hash(QCryptographicHash::Sha256)
+    {
+        add(source.script);
+    }
+
+    std::optional<QString> load(const QString &file)
+    {
+        const auto bytes = m_source.load ? m_source.load(file) : std::nullopt;
+        add(file.toUtf8());
+        add(bytes ? "+" + *bytes : QByteArray("-"));
+        return bytes ? std::optional(edition2::decode(*bytes).text) : std::nullopt;
+    }
+
+    QByteArray result() const { return m_hash.result().toHex(); }
+
+private:
+    // Every piece with its length, so that no two lists of files look alike.
+    void add(const QByteArray &bytes)
+    {
+        m_hash.addData(QByteArray::number(bytes.size()) + ':');
+        m_hash.addData(bytes);
+    }
+
+    const ScriptSource &m_source;
+    QCryptographicHash m_hash;
+};
+
 } // namespace
 
 ComputedSheet computeSheet(const ScriptSource &source, const ScriptVocabulary &vocabulary)
 {
     ComputedSheet computed;
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    addTo(hash, source.script);
+    HashedFiles files(source);
     switch (const int edition = askedEdition(source.script).number; edition) {
     case 1: {
         QString text = source.decode ? source.decode(source.script) : utf8OrLatin1(source.script);
@@ -57,22 +83,27 @@ ComputedSheet computeSheet(const ScriptSource &source, const ScriptVocabulary &v
         computed.sheet = edition1::effectsOf(splitLines(text), vocabulary);
         break;
     }
-    case 2: {
-        const auto load = [&](const QString &file) -> std::optional<QString> {
-            const auto bytes = source.load ? source.load(file) : std::nullopt;
-            addTo(hash, file.toUtf8());
-            addTo(hash, bytes ? "+" + *bytes : QByteArray("-"));
-            return bytes ? std::optional(edition2::decode(*bytes).text) : std::nullopt;
-        };
-        computed.sheet
-            = edition2::effectsOf(edition2::decode(source.script).text, vocabulary, load, computed.problem);
+    case 2:
+        computed.sheet = edition2::effectsOf(
+            edition2::decode(source.script).text, vocabulary,
+            [&files](const QString &file) { return files.load(file); }, computed.problem);
         break;
-    }
     default:
         computed.problem = u"it asks for edition %1 of the language"_s.arg(edition);
     }
-    computed.contentHash = hash.result().toHex();
+    computed.contentHash = files.result();
     return computed;
+}
+
+QByteArray contentHashOf(const ScriptSource &source, const ScriptVocabulary &vocabulary)
+{
+    HashedFiles files(source);
+    if (askedEdition(source.script).number == 2) {
+        edition2::link({}, edition2::decode(source.script).text,
+            {vocabulary, [](const QString &) -> Handler * { return nullptr; },
+                [&files](const QString &file) { return files.load(file); }});
+    }
+    return files.result();
 }
 
 std::optional<ScriptSource> sourceIn(const QString &folder, const QString &name)

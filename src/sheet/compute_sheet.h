@@ -38,6 +38,9 @@ struct ComputedSheet
 // the library: the folder of the script is the app's folder. A few milliseconds for a thousand lines.
 ComputedSheet computeSheet(const ScriptSource &source, const ScriptVocabulary &vocabulary);
 
+// The hash alone.
+QByteArray contentHashOf(const ScriptSource &source, const ScriptVocabulary &vocabulary);
+
 // The same of the app in `folder`, a path of the system; nothing when there is no main.wf to read.
 std::optional<ComputedSheet> computeSheetOf(const QString &folder, const ScriptVocabulary &vocabulary,
     const std::function<QString(const QByteArray &bytes)> &decode = {});

@@ -1,6 +1,7 @@
 #include "sheet/sheet_json.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 
 #include <algorithm>
 #include <array>
@@ -100,6 +101,12 @@ QJsonObject toJson(const Sheet &sheet)
     if (!sheet.window().isEmpty())
         json.insert(windowKey, sheet.window());
     return json;
+}
+
+std::optional<Sheet> sheetFromText(const QByteArray &json)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    return document.isObject() ? sheetFromJson(document.object()) : std::nullopt;
 }
 
 std::optional<Sheet> sheetFromJson(const QJsonObject &json)

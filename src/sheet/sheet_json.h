@@ -17,4 +17,7 @@ QJsonObject toJson(const Sheet &sheet);
 // Nothing for what is no sheet, or says something that this Plum does not know.
 std::optional<Sheet> sheetFromJson(const QJsonObject &json);
 
+// The same of a JSON text.
+std::optional<Sheet> sheetFromText(const QByteArray &json);
+
 } // namespace plum

@@ -2,6 +2,8 @@
 
 #include "library/install_offer.h"
 #include "look/moveit.h"
+#include "sheet/sheet_json.h"
+#include "sheet/sheet_sentences.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -10,6 +12,8 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <optional>
 
 namespace plum {
 
@@ -52,11 +56,41 @@ QString factsOf(const InstallOffer &offer)
     return InstallDialog::tr("Version %1, %2").arg(offer.version, size);
 }
 
+QString questionOf(const InstallOffer &offer)
+{
+    switch (offer.asks) {
+    case InstallOffer::Asks::RunChanged:
+        return InstallDialog::tr("The script of this app has changed. May it run like this?");
+    case InstallOffer::Asks::RunAgain:
+        return InstallDialog::tr("You have taken back what this app may do. May it run again?");
+    case InstallOffer::Asks::Install:
+        break;
+    }
+    return offer.replaces ? InstallDialog::tr("Install this app in place of the one that is there?")
+                          : InstallDialog::tr("Install this app?");
+}
+
+// What the app may do; where it may do something already, what is new.
+QString sheetText(const InstallOffer &offer)
+{
+    const std::optional<Sheet> sheet = sheetFromText(offer.sheet);
+    if (!sheet)
+        return InstallDialog::tr(
+            "What it may do is worked out when it has come. Install only what you trust.");
+    const std::optional<Sheet> before = sheetFromText(offer.granted);
+    if (!before)
+        return sentences(*sheet).join(u'\n');
+    const Sheet growth = sheet->growthFrom(*before);
+    return growth.isEmpty() ? InstallDialog::tr("It may do nothing that it could not do before.")
+                            : InstallDialog::tr("It could not do this before:") + u'\n'
+            + sentences(growth, Sentences::Growth).join(u'\n');
+}
+
 } // namespace
 
 InstallDialog::InstallDialog(const InstallOffer &offer)
     : BorderlessWindow(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint)
-    , m_install(new QPushButton(tr("Install"), this))
+    , m_install(new QPushButton(offer.asks == InstallOffer::Asks::Install ? tr("Install") : tr("Run"), this))
     , m_cancel(new QPushButton(tr("Cancel"), this))
 {
     setObjectName(u"asks"_s);
@@ -67,9 +101,7 @@ InstallDialog::InstallDialog(const InstallOffer &offer)
     m_install->installEventFilter(this);
     m_cancel->setObjectName(u"cancel"_s);
 
-    QLabel *question = sentence(
-        offer.replaces ? tr("Install this app in place of the one that is there?") : tr("Install this app?"),
-        this);
+    QLabel *question = sentence(questionOf(offer), this);
     question->setObjectName(u"question"_s);
     question->setProperty("heading", true);
     QLabel *origin = outsideText(u"origin"_s, offer.origin, this);
@@ -84,17 +116,21 @@ InstallDialog::InstallDialog(const InstallOffer &offer)
     large.setPointSizeF(large.pointSizeF() * 1.4);
     keyword->setFont(large);
     column->addWidget(keyword);
-    QLabel *facts = outsideText(u"facts"_s, factsOf(offer), this);
-    facts->setProperty("quiet", true);
-    column->addWidget(facts);
+    if (offer.asks == InstallOffer::Asks::Install) {
+        QLabel *facts = outsideText(u"facts"_s, factsOf(offer), this);
+        facts->setProperty("quiet", true);
+        column->addWidget(facts);
+    }
     column->addWidget(origin);
     if (offer.fromUnsignedStore) {
         QLabel *warning = sentence(tr("This store is on this computer and signs nothing."), this);
         warning->setObjectName(u"unsigned"_s);
         column->addWidget(warning);
     }
-    column->addWidget(sentence(
-        tr("An app uses mouse, keyboard, files and network as you do. Install only what you trust."), this));
+    QLabel *sheet = sentence(sheetText(offer), this);
+    sheet->setObjectName(u"sheet"_s);
+    sheet->setTextFormat(Qt::PlainText);
+    column->addWidget(sheet);
     column->addSpacing(6);
     auto *row = new QHBoxLayout;
     row->addStretch();

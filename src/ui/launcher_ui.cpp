@@ -213,6 +213,10 @@ void LauncherUi::choose(MenuCommand command)
     case MenuCommand::shuoming:
         m_actions->showGuide(selected);
         break;
+    case MenuCommand::mayDo:
+        if (!selected.isEmpty() && m.tellSheet)
+            m.tellSheet(selected);
+        break;
     case MenuCommand::rjsz:
         m_summons->showHotkeyWindow();
         break;
@@ -255,6 +259,13 @@ void LauncherUi::choose(MenuCommand command)
         openPage(m.sites.forum + u"/topic/tarnwick_plum/"_s);
         break;
     }
+}
+
+void LauncherUi::tellRefused(const QString &sentence)
+{
+    m.report(sentence);
+    if (m_window)
+        m_window->footer().say(sentence);
 }
 
 void LauncherUi::openPage(const QString &address)

@@ -68,8 +68,10 @@ public:
         // Looks at the user's keyboard for a wish to stop, while a run goes on.
         std::function<void(bool isWatching)> watchHand;
         std::function<void()> releaseKeys; // every key and button that a run holds
-        // Whether an app may run; asks the user where that is not plain.
+        // Whether an app may run now; otherwise the user is asked, and the answer runs it.
         std::function<bool(const QString &keyword)> mayRun = {};
+        // Shows what an app may do.
+        std::function<void(const QString &keyword)> tellSheet = {};
     };
 
     // What the shown launcher needs beyond that; a script start has none of it.
@@ -87,6 +89,12 @@ public:
 
     // The engine is built on this object, so it comes later. Nothing is shown before.
     void connectEngine(RunState &state, RunStart &starts, ScriptVocabulary vocabulary);
+
+    // Runs an app of the library.
+    void runApp(const QString &keyword) { run(keyword, false); }
+
+    // A run was not allowed something: what, as a sentence.
+    void tellRefused(const QString &sentence);
 
     // Runs the whole run list: a script on the command line.
     void runAll() { m_runs.runAll(); }

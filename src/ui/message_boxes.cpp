@@ -81,6 +81,20 @@ bool MessageBoxes::askToRun(const QString &keyword, const QString &reason)
     return box.exec() == QMessageBox::Yes;
 }
 
+bool MessageBoxes::tellSheet(const QString &heading, const QString &sentences, bool canBeTakenBack)
+{
+    Box box(QMessageBox::NoIcon, tr("What may it do?"), heading, QMessageBox::Close);
+    box.setInformativeText(sentences);
+    QAbstractButton *takeBack
+        = canBeTakenBack ? box.addButton(tr("Take back"), QMessageBox::DestructiveRole) : nullptr;
+    if (takeBack)
+        takeBack->setObjectName(u"takeBack"_s);
+    box.setDefaultButton(QMessageBox::Close);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    box.exec();
+    return takeBack && box.clickedButton() == takeBack;
+}
+
 MessageBoxes::Unsaved MessageBoxes::askUnsaved(const QString &question)
 {
     Box box(

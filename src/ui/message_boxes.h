@@ -32,6 +32,9 @@ public:
         GoOn,
     };
 
+    // What an app may do. True when the user takes it back, which is only offered where that is possible.
+    static bool tellSheet(const QString &heading, const QString &sentences, bool canBeTakenBack);
+
     // What is to become of a text that was typed and not saved.
     static Unsaved askUnsaved(const QString &question);
 

@@ -41,6 +41,7 @@ constexpr std::array items{
     Item{"openthisfold", QT_TRANSLATE_NOOP("plum::sett", "Open folder"), MenuCommand::openthisfold, AppList},
     Item{"shuoming", QT_TRANSLATE_NOOP("plum::sett", "Guide"), MenuCommand::shuoming, AppList},
     Item{"goBack", backCaption, MenuCommand::goBack, AppList},
+    Item{"maydo", QT_TRANSLATE_NOOP("plum::sett", "What may it do?"), MenuCommand::mayDo, AppList},
     Item{"delthis", QT_TRANSLATE_NOOP("plum::sett", "Delete"), MenuCommand::delthis, AppList, true},
     Item{"addnew", QT_TRANSLATE_NOOP("plum::sett", "New app"), MenuCommand::addnew, Settings | AppList, true},
     Item{"rjsz", QT_TRANSLATE_NOOP("plum::sett", "Hotkey"), MenuCommand::rjsz, Tray | Settings, false},

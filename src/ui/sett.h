@@ -19,6 +19,7 @@ enum class MenuCommand {
     openthisfold, // opens the selected app's folder
     shuoming, // shows the selected app's guide
     goBack, // installs the version that the selected app was before
+    mayDo, // shows what the selected app may do, and takes it back
     rjsz, // shows the hotkey window
     xianshi, // shows the launcher
     yctp, // hides the launcher

@@ -39,8 +39,9 @@ TEST(SheetJson, givesTheSheetBack)
 
 TEST(SheetJson, refusesWhatItDoesNotKnow)
 {
-    const auto isSheet
-        = [](const char *json) { return sheetFromJson(QJsonDocument::fromJson(json).object()).has_value(); };
+    const auto isSheet = [](const char *json) { return sheetFromText(json).has_value(); };
+    EXPECT_FALSE(isSheet("no sheet"));
+    EXPECT_FALSE(isSheet("[]"));
     EXPECT_TRUE(isSheet(R"({"see":["screen"]})"));
     EXPECT_FALSE(isSheet(R"({"see":["thoughts"]})"));
     EXPECT_FALSE(isSheet(R"({"fly":["high"]})"));

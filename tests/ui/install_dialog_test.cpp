@@ -212,3 +212,32 @@ TEST(InstallQuestionsTest, OneIsShownAtATimeAndEachAnswerIsForItsOwn)
     EXPECT_FALSE(questions.isAsking());
     EXPECT_EQ(installed, QStringList{u"b"_s});
 }
+
+TEST(InstallDialogTexts, SayWhatTheAppMayDo)
+{
+    const auto sheetOf = [](const InstallOffer &offer) {
+        const InstallDialog dialog(offer);
+        return dialog.findChild<QLabel *>(u"sheet"_s)->text();
+    };
+    const QByteArray lock = R"({"session":["lock"]})";
+    const QByteArray more = R"({"session":["lock","restart"]})";
+    EXPECT_TRUE(sheetOf({.keyword = u"a"_s}).startsWith(u"What it may do is worked out"_s));
+    EXPECT_TRUE(
+        sheetOf({.keyword = u"a"_s, .sheet = "no sheet"}).startsWith(u"What it may do is worked out"_s));
+    EXPECT_EQ(sheetOf({.keyword = u"a"_s, .sheet = lock}), u"Locks the screen.\nContacts nobody."_s);
+    // What it could do already is not said again.
+    EXPECT_EQ(sheetOf({.keyword = u"a"_s, .sheet = more, .granted = lock}),
+        u"It could not do this before:\nRestarts the machine without asking programs."_s);
+    EXPECT_EQ(sheetOf({.keyword = u"a"_s, .sheet = lock, .granted = more}),
+        u"It may do nothing that it could not do before."_s);
+}
+
+TEST(InstallDialogTexts, AskWhetherAChangedAppMayRun)
+{
+    const InstallDialog dialog(
+        {.keyword = u"a"_s, .asks = InstallOffer::Asks::RunChanged, .sheet = R"({"session":["lock"]})"});
+    EXPECT_EQ(dialog.findChild<QLabel *>(u"question"_s)->text(),
+        u"The script of this app has changed. May it run like this?"_s);
+    EXPECT_EQ(dialog.findChild<QPushButton *>(u"install"_s)->text(), u"Run"_s);
+    EXPECT_EQ(dialog.findChild<QLabel *>(u"facts"_s), nullptr);
+}

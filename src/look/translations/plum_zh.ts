@@ -148,6 +148,30 @@
 <context>
     <name>plum::InstallDialog</name>
     <message>
+        <source>The script of this app has changed. May it run like this?</source>
+        <translation>此应用的脚本已更改。允许它这样运行吗？</translation>
+    </message>
+    <message>
+        <source>You have taken back what this app may do. May it run again?</source>
+        <translation>您已收回此应用的权限。允许它再次运行吗？</translation>
+    </message>
+    <message>
+        <source>What it may do is worked out when it has come. Install only what you trust.</source>
+        <translation>它可以做什么，要等下载后才能得知。请只安装您信任的应用。</translation>
+    </message>
+    <message>
+        <source>It may do nothing that it could not do before.</source>
+        <translation>它没有新增任何权限。</translation>
+    </message>
+    <message>
+        <source>It could not do this before:</source>
+        <translation>新增的权限：</translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation>运行</translation>
+    </message>
+    <message>
         <source>Install</source>
         <translation>安装</translation>
     </message>
@@ -166,10 +190,6 @@
     <message>
         <source>Install this app?</source>
         <translation>要安装此应用吗？</translation>
-    </message>
-    <message>
-        <source>An app uses mouse, keyboard, files and network as you do. Install only what you trust.</source>
-        <translation>应用会像你一样使用鼠标、键盘、文件和网络。请只安装你信任的应用。</translation>
     </message>
     <message>
         <source>Version and size are not known before it has come.</source>
@@ -380,6 +400,26 @@
     <message>
         <source>Run it all the same?</source>
         <translation>仍要运行吗？</translation>
+    </message>
+    <message>
+        <source>What may it do?</source>
+        <translation>它可以做什么？</translation>
+    </message>
+    <message>
+        <source>Take back</source>
+        <translation>收回</translation>
+    </message>
+    <message>
+        <source>%1 does not run: you have taken this back.</source>
+        <translation>%1 不会运行：您已收回这些权限。</translation>
+    </message>
+    <message>
+        <source>%1 may do this and nothing else.</source>
+        <translation>%1 可以做以下事情，不能做其他事情。</translation>
+    </message>
+    <message>
+        <source>%1 is your own: nothing limits it. Its script does this.</source>
+        <translation>%1 是您自己的应用，没有任何限制。它的脚本会做以下事情。</translation>
     </message>
     <message>
         <source>Save</source>
@@ -683,6 +723,10 @@
     <message>
         <source>Back to version %1</source>
         <translation>恢复到版本 %1</translation>
+    </message>
+    <message>
+        <source>What may it do?</source>
+        <translation>它可以做什么？</translation>
     </message>
     <message>
         <source>Show launcher</source>
