@@ -94,9 +94,11 @@ TEST_F(UnmanagedWindows, loseNoTimeWaitingForAManager)
         windows().minimise(lower);
         windows().close(lower);
         windows().moveTo(lower, {round, round});
+        windows().hide(upper);
+        windows().show(upper);
     }
-    // Half a second for each of them would be eighty.
-    EXPECT_LT(time.elapsed(), 20'000);
+    // Half a second for one of them alone would be twenty.
+    EXPECT_LT(time.elapsed(), 15'000);
 }
 
 } // namespace plum
