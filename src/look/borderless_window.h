@@ -24,6 +24,7 @@ public:
 
     // `wanted`, or what that screen has room for.
     QSize fitting(QSize wanted) const;
+    bool isNarrow(int wanted) const { return fitting({wanted, 1}).width() < wanted; }
 
 Q_SIGNALS:
     void themeChanged(const plum::Theme &theme);

@@ -44,6 +44,8 @@ protected:
     }
 };
 
+constexpr int usualWidth = 520; // pixels; all choices stand in one row there
+
 QPushButton *button(const QString &name, const QString &caption, QWidget *parent)
 {
     auto *made = new QPushButton(caption, parent);
@@ -118,8 +120,13 @@ void hotkey::layOut()
     for (int i = 0; i < 3; ++i)
         grid->addWidget(optKey[static_cast<size_t>(i)], 1, i);
     grid->addWidget(cboLetter, 1, 3);
-    grid->addWidget(hotok, 1, 4);
-    grid->addWidget(Label2, 2, 0, 1, 5);
+    if (isNarrow(usualWidth)) {
+        grid->addWidget(Label2, 2, 0, 1, 3);
+        grid->addWidget(hotok, 2, 3, 1, 2);
+    } else {
+        grid->addWidget(hotok, 1, 4);
+        grid->addWidget(Label2, 2, 0, 1, 5);
+    }
     const std::array<std::pair<QPushButton *, QString>, 4> explained{
         std::pair(Command1, tr("Takes the key for Plum.")),
         std::pair(Command2, tr("Gives the key back until the next start, and keeps the choice.")),

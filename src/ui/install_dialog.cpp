@@ -6,13 +6,16 @@
 #include "sheet/sheet_sentences.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <optional>
 
 namespace plum {
@@ -21,7 +24,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int textWidth = 400; // pixels
+// In pixels: what reads well, or what a small screen leaves beside the edges.
+int textWidth()
+{
+    constexpr int usual = 400;
+    constexpr int edges = 44;
+    return std::min(usual, QGuiApplication::primaryScreen()->availableSize().width() - edges);
+}
 
 // A text from outside on one line: shortened in the middle where it is too long, whole in the tool tip.
 QLabel *outsideText(const QString &name, const QString &text, QWidget *parent)
@@ -30,7 +39,7 @@ QLabel *outsideText(const QString &name, const QString &text, QWidget *parent)
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->ensurePolished();
-    const QString shown = label->fontMetrics().elidedText(text.simplified(), Qt::ElideMiddle, textWidth);
+    const QString shown = label->fontMetrics().elidedText(text.simplified(), Qt::ElideMiddle, textWidth());
     label->setText(shown);
     if (shown != text)
         label->setToolTip(text.toHtmlEscaped());
@@ -41,7 +50,7 @@ QLabel *sentence(const QString &text, QWidget *parent)
 {
     auto *label = new QLabel(text, parent);
     label->setWordWrap(true);
-    label->setFixedWidth(textWidth);
+    label->setFixedWidth(textWidth());
     return label;
 }
 
@@ -146,7 +155,7 @@ InstallDialog::InstallDialog(const InstallOffer &offer)
 void InstallDialog::bringUp()
 {
     if (!isVisible()) {
-        setFixedSize(sizeHint());
+        setFixedSize(fitting(sizeHint()));
         wincenter();
         m_install->setFocus();
     }

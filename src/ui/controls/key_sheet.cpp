@@ -41,6 +41,8 @@ constexpr std::array rows{
     Row{"Shift+F1", QT_TRANSLATE_NOOP("plum::KeySheet", "this page")},
 };
 
+constexpr int usualWidth = 560; // pixels; all texts have one line there
+
 } // namespace
 
 KeySheet::KeySheet(QWidget *owner)
@@ -56,7 +58,9 @@ KeySheet::KeySheet(QWidget *owner)
     heading->setProperty("heading", true);
     auto *back = new PictureButton(u"closekeys"_s, PictureButton::Picture::Close, tr("Close"), content);
     connect(back, &PictureButton::clicked, this, &QWidget::close);
+    const bool wraps = isNarrow(usualWidth);
     auto *grid = new QGridLayout(content);
+    grid->setColumnStretch(1, 1);
     grid->setContentsMargins(18, 12, 12, 16);
     grid->setHorizontalSpacing(18);
     grid->addWidget(heading, 0, 0);
@@ -64,6 +68,7 @@ KeySheet::KeySheet(QWidget *owner)
     for (int line = 1; const Row &row : rows) {
         auto *meaning = new QLabel(tr(row.meaning), content);
         meaning->setProperty("quiet", true);
+        meaning->setWordWrap(wraps);
         grid->addWidget(new QLabel(tr(row.keys), content), line, 0);
         grid->addWidget(meaning, line, 1);
         ++line;
