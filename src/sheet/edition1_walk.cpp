@@ -291,6 +291,8 @@ PossibleText Walk::possibleTemplate(const Value &value, qsizetype line) const
 // However the command takes its arguments apart.
 void Walk::takeReferences(const Arguments &arguments)
 {
+    if (!EffectCollector::mayLearn(arguments.text))
+        return;
     takeReference(arguments.whole());
     for (const QChar separator : {u',', u':'}) {
         for (const Value &value : arguments.values(separator)) {

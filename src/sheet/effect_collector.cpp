@@ -91,6 +91,13 @@ void EffectCollector::takeReference(QStringView reference)
         m_sheet.addAnything(row->effect);
 }
 
+bool EffectCollector::mayLearn(QStringView text)
+{
+    return std::ranges::any_of(referenceRows, [text](const ReferenceRow &row) {
+        return row.effect != Effect::NoEffect && text.contains(row.start);
+    });
+}
+
 void EffectCollector::take(const CommandInfo &info, const FieldValue &valueOf)
 {
     if (!info.effects.areNamed() && mustNameEffects(info)) {

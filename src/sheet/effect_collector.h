@@ -20,6 +20,10 @@ public:
     // A reference such as os.get_clipboard, wherever it stands.
     void takeReference(QStringView reference);
 
+    // Whether a reference that learns something may stand in the text. Most texts are told apart by this
+    // alone.
+    static bool mayLearn(QStringView text);
+
     const Sheet &sheet() const { return m_sheet; }
     Sheet &sheet() { return m_sheet; }
 
