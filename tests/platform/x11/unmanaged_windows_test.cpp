@@ -80,6 +80,9 @@ TEST_F(UnmanagedWindows, areHiddenAndShownWhereTheyWere)
     windows().show(lower);
     EXPECT_TRUE(windows().isOnScreen(lower));
     EXPECT_EQ(windows().rectangle(lower), outer);
+    // In front, which many a manager sees to by itself.
+    EXPECT_EQ(windows().stacking().front(), lower);
+    EXPECT_EQ(windows().foreground(), lower);
     windows().maximise(lower);
     EXPECT_EQ(windows().rectangle(lower), QRect(QPoint(), platform->screen().mainScreenSize()));
 }
