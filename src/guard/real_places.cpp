@@ -42,7 +42,9 @@ RealPlaces::RealPlaces(Platform &platform)
 
 std::optional<QString> RealPlaces::realPath(const QString &systemPath)
 {
-    QString path = QFileInfo(systemPath).isAbsolute() ? systemPath : QDir::currentPath() + u'/' + systemPath;
+    QString path = QDir::fromNativeSeparators(systemPath);
+    if (!QFileInfo(path).isAbsolute())
+        path = QDir::currentPath() + u'/' + path;
     // What is behind the last folder that exists does not exist; it may be made.
     QString rest;
     for (int links = 0; links < mostLinks;) {
@@ -61,7 +63,9 @@ std::optional<QString> RealPlaces::realPath(const QString &systemPath)
         if (slash < 0 || name == ".."_L1 || path == "/"_L1)
             return {};
         rest = u'/' + name + rest;
-        path = slash == 0 ? u"/"_s : path.first(slash);
+        // Of a root, "/" or "C:/", the slash is a part.
+        const bool isRoot = slash == 0 || (slash == 2 && path[1] == u':');
+        path = path.first(isRoot ? slash + 1 : slash);
     }
     return {};
 }
@@ -86,8 +90,9 @@ bool RealPlaces::isInside(const QString &path, const QString &folder) const
 {
     const Qt::CaseSensitivity cases
         = m_platform.paths().interpretsNames() ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    return path.compare(folder, cases) == 0
-        || path.startsWith(folder.endsWith(u'/') ? folder : folder + u'/', cases);
+    return !folder.isEmpty()
+        && (path.compare(folder, cases) == 0
+            || path.startsWith(folder.endsWith(u'/') ? folder : folder + u'/', cases));
 }
 
 // Where names are interpreted, one file has several.

@@ -27,6 +27,7 @@ TEST(RealPath, followsLinksAndDots)
     EXPECT_EQ(RealPlaces::realPath(root + u"/c/dangling/x"_s), root + u"/a/later/x"_s);
     EXPECT_EQ(RealPlaces::realPath(root + u"/c/none/../x"_s), std::nullopt);
     EXPECT_EQ(RealPlaces::realPath(root + u"/c/round"_s), std::nullopt);
+    EXPECT_EQ(RealPlaces::realPath(u"/no such file at the root"_s), u"/no such file at the root"_s);
 }
 
 } // namespace
