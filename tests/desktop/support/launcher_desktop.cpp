@@ -6,9 +6,9 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
-void LauncherDesktop::prepare(const QString &windowManager)
+void LauncherDesktop::prepare(const QString &windowManager, QSize screen)
 {
-    startDesktop(windowManager);
+    startDesktop(windowManager, u"us"_s, screen);
     ASSERT_FALSE(HasFatalFailure());
     hands.emplace(server().display());
     ASSERT_TRUE(QDir().mkpath(programFolder()));

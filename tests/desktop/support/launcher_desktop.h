@@ -15,7 +15,7 @@ protected:
     void TearDown() override;
 
     // The desktop, and a program folder whose hotkey is Alt+Z.
-    void prepare(const QString &windowManager);
+    void prepare(const QString &windowManager, QSize screen = {1280, 900});
 
     QString programFolder() const { return folder() + QStringLiteral("/program"); }
 

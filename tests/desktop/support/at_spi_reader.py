@@ -1,0 +1,58 @@
+#!/usr/bin/python3
+"""What assistive technology gets of a program: for each line on standard input one line of JSON on standard output, the
+nodes that are shown, in their order. The first argument is the name that the program has there."""
+import json
+import sys
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+STATES = (("focused", Atspi.StateType.FOCUSED), ("selected", Atspi.StateType.SELECTED),
+          ("checked", Atspi.StateType.CHECKED), ("enabled", Atspi.StateType.ENABLED))
+
+
+def text_of(node):
+    interface = node.get_text_iface()
+    return Atspi.Text.get_text(interface, 0, Atspi.Text.get_character_count(interface)) if interface else ""
+
+
+def actions_of(node):
+    interface = node.get_action_iface()
+    return [Atspi.Action.get_action_name(interface, i)
+            for i in range(Atspi.Action.get_n_actions(interface))] if interface else []
+
+
+def walk(node, found):
+    states = node.get_state_set()
+    if not states.contains(Atspi.StateType.SHOWING):
+        return
+    found.append({"role": node.get_role_name(), "name": node.get_name(), "description": node.get_description(),
+                  "text": text_of(node), "actions": actions_of(node),
+                  "states": [name for name, state in STATES if states.contains(state)]})
+    for index in range(node.get_child_count()):
+        child = node.get_child_at_index(index)
+        if child:
+            walk(child, found)
+
+
+def look(name):
+    found = []
+    desktop = Atspi.get_desktop(0)
+    desktop.clear_cache()
+    for index in range(desktop.get_child_count()):
+        program = desktop.get_child_at_index(index)
+        if program and program.get_name() == name:
+            program.set_cache_mask(Atspi.Cache.NONE)
+            for window in range(program.get_child_count()):
+                walk(program.get_child_at_index(window), found)
+    return found
+
+
+for _ in sys.stdin:
+    try:
+        nodes = look(sys.argv[1])
+    except GLib.Error:  # what is asked about has just gone
+        nodes = []
+    print(json.dumps(nodes), flush=True)
