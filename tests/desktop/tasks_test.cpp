@@ -122,6 +122,33 @@ TEST_F(Tasks, waitForADownloadAndRenameIt)
     EXPECT_EQ(QFileInfo(path(found[0])).size(), 100'000);
 }
 
+TEST_F(Tasks, fillAFormFromACsv)
+{
+    write(path(u"people.csv"_s), "Ann,Oslo\r\nBjörk,Århus\r\n");
+    const QString form
+        = u"zenity --forms --title 'New person' --add-entry Name --add-entry City >> %1/people;"_s;
+    server().start(other, u"sh"_s, {u"-c"_s, (form + form).arg(folder())});
+    start(u"Fill a form from a CSV"_s);
+    expectGoodEnd();
+    EXPECT_TRUE(other.waitForFinished());
+    EXPECT_EQ(contentOf(path(u"people"_s)), "Ann|Oslo\nBjörk|Århus\n");
+}
+
+TEST_F(Tasks, typeAUnicodeTableIntoATerminal)
+{
+    const QString heading = u"Type a Unicode table into a terminal"_s;
+    const QStringList rows = taskCalled(heading).section(u'"', 3, 3).split(u',');
+    ASSERT_EQ(rows.size(), 3);
+    server().start(other, u"env"_s,
+        {u"LC_ALL=C.UTF-8"_s, u"xterm"_s, u"-u8"_s, u"-T"_s, u"Table"_s, u"-e"_s,
+            u"cat > %1/typed"_s.arg(folder())});
+    ASSERT_TRUE(eventually([&] { return QFile::exists(path(u"typed"_s)); }));
+    start(heading);
+    expectGoodEnd();
+    EXPECT_TRUE(other.waitForFinished());
+    EXPECT_EQ(QString::fromUtf8(contentOf(path(u"typed"_s))), rows.join(u'\n') + u'\n');
+}
+
 TEST_F(Tasks, watchAPixelAndReact)
 {
     start(u"Watch a pixel and react"_s);
