@@ -51,7 +51,7 @@ AppGuide guideOf(const QString &firstLine);
 class AppLibrary
 {
 public:
-    struct Parts
+    struct Needs
     {
         const Paths &paths;
         TextCodec &codec;
@@ -62,10 +62,10 @@ public:
         AppListFile &listFile;
     };
 
-    explicit AppLibrary(const Parts &parts)
-        : m(parts)
-        , m_folders(parts.paths)
-        , m_grants(parts.paths)
+    explicit AppLibrary(const Needs &needs)
+        : m(needs)
+        , m_folders(needs.paths)
+        , m_grants(needs.paths)
     {
     }
 

@@ -94,21 +94,21 @@ bool moveToTrash(const QString &systemPath)
     return QFile::moveToTrash(systemPath);
 }
 
-LibraryChange::LibraryChange(const Surroundings &around, const Plan &plan, const QString &folder)
-    : m(around)
+LibraryChange::LibraryChange(const Needs &needs, const Plan &plan, const QString &folder)
+    : m(needs)
     , m_plan(plan)
     , m_folder(folder)
 {
 }
 
-std::unique_ptr<LibraryChange> LibraryChange::begin(const Surroundings &around, const Plan &plan)
+std::unique_ptr<LibraryChange> LibraryChange::begin(const Needs &needs, const Plan &plan)
 {
-    const QString unpacking = unpackingFolder(around.folders);
+    const QString unpacking = unpackingFolder(needs.folders);
     if (unpacking.isEmpty())
         return nullptr;
     const QString id = QString::number(QRandomGenerator::system()->generate64(), 36);
-    std::unique_ptr<LibraryChange> change(new LibraryChange(around, plan, unpacking + u'\\' + id));
-    change->m_plan.folder = QFileInfo(around.folders.appOnDisk(plan.keyword).value_or(QString())).fileName();
+    std::unique_ptr<LibraryChange> change(new LibraryChange(needs, plan, unpacking + u'\\' + id));
+    change->m_plan.folder = QFileInfo(needs.folders.appOnDisk(plan.keyword).value_or(QString())).fileName();
     if (plan.kind == Kind::Arrive)
         change->m_plan.keyword = change->m_plan.folder;
     return change->start() ? std::move(change) : nullptr;
@@ -349,24 +349,24 @@ void LibraryChange::finishList()
     m.listFile.ConfigSave(lists.List.stringList());
 }
 
-void LibraryChange::recover(const Surroundings &around)
+void LibraryChange::recover(const Needs &needs)
 {
-    recoverBelow(around.folders.unpacking(), around);
-    recoverBelow(around.folders.unpackingInApps(), around);
-    for (const QString &folder : {around.folders.load(), around.folders.packageRecords()}) {
-        for (const QString &file : unfinishedReplacements(around.folders.onDisk(folder)))
-            discard(file, around.trash);
+    recoverBelow(needs.folders.unpacking(), needs);
+    recoverBelow(needs.folders.unpackingInApps(), needs);
+    for (const QString &folder : {needs.folders.load(), needs.folders.packageRecords()}) {
+        for (const QString &file : unfinishedReplacements(needs.folders.onDisk(folder)))
+            discard(file, needs.trash);
     }
 }
 
-void LibraryChange::recoverBelow(const QString &unpacking, const Surroundings &around)
+void LibraryChange::recoverBelow(const QString &unpacking, const Needs &needs)
 {
-    const QDir folder(around.folders.onDisk(unpacking));
+    const QDir folder(needs.folders.onDisk(unpacking));
     if (!folder.exists())
         return;
     const QStringList changes = folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
     for (const QString &id : changes) {
-        LibraryChange change(around, {}, unpacking + u'\\' + id);
+        LibraryChange change(needs, {}, unpacking + u'\\' + id);
         // Another process may be making this change right now.
         if (change.m_claim.claim(change.systemFolder() + claimEnding) != FileClaim::Outcome::Claimed)
             continue;

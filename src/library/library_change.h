@@ -35,7 +35,7 @@ bool discard(const QString &systemPath, const Trash &trash);
 class LibraryChange
 {
 public:
-    struct Surroundings
+    struct Needs
     {
         const AppFolders &folders;
         AppListFile &listFile;
@@ -62,7 +62,7 @@ public:
     };
 
     // Nothing when the change cannot be written down, as on a full disk.
-    static std::unique_ptr<LibraryChange> begin(const Surroundings &around, const Plan &plan);
+    static std::unique_ptr<LibraryChange> begin(const Needs &needs, const Plan &plan);
 
     // Takes everything back unless the change was made.
     ~LibraryChange();
@@ -91,12 +91,12 @@ public:
 
     // Finishes or takes back what a process left behind that is no more. To be called before the list is
     // read.
-    static void recover(const Surroundings &around);
+    static void recover(const Needs &needs);
 
 private:
-    LibraryChange(const Surroundings &around, const Plan &plan, const QString &folder);
+    LibraryChange(const Needs &needs, const Plan &plan, const QString &folder);
 
-    static void recoverBelow(const QString &unpacking, const Surroundings &around);
+    static void recoverBelow(const QString &unpacking, const Needs &needs);
     bool start();
     void settle();
     bool wasMade() const;
@@ -111,7 +111,7 @@ private:
     QString appOnDisk() const;
     QString appOnDisk(const QString &folder) const;
 
-    Surroundings m;
+    Needs m;
     Plan m_plan;
     QString m_folder; // with "\"
     FileClaim m_claim;

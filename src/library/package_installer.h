@@ -50,7 +50,7 @@ public:
     {
         const Paths &paths;
         TextCodec &codec;
-        LibraryChange::Surroundings library;
+        LibraryChange::Needs library;
 
         // Hears of an app before it takes its place: its keyword, and the folder of the system that it is in.
         // False: it does not.
@@ -92,7 +92,7 @@ public:
     bool appExists(const QString &keyword) const;
 
     // What every change of the library needs.
-    const LibraryChange::Surroundings &library() const { return m.library; }
+    const LibraryChange::Needs &library() const { return m.library; }
 
     // Whether this keyword's app is only out of the library for the moment.
     bool isAside(const QString &keyword) const;

@@ -16,8 +16,8 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
-AppActions::AppActions(Parts parts)
-    : m(std::move(parts))
+AppActions::AppActions(Needs needs)
+    : m(std::move(needs))
 {
     // A key without an app does nothing.
     const auto withKeyword = [this](void (AppActions::*action)(const QString &)) {

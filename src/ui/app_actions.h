@@ -21,7 +21,7 @@ class AppActions final : public QObject
     Q_OBJECT
 
 public:
-    struct Parts
+    struct Needs
     {
         frmSet &window;
         AppLibrary &library;
@@ -32,7 +32,7 @@ public:
         std::function<void(const QString &keyword)> run;
     };
 
-    explicit AppActions(Parts parts);
+    explicit AppActions(Needs needs);
 
     // Whether the edit panel may be left: its text is saved, given up, or not there. Asks.
     bool mayLeaveEditor();

@@ -24,8 +24,8 @@ constexpr auto focusPatience = 150ms;
 
 } // namespace
 
-LauncherSummons::LauncherSummons(const Parts &parts)
-    : m(parts)
+LauncherSummons::LauncherSummons(const Needs &needs)
+    : m(needs)
     , m_module(m.hotkey)
 {
     connect(&m_module, &sethotkey::fired, this, &LauncherSummons::toggle);

@@ -22,7 +22,7 @@ class LauncherSummons final : public QObject
     Q_OBJECT
 
 public:
-    struct Parts
+    struct Needs
     {
         frmSet &window;
         GlobalHotkey &hotkey;
@@ -30,7 +30,7 @@ public:
         SettingsFile &settings;
     };
 
-    explicit LauncherSummons(const Parts &parts);
+    explicit LauncherSummons(const Needs &needs);
     ~LauncherSummons() override;
     Q_DISABLE_COPY_MOVE(LauncherSummons)
 

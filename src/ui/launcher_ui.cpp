@@ -33,8 +33,8 @@ constexpr auto paintPatience = 2s;
 
 } // namespace
 
-LauncherUi::LauncherUi(Surroundings surroundings)
-    : m(std::move(surroundings))
+LauncherUi::LauncherUi(Needs needs)
+    : m(std::move(needs))
     , m_listFile(m.paths, m.codec)
     , m_library({m.paths, m.codec, m.shell, m_messages, m.installer, m_lists, m_listFile})
     , m_faces(m_library, m.paths)
@@ -93,13 +93,13 @@ void LauncherUi::start(const Desktop &desktop)
     m_runs.state().runidx[2] = 0;
     m_window = std::make_unique<frmSet>(m_lists, m_faces, m_vocabulary);
     m_summons = std::make_unique<LauncherSummons>(
-        LauncherSummons::Parts{*m_window, desktop.hotkey, desktop.windows, m_settings});
+        LauncherSummons::Needs{*m_window, desktop.hotkey, desktop.windows, m_settings});
     m_summons->startHotkey(); // first of all that takes time: what is pressed from now on is not lost
-    m_actions = std::make_unique<AppActions>(AppActions::Parts{*m_window, m_library, m_faces, m.shell,
+    m_actions = std::make_unique<AppActions>(AppActions::Needs{*m_window, m_library, m_faces, m.shell,
         m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; },
         [this](const QString &keyword) { run(keyword, true); }});
     m_runDisplay = std::make_unique<RunDisplay>(
-        RunDisplay::Parts{*m_window, m_runs.state(), [this] { return m_menus.get(); }});
+        RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus.get(); }});
     connectWindow();
     LibraryChange::recover(m.installer.library());
     m_lists.order = readLauncherOptions(m.paths, m.codec).order;

@@ -49,7 +49,7 @@ public:
         QString forum;
     };
 
-    struct Surroundings
+    struct Needs
     {
         const Paths &paths;
         TextCodec &codec;
@@ -83,7 +83,7 @@ public:
         bool registersComponents = false;
     };
 
-    explicit LauncherUi(Surroundings surroundings);
+    explicit LauncherUi(Needs needs);
     ~LauncherUi() override;
     Q_DISABLE_COPY_MOVE(LauncherUi)
 
@@ -163,7 +163,7 @@ private:
     void end(int status);
     void reportUnseen(const QString &what, const QString &text);
 
-    Surroundings m;
+    Needs m;
     std::function<void(std::function<void()> then)> m_whenTrayAnswers;
     bool m_registersComponents = false;
     ScriptVocabulary m_vocabulary;

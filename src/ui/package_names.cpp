@@ -8,8 +8,8 @@
 
 namespace plum {
 
-PackageNames::PackageNames(Parts parts)
-    : m(std::move(parts))
+PackageNames::PackageNames(Needs needs)
+    : m(std::move(needs))
 {
 }
 

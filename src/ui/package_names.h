@@ -18,7 +18,7 @@ struct InstallOffer;
 class PackageNames
 {
 public:
-    struct Parts
+    struct Needs
     {
         AppLibrary &library;
         AppFaces &faces;
@@ -28,7 +28,7 @@ public:
         std::function<void(const InstallOffer &offer, std::function<void()> install)> askInstall;
     };
 
-    explicit PackageNames(Parts parts);
+    explicit PackageNames(Needs needs);
 
     // Asks whether to install the dropped package, and before that for another keyword where its own is
     // taken.

@@ -7,10 +7,10 @@
 
 namespace plum {
 
-Questions::Questions(Shell &shell, const AppLibrary &library, Surroundings surroundings)
+Questions::Questions(Shell &shell, const AppLibrary &library, Needs needs)
     : m_shell(shell)
     , m_library(library)
-    , m(std::move(surroundings))
+    , m(std::move(needs))
 {
 }
 

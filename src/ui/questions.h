@@ -22,13 +22,13 @@ class Questions final : public QObject
     Q_OBJECT
 
 public:
-    struct Surroundings
+    struct Needs
     {
         std::function<QWidget *()> owner; // what the box belongs to; null while there is nothing to be seen
         std::function<QString()> keysOfTip; // what the keys of a tip do; empty when there is nothing to say
     };
 
-    Questions(Shell &shell, const AppLibrary &library, Surroundings surroundings);
+    Questions(Shell &shell, const AppLibrary &library, Needs needs);
     ~Questions() override;
     Q_DISABLE_COPY_MOVE(Questions)
 
@@ -72,7 +72,7 @@ private:
 
     Shell &m_shell;
     const AppLibrary &m_library;
-    Surroundings m;
+    Needs m;
     QPointer<shurubox> m_box;
     Kind m_openKind = Kind::OfScript; // of the open box
     std::optional<Show> m_waitingOfScript;

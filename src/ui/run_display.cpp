@@ -19,8 +19,8 @@ constexpr auto doneTime = 2s;
 
 } // namespace
 
-RunDisplay::RunDisplay(Parts parts)
-    : m(std::move(parts))
+RunDisplay::RunDisplay(Needs needs)
+    : m(std::move(needs))
 {
     m_looks.setInterval(betweenLooks);
     connect(&m_looks, &QTimer::timeout, this, &RunDisplay::show);

@@ -18,14 +18,14 @@ class RunDisplay final : public QObject
     Q_OBJECT
 
 public:
-    struct Parts
+    struct Needs
     {
         frmSet &window;
         const RunState &state;
         std::function<sett *()> tray; // null before there is one
     };
 
-    explicit RunDisplay(Parts parts);
+    explicit RunDisplay(Needs needs);
 
     void began();
 

@@ -22,8 +22,8 @@ constexpr int mostNested = 200;
 
 } // namespace
 
-ScriptRuns::ScriptRuns(Surroundings surroundings)
-    : m(std::move(surroundings))
+ScriptRuns::ScriptRuns(Needs needs)
+    : m(std::move(needs))
 {
 }
 

@@ -20,7 +20,7 @@ struct RunState;
 class ScriptRuns
 {
 public:
-    struct Surroundings
+    struct Needs
     {
         std::function<void(const QString &line)> report; // one line on standard error
         std::function<void(const ScriptError &error)> reportMistakes; // as editors and shells read them
@@ -37,7 +37,7 @@ public:
     // As shells know a program that was stopped by hand.
     static constexpr int stoppedStatus = 130;
 
-    explicit ScriptRuns(Surroundings surroundings);
+    explicit ScriptRuns(Needs needs);
 
     // The engine comes later than what scripts see of the launcher.
     void connectEngine(RunState &state, RunStart &starts);
@@ -81,7 +81,7 @@ private:
     void tellStopped();
     QString lineOf(const RunTimeError &error) const;
 
-    Surroundings m;
+    Needs m;
     int m_depth = 0; // runs that were started inside the waits of others
     RunState *m_state = nullptr;
     RunStart *m_starts = nullptr;

@@ -74,6 +74,20 @@ TEST_F(GrantingTest, anAppRunsUnderWhatWasAgreedToAndAsksWhenItChanges)
     EXPECT_EQ(textOf(u"shurubox/tipsbox"_s), u"new"_s);
 }
 
+TEST_F(GrantingTest, theMenuTellsWhatAnAppMayDoAndTakesItBack)
+{
+    install(u"shy"_s, "os.tips \"hello\"\r\n");
+    chooseForApp(u"shy"_s, u"maydo"_s);
+    answer(u"shy may do this and nothing else."_s, u"takeBack"_s);
+    run(u"shy"_s);
+    ASSERT_TRUE(appears(u"asks/asks"_s));
+    EXPECT_EQ(textOf(u"asks/question"_s), u"You have taken back what this app may do. May it run again?"_s);
+    click(u"asks/cancel"_s);
+    ASSERT_TRUE(disappears(u"asks/asks"_s));
+    EXPECT_FALSE(isShown(u"shurubox/shurubox"_s));
+    EXPECT_TRUE(read(u"config/load/grants.json"_s).contains("taken back"));
+}
+
 TEST_F(GrantingTest, anAppThatTheUserEditsIsTheUsersOwn)
 {
     install(u"shy"_s, "os.tips \"hello\"\r\n");
