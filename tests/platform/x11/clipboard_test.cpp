@@ -224,14 +224,18 @@ TEST_F(ClipboardTest, textOutlivesTheProcess)
 
 TEST_F(ClipboardTest, textIsThereAllTheTimeHoweverSlowTheKeeperIs)
 {
-    // A copy of the program, with its backend, beside a keeper that starts late.
+    // A copy of the program, with its backend, beside a keeper that waits for its gate.
     const QTemporaryDir folder;
     const QString probe = folder.filePath(u"probe"_s);
     ASSERT_TRUE(QFile::copy(builtProgram(u"x11_probe"_s), probe));
     ASSERT_TRUE(QFile::link(builtProgram(u"plum-x11.so"_s), folder.filePath(u"plum-x11.so"_s)));
     QFile keeper(folder.filePath(u"plum-clipboard"_s));
     ASSERT_TRUE(keeper.open(QFile::WriteOnly));
-    keeper.write("#!/bin/sh\nsleep 2\nexec '" + builtProgram(u"plum-clipboard"_s).toUtf8() + "' \"$@\"\n");
+    const QString gate = folder.filePath(u"gate"_s);
+    // It gives up in the end, so that nothing is left of a test that fails.
+    keeper.write("#!/bin/sh\nn=0\nwhile [ ! -e '" + gate.toUtf8()
+        + "' ]; do\n n=$((n + 1))\n [ $n -lt 700 ] || exit 1\n sleep 0.1\ndone\nexec '"
+        + builtProgram(u"plum-clipboard"_s).toUtf8() + "' \"$@\"\n");
     keeper.close();
     ASSERT_TRUE(keeper.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 
@@ -239,7 +243,9 @@ TEST_F(ClipboardTest, textIsThereAllTheTimeHoweverSlowTheKeeperIs)
     server.start(process, probe, {u"set-clipboard"_s});
     process.write(chinese.toUtf8());
     process.closeWriteChannel();
-    ASSERT_TRUE(waitUntil([&] { return owner() != XCB_NONE; }));
+    ASSERT_TRUE(waitUntil([&] { return owner() != XCB_NONE; })); // not yet the keeper
+    QFile opened(gate);
+    ASSERT_TRUE(opened.open(QFile::WriteOnly));
     ASSERT_TRUE(waitUntil([&] {
         EXPECT_NE(owner(), xcb_window_t(XCB_NONE));
         return process.state() == QProcess::NotRunning;
