@@ -148,7 +148,7 @@ private:
     void saveOrder() const;
     bool replaceInApp(const QString &keyword, const QString &fileName, const QByteArray &content) const;
 
-    Parts m;
+    Needs m;
     AppFolders m_folders;
     GrantFile m_grants;
 };

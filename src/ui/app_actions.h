@@ -57,7 +57,7 @@ private:
     void confirmRename();
     void appendDropped(const QStringList &paths);
 
-    Parts m;
+    Needs m;
     ScriptFile m_opened; // what the edit panel shows, as it was read
 };
 

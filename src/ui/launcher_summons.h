@@ -60,7 +60,7 @@ private:
     void insistOnFocus();
     void makeHotkeyWindow();
 
-    Parts m;
+    Needs m;
     sethotkey m_module;
     QPointer<hotkey> m_hotkeyWindow;
     std::optional<quint32> m_seenSince; // by the hotkey's clock

@@ -43,7 +43,7 @@ public:
 private:
     void askForDropped(const QString &path, const QString &keyword, bool replaces);
 
-    Parts m;
+    Needs m;
 
     // What the question that is open is about: a package that was dropped, by its path, else one of the
     // store.

@@ -39,7 +39,7 @@ private:
     void show();
     void setText(const QString &text);
 
-    Parts m;
+    Needs m;
     QTimer m_looks;
     bool m_hasShown = false;
 };
