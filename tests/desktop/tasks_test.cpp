@@ -134,6 +134,26 @@ TEST_F(Tasks, fillAFormFromACsv)
     EXPECT_EQ(contentOf(path(u"people"_s)), "Ann|Oslo\nBjörk|Århus\n");
 }
 
+TEST_F(Tasks, tileWindows)
+{
+    QProcess third;
+    const QStringList quiet{u"-geometry"_s, u"40x10+200+200"_s, u"-e"_s, u"sleep 60"_s};
+    server().start(other, u"xterm"_s, QStringList{u"-T"_s, u"One"_s} + quiet);
+    server().start(another, u"xterm"_s, QStringList{u"-T"_s, u"Two"_s} + quiet);
+    server().start(third, u"xterm"_s, QStringList{u"-T"_s, u"Three"_s} + quiet);
+    start(u"Tile windows"_s);
+    expectGoodEnd();
+    int x = 0;
+    for (const char *title : {"One", "Two", "Three"}) {
+        const QRect frame = view->frameRectangle(view->windowTitled(title));
+        EXPECT_EQ(frame.topLeft(), QPoint(x, 0)) << title;
+        EXPECT_FALSE(frame.isEmpty());
+        x += frame.width();
+    }
+    third.kill();
+    third.waitForFinished();
+}
+
 TEST_F(Tasks, typeAUnicodeTableIntoATerminal)
 {
     const QString heading = u"Type a Unicode table into a terminal"_s;

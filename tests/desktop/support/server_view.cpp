@@ -135,12 +135,16 @@ xcb_window_t ServerView::windowTitled(const QByteArray &title, xcb_window_t othe
 
 QByteArray ServerView::titleOf(xcb_window_t window)
 {
-    const auto found = owned(xcb_get_property_reply(m_connection,
-        xcb_get_property(m_connection, 0, window, atom("_NET_WM_NAME"), XCB_GET_PROPERTY_TYPE_ANY, 0, 256),
-        nullptr));
-    return found ? QByteArray(static_cast<const char *>(xcb_get_property_value(found.get())),
-               xcb_get_property_value_length(found.get()))
-                 : QByteArray();
+    // Old programs have a name of the old kind alone.
+    for (const char *property : {"_NET_WM_NAME", "WM_NAME"}) {
+        const auto found = owned(xcb_get_property_reply(m_connection,
+            xcb_get_property(m_connection, 0, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 256),
+            nullptr));
+        if (found && xcb_get_property_value_length(found.get()) > 0)
+            return {static_cast<const char *>(xcb_get_property_value(found.get())),
+                xcb_get_property_value_length(found.get())};
+    }
+    return {};
 }
 
 bool ServerView::hasWindowNamed(const QByteArray &title)
