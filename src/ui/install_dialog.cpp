@@ -126,7 +126,9 @@ InstallDialog::InstallDialog(const InstallOffer &offer)
     keyword->setFont(large);
     column->addWidget(keyword);
     if (offer.asks == InstallOffer::Asks::Install) {
-        QLabel *facts = outsideText(u"facts"_s, factsOf(offer), this);
+        QLabel *facts = offer.version.isEmpty() ? sentence(factsOf(offer), this)
+                                                : outsideText(u"facts"_s, factsOf(offer), this);
+        facts->setObjectName(u"facts"_s);
         facts->setProperty("quiet", true);
         column->addWidget(facts);
     }

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <gtest/gtest.h>
 
 namespace plum {
@@ -115,6 +116,8 @@ TEST_F(HostileApp, followsALinkOutOfItsFolder)
 {
     app.write(u"desktop/secret.txt"_s, "secret");
     ASSERT_TRUE(QFile::link(app.path(u"desktop"_s), app.path(u"config/apps/x/link"_s)));
+    if (!QFileInfo(app.path(u"config/apps/x/link"_s)).isSymbolicLink())
+        GTEST_SKIP() << "Links of this system are files that the desktop alone follows.";
     ASSERT_TRUE(QFile::link(app.path(u"desktop/new.txt"_s), app.path(u"config/apps/x/dangling.txt"_s)));
     app.run(
         {u"file.read \"_pfold_/link/secret.txt\",\"\",\"t\""_s, u"os.tips set.t"_s}, R"({"read":["app:"]})");
