@@ -84,7 +84,8 @@ void X11KeyGrab::startGuard()
 
 void X11KeyGrab::tellGuard()
 {
-    const char word = m_phase == Phase::KeepingBack ? guard::keepsBack : guard::letsGo;
+    // Until the key is up the server keeps back each event until it is answered.
+    const char word = m_phase == Phase::Waiting ? guard::letsGo : guard::keepsBack;
     // A guard that has gone is missed by nobody until the next start.
     if (m_guard >= 0)
         send(m_guard, &word, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
@@ -92,9 +93,9 @@ void X11KeyGrab::tellGuard()
 
 void X11KeyGrab::enter(Phase phase)
 {
-    const bool kept = m_phase == Phase::KeepingBack;
+    const bool isChange = m_phase != phase;
     m_phase = phase;
-    if (kept != (phase == Phase::KeepingBack))
+    if (isChange)
         tellGuard();
 }
 
@@ -222,10 +223,12 @@ void X11KeyGrab::receive(const xcb_generic_event_t &event)
         m_pressed(key.time);
     } else if (key.detail == m_key) {
         // The release ends it all by itself; a press is a repetition.
-        if (isPress)
+        if (isPress) {
             allow(XCB_ALLOW_SYNC_KEYBOARD, key.time);
-        else
+            tellGuard(); // that this still stirs
+        } else {
             enter(Phase::Waiting);
+        }
     } else if (isPress) {
         // Typed before the key came up: it is for the window that has the keyboard, as all that follows.
         enter(Phase::Waiting);

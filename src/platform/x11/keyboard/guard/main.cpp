@@ -12,9 +12,9 @@
 // program stands still meanwhile (stopped, or held by a debugger) nobody could type any more, so this ends
 // the program's connection to the X server, which lets all keys go.
 //
-// Standard input tells when the program keeps keys back (words.h) and ends with it. Standard output is the
-// connection itself: what the server has sent on it and the program does not read tells the same of a press
-// that it never saw.
+// Standard input tells, again and again, when the program keeps keys back (words.h) and ends with it.
+// Standard output is the connection itself: what the server has sent on it and the program does not read
+// tells the same of a press that it never saw.
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -60,7 +60,7 @@ bool hear(State &keeping)
     char word = 0;
     if (read(words, &word, 1) != 1)
         return false;
-    note(keeping, word == keepsBack);
+    keeping = {word == keepsBack, Clock::now()};
     return true;
 }
 
