@@ -117,12 +117,16 @@ bool X11OwnKeys::makeRoom(size_t count, std::optional<qint64> use, std::span<con
     return true;
 }
 
+// Later than every use before, so that it tells them apart however soon they follow each other.
+qint64 X11OwnKeys::nextUse()
+{
+    m_latestUse = std::max(now(), m_latestUse + 1);
+    return m_latestUse;
+}
+
 void X11OwnKeys::give(std::span<const xkb_keysym_t> symbols, std::span<const xcb_keycode_t> unused)
 {
-    // Later than every use before, so that it tells what is needed now.
-    const qint64 use = m_keys.empty()
-        ? now()
-        : std::max(now(), std::ranges::max(m_keys, {}, &OwnKey::lastUse).lastUse + 1);
+    const qint64 use = nextUse();
     const auto isIdle = [use](const OwnKey &own) { return !own.held && own.lastUse != use; };
     std::vector<OwnKey> fresh;
     for (const xkb_keysym_t symbol : symbols) {
@@ -161,13 +165,13 @@ std::optional<xcb_keycode_t> X11OwnKeys::hold(xkb_keysym_t symbol, std::span<con
     const auto found = std::ranges::find(m_keys, symbol, [](const OwnKey &own) { return own.symbols[0]; });
     if (found != m_keys.end()) {
         found->held = true;
-        found->lastUse = now();
+        found->lastUse = nextUse();
         return found->key;
     }
     std::vector<xcb_keycode_t> free;
     if (!makeRoom(1, {}, unused, free))
         return {};
-    const OwnKey own{free.front(), symbolsFor(symbol), true, now()};
+    const OwnKey own{free.front(), symbolsFor(symbol), true, nextUse()};
     m_keys.push_back(own);
     write({&own, 1});
     return own.key;
@@ -228,9 +232,9 @@ void X11OwnKeys::waitUntilSettled(qint64 lastUse)
 {
     if (lastUse < m_settledUntil)
         return;
-    const qint64 asked = now();
+    // A use that has begun already, and for which there is no room yet, is not among what was worked off.
     if (m_receiver.hasWorkedOff(longestReading)) {
-        m_settledUntil = asked;
+        m_settledUntil = lastUse + 1;
         return;
     }
     m_connection.sync();

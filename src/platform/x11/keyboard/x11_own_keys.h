@@ -69,11 +69,13 @@ private:
     OwnKey *ownKeyWith(xkb_keysym_t symbol);
     bool makeRoom(size_t count, std::optional<qint64> use, std::span<const xcb_keycode_t> unused,
         std::vector<xcb_keycode_t> &free);
+    qint64 nextUse();
     void waitUntilSettled(qint64 lastUse);
     void write(std::span<const OwnKey> changed);
 
     X11Connection &m_connection;
     X11Receiver m_receiver;
+    qint64 m_latestUse = 0;
     qint64 m_settledUntil = 0; // every use before is known to be over
     std::deque<OwnKey> m_keys;
     std::optional<quint16> m_change; // the number of the request whose events are on their way
