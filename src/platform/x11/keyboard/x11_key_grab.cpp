@@ -25,6 +25,9 @@ constexpr auto givePatience = 2s;
 constexpr auto takePatience = 300ms;
 constexpr auto betweenLooks = 2ms;
 
+// How often the guard hears that this still stirs while keys are kept back.
+constexpr auto signOfLife = 1s;
+
 } // namespace
 
 X11KeyGrab::X11KeyGrab(std::function<void(xcb_timestamp_t time)> pressed, std::function<void()> lost)
@@ -74,29 +77,28 @@ void X11KeyGrab::startGuard()
     const bool isStarted = bool(startDetached({programBeside(QStringLiteral("plum-keyguard")), {}, ends[1],
         xcb_get_file_descriptor(m_connection.xcb())}));
     ::close(ends[1]);
-    const std::lock_guard lock(m_mutex);
-    if (isStarted)
-        m_guard = ends[0];
-    else
+    if (!isStarted) {
         ::close(ends[0]);
-    tellGuard();
+        return;
+    }
+    {
+        const std::lock_guard lock(m_mutex);
+        m_guard = ends[0];
+    }
+    wake(); // the thread tells it how things are
 }
 
-void X11KeyGrab::tellGuard()
+// The guard has to know of keys that may be kept back before they can be, and of their end when it is done:
+// this process may be stopped between any two steps.
+void X11KeyGrab::tellGuard(char word)
 {
-    // Until the key is up the server keeps back each event until it is answered.
-    const char word = m_phase == Phase::Waiting ? guard::letsGo : guard::keepsBack;
+    const Clock::time_point now = Clock::now();
+    if (m_guard < 0 || (word == m_told && now - m_toldWhen < signOfLife))
+        return;
+    m_told = word;
+    m_toldWhen = now;
     // A guard that has gone is missed by nobody until the next start.
-    if (m_guard >= 0)
-        send(m_guard, &word, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
-}
-
-void X11KeyGrab::enter(Phase phase)
-{
-    const bool isChange = m_phase != phase;
-    m_phase = phase;
-    if (isChange)
-        tellGuard();
+    send(m_guard, &word, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 void X11KeyGrab::wake()
@@ -107,14 +109,14 @@ void X11KeyGrab::wake()
 
 bool X11KeyGrab::take(xcb_keycode_t key, const std::vector<uint16_t> &modifiers)
 {
-    letGo();
     if (!m_connection.isOpen())
         return false;
-    {
-        const std::lock_guard lock(m_mutex);
-        m_key = key;
-        m_modifiers = modifiers;
-    }
+    // All the while: an answer brings a press along, which the thread then has to deal with.
+    const std::lock_guard lock(m_mutex);
+    dropKey();
+    tellGuard(guard::keepsBack);
+    m_key = key;
+    m_modifiers = modifiers;
     std::vector<xcb_void_cookie_t> requests;
     for (const uint16_t each : modifiers) {
         requests.push_back(xcb_grab_key_checked(
@@ -126,18 +128,23 @@ bool X11KeyGrab::take(xcb_keycode_t key, const std::vector<uint16_t> &modifiers)
         all = all && !error && m_connection.isOpen();
     }
     if (!all)
-        letGo();
-    // A press that came with an answer has left the socket already.
+        dropKey();
     wake();
     return all;
 }
 
-// Letting go of what another program holds changes nothing.
 void X11KeyGrab::letGo()
 {
     const std::lock_guard lock(m_mutex);
+    dropKey();
+}
+
+// Letting go of what another program holds changes nothing.
+void X11KeyGrab::dropKey()
+{
     if (m_key == 0 || !m_connection.isOpen())
         return;
+    tellGuard(guard::keepsBack);
     for (const uint16_t each : m_modifiers)
         xcb_ungrab_key(m_connection.xcb(), m_key, m_connection.root(), each);
     // A press may have frozen the keyboard without having been read yet.
@@ -145,7 +152,8 @@ void X11KeyGrab::letGo()
     m_connection.sync(); // the keys are free for others from now on
     m_key = 0;
     m_modifiers.clear();
-    enter(Phase::Waiting);
+    m_phase = Phase::Waiting;
+    wake();
 }
 
 void X11KeyGrab::giveKeysTo(xcb_window_t window)
@@ -181,6 +189,7 @@ void X11KeyGrab::run()
         std::optional<std::chrono::milliseconds> sleep;
         {
             const std::lock_guard lock(m_mutex);
+            tellGuard(guard::keepsBack);
             XcbPointer<xcb_generic_event_t> event;
             do {
                 while (event.reset(xcb_poll_for_event(m_connection.xcb())), event)
@@ -193,6 +202,8 @@ void X11KeyGrab::run()
             } while (event);
             if (m_ends)
                 return;
+            if (m_phase == Phase::Waiting)
+                tellGuard(guard::letsGo);
         }
         if (!m_connection.isOpen()) {
             m_lost();
@@ -216,22 +227,20 @@ void X11KeyGrab::receive(const xcb_generic_event_t &event)
     if (m_phase == Phase::Waiting) {
         if (!isPress || key.detail != m_key)
             return;
-        enter(Phase::KeepingBack);
+        m_phase = Phase::KeepingBack;
         m_pressTime = key.time;
         m_deadline = Clock::now() + answerPatience;
         m_wish.reset();
         m_pressed(key.time);
     } else if (key.detail == m_key) {
         // The release ends it all by itself; a press is a repetition.
-        if (isPress) {
+        if (isPress)
             allow(XCB_ALLOW_SYNC_KEYBOARD, key.time);
-            tellGuard(); // that this still stirs
-        } else {
-            enter(Phase::Waiting);
-        }
+        else
+            m_phase = Phase::Waiting;
     } else if (isPress) {
         // Typed before the key came up: it is for the window that has the keyboard, as all that follows.
-        enter(Phase::Waiting);
+        m_phase = Phase::Waiting;
         allow(XCB_ALLOW_REPLAY_KEYBOARD, key.time);
     } else {
         allow(XCB_ALLOW_SYNC_KEYBOARD, key.time);
@@ -248,14 +257,17 @@ void X11KeyGrab::allow(xcb_allow_t mode, xcb_timestamp_t time)
 // Returns how long to sleep at most; nothing for until something happens.
 std::optional<std::chrono::milliseconds> X11KeyGrab::advance()
 {
-    if (m_phase != Phase::KeepingBack)
+    if (m_phase == Phase::Waiting)
         return {};
+    // Until the key is up the server keeps back each event until it is answered.
+    if (m_phase == Phase::Following)
+        return signOfLife;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
     if (left > 0ms && !(m_wish && isFulfilled(*m_wish)))
-        return m_wish ? std::min(left, std::chrono::milliseconds(betweenLooks)) : left;
-    enter(Phase::Following);
+        return std::min<std::chrono::milliseconds>(left, m_wish ? betweenLooks : signOfLife);
+    m_phase = Phase::Following;
     allow(XCB_ALLOW_SYNC_KEYBOARD, m_pressTime);
-    return {};
+    return signOfLife;
 }
 
 bool X11KeyGrab::isFulfilled(const Wish &wish)

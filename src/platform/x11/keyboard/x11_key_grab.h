@@ -70,8 +70,8 @@ private:
     bool isFulfilled(const Wish &wish);
     void allow(xcb_allow_t mode, xcb_timestamp_t time);
     void wish(const Wish &wish, Clock::duration patience);
-    void enter(Phase phase);
-    void tellGuard();
+    void dropKey();
+    void tellGuard(char word);
     void wake();
 
     X11Connection m_connection;
@@ -87,6 +87,8 @@ private:
     Clock::time_point m_deadline;
     std::optional<Wish> m_wish;
     int m_guard = -1; // a socket whose other end is the guard's
+    char m_told = 0; // to the guard, the last word
+    Clock::time_point m_toldWhen;
     bool m_ends = false;
 
     std::thread m_thread;

@@ -12,7 +12,7 @@
 // program stands still meanwhile (stopped, or held by a debugger) nobody could type any more, so this ends
 // the program's connection to the X server, which lets all keys go.
 //
-// Standard input tells, again and again, when the program keeps keys back (words.h) and ends with it.
+// Standard input tells, again and again, when the program may keep keys back (words.h) and ends with it.
 // Standard output is the connection itself: what the server has sent on it and the program does not read
 // tells the same of a press that it never saw.
 namespace {
@@ -24,7 +24,7 @@ using namespace plum::guard;
 constexpr int words = STDIN_FILENO;
 constexpr int connection = STDOUT_FILENO;
 
-// The program itself lets the keys go four seconds after a press at the latest, and reads what comes at once.
+// The program says each second that it still stirs, and reads what comes at once.
 constexpr auto keepingPatience = 5s;
 constexpr auto readingPatience = 2s;
 constexpr auto betweenLooks = 250ms;
@@ -68,7 +68,7 @@ bool hear(State &keeping)
 
 int main()
 {
-    State keeping;
+    State keeping{true, Clock::now()}; // it may have been stopped before its first word
     State unread;
     for (;;) {
         // What lies unread would end each sleep at once, so it is looked at now and then.
