@@ -36,9 +36,9 @@ void GuardedKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
         m_platform.keyboard().keyEvent(virtualKey, flags);
 }
 
-bool GuardedKeyboard::typeText(QStringView text)
+bool GuardedKeyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
-    return m_guard->allowsInput(Effect::Keys) && m_platform.keyboard().typeText(text);
+    return m_guard->allowsInput(Effect::Keys) && m_platform.keyboard().typeText(text, before);
 }
 
 bool GuardedPaths::mayRead(const QString &systemPath) const

@@ -53,7 +53,7 @@ class GuardedKeyboard final : public Guarded<Keyboard>
 public:
     using Guarded::Guarded;
     void keyEvent(quint8 virtualKey, quint32 flags) override;
-    bool typeText(QStringView text) override;
+    bool typeText(QStringView text, const BeforeCharacter &before) override;
     void releaseAll() override { m_platform.keyboard().releaseAll(); }
 };
 

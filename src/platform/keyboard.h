@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace plum {
 
 // Synthetic key events, by virtual-key code as Windows numbers them (65 to 90 for the letters A to Z,
@@ -33,7 +35,15 @@ public:
     // half of a pair. Takes some time for each few dozen characters that need keys of their own, so hand over
     // some dozens at a time and let the receiver read in between. A backend that has no way to type texts
     // types nothing.
-    virtual bool typeText(QStringView text) { return text.isEmpty(); }
+    bool typeText(QStringView text)
+    {
+        return typeText(text, [] {});
+    }
+
+    // The same, with a call before each character, when those before it have been sent and no key of theirs
+    // is down. It may leave by an exception; what is left of the text is not typed then.
+    using BeforeCharacter = std::function<void()>;
+    virtual bool typeText(QStringView text, const BeforeCharacter &) { return text.isEmpty(); }
 
     // Lets go of every key that this object pressed and did not release, and gives back every change it
     // made to the keyboard's mapping.

@@ -9,16 +9,17 @@ void StoppablePlatform::StoppableKeyboard::keyEvent(quint8 virtualKey, quint32 f
     m_inner.keyboard().keyEvent(virtualKey, flags);
 }
 
-// A text comes in pieces, each of which is sent in one go: keys that have to be made for it are made
-// together.
-bool StoppablePlatform::StoppableKeyboard::typeText(QStringView text)
+bool StoppablePlatform::StoppableKeyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
     m_stop.check();
     for (const QChar character : text) {
         if (const char16_t letter = character.toUpper().unicode(); letter >= u'A' && letter <= u'Z')
             m_stop.ownKeys().note(static_cast<quint8>(letter));
     }
-    return m_inner.keyboard().typeText(text);
+    return m_inner.keyboard().typeText(text, [&] {
+        m_stop.check();
+        before();
+    });
 }
 
 void StoppablePlatform::StoppablePointer::moveTo(QPoint point)

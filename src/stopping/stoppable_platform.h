@@ -39,7 +39,7 @@ private:
         {
         }
         void keyEvent(quint8 virtualKey, quint32 flags) override;
-        bool typeText(QStringView text) override;
+        bool typeText(QStringView text, const BeforeCharacter &before) override;
         void releaseAll() override { m_inner.keyboard().releaseAll(); }
 
     private:

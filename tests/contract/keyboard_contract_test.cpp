@@ -181,6 +181,23 @@ TEST_F(KeyboardPort, typesUpToWhatIsNoCharacter)
     EXPECT_TRUE(keyboard().typeText({}));
 }
 
+// Capitals and characters that the layout lacks change what is held and what keys mean.
+TEST_F(KeyboardPort, leavesATextWhereTheCallerLeavesIt)
+{
+    struct Left
+    {
+    };
+    int asked = 0;
+    const auto leaveBeforeTheFourth = [&] {
+        if (++asked == 4)
+            throw Left();
+    };
+    EXPECT_THROW(keyboard().typeText(u"aB你Cdef", leaveBeforeTheFourth), Left);
+    EXPECT_TRUE(keyboard().typeText(u"z"));
+    EXPECT_TRUE(waitUntil([&] { return typed().endsWith(u'z'); }));
+    EXPECT_EQ(typed(), u"aB你z");
+}
+
 TEST_F(KeyboardPort, letsGoOfWhatItPressed)
 {
     keyboard().keyEvent(shift, 0);

@@ -39,6 +39,17 @@ TEST_F(StoppablePlatformTest, PassesEventsOnUntilTheSignal)
     EXPECT_EQ(inner.log.lines(), before);
 }
 
+TEST_F(StoppablePlatformTest, LeavesATextBetweenItsCharacters)
+{
+    int typed = 0;
+    const auto stopBeforeTheThird = [&] {
+        if (++typed == 2)
+            stop.raise();
+    };
+    EXPECT_THROW(platform.keyboard().typeText(u"abcdef", stopBeforeTheThird), RunStopped);
+    EXPECT_EQ(inner.log.lines(), QStringList(u"type ab"_s));
+}
+
 TEST_F(StoppablePlatformTest, LetsKeysGoAlsoAfterTheSignal)
 {
     stop.raise();

@@ -1,6 +1,7 @@
 #include "platform/recording/recording_platform.h"
 
 #include <QDir>
+#include <QScopeGuard>
 
 namespace plum::recording {
 
@@ -24,12 +25,15 @@ void RecordingKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
     m_log.add(u"key %1 %2"_s.arg(virtualKey).arg(flags));
 }
 
-bool RecordingKeyboard::typeText(QStringView text)
+bool RecordingKeyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
     const auto bad = std::ranges::find_if(text, [](QChar c) {
         return c.category() == QChar::Other_Control && c != u'\r' && c != u'\n' && c != u'\t';
     });
-    m_log.add(u"type %1"_s.arg(QStringView(text.begin(), bad)));
+    auto typed = text.begin();
+    const auto leave = qScopeGuard([&] { m_log.add(u"type %1"_s.arg(QStringView(text.begin(), typed))); });
+    for (; typed != bad; ++typed)
+        before();
     return bad == text.end();
 }
 

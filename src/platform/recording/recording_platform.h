@@ -71,7 +71,7 @@ public:
     }
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
-    bool typeText(QStringView text) override;
+    bool typeText(QStringView text, const BeforeCharacter &before) override;
     void releaseAll() override { m_log.add(QStringLiteral("keyboard release all")); }
 
 private:

@@ -5,6 +5,7 @@
 #include "platform/wayland/event_time.h"
 #include "platform/wayland/key_table.h"
 
+#include <QScopeGuard>
 #include <QThread>
 
 #include <algorithm>
@@ -121,7 +122,7 @@ void WaylandKeyboard::noteModifier(quint16 code, bool down)
 }
 
 // Programs get a new map in its turn among the keys, so nobody has to be waited for.
-bool WaylandKeyboard::typeText(QStringView text)
+bool WaylandKeyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
     if (!m_device)
         return text.isEmpty();
@@ -130,15 +131,18 @@ bool WaylandKeyboard::typeText(QStringView text)
         const std::size_t ready = makeKeysFor(left.first(std::min(left.size(), typedAtOnce)));
         if (ready == 0)
             return false;
+        const auto leave = qScopeGuard(
+            [this] { zwp_virtual_keyboard_v1_modifiers(m_device.get(), m_held, 0, m_locked, 0); });
         for (const char32_t character : left.first(ready)) {
+            before();
             const Stroke stroke = strokeOf(character);
             // Caps Lock does not count.
             zwp_virtual_keyboard_v1_modifiers(
                 m_device.get(), m_held | (stroke.withShift ? shiftBit : 0U), 0, m_locked & ~capsLockBit, 0);
             send(stroke.code, true);
             send(stroke.code, false);
+            m_connection.flush();
         }
-        zwp_virtual_keyboard_v1_modifiers(m_device.get(), m_held, 0, m_locked, 0);
         // What the compositor has not read yet must not pile up.
         m_connection.roundTrip();
         left = left.subspan(ready);

@@ -20,7 +20,7 @@ public:
     explicit WaylandKeyboard(WaylandConnection &connection);
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
-    bool typeText(QStringView text) override;
+    bool typeText(QStringView text, const BeforeCharacter &before) override;
     void releaseAll() override;
 
 private:

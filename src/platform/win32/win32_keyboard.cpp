@@ -39,11 +39,10 @@ void Win32Keyboard::keyEvent(quint8 virtualKey, quint32 flags)
     m_down[virtualKey] = (flags & KeyUp) == 0;
 }
 
-bool Win32Keyboard::typeText(QStringView text)
+bool Win32Keyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
-    std::vector<INPUT> events;
-    bool isWhole = true;
-    for (qsizetype at = 0; at < text.size() && isWhole; ++at) {
+    std::vector<INPUT> events; // of one character
+    for (qsizetype at = 0; at < text.size(); ++at) {
         const QChar unit = text[at];
         if (unit == u'\n' && at > 0 && text[at - 1] == u'\r')
             continue;
@@ -51,11 +50,19 @@ bool Win32Keyboard::typeText(QStringView text)
             appendTap(events, VK_RETURN, 0, 0);
         else if (unit == u'\t')
             appendTap(events, VK_TAB, 0, 0);
-        else if (isWhole = canBeTyped(text, at); isWhole)
+        else if (canBeTyped(text, at))
             appendTap(events, 0, unit.unicode(), KEYEVENTF_UNICODE);
+        else
+            return false;
+        if (unit.isHighSurrogate())
+            continue;
+        before();
+        const auto count = static_cast<UINT>(events.size());
+        if (SendInput(count, events.data(), sizeof(INPUT)) != count)
+            return false;
+        events.clear();
     }
-    const auto count = static_cast<UINT>(events.size());
-    return SendInput(count, events.data(), sizeof(INPUT)) == count && isWhole;
+    return true;
 }
 
 void Win32Keyboard::releaseAll()

@@ -12,7 +12,7 @@ class Win32Keyboard final : public Keyboard
 {
 public:
     void keyEvent(quint8 virtualKey, quint32 flags) override;
-    bool typeText(QStringView text) override;
+    bool typeText(QStringView text, const BeforeCharacter &before) override;
     void releaseAll() override;
 
 private:

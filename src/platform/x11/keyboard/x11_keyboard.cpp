@@ -160,7 +160,7 @@ void X11Keyboard::fake(quint8 type, xcb_keycode_t key)
     xcb_test_fake_input(m_connection.xcb(), type, key, XCB_CURRENT_TIME, m_connection.root(), 0, 0, 0);
 }
 
-bool X11Keyboard::typeText(QStringView text)
+bool X11Keyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
     if (!m_connection.isOpen())
         return false;
@@ -171,8 +171,11 @@ bool X11Keyboard::typeText(QStringView text)
         const std::vector<X11Keymap::Stroke> strokes = m_keymap.strokesFor(left);
         if (strokes.empty())
             return false;
-        std::ranges::for_each(strokes, [this](const X11Keymap::Stroke &stroke) { send(stroke); });
-        m_connection.flush();
+        for (const X11Keymap::Stroke &stroke : strokes) {
+            before();
+            send(stroke);
+            m_connection.flush();
+        }
         left = left.subspan(strokes.size());
     }
     return wanted.isWhole;

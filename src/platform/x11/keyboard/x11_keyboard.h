@@ -17,7 +17,7 @@ public:
     X11Keyboard(X11Connection &connection, X11Keymap &keymap);
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
-    bool typeText(QStringView text) override;
+    bool typeText(QStringView text, const BeforeCharacter &before) override;
     void releaseAll() override;
 
 private:
