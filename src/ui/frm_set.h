@@ -1,31 +1,21 @@
 #pragma once
 
 #include "look/borderless_window.h"
+#include "ui/main_panel.h"
 
 #include <QPointer>
 
 #include <memory>
-
-class QStackedLayout;
 
 namespace plum {
 
 class AppFaces;
 class AppLists;
 class EditPanel;
-class Footer;
-class FileEntry;
-class KeywordList;
 class ManualWindow;
 class RenamePanel;
 class ScriptVocabulary;
 class moveit;
-
-// Which of the two lists the user pointed at last.
-enum class ListMarker {
-    List = 0,
-    List2 = 2,
-};
 
 // The launcher window `frmSet`: a keyword box over two app lists, and a panel each for writing and for
 // renaming an app. It shows and filters; what an action does is decided by whoever listens.
@@ -48,29 +38,18 @@ public:
     EditPanel &editPanel();
     RenamePanel &renamePanel();
 
-    QString keywordBoxText() const;
-    void focusKeywordBox();
-
-    void bringListToFront();
-
-    // The lists have changed: what is typed filters them again.
-    void refilter();
-
-    // `List` in front, and the typed text selected, so that the next key filters anew.
-    void startAnew();
-
-    // The app that keys in the main panel act on: the selected one of the list that has the keyboard, else
-    // the one that Enter in the keyword box would run.
-    QString keywordAtHand() const;
-
-    // The current text of the list that the marker names.
-    QString selectedKeyword() const;
+    // Of the main panel.
+    QString keywordBoxText() const { return okbox->typedText(); }
+    void focusKeywordBox() { okbox->focusKeywordBox(); }
+    void bringListToFront() { okbox->bringListToFront(); }
+    void refilter() { okbox->refilter(); }
+    void startAnew() { okbox->startAnew(); }
+    QString keywordAtHand() const { return okbox->keywordAtHand(); }
+    QString selectedKeyword() const { return okbox->selectedKeyword(); }
+    Footer &footer() { return okbox->footer(); }
 
     void showKeys();
     void showManual();
-
-    // The line under the lists.
-    Footer &footer() { return *m_footer; }
 
     // The edit panel when it is the one that is shown.
     EditPanel *shownEditPanel() const;
@@ -109,31 +88,16 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QWidget *makeMainPanel(AppFaces &faces);
-    void connectList(KeywordList &list, ListMarker marker);
+    void connectMainPanel();
     void showPanel(QWidget *panel);
     QWidget *shownPanel() const;
-    void filter();
-    void makeShortcuts(QWidget &panel);
     void goBack();
-    void updateMark();
-    QString keywordOfEnter() const;
-    void runFirst();
-    void moveIntoList();
     void openSettingsMenu(QPoint globalPosition);
-    void showMatches();
 
-    AppLists &m_lists;
     const ScriptVocabulary &m_vocabulary;
     moveit *m_mover;
     bool m_hasPainted = false;
-    ListMarker m_marker = ListMarker::List;
-    KeywordList *List; // all keywords
-    KeywordList *List2; // the keywords that match; in front of `List` when filtering
-    FileEntry *Text8; // the keyword box
-    Footer *m_footer;
-    QStackedLayout *m_stack;
-    QWidget *okbox; // the main panel
+    MainPanel *okbox;
     EditPanel *addeditbox = nullptr;
     RenamePanel *editnamebox = nullptr;
     QPointer<ManualWindow> m_manual; // while it is open

@@ -88,7 +88,6 @@ void LauncherUi::connectEngine(RunState &state, RunStart &starts, ScriptVocabula
 void LauncherUi::start(const Desktop &desktop)
 {
     m_whenTrayAnswers = desktop.whenTrayAnswers;
-    m_registersComponents = desktop.registersComponents;
     m_runs.state().runctx[1] = u"bao"_s;
     m_runs.state().runidx[2] = 0;
     m_window = std::make_unique<frmSet>(m_lists, m_faces, m_vocabulary);
@@ -98,8 +97,10 @@ void LauncherUi::start(const Desktop &desktop)
     m_actions = std::make_unique<AppActions>(AppActions::Needs{*m_window, m_library, m_faces, m.shell,
         m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; },
         [this](const QString &keyword) { run(keyword, true); }});
+    m_menus = std::make_unique<LauncherMenus>(LauncherMenus::Needs{*m_window, *m_actions, *m_summons,
+        m_library, m.shell, m.sites, desktop.registersComponents, m.tellSheet});
     m_runDisplay = std::make_unique<RunDisplay>(
-        RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus.get(); }});
+        RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }});
     connectWindow();
     LibraryChange::recover(m.installer.library());
     m_lists.order = readLauncherOptions(m.paths, m.codec).order;
@@ -119,7 +120,7 @@ void LauncherUi::completeStart()
         return;
     m_caretRest.emplace();
     m_window->setWindowIcon(appIcon());
-    m_whenTrayAnswers([this] { menus().addTrayIcon(); });
+    m_whenTrayAnswers([this] { m_menus->menus().addTrayIcon(); });
 }
 
 void LauncherUi::connectWindow()
@@ -145,13 +146,11 @@ void LauncherUi::connectWindow()
         [this] { m_actions->editAtLine(m_lastStopped.keyword, m_lastStopped.line); });
     connect(window, &frmSet::storeRequested, this, [this] { m.store.openCatalogue(); });
     connect(window, &frmSet::exitRequested, this, &LauncherUi::exit);
-    connect(window, &frmSet::settingsMenuRequested, this,
-        [this](QPoint position) { menus().mmmm.popup(position); });
-    connect(window, &frmSet::listMenuRequested, this, [this](QPoint position) {
-        menus().setVersionBefore(m_library.versionBefore(m_window->selectedKeyword()));
-        menus().list2you.popup(position);
-    });
     connect(window, &frmSet::updatesRequested, this, [this] { m.store.installUpdates(); });
+    connect(m_menus.get(), &LauncherMenus::hideRequested, this, &LauncherUi::hideLauncher);
+    connect(m_menus.get(), &LauncherMenus::stopRequested, this, &LauncherUi::requestStop);
+    connect(m_menus.get(), &LauncherMenus::exitRequested, this, &LauncherUi::exit);
+    connect(m_menus.get(), &LauncherMenus::endRequested, this, &LauncherUi::endProcess);
 }
 
 void LauncherUi::run(const QString &keyword, bool remembersPath)
@@ -177,90 +176,6 @@ void LauncherUi::sayUpdated(int apps)
         m_window->footer().say(apps == 1 ? tr("1 app updated") : tr("%1 apps updated").arg(apps));
 }
 
-sett &LauncherUi::menus()
-{
-    if (!m_menus) {
-        m_menus = std::make_unique<sett>(m_registersComponents);
-        m_menus->setTheme(m_window->theme());
-        connect(m_window.get(), &BorderlessWindow::themeChanged, m_menus.get(), &sett::setTheme);
-        connect(m_menus.get(), &sett::commandChosen, this, &LauncherUi::choose);
-    }
-    return *m_menus;
-}
-
-void LauncherUi::choose(MenuCommand command)
-{
-    const QString selected = m_window->selectedKeyword();
-    switch (command) {
-    case MenuCommand::addnew:
-        m_actions->addApp();
-        break;
-    case MenuCommand::editok:
-        m_actions->editApp(selected);
-        break;
-    case MenuCommand::editname:
-        m_actions->renameApp(selected);
-        break;
-    case MenuCommand::goBack:
-        m_actions->goBack(selected);
-        break;
-    case MenuCommand::delthis:
-        m_actions->deleteApp(selected);
-        break;
-    case MenuCommand::openthisfold:
-        m_library.OpenAppFolder(selected);
-        break;
-    case MenuCommand::shuoming:
-        m_actions->showGuide(selected);
-        break;
-    case MenuCommand::mayDo:
-        if (!selected.isEmpty() && m.tellSheet)
-            m.tellSheet(selected);
-        break;
-    case MenuCommand::rjsz:
-        m_summons->showHotkeyWindow();
-        break;
-    case MenuCommand::xianshi:
-        m_summons->showAndActivate();
-        break;
-    case MenuCommand::yctp:
-        hideLauncher();
-        break;
-    case MenuCommand::lookAgain:
-        m_actions->lookAgain();
-        break;
-    case MenuCommand::manual:
-        m_window->showManual();
-        break;
-    case MenuCommand::keys:
-        m_window->showKeys();
-        break;
-    case MenuCommand::tuichu:
-        exit();
-        break;
-    case MenuCommand::stop:
-        requestStop();
-        break;
-    case MenuCommand::guanbi:
-        endProcess();
-        break;
-    case MenuCommand::fixit:
-        m.shell.open(u"regsvr32"_s, m_library.folders().fixComponent() + u" /s"_s, ShowState::Minimised);
-        break;
-    case MenuCommand::about:
-        openPage(m.sites.product + u"/plum/index.html?v=0.01"_s);
-        break;
-    case MenuCommand::gfwz:
-    case MenuCommand::offs:
-        openPage(m.sites.product + u"/products/tarnwick_plum/index.html?v=0.01"_s);
-        break;
-    case MenuCommand::discuss:
-    case MenuCommand::funcstore:
-        openPage(m.sites.forum + u"/topic/tarnwick_plum/"_s);
-        break;
-    }
-}
-
 void LauncherUi::tellRefused(const QString &sentence)
 {
     m.report(sentence);
@@ -268,15 +183,15 @@ void LauncherUi::tellRefused(const QString &sentence)
         m_window->footer().say(sentence);
 }
 
-void LauncherUi::openPage(const QString &address)
+sett *LauncherUi::madeMenus() const
 {
-    m.shell.open(address, {}, ShowState::Normal);
+    return m_menus ? m_menus->madeMenus() : nullptr;
 }
 
 void LauncherUi::leaveDesktop()
 {
-    if (m_menus)
-        m_menus->removeTrayIcon();
+    if (sett *menus = madeMenus())
+        menus->removeTrayIcon();
     if (m_summons)
         m_summons->unregisterHotkey();
 }
@@ -308,8 +223,8 @@ void LauncherUi::showDownload(std::optional<int> percent)
     const QString text = percent ? tr("Downloading, %1 %").arg(*percent) : QString();
     if (m_window)
         m_window->footer().setDownload(text);
-    if (m_menus)
-        m_menus->setDownload(text);
+    if (sett *menus = madeMenus())
+        menus->setDownload(text);
 }
 
 void LauncherUi::addInstalledApp(const QString &keyword)
@@ -431,7 +346,7 @@ void LauncherUi::tellStopped(const RunStopped::Place &where)
 // Whether the user has a way to fetch the launcher without starting it again.
 bool LauncherUi::canReturn() const
 {
-    return m_summons->hasHotkey() || (m_menus && m_menus->hasTrayIcon());
+    return m_summons->hasHotkey() || (madeMenus() && madeMenus()->hasTrayIcon());
 }
 
 void LauncherUi::tellHowToReturn()

@@ -8,6 +8,7 @@
 #include "library/settings_file.h"
 #include "ui/app_actions.h"
 #include "ui/controls/caret_rest.h"
+#include "ui/launcher_menus.h"
 #include "ui/launcher_summons.h"
 #include "ui/lists/app_faces.h"
 #include "ui/message_boxes.h"
@@ -32,7 +33,6 @@ class StopSignal;
 class StoreDoor;
 class frmSet;
 class sett;
-enum class MenuCommand;
 struct RunState;
 
 // The launcher as one object: it builds the windows and what stands behind them, connects them, and is what
@@ -42,13 +42,6 @@ class LauncherUi final : public QObject, public Launcher
     Q_OBJECT
 
 public:
-    // The hosts of the pages that the menus open, without a slash at the end.
-    struct Sites
-    {
-        QString product;
-        QString forum;
-    };
-
     struct Needs
     {
         const Paths &paths;
@@ -58,7 +51,7 @@ public:
         PackageInstaller &installer;
         // Asks whether to install a package; calls `install` when the user agrees, and never otherwise.
         std::function<void(const InstallOffer &offer, std::function<void()> install)> askInstall;
-        Sites sites;
+        LauncherMenus::Sites sites;
         std::function<void(int status)> endProcess; // in order, at once
         std::function<void(const QString &line)> report; // one line on standard error
         bool hasDesktop = true; // somebody can see windows and answer them
@@ -148,9 +141,7 @@ private:
     void connectWindow();
     void run(const QString &keyword, bool remembersPath);
     void completeStart();
-    sett &menus(); // made when they are first asked for
-    void choose(MenuCommand command);
-    void openPage(const QString &address);
+    sett *madeMenus() const; // null where nobody has asked for them
     void noteShown();
     QString keysOfTip() const;
     void runLeft();
@@ -165,7 +156,6 @@ private:
 
     Needs m;
     std::function<void(std::function<void()> then)> m_whenTrayAnswers;
-    bool m_registersComponents = false;
     ScriptVocabulary m_vocabulary;
 
     MessageBoxes m_messages;
@@ -187,9 +177,9 @@ private:
     bool m_tellsHowToReturn = false; // when the run that hid the launcher is over
     bool m_toldHowToReturn = false;
     std::unique_ptr<frmSet> m_window;
-    std::unique_ptr<sett> m_menus;
     std::unique_ptr<AppActions> m_actions;
     std::unique_ptr<LauncherSummons> m_summons;
+    std::unique_ptr<LauncherMenus> m_menus;
     std::unique_ptr<RunDisplay> m_runDisplay;
 };
 

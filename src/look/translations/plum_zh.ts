@@ -613,7 +613,7 @@
     </message>
 </context>
 <context>
-    <name>plum::frmSet</name>
+    <name>plum::MainPanel</name>
     <message>
         <source>Store</source>
         <translation>商店</translation>
