@@ -12,6 +12,11 @@ using namespace Qt::StringLiterals;
 
 Findings ScriptCheck::check(QByteArrayView script, const QString &folder) const
 {
+    return examine(script, folder).findings;
+}
+
+ScriptCheck::Examined ScriptCheck::examine(QByteArrayView script, const QString &folder) const
+{
     const ScriptText text = ScriptText::read(script);
     Report report;
     report.add(text.findings);
@@ -28,7 +33,7 @@ Findings ScriptCheck::check(QByteArrayView script, const QString &folder) const
     if (edition == 1 && report.hasMoreThanHints())
         report.add(1, 1, u"old-edition",
             u"In edition 2 of the language (//edition:2) mistakes are told before a script runs."_s);
-    return report.sorted();
+    return {report.sorted(), report.names()};
 }
 
 } // namespace plum

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/findings/finding.h"
+#include "check/findings/name_use.h"
 #include "engine/script_vocabulary.h"
 
 #include <QByteArrayView>
@@ -20,6 +21,14 @@ public:
     // The findings of a script by place. `folder` is where it lies, for the files that it names; empty when
     // that is not known.
     Findings check(QByteArrayView script, const QString &folder = {}) const;
+
+    struct Examined
+    {
+        Findings findings; // as from check
+        NameUses names;
+    };
+
+    Examined examine(QByteArrayView script, const QString &folder = {}) const;
 
 private:
     ScriptVocabulary m_vocabulary;

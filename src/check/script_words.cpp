@@ -1,10 +1,12 @@
 #include "check/script_words.h"
 
 #include "check/edition1/references.h"
+#include "check/field_words.h"
 #include "check/findings/words.h"
 #include "commands/key_names.h"
 #include "engine/edition2/own_words.h"
 
+#include <QDirIterator>
 #include <QSet>
 
 #include <algorithm>
@@ -14,6 +16,8 @@ namespace plum {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int mostFiles = 200; // that are suggested
 
 QString headOf(const QString &line)
 {
@@ -66,6 +70,17 @@ QList<Field> fieldsOf(const CommandInfo &info, const QString &firstArgument)
             fields += field;
     }
     return fields;
+}
+
+// The field of an argument. A list of keys, and a field that repeats, take what follows, too; which of those
+// behind it belong to the last fields is known at the line's end.
+qsizetype fieldIndex(const QList<Field> &fields, qsizetype argument)
+{
+    for (qsizetype i = 0; i < fields.size() && i <= argument; ++i) {
+        if (fields[i].kind == FieldKind::KeyList || fields[i].mayRepeat)
+            return i;
+    }
+    return argument;
 }
 
 QString argumentsOf(const QString &line)
@@ -181,8 +196,22 @@ QList<ScriptWords::Suggestion> ScriptWords::values(
     return found;
 }
 
+QList<ScriptWords::Suggestion> ScriptWords::files(const QString &folder, bool isQuoted) const
+{
+    QList<Suggestion> found;
+    if (folder.isEmpty())
+        return found;
+    QDirIterator entries(folder, QDir::Files, QDirIterator::Subdirectories);
+    for (int left = mostFiles; left > 0 && entries.hasNext(); --left) {
+        const QString path = u"_pfold_/"_s + QDir(folder).relativeFilePath(entries.next());
+        found += Suggestion{isQuoted ? path : u'"' + path + u'"', Kind::File, {}};
+    }
+    std::ranges::sort(found, {}, &Suggestion::text);
+    return found;
+}
+
 QList<ScriptWords::Suggestion> ScriptWords::suggestions(
-    const QStringList &lines, const QString &before, Edition edition) const
+    const QStringList &lines, const QString &before, Edition edition, const QString &folder) const
 {
     QString written = before;
     if (edition == Edition::Two) {
@@ -200,11 +229,52 @@ QList<ScriptWords::Suggestion> ScriptWords::suggestions(
     Field field = anyText;
     if (info) {
         const QList<Field> fields = fieldsOf(*info, unquoted(arguments.pieces.front()));
-        const qsizetype index = arguments.pieces.size() - 1;
-        if (!fields.isEmpty() && (fields.front().kind == FieldKind::KeyList || index < fields.size()))
-            field = fields.front().kind == FieldKind::KeyList ? fields.front() : fields[index];
+        const qsizetype index = fieldIndex(fields, arguments.pieces.size() - 1);
+        if (index < fields.size())
+            field = fields[index];
     }
-    return values(field, arguments.endsInQuotes, variables(lines, edition), edition);
+    QList<Suggestion> found = values(field, arguments.endsInQuotes, variables(lines, edition), edition);
+    if (field.kind == FieldKind::Path)
+        found += files(folder, arguments.endsInQuotes);
+    return found;
+}
+
+std::optional<ScriptWords::Argument> ScriptWords::argumentAt(
+    const QString &line, qsizetype column, Edition edition) const
+{
+    const CommandInfo *info = row(line, edition);
+    const qsizetype head = line.indexOf(headOf(line));
+    const qsizetype blank = line.indexOf(u' ', head);
+    if (!info || blank < 0 || column <= blank)
+        return {};
+    const QStringList pieces = argumentsIn(line.sliced(blank + 1)).pieces;
+    const QList<Field> fields = fieldsOf(*info, unquoted(pieces.front()));
+    qsizetype start = blank + 1;
+    for (qsizetype i = 0; i < pieces.size(); ++i) {
+        if (column > start + pieces[i].size()) {
+            start += pieces[i].size() + 1;
+            continue;
+        }
+        const qsizetype index = fieldIndex(fields, i);
+        if (index >= fields.size())
+            return {};
+        const QString written = pieces[i].trimmed();
+        return Argument{fields[index], written, start + (written.isEmpty() ? 0 : pieces[i].indexOf(written))};
+    }
+    return {};
+}
+
+std::optional<ScriptWords::Call> ScriptWords::call(const QString &before, Edition edition) const
+{
+    const QString head = headOf(before);
+    const qsizetype start = before.indexOf(head);
+    const qsizetype blank = before.indexOf(u' ', start);
+    const CommandInfo *info = row(before, edition);
+    if (!info || blank < 0)
+        return {};
+    const QStringList pieces = argumentsIn(before.sliced(blank + 1)).pieces;
+    const QList<Field> fields = fieldsOf(*info, unquoted(pieces.front()));
+    return Call{head, info->summary.toString(), fields, fieldIndex(fields, pieces.size() - 1)};
 }
 
 QString ScriptWords::explanation(const QString &line, qsizetype column, Edition edition) const
@@ -214,14 +284,12 @@ QString ScriptWords::explanation(const QString &line, qsizetype column, Edition 
     const CommandInfo *info = row(line, edition);
     if (!info || column < start || column > start + head.size())
         return {};
-    QStringList fields;
-    for (const Field &field : info->usedFields()) {
-        fields += field.fallback.isEmpty()
-            ? field.name.toString()
-            : u"%1 (%2)"_s.arg(field.name.toString(), field.fallback.toString());
-    }
-    const QString sentence = info->summary.toString();
-    return fields.isEmpty() ? sentence : sentence + u"\n\n"_s + head + u' ' + fields.join(u", "_s);
+    QStringList lines{info->summary.toString()};
+    if (!info->usedFields().empty())
+        lines += QStringList{QString(), usageOf(head, info->usedFields()), QString()};
+    for (const Field &field : info->usedFields())
+        lines += u"- "_s + fieldInWords(field);
+    return lines.join(u'\n');
 }
 
 } // namespace plum

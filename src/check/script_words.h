@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 namespace plum {
 
 // What can stand at a place of a script, and what stands there, for editors. Both editions of the language.
@@ -22,6 +24,7 @@ public:
         Key,
         Variable,
         Reference,
+        File, // of the app, by a path that begins with its folder
     };
 
     struct Suggestion
@@ -32,18 +35,40 @@ public:
     };
 
     // What can go on behind `before`, the line up to the caret. `lines` is the whole script, for its
-    // variables.
-    QList<Suggestion> suggestions(const QStringList &lines, const QString &before, Edition edition) const;
+    // variables; `folder` is where it lies, empty when that is not known.
+    QList<Suggestion> suggestions(
+        const QStringList &lines, const QString &before, Edition edition, const QString &folder = {}) const;
 
     // The sentence and the fields of the command whose head is at `column` of a line (from 0); empty where
     // there is none.
     QString explanation(const QString &line, qsizetype column, Edition edition) const;
+
+    // The argument around `column` of a line (from 0).
+    struct Argument
+    {
+        Field field;
+        QString written; // without blanks around it
+        qsizetype start = 0; // from 0
+    };
+    std::optional<Argument> argumentAt(const QString &line, qsizetype column, Edition edition) const;
+
+    // The command that somebody is writing the arguments of.
+    struct Call
+    {
+        QString head;
+        QString sentence;
+        QList<Field> fields;
+        qsizetype active = 0; // the field at the caret; the number of fields behind the last one
+    };
+    // `before` is the line up to the caret. Nothing in front of the first blank behind a head.
+    std::optional<Call> call(const QString &before, Edition edition) const;
 
 private:
     const CommandInfo *row(const QString &line, Edition edition) const;
     QList<Suggestion> heads(const QString &before, Edition edition) const;
     QList<Suggestion> values(
         const Field &field, bool isQuoted, const QStringList &variables, Edition edition) const;
+    QList<Suggestion> files(const QString &folder, bool isQuoted) const;
     QStringList variables(const QStringList &lines, Edition edition) const;
 
     ScriptVocabulary m_vocabulary;

@@ -1,6 +1,5 @@
-#include "kit/lsp/language_server.h"
 #include "kit_process.h"
-#include "support/script_bench.h"
+#include "language_server_fixture.h"
 
 #include <QJsonDocument>
 
@@ -10,65 +9,6 @@ namespace plum::kit {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-const QString address = u"file:///apps/x/main.wf"_s;
-
-class LanguageServers : public testing::Test
-{
-protected:
-    QJsonObject notify(const QString &method, const QJsonObject &parameters)
-    {
-        const QList<QJsonObject> answers = server.answer({{u"method"_s, method}, {u"params"_s, parameters}});
-        return answers.isEmpty() ? QJsonObject() : answers.front();
-    }
-
-    QJsonObject open(const QString &text)
-    {
-        return notify(u"textDocument/didOpen"_s,
-            {{u"textDocument"_s, QJsonObject{{u"uri"_s, address}, {u"text"_s, text}}}});
-    }
-
-    QJsonObject request(const QString &method, const QJsonObject &parameters = {})
-    {
-        const QList<QJsonObject> answers
-            = server.answer({{u"id"_s, 7}, {u"method"_s, method}, {u"params"_s, parameters}});
-        EXPECT_EQ(answers.size(), 1);
-        EXPECT_EQ(answers.value(0)[u"id"_s], 7);
-        return answers.value(0);
-    }
-
-    QJsonObject at(int line, int character) const
-    {
-        return {{u"textDocument"_s, QJsonObject{{u"uri"_s, address}}},
-            {u"position"_s, QJsonObject{{u"line"_s, line}, {u"character"_s, character}}}};
-    }
-
-    QStringList completion(int line, int character)
-    {
-        QStringList labels;
-        for (const QJsonValue &item :
-            request(u"textDocument/completion"_s, at(line, character))[u"result"_s].toArray())
-            labels += item[u"label"_s].toString();
-        return labels;
-    }
-
-    // "line:from-to severity rule"
-    static QStringList places(const QJsonObject &published)
-    {
-        QStringList found;
-        for (const QJsonValue &item : published[u"params"_s][u"diagnostics"_s].toArray()) {
-            const QJsonValue range = item[u"range"_s];
-            found += u"%1:%2-%3 %4 %5"_s.arg(range[u"start"_s][u"line"_s].toInt())
-                         .arg(range[u"start"_s][u"character"_s].toInt())
-                         .arg(range[u"end"_s][u"character"_s].toInt())
-                         .arg(item[u"severity"_s].toInt())
-                         .arg(item[u"code"_s].toString());
-        }
-        return found;
-    }
-
-    LanguageServer server{recording::ScriptBench().system.vocabulary()};
-};
 
 TEST_F(LanguageServers, publishFindingsWhenAScriptIsOpenedChangedAndClosed)
 {
@@ -82,6 +22,24 @@ TEST_F(LanguageServers, publishFindingsWhenAScriptIsOpenedChangedAndClosed)
         = notify(u"textDocument/didClose"_s, {{u"textDocument"_s, QJsonObject{{u"uri"_s, address}}}});
     EXPECT_EQ(closed[u"params"_s][u"uri"_s], address);
     EXPECT_EQ(places(closed), QStringList());
+}
+
+TEST_F(LanguageServers, takeChangesOfAFewLetters)
+{
+    open(u"//edition:2\nmouse.clik\nset.a \"😀\"\nos.tips set.a\n"_s);
+    const auto change = [](int line, int from, int to, const QString &text) {
+        const QJsonObject start{{u"line"_s, line}, {u"character"_s, from}};
+        const QJsonObject end{{u"line"_s, line}, {u"character"_s, to}};
+        return QJsonObject{
+            {u"range"_s, QJsonObject{{u"start"_s, start}, {u"end"_s, end}}}, {u"text"_s, text}};
+    };
+    // One after the other, each in the text that the one before has left.
+    const QJsonObject changes{{u"textDocument"_s, QJsonObject{{u"uri"_s, address}}},
+        {u"contentChanges"_s, QJsonArray{change(1, 9, 9, u"c"_s), change(2, 10, 10, u",x y"_s)}}};
+    EXPECT_EQ(places(notify(u"textDocument/didChange"_s, changes)), QStringList(u"2:11-14 1 syntax"_s));
+    const QJsonObject unopened{{u"textDocument"_s, QJsonObject{{u"uri"_s, u"file:///other.wf"_s}}},
+        {u"contentChanges"_s, QJsonArray{QJsonObject{{u"text"_s, u"mouse.clik"_s}}}}};
+    EXPECT_EQ(places(notify(u"textDocument/didChange"_s, unopened)), QStringList());
 }
 
 TEST_F(LanguageServers, completeWhatCanStandThere)
@@ -109,16 +67,6 @@ TEST_F(LanguageServers, completeTheOwnWordsOfEdition2)
     EXPECT_TRUE(completion(3, 17).contains(u"ctrl"_s));
 }
 
-TEST_F(LanguageServers, explainACommand)
-{
-    open(u"mouse.move \"1:2\"\r\n"_s);
-    const QJsonValue result = request(u"textDocument/hover"_s, at(0, 8))[u"result"_s];
-    EXPECT_EQ(result[u"contents"_s][u"value"_s],
-        u"Moves the pointer; does nothing without a point.\n\nmouse.move to"_s);
-    EXPECT_TRUE(request(u"textDocument/hover"_s, at(0, 13))[u"result"_s].isNull());
-    EXPECT_TRUE(request(u"textDocument/hover"_s, at(5, 0))[u"result"_s].isNull());
-}
-
 TEST_F(LanguageServers, refuseWhatTheyDoNotKnow)
 {
     EXPECT_EQ(request(u"textDocument/unheard"_s)[u"error"_s][u"code"_s], -32601);
@@ -133,7 +81,7 @@ QByteArray framed(const QJsonObject &message)
 
 TEST(LanguageServerProcess, talksOnItsStandardStreamsAndEnds)
 {
-    const QJsonObject document{{u"uri"_s, address}, {u"text"_s, u"mouse.klick\r\n"_s}};
+    const QJsonObject document{{u"uri"_s, scriptAddress}, {u"text"_s, u"mouse.klick\r\n"_s}};
     const test::KitRun ended = test::runKit({u"lsp"_s, u"--stdio"_s}, [&document](QProcess &process) {
         process.write(framed({{u"id"_s, 1}, {u"method"_s, u"initialize"_s}, {u"params"_s, QJsonObject()}}));
         process.write(framed({{u"method"_s, u"textDocument/didOpen"_s},

@@ -35,9 +35,12 @@ Value referenceOf(const QString &token, int column)
     return value;
 }
 
-Value templateOf(const QString &piece, int column)
+Value templateOf(const QString &written, int column)
 {
+    const QString piece = withCommas(written);
     Value value{.kind = Value::Kind::Template, .column = column, .written = piece};
+    // Names stand where they are written, behind commas that take more room there.
+    column += static_cast<int>(written.indexOf(listStart) - piece.indexOf(listStart));
     const qsizetype from = piece.indexOf(listStart) + listStart.size();
     const qsizetype to = piece.indexOf(u')', from);
     qsizetype at = from;
@@ -63,7 +66,7 @@ Value valueOf(const QString &written, int column)
             .text = withCommas(inner)};
     }
     if (written.endsWith(u')') && written.contains(listStart))
-        return templateOf(withCommas(written), column);
+        return templateOf(written, column);
     return referenceOf(withCommas(written), column);
 }
 

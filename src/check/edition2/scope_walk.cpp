@@ -44,6 +44,7 @@ void ScopeWalk::walk(const Tree &tree)
             continue;
         }
         m_variables = {};
+        addPart(head);
         for (std::size_t i = 1; i < head.values.size(); ++i)
             m_variables.set(head.values[i].text, head.at.line, head.values[i].at.column);
         walkScope(statement.sections.front().body);
@@ -74,10 +75,19 @@ void ScopeWalk::walk(const Statement &statement)
     }
 }
 
+void ScopeWalk::addPart(const Line &line)
+{
+    if (!line.values.empty())
+        m_report.addName({NameUse::partScope, line.values.front().text, line.at.line,
+            line.values.front().at.column, line.word == Word::PartStart});
+}
+
 void ScopeWalk::judge(const Line &line)
 {
     if (line.word == Word::Comment)
         return;
+    if (line.word == Word::PartRun)
+        addPart(line);
     if (line.word == Word::Set) {
         judgeAssignment(line);
         return;
@@ -170,8 +180,9 @@ void ScopeWalk::judgeText(const Line &line, const Field &field, const Value &val
         static const QRegularExpression name(u"\\bset\\.([\\p{L}_][\\p{L}\\p{N}_]*)"_s);
         for (auto it = name.globalMatch(text); it.hasNext();) {
             const QRegularExpressionMatch match = it.next();
+            const qsizetype quotes = QStringView(text).first(match.capturedStart()).count(u'"');
             m_variables.read(match.captured(1), line.at.line,
-                value.at.column + 1 + static_cast<int>(match.capturedStart()));
+                value.at.column + 1 + static_cast<int>(match.capturedStart() + quotes));
         }
     }
 }
@@ -186,17 +197,17 @@ void ScopeWalk::setVariable(const Line &line, const Value &value)
 
 void ScopeWalk::readNames(const Line &line, const Value &value)
 {
-    const auto read = [&](const QString &name) {
+    const auto read = [&](const QString &name, int column) {
         if (name.startsWith(variablePrefix))
-            m_variables.read(name.sliced(variablePrefix.size()), line.at.line, value.at.column);
+            m_variables.read(name.sliced(variablePrefix.size()), line.at.line, column);
         else if (!name.contains(u'.'))
-            m_variables.read(name, line.at.line, value.at.column);
+            m_variables.read(name, line.at.line, column);
     };
     if (value.form == Form::Reference)
-        read(value.text);
+        read(value.text, value.at.column);
     for (const Chunk &chunk : value.chunks) {
         if (chunk.isName)
-            read(chunk.text);
+            read(chunk.text, chunk.column);
     }
 }
 

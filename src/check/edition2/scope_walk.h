@@ -24,6 +24,7 @@ public:
 private:
     void walkScope(const std::vector<Statement> &statements);
     void walk(const Statement &statement);
+    void addPart(const Line &line);
     void judge(const Line &line);
     void judgeAssignment(const Line &line);
     void judgeValue(const Line &line, const BoundValue &bound);

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "check/findings/finding.h"
+#include "check/findings/name_use.h"
 
 namespace plum {
 
-// Collects what is found in one script.
+// Collects what is found in one script: what is wrong, and where it names variables.
 class Report
 {
 public:
@@ -22,10 +23,18 @@ public:
     // `rule` is not looked at in `line`.
     void suppress(int line, const QString &rule);
 
+    // Where names stand, for those who look for them. Each scope has variables of its own.
+    int beginScope() { return m_names.scopes++; }
+    void addName(const NameUse &use) { m_names.uses += use; }
+    // Some line names its variable by a value.
+    void addUnknownName() { m_names.areAllKnown = false; }
+    const NameUses &names() const { return m_names; }
+
 private:
     bool isSuppressed(const Finding &finding) const;
 
     Findings m_findings;
+    NameUses m_names;
     QList<std::pair<int, QString>> m_suppressed;
 };
 

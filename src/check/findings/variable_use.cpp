@@ -64,6 +64,22 @@ void VariableUse::report(Report &report, Unset unset) const
         }
     }
     reportUnread(report);
+    addNames(report);
+}
+
+void VariableUse::addNames(Report &report) const
+{
+    const int scope = report.beginScope();
+    const auto add = [&](const QHash<QString, QList<Place>> &uses, bool isSet) {
+        for (auto it = uses.constBegin(); it != uses.constEnd(); ++it) {
+            for (const Place &place : it.value())
+                report.addName({scope, it.key(), place.line, place.column, isSet});
+        }
+    };
+    add(m_sets, true);
+    add(m_reads, false);
+    if (m_setsUnknown)
+        report.addUnknownName();
 }
 
 void VariableUse::reportUnset(Report &report, const QString &name, const Place &place, Unset unset) const

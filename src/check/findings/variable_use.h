@@ -38,7 +38,7 @@ public:
         EndsTheRun, // edition 2
     };
 
-    // never-set, never-read, name-case.
+    // never-set, never-read, name-case; and the names as those of one scope.
     void report(Report &report, Unset unset) const;
 
 private:
@@ -49,6 +49,7 @@ private:
         std::optional<QString> value;
     };
 
+    void addNames(Report &report) const;
     bool maySetBefore(const QString &name, int line) const;
     void reportUnset(Report &report, const QString &name, const Place &place, Unset unset) const;
     void reportUnread(Report &report) const;

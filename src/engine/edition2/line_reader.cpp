@@ -199,6 +199,13 @@ private:
         return value;
     }
 
+    // Where a character of a template's content stands in the line: behind $ and a quote, with every quote in
+    // front of it written twice.
+    static int columnInTemplate(QStringView content, qsizetype from, qsizetype index)
+    {
+        return int(from + 2 + index + content.first(index).count(u'"')) + 1;
+    }
+
     bool readChunks(QStringView content, qsizetype from, std::vector<Chunk> &chunks)
     {
         QString plain;
@@ -225,7 +232,7 @@ private:
                     return false;
                 }
                 endPlain();
-                chunks.push_back({name.toString(), true});
+                chunks.push_back({name.toString(), true, columnInTemplate(content, from, index + 1)});
                 index = end;
             }
         }

@@ -33,8 +33,9 @@ struct Chunk
 {
     QString text; // what stands there, or the name between braces
     bool isName = false;
+    int column = 0; // of a name, in its line; what stands there counts, not where
 
-    bool operator==(const Chunk &) const = default;
+    bool operator==(const Chunk &other) const { return text == other.text && isName == other.isName; }
 };
 
 struct Value

@@ -1,22 +1,18 @@
 #pragma once
 
-#include "check/script_check.h"
-#include "check/script_words.h"
+#include "kit/lsp/script_answers.h"
 
 #include <QHash>
-#include <QJsonArray>
-#include <QJsonObject>
 
 namespace plum::kit {
 
-// The language server protocol for scripts: findings as somebody types, completion, explanations. It knows
-// nothing of streams.
+// The language server protocol for scripts: which scripts are open, and their findings as somebody types. It
+// knows nothing of streams.
 class LanguageServer
 {
 public:
     explicit LanguageServer(const ScriptVocabulary &vocabulary)
-        : m_check(vocabulary)
-        , m_words(vocabulary)
+        : m_answers(vocabulary)
     {
     }
 
@@ -30,24 +26,14 @@ public:
     int status() const { return m_isShutDown ? 0 : 1; }
 
 private:
-    struct Document
-    {
-        QString folder; // empty when the document is no file
-        QString text;
-        QStringList lines;
-        Edition edition = Edition::One;
-    };
-
     QList<QJsonObject> notified(const QString &method, const QJsonObject &parameters);
-    QJsonValue requested(const QString &method, const QJsonObject &parameters) const;
+    QJsonValue requested(const QString &method, const QJsonObject &parameters);
+    void open(const QString &address, const QString &text);
+    void change(const QString &address, const QJsonArray &changes);
     QJsonObject findingsOf(const QString &address) const;
-    void change(const QString &address, const QString &text);
-    QJsonArray completion(const Document &document, int line, int character) const;
-    QJsonValue hover(const Document &document, int line, int character) const;
 
-    ScriptCheck m_check;
-    ScriptWords m_words;
-    QHash<QString, Document> m_documents; // by address
+    ScriptAnswers m_answers;
+    QHash<QString, OpenScript> m_scripts; // by address
     bool m_isShutDown = false;
     bool m_hasEnded = false;
 };
