@@ -96,7 +96,7 @@ struct ScriptSystem::Parts
 
     Shell &with(const Needs &needs)
     {
-        return needs.refused ? guardedShell.emplace(needs.shell, guard, platform.paths(), folders)
+        return needs.refused ? guardedShell.emplace(needs.shell, guard, folders)
                              : needs.shell;
     }
 

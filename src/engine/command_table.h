@@ -113,7 +113,7 @@ enum class Effect {
     Restart,
 
     // Not felt outside, but followed all the same.
-    TakeGiven, // the variable receives what the user typed
+    TakeGiven, // the variable receives what the user typed; with a field, cut at that
     Calculate, // the field is an expression, which has references in it
 };
 

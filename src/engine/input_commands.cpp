@@ -23,7 +23,7 @@ constexpr CommandInfo questionInfo(QStringView word)
 constexpr CommandInfo pieceInfo{pieceWord,
     {{{u"separator", FieldKind::Text}, {u"variable", FieldKind::Variable}}},
     u"Stores one piece of what was typed after the keyword; the number after enter_ counts from 1.",
-    Touches::Nothing, Editions::Both, {{Effect::TakeGiven}}};
+    Touches::Nothing, Editions::Both, {{Effect::TakeGiven, 0}}};
 
 constexpr CommandInfo typedInfo{typedWord, {{{u"variable", FieldKind::Variable}}},
     u"Stores what was typed after the keyword.", Touches::Nothing, Editions::Both, {{Effect::TakeGiven}}};

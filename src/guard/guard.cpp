@@ -6,6 +6,7 @@
 #include "platform/paths.h"
 #include "platform/platform.h"
 #include "platform/pointer.h"
+#include "sheet/given_text.h"
 #include "sheet/objects.h"
 #include "sheet/sheet_sentences.h"
 
@@ -64,16 +65,41 @@ bool Guard::allowsAnyOf(Effect first, Effect second)
     return !limit() || scopeOf(first) || scopeOf(second) || refuse(first);
 }
 
-// A text that the user has typed, dropped or answered, or a part of one.
+// What the user has typed, dropped or answered.
+QStringList Guard::given() const
+{
+    QStringList texts = partsOfTyped(AfterFirstBlank(m.launcher.keywordBoxText())) + m.state.answers;
+    texts += m.state.droppedPath;
+    texts.removeAll(QString());
+    return texts;
+}
+
 bool Guard::isGiven(const QString &text) const
 {
-    if (text.isEmpty())
-        return false;
-    const QString wanted = withSlashes(text);
-    const auto holds
-        = [&](const QString &given) { return withSlashes(given).contains(wanted, Qt::CaseInsensitive); };
-    return holds(m.state.droppedPath) || holds(AfterFirstBlank(m.launcher.keywordBoxText()))
-        || std::ranges::any_of(m.state.answers, holds);
+    const QStringList texts = given();
+    return std::ranges::any_of(
+        texts, [wanted = withSlashes(text)](const QString &each) { return withSlashes(each) == wanted; });
+}
+
+// The file itself: neither a folder above it nor one whose name begins like it.
+bool Guard::isGivenFile(const QString &systemPath) const
+{
+    const QStringList texts = given();
+    const Paths &paths = m.platform.paths();
+    return std::ranges::any_of(texts, [&](QString each) {
+        return m_places.isSameFile(systemPath, paths.toSystem(each.replace(u'/', u'\\')));
+    });
+}
+
+// The server of an address that is one as a whole.
+bool Guard::isGivenAddress(const QString &address) const
+{
+    if (isGiven(address))
+        return true;
+    const std::optional<QString> host = hostObject(address);
+    const QStringList texts = given();
+    return host
+        && std::ranges::any_of(texts, [&host](const QString &each) { return hostObject(each) == host; });
 }
 
 bool Guard::isInItsWindow(Effect effect)
@@ -106,8 +132,26 @@ bool Guard::allowsFile(Effect effect, const QString &systemPath)
     if (!limit())
         return true;
     const Scope *scope = scopeOf(effect);
-    const bool isAllowed
-        = scope && m_places.allows(effect, *scope, limit()->keyword, systemPath, isGiven(systemPath));
+    return allowsPlace(effect, systemPath, scope && scope->given && isGivenFile(systemPath));
+}
+
+bool Guard::allowsNewFile(const QString &folder, const QString &name)
+{
+    if (!limit())
+        return true;
+    const Paths &paths = m.platform.paths();
+    const QString file = paths.toSystem(folder + u'\\' + name);
+    const Scope *scope = scopeOf(Effect::WriteFile);
+    // Without a name the helper takes one that stays in the folder.
+    const bool isGivenFolder = scope && scope->given && isGivenFile(paths.toSystem(folder))
+        && (name.isEmpty() || m_places.isDirectlyIn(file, paths.toSystem(folder)));
+    return allowsPlace(Effect::WriteFile, file, isGivenFolder);
+}
+
+bool Guard::allowsPlace(Effect effect, const QString &systemPath, bool isGiven)
+{
+    const Scope *scope = scopeOf(effect);
+    const bool isAllowed = scope && m_places.allows(effect, *scope, limit()->keyword, systemPath, isGiven);
     return isAllowed || refuse(effect, systemPath);
 }
 
@@ -118,7 +162,7 @@ bool Guard::allowsAddress(const QString &address)
     const Scope *scope = scopeOf(Effect::Contact);
     const std::optional<QString> host = hostObject(address);
     const bool isAllowed = scope
-        && (scope->anything || (scope->given && isGiven(address))
+        && (scope->anything || (scope->given && isGivenAddress(address))
             || (host && scope->objects.contains(*host)));
     return isAllowed || refuse(Effect::Contact, address);
 }

@@ -34,6 +34,9 @@ public:
     bool allowsInput(Effect effect);
 
     bool allowsFile(Effect effect, const QString &systemPath);
+
+    // A new file in a folder; the user may have named the folder.
+    bool allowsNewFile(const QString &folder, const QString &name);
     bool allowsAddress(const QString &address);
     bool allowsPage(const QString &html);
 
@@ -57,7 +60,11 @@ private:
     const GrantedLimit *limit() const;
     const Scope *scopeOf(Effect effect) const;
     bool refuse(Effect effect, const QString &what = {});
+    bool allowsPlace(Effect effect, const QString &systemPath, bool isGiven);
+    QStringList given() const;
     bool isGiven(const QString &text) const;
+    bool isGivenFile(const QString &systemPath) const;
+    bool isGivenAddress(const QString &address) const;
     bool isInItsWindow(Effect effect);
     bool mayOpen(const Scope &scope, const QString &target);
 

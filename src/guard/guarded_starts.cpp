@@ -3,7 +3,6 @@
 #include "engine/helper_programs.h"
 #include "engine/script_folders.h"
 #include "guard/guard.h"
-#include "platform/paths.h"
 
 #include <QStringList>
 
@@ -41,9 +40,8 @@ bool GuardedShell::allowsBrowser(const QString &commandLine) const
 bool GuardedShell::allowsDownload(const QString &commandLine) const
 {
     const QStringList fields = commandLine.split(downloadFieldSeparator);
-    const QString file = fields.value(1) + u'\\' + fields.value(2);
     return m_guard->allowsAddress(fields.value(0))
-        && m_guard->allowsFile(Effect::WriteFile, m_paths.toSystem(file));
+        && m_guard->allowsNewFile(fields.value(1), fields.value(2));
 }
 
 HttpReply GuardedHttpClient::get(const QString &url)

@@ -7,7 +7,6 @@
 namespace plum {
 
 class Guard;
-class Paths;
 class ScriptFolders;
 
 // What runs start and whom they talk to beside the platform's ports. What is refused answers like a call that
@@ -16,10 +15,9 @@ class ScriptFolders;
 class GuardedShell final : public Shell
 {
 public:
-    GuardedShell(Shell &inner, Guard *const &guard, Paths &paths, const ScriptFolders &folders)
+    GuardedShell(Shell &inner, Guard *const &guard, const ScriptFolders &folders)
         : m_inner(inner)
         , m_guard(guard)
-        , m_paths(paths)
         , m_folders(folders)
     {
     }
@@ -35,7 +33,6 @@ private:
 
     Shell &m_inner;
     Guard *const &m_guard;
-    Paths &m_paths;
     const ScriptFolders &m_folders;
 };
 

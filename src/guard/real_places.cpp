@@ -121,9 +121,20 @@ bool RealPlaces::isApart(const QString &real, const QString &appFolder, bool isW
 
 bool RealPlaces::isSame(const QString &object, const QString &keyword, const QString &systemPath) const
 {
+    return isSameFile(systemPath, m_folders.onDisk(place(object, keyword)));
+}
+
+bool RealPlaces::isSameFile(const QString &systemPath, const QString &other) const
+{
     const auto real = realPath(systemPath);
-    const auto wanted = realPath(m_folders.onDisk(place(object, keyword)));
+    const auto wanted = realPath(other);
     return real && wanted && isInside(*real, *wanted) && isInside(*wanted, *real);
+}
+
+bool RealPlaces::isDirectlyIn(const QString &systemPath, const QString &folder) const
+{
+    const auto real = realPath(systemPath);
+    return real && isSameFile(real->first(real->lastIndexOf(u'/') + 1), folder);
 }
 
 bool RealPlaces::allows(

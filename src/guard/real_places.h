@@ -30,6 +30,10 @@ public:
     // Whether `object` is this file.
     bool isSame(const QString &object, const QString &keyword, const QString &systemPath) const;
 
+    // Two names of one file, existing or not; and whether a file lies in the folder itself.
+    bool isSameFile(const QString &systemPath, const QString &other) const;
+    bool isDirectlyIn(const QString &systemPath, const QString &folder) const;
+
 private:
     QString place(const QString &object, const QString &keyword) const;
     bool isInside(const QString &path, const QString &folder) const;

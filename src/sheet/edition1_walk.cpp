@@ -181,8 +181,7 @@ bool Walk::followVariables()
         };
         if (has(Effect::WriteFile))
             continue;
-        const PossibleText result
-            = has(Effect::TakeGiven) ? PossibleText::givenByUser() : PossibleText::unknown();
+        const PossibleText result = resultOf(*call.info, [&](int field) { return fieldOf(call, field); });
         const auto fields = call.info->usedFields();
         for (std::size_t index = 0; index < fields.size(); ++index) {
             const bool isVariable = fields[index].kind == FieldKind::Variable || fields[index].takesVariable;

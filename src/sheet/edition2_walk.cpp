@@ -87,6 +87,7 @@ private:
     bool assign(int scope, const PossibleText &name, const PossibleText &value);
     PossibleText valueOf(const Operand &operand, int scope) const;
     void takeReferences(const Operand &operand);
+    PossibleText fieldOf(const Instruction &instruction, int field, int scope) const;
     QString onlyWindow() const;
     const QString *titleOf(const Operand &handle, int scope) const;
 
@@ -195,7 +196,7 @@ bool Walk::follow(std::size_t index)
     if (!info || has(*info, Effect::WriteFile))
         return false; // what is written into a file is read from its variable
     const PossibleText result
-        = has(*info, Effect::TakeGiven) ? PossibleText::givenByUser() : PossibleText::unknown();
+        = resultOf(*info, [&](int field) { return fieldOf(instruction, field, scope); });
     bool isNew = false;
     // Whatever a constant names may be the variable that receives the result; for a choice that brings fields
     // of its own it is one of those.
@@ -231,6 +232,13 @@ void Walk::takeReferences(const Operand &operand)
         m_effects.takeReference(operand.text);
     for (const Operand &piece : operand.pieces)
         takeReferences(piece);
+}
+
+PossibleText Walk::fieldOf(const Instruction &instruction, int field, int scope) const
+{
+    return field >= 0 && static_cast<std::size_t>(field) < instruction.single.size()
+        ? valueOf(instruction.single[static_cast<std::size_t>(field)], scope)
+        : PossibleText::known({});
 }
 
 // The title of the window whose handle stands there for certain.
@@ -314,11 +322,7 @@ Sheet Walk::sheet()
             continue;
         const int scope = scopeOf(index);
         if (const CommandInfo *info = m_marks.rowOf(each)) {
-            m_effects.take(*info, [&](int field) {
-                return field >= 0 && static_cast<std::size_t>(field) < each.single.size()
-                    ? valueOf(each.single[static_cast<std::size_t>(field)], scope)
-                    : PossibleText::known({});
-            });
+            m_effects.take(*info, [&](int field) { return fieldOf(each, field, scope); });
         } else {
             m_effects.sheet().addEverything();
         }

@@ -1,6 +1,7 @@
 #include "sheet/effect_collector.h"
 
 #include "engine/helper_programs.h"
+#include "sheet/given_text.h"
 #include "sheet/objects.h"
 
 #include <algorithm>
@@ -71,6 +72,18 @@ PossibleText valueOfReference(QStringView reference)
     if (row->isGiven)
         return PossibleText::givenByUser();
     return row->folder.isNull() ? PossibleText::unknown() : PossibleText::known(QString(row->folder));
+}
+
+PossibleText resultOf(const CommandInfo &info, const EffectCollector::FieldValue &valueOf)
+{
+    const auto taken = std::ranges::find(info.effects, Effect::TakeGiven, &CommandEffect::effect);
+    if (taken == info.effects.end())
+        return PossibleText::unknown();
+    if (taken->field < 0)
+        return PossibleText::givenByUser();
+    const PossibleText separator = valueOf(taken->field);
+    const bool isPart = !separator.isGiven() && std::ranges::all_of(separator.texts(), separatesLists);
+    return isPart ? PossibleText::givenByUser() : PossibleText::unknown();
 }
 
 bool mustNameEffects(const CommandInfo &info)
@@ -215,7 +228,9 @@ void EffectCollector::takeText(Effect effect, const PossibleText &text)
 {
     Scope scope{.given = text.isGiven()};
     for (const QString &each : text.texts()) {
-        if (effect == Effect::ChangeWindows && !each.contains(anyText))
+        const bool isKnown
+            = !each.contains(anyText) && !each.contains(appFolderText) && !each.contains(desktopText);
+        if (effect == Effect::ChangeWindows && isKnown)
             scope.addObject(each);
         else
             scope.anything = true;

@@ -45,6 +45,9 @@ private:
 // What a reference may be worth; nothing for those of variables.
 PossibleText valueOfReference(QStringView reference);
 
+// What the variables of a line of `info` receive.
+PossibleText resultOf(const CommandInfo &info, const EffectCollector::FieldValue &valueOf);
+
 // Whether a row has to name its effects: it touches the desktop, files or servers.
 bool mustNameEffects(const CommandInfo &info);
 

@@ -54,8 +54,6 @@ std::optional<QString> knownFileObject(const QString &path)
             return {};
         return u"desktop:"_s + (clean == "."_L1 ? QString() : clean);
     }
-    if (path.contains(appFolderText) || path.contains(desktopText))
-        return {};
     if (isAbsolute(path))
         return u"file:"_s + QDir::cleanPath(path);
     return programObject(path);
@@ -103,6 +101,11 @@ std::optional<QString> fileObject(const QString &written, ObjectForm form)
         path = withoutPlaceholder(path);
     if (path.isEmpty())
         return {};
+    // A folder's path in the middle of another is a part that nobody can tell.
+    for (qsizetype at = 1; at < path.size(); ++at) {
+        if (path[at] == appFolderText || path[at] == desktopText)
+            path[at] = anyText;
+    }
     const qsizetype unknown = path.indexOf(anyText);
     if (unknown < 0 && form != ObjectForm::Folder)
         return knownFileObject(path);
@@ -140,7 +143,7 @@ std::optional<QString> runObject(const QString &target)
     if (target.contains(anyText))
         return {};
     const QString path = withoutPlaceholder(QString(target).replace(u'\\', u'/'));
-    if (runsItsArguments(path))
+    if (runsItsArguments(path) || path.indexOf(appFolderText, 1) > 0 || path.indexOf(desktopText, 1) > 0)
         return {};
     if (!path.contains(u'/') && path != QString(appFolderText) && path != QString(desktopText))
         return path.endsWith(".wf"_L1, Qt::CaseInsensitive) ? std::nullopt : std::optional(u"name:"_s + path);

@@ -51,7 +51,9 @@ void GuardBench::run(const QStringList &lines, const char *json)
         ASSERT_TRUE(sheet) << json;
         granted = *sheet;
     } else {
-        granted = computeSheet({.script = script}, bench.system.vocabulary()).sheet;
+        const ComputedSheet computed = computeSheet({.script = script}, bench.system.vocabulary());
+        granted = computed.sheet;
+        problem = computed.problem;
     }
     bench.system.starts().setLimits([this](const QString &keyword, const QByteArray &) {
         auto limit = std::make_shared<GrantedLimit>();

@@ -40,6 +40,7 @@ public:
     QString error; // of a run of edition 2
     recording::ScriptBench bench{[this](const QString &sentence) { refused += sentence; }};
     Sheet granted;
+    QString problem; // why no sheet could be computed of what was run last
 
 private:
     void start(const QStringList &lines);

@@ -2,6 +2,7 @@
 // app that comes with Plum. A run under its own sheet is refused nothing and does the same as one without a
 // limit; and what the recording backend saw is on the sheet, by a table that knows nothing of how sheets are
 // computed.
+#include "check/random_edition2_scripts.h"
 #include "check/random_scripts.h"
 #include "guard/guard_bench.h"
 #include "sheet/objects.h"
@@ -94,12 +95,14 @@ protected:
         run([&] { app.runUnlimited(script); });
         const QStringList events = app.events();
         const QString error = app.error;
+        const bool hasWritten = somethingIsWritten();
         clean();
         run([&] { app.run(script); });
         EXPECT_TRUE(app.refused.isEmpty()) << app.refused.join(u'\n').toStdString();
         EXPECT_EQ(app.events(), events);
         EXPECT_EQ(app.error, error);
         expectOnSheet(events, app.granted);
+        EXPECT_TRUE(!hasWritten || app.granted.has(Effect::WriteFile));
         clean();
         m_judged += 1;
     }
@@ -107,6 +110,9 @@ protected:
     template <typename Do> void run(Do go)
     {
         m_waits = 0;
+        QFile dropped(elsewhere.filePath(u"dropped.txt"_s));
+        EXPECT_TRUE(dropped.open(QIODevice::WriteOnly) && dropped.write(droppedText) > 0);
+        app.bench.state.droppedPath = dropped.fileName();
         app.bench.state.vardict.removeAll();
         app.bench.state.answers.clear();
         app.bench.platform.clipboard().content = u"clip"_s;
@@ -117,21 +123,33 @@ protected:
         }
     }
 
+    bool somethingIsWritten() const
+    {
+        QFile dropped(elsewhere.filePath(u"dropped.txt"_s));
+        return QDir(elsewhere.path()).count() != 3 || !QDir(app.folder.path()).isEmpty(QDir::Files)
+            || !QDir(app.path(u"desktop"_s)).isEmpty()
+            || QDir(app.path(u"config/apps/x"_s)).entryList(QDir::Files) != QStringList{u"main.wf"_s}
+        || !dropped.open(QIODevice::ReadOnly) || dropped.readAll() != droppedText;
+    }
+
     // What a run has written is not to be there for the next.
     void clean()
     {
-        for (const QString &name : {u"desktop"_s, u"config/apps/x"_s}) {
-            QDir(app.path(name)).removeRecursively();
-            QDir(app.folder.path()).mkpath(name);
+        for (const QString &folder :
+            {app.path(u"desktop"_s), app.path(u"config/apps/x"_s), elsewhere.path()}) {
+            QDir(folder).removeRecursively();
+            QDir().mkpath(folder);
         }
         for (const QString &file : QDir(app.folder.path()).entryList(QDir::Files))
             QFile::remove(app.path(file));
     }
 
     test::GuardBench app;
+    QTemporaryDir elsewhere;
     int m_judged = 0;
 
 private:
+    static constexpr char droppedText[] = "dropped";
     int m_waits = 0;
 };
 
@@ -141,6 +159,23 @@ TEST_F(ObservedIsDeclared, overRandomScripts)
     for (int i = 0; i < 1500 && !HasFailure(); ++i)
         judge(scripts.next());
     EXPECT_EQ(m_judged, 1500);
+}
+
+TEST_F(ObservedIsDeclared, overRandomScriptsOfEdition2)
+{
+    constexpr int most = 400;
+    // What is given is never Plum's own.
+    app.bench.launcher.keywordBox = u"x %1/hello,%1/world"_s.arg(elsewhere.path());
+    test::RandomEdition2Scripts scripts(app.bench.system.vocabulary(), 17);
+    int narrow = 0;
+    for (int i = 0; i < most && !HasFailure(); ++i) {
+        const QStringList script = scripts.next();
+        judge(script);
+        EXPECT_EQ(app.problem, QString()) << script.join(u'\n').toStdString();
+        narrow += app.granted.isEmpty() || app.granted == Sheet::everything() ? 0 : 1;
+    }
+    EXPECT_EQ(m_judged, most);
+    EXPECT_GT(narrow, most * 3 / 4);
 }
 
 TEST_F(ObservedIsDeclared, overTheAppsThatComeWithPlum)

@@ -5,7 +5,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace plum {
 namespace {
@@ -22,6 +25,14 @@ protected:
             EXPECT_FALSE(each.startsWith(event)) << each.toStdString();
         EXPECT_FALSE(app.refused.isEmpty())
             << app.error.toStdString() << app.events().join(u"|"_s).toStdString();
+    }
+
+    // A file that is not in Plum's folder.
+    static QString write(const QString &path, const QByteArray &content)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        return path;
     }
 
     test::GuardBench app;
@@ -60,6 +71,85 @@ TEST_F(HostileApp, goesBesideTheDroppedFile)
                 u"os.tips a+?+b+?+c+(set.t+set.u)"_s},
         R"({"read":["given"]})");
     EXPECT_TRUE(app.happened(u"tip aminebc"_s)) << app.events().join(u'|').toStdString();
+    EXPECT_EQ(app.refused.size(), 1);
+}
+
+TEST_F(HostileApp, goesAboveWhatWasTyped)
+{
+    const QTemporaryDir folder; // Plum's own is never part of what is given
+    write(folder.filePath(u"a.key"_s), "secret");
+    const QString typed = write(folder.filePath(u"a.key.txt"_s), "mine");
+    const char *given = R"({"read":["given"],"write":["given"]})";
+    const QStringList cut{u"input.enter_1 \".txt\",p"_s, u"file.read set.p,,t"_s, u"os.tips set.t"_s};
+    for (const auto &give :
+        std::initializer_list<std::function<void()>>{[&] { app.bench.launcher.keywordBox = u"x "_s + typed; },
+            [&] { app.bench.state.droppedPath = typed; }, [&] { app.bench.state.answers = {typed}; }}) {
+        app.bench.launcher.keywordBox = u"x"_s;
+        app.bench.state.droppedPath.clear();
+        app.bench.state.answers.clear();
+        give();
+        app.run2({u"file.list \"%1\",,names"_s.arg(folder.path()), u"os.tips set.names"_s}, given);
+        expectRefused(u"tip"_s);
+        app.run2({u"file.read \"%1\",,t"_s.arg(folder.filePath(u"a.key"_s)), u"os.tips set.t"_s}, given);
+        expectRefused(u"tip"_s);
+        app.run2({u"file.write \"%1\",\"x\""_s.arg(folder.filePath(u"a"_s))}, given);
+        EXPECT_EQ(app.refused.size(), 1);
+        EXPECT_FALSE(QFile::exists(folder.filePath(u"a"_s)));
+        app.run2({u"file.read \"%1\",,t"_s.arg(typed), u"os.tips set.t"_s}, given);
+        EXPECT_TRUE(app.happened(u"tip mine"_s)) << app.error.toStdString();
+    }
+    app.bench.launcher.keywordBox = u"x "_s + typed;
+    app.run2(cut, given);
+    expectRefused(u"tip"_s);
+    // Computed, the sheet says what such a cut can come to.
+    app.run2(cut);
+    EXPECT_TRUE(app.granted.find(Effect::ReadFile)->anything);
+    app.run({u"input.enter_1 \".txt\",\"p\""_s, u"file.read set.p,\"\",\"t\""_s});
+    EXPECT_TRUE(app.granted.find(Effect::ReadFile)->anything);
+    // What stands between the signs of a list was typed.
+    app.bench.launcher.keywordBox = u"x first,%1"_s.arg(typed);
+    app.run2({u"input.enter_2 \",\",p"_s, u"file.read set.p,,t"_s, u"os.tips set.t"_s});
+    EXPECT_FALSE(app.granted.find(Effect::ReadFile)->anything);
+    EXPECT_TRUE(app.happened(u"tip mine"_s)) << app.error.toStdString();
+}
+
+TEST_F(HostileApp, downloadsBesideTheFolderThatWasTyped)
+{
+    const QTemporaryDir folder;
+    app.bench.launcher.keywordBox = u"x "_s + folder.filePath(u"here"_s);
+    const char *sheet = R"({"network":["host:a.example"],"write":["given"]})";
+    const QString line = u"net.download \"http://a.example/x\",me.enter_input,\"%1\",\"\""_s;
+    app.run({line.arg(u"x.zip"_s)}, sheet);
+    EXPECT_TRUE(app.refused.isEmpty()) << app.refused.join(u'|').toStdString();
+    app.run({line.arg(u"../x.zip"_s)}, sheet);
+    expectRefused(u"helper"_s);
+    app.run({u"net.download \"http://a.example/x\",\"%1\",\"x.zip\",\"\""_s.arg(folder.path())}, sheet);
+    expectRefused(u"helper"_s);
+}
+
+TEST_F(HostileApp, takesAPartOfWhatWasTypedForTheWhole)
+{
+    app.bench.launcher.keywordBox = u"x http://a.example/?next=http://b.example/"_s;
+    const char *sheet = R"({"network":["given"],"run":["given"],"input":["paste:given","windows:given"]})";
+    for (const QString &url : {u"http://b.example/"_s, u"http://a"_s, u"http://a.example.b.example/"_s}) {
+        app.run({u"net.get \"%1\",\"p\""_s.arg(url)}, sheet);
+        expectRefused(u"get"_s);
+        app.run({u"file.open \"%1\",\"\",\"\""_s.arg(url)}, sheet);
+        expectRefused(u"open"_s);
+    }
+    app.run({u"net.get \"http://a.example/other\",\"p\""_s}, sheet);
+    EXPECT_TRUE(app.happened(u"get http://a.example/other"_s));
+
+    app.bench.launcher.keywordBox = u"x /usr/bin/xterm.txt"_s;
+    for (const QString &program : {u"/usr/bin/xterm"_s, u"xterm"_s, u"/usr/bin"_s}) {
+        app.run({u"file.open \"%1\",\"\",\"\""_s.arg(program)}, sheet);
+        expectRefused(u"open"_s);
+        app.run2({u"os.run \"%1\""_s.arg(program)}, sheet);
+        expectRefused(u"run"_s);
+    }
+    app.run({u"keyboard.send \"xterm\""_s}, sheet);
+    expectRefused(u"clipboard set xterm"_s);
+    app.run({u"os.窗口最小化 xterm"_s}, sheet);
     EXPECT_EQ(app.refused.size(), 1);
 }
 

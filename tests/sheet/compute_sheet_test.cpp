@@ -94,6 +94,27 @@ TEST(ComputedSheet, keepsTheFolderOfAPathThatEndsUnknown)
         R"({"read":["anything"],"see":["clipboard"]})");
 }
 
+TEST(ComputedSheet, knowsThatFoldersHavePathsOfTheirOwn)
+{
+    EXPECT_EQ(jsonOf2({u"file.read $\"{os.path_package}/x{os.path_desktop}\",,t"_s}), R"({"read":["app:"]})");
+    EXPECT_EQ(
+        jsonOf2({u"file.read $\"{os.path_desktop}{os.path_desktop}\",,t"_s}), R"({"read":["anything"]})");
+    EXPECT_EQ(jsonOf2({u"os.窗口最小化 os.path_package"_s}), R"({"input":["windows"]})");
+}
+
+TEST(ComputedSheet, cutsWhatWasTypedAtSignsOfAListAlone)
+{
+    for (const QString &separator : {u"\",\""_s, u"\" \""_s, u"\"; \""_s, u"\"\""_s}) {
+        EXPECT_EQ(jsonOf2({u"input.enter_1 %1,p"_s.arg(separator), u"file.read set.p,,t"_s}),
+            R"({"read":["given"]})");
+    }
+    for (const QString &separator : {u"\"/\""_s, u"\".txt\""_s, u"me.enter_input"_s, u"os.path_desktop"_s}) {
+        EXPECT_EQ(jsonOf2({u"input.enter_1 %1,p"_s.arg(separator), u"file.read set.p,,t"_s}),
+            R"({"read":["anything"]})");
+    }
+    EXPECT_EQ(jsonOf({u"file.read me.enter_input_2,\"\",\"t\""_s}), R"({"read":["given"]})");
+}
+
 TEST(ComputedSheet, knowsWhatTheUserGives)
 {
     EXPECT_EQ(jsonOf({u"file.open me.drag"_s}), R"({"network":["given"],"run":["given"]})");
