@@ -20,16 +20,6 @@ QUrl below(const QUrl &base, const QString &fileName)
 
 } // namespace
 
-StoreAddresses StoreAddresses::built()
-{
-    StoreAddresses addresses{QUrl(QStringLiteral(PLUM_STORE_SITE)), QUrl(QStringLiteral(PLUM_DOWNLOAD_BASE))};
-    for (const QByteArray &hex : QByteArray(PLUM_STORE_ROOT_KEYS).split(',')) {
-        if (const auto key = PublicKey::fromHex(hex))
-            addresses.rootKeys.push_back(*key);
-    }
-    return addresses;
-}
-
 bool StoreAddresses::isLocal() const
 {
     static const QRegularExpression loopback(u"^(localhost|127(\\.\\d{1,3}){3}|::1)$"_s);

@@ -41,8 +41,35 @@ public:
     {
         QProcess::execute(
             QStringLiteral("cp"), {QStringLiteral("-r"), QStringLiteral(PLUM_APPS), m_files.folder()});
-        const QStringList folders{m_files.folder() + QStringLiteral("/apps"), output()};
-        return QProcess::execute(QStringLiteral(PLUM_STORE), folders) == 0 && resume(serverLines);
+        return publish() && resume(serverLines);
+    }
+
+    // Makes the store's files anew, and signs them when there are keys.
+    bool publish()
+    {
+        return command({m_files.folder() + QStringLiteral("/apps"), output()})
+            && (!QFile::exists(keys())
+                || command({QStringLiteral("sign"), output(), QStringLiteral("--keys"), keys()}));
+    }
+
+    // Keys for the store; to be called before serve(). The answer is the public one of the root.
+    QByteArray makeKeys()
+    {
+        QProcess maker;
+        maker.start(QStringLiteral(PLUM_STORE), {QStringLiteral("keys"), keys()});
+        maker.waitForFinished();
+        return maker.readAllStandardOutput().trimmed().split('=').value(1);
+    }
+
+    // Takes the newest version of an app back; to be published.
+    bool takeBack(const QString &name, const QString &reason)
+    {
+        return command({QStringLiteral("revoke"), output(), name, QStringLiteral("--reason"), reason});
+    }
+
+    qint64 packageSize(const QString &name) const
+    {
+        return QFileInfo(output() + QStringLiteral("/plum/download/%1.wfp").arg(name)).size();
     }
 
     bool resume(const QString &serverLines = {})
@@ -74,6 +101,13 @@ public:
     QUrl url(const QString &path = {}) const { return QUrl(QStringLiteral("http://") + address() + path); }
 
 private:
+    static bool command(const QStringList &arguments)
+    {
+        return QProcess::execute(QStringLiteral(PLUM_STORE), arguments) == 0;
+    }
+
+    QString keys() const { return m_files.folder() + QStringLiteral("/keys"); }
+
     // To nginx's workers, the children of the child of the script that serves.
     void signalToServers(int number)
     {

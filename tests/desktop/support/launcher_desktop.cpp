@@ -12,7 +12,7 @@ void LauncherDesktop::prepare(const QString &windowManager, QSize screen)
     ASSERT_FALSE(HasFatalFailure());
     hands.emplace(server().display());
     ASSERT_TRUE(QDir().mkpath(programFolder()));
-    ASSERT_TRUE(QFile::link(QStringLiteral(PLUM_PROGRAM), programFolder() + u"/plum"_s));
+    ASSERT_TRUE(QFile::link(program(), programFolder() + u"/plum"_s));
     write(u"config/load/set.ini"_s, "[hotkey]\r\nhotkey=Alt+Z\r\n");
 
     // The desktop's way to open things is a program that writes down what it is given.

@@ -17,6 +17,9 @@ protected:
     // The desktop, and a program folder whose hotkey is Alt+Z.
     void prepare(const QString &windowManager, QSize screen = {1280, 900});
 
+    // The file of the program.
+    virtual QString program() const { return QStringLiteral(PLUM_PROGRAM); }
+
     QString programFolder() const { return folder() + QStringLiteral("/program"); }
 
     // Writes a file below the program folder.
