@@ -96,8 +96,7 @@ struct ScriptSystem::Parts
 
     Shell &with(const Needs &needs)
     {
-        return needs.refused ? guardedShell.emplace(needs.shell, guard, folders)
-                             : needs.shell;
+        return needs.refused ? guardedShell.emplace(needs.shell, guard, folders) : needs.shell;
     }
 
     ProgramRunner &starting(const Needs &needs)
