@@ -91,7 +91,12 @@ void clsWaitableTimer::Wait(double milliseconds)
     namingTheWait([&] { waitFor(milliseconds); });
 }
 
-void clsWaitableTimer::waitFor(double milliseconds)
+void clsWaitableTimer::Wait(double milliseconds, const std::function<bool()> &isOver)
+{
+    namingTheWait([&] { waitFor(milliseconds, isOver); });
+}
+
+void clsWaitableTimer::waitFor(double milliseconds, const std::function<bool()> &isOver)
 {
     const WaitableTimers::Created created = m_timers.create(timerName());
     const WaitableTimers::Handle timer = created.handle;
@@ -107,7 +112,7 @@ void clsWaitableTimer::waitFor(double milliseconds)
     if (!created.nameExisted)
         m_timers.set(timer, fromHalves(-1, -1));
     m_timers.set(timer, relativeDueTime(milliseconds));
-    while (!m_timers.waitOrPump(timer)) { }
+    while (!(isOver && isOver()) && !m_timers.waitOrPump(timer)) { }
 }
 
 } // namespace plum

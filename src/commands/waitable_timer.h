@@ -23,9 +23,10 @@ public:
 
     void Wait(double milliseconds) override;
     void Wait(const QString &milliseconds) override;
+    void Wait(double milliseconds, const std::function<bool()> &isOver) override;
 
 private:
-    void waitFor(double milliseconds);
+    void waitFor(double milliseconds, const std::function<bool()> &isOver = {});
     QString timerName() const;
 
     WaitableTimers &m_timers;

@@ -120,6 +120,12 @@ public:
     void moveTo(WindowHandle window, QPoint corner) override;
     void bringHere(WindowHandle window) override;
     void setTopmost(WindowHandle window) override;
+    // Whoever hears them has to look, and that is asked about.
+    std::unique_ptr<News> newsOfTitles() override { return m_platform.windows().newsOfTitles(); }
+    std::unique_ptr<News> newsOfEnd(WindowHandle window) override
+    {
+        return m_platform.windows().newsOfEnd(window);
+    }
 };
 
 } // namespace plum

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/news.h"
+
 #include <QPoint>
 #include <QRect>
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 namespace plum {
@@ -80,6 +83,10 @@ public:
 
     // Keeps the window above all others without moving, sizing or activating it.
     virtual void setTopmost(WindowHandle window) = 0;
+
+    // When `byTitle` is worth another look, and when `window` has gone. Null where the system does not tell.
+    virtual std::unique_ptr<News> newsOfTitles() { return nullptr; }
+    virtual std::unique_ptr<News> newsOfEnd(WindowHandle) { return nullptr; }
 };
 
 } // namespace plum

@@ -20,6 +20,12 @@ void RecordingWaiter::Wait(const QString &milliseconds)
     Wait(toDouble(milliseconds));
 }
 
+void RecordingWaiter::Wait(double milliseconds, const std::function<bool()> &isOver)
+{
+    if (!isOver())
+        Wait(milliseconds);
+}
+
 void RecordingLauncher::showInput(const QString &prompt, const QString &variable)
 {
     m_log.add(u"input %1|%2"_s.arg(prompt, variable));

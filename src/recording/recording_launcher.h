@@ -19,6 +19,7 @@ public:
 
     void Wait(double milliseconds) override;
     void Wait(const QString &milliseconds) override;
+    void Wait(double milliseconds, const std::function<bool()> &isOver) override;
 
     std::function<void()> onWait;
     bool records = true;

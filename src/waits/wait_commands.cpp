@@ -7,7 +7,9 @@
 #include "platform/paths.h"
 #include "platform/screen.h"
 #include "search/screen_region.h"
-#include "waits/awaited_file.h"
+#include "waits/file_news.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -66,12 +68,12 @@ std::span<const WaitCommands::Row> WaitCommands::table()
     return rows;
 }
 
-bool WaitCommands::waitUntil(
-    const CommandCall &call, int timeField, const QString &missing, const std::function<bool()> &look) const
+bool WaitCommands::waitUntil(const CommandCall &call, int timeField, const QString &missing,
+    const std::function<bool()> &look, const Patience::Listen &listen) const
 {
     const QString written = call.arg(timeField);
     const double time = toDouble(written.isEmpty() ? usualTime : QStringView(written));
-    if (m_use.patience.waitUntil(static_cast<qint64>(std::max(time, 0.0)), look))
+    if (m_use.patience.waitUntil(static_cast<qint64>(std::max(time, 0.0)), look, listen))
         return true;
     call.fail(u"%1 within %2 ms"_s.arg(missing, QString::number(time, 'f', 0)));
     return false;
@@ -122,7 +124,8 @@ void WaitCommands::window(const CommandCall &call)
         found = m_use.windows.byTitle(title);
         return found != 0;
     };
-    if (!waitUntil(call, 1, u"no window had the title \"%1\""_s.arg(title), look))
+    if (!waitUntil(call, 1, u"no window had the title \"%1\""_s.arg(title), look,
+            [&] { return m_use.windows.newsOfTitles(); }))
         return;
     if (const QString variable = call.arg(2); !variable.isEmpty())
         call.setVariable(variable, QString::number(found));
@@ -131,8 +134,10 @@ void WaitCommands::window(const CommandCall &call)
 void WaitCommands::gone(const CommandCall &call)
 {
     const WindowHandle window = toInt32(call.arg(0));
-    waitUntil(call, 1, u"the window %1 did not go"_s.arg(window),
-        [&] { return m_use.windows.rectangle(window).isNull(); });
+    waitUntil(
+        call, 1, u"the window %1 did not go"_s.arg(window),
+        [&] { return m_use.windows.rectangle(window).isNull(); },
+        [&] { return m_use.windows.newsOfEnd(window); });
 }
 
 void WaitCommands::file(const CommandCall &call)
@@ -143,9 +148,9 @@ void WaitCommands::file(const CommandCall &call)
         call.fail(u"%1 cannot be waited for"_s.arg(call.arg(0)));
         return;
     }
-    AwaitedFile awaited(file, m_use.patience.now());
-    waitUntil(call, 1, u"%1 did not come"_s.arg(call.arg(0)),
-        [&] { return awaited.isThere(m_use.patience.now()); });
+    waitUntil(
+        call, 1, u"%1 did not come"_s.arg(call.arg(0)), [&] { return QFileInfo::exists(file); },
+        [&] { return std::make_unique<FileNews>(file); });
 }
 
 void WaitCommands::change(const CommandCall &call)

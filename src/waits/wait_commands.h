@@ -50,7 +50,7 @@ private:
     void place(const CommandCall &call, const QString &awaited, const ScreenArea &area,
         const std::function<std::optional<Position>()> &search);
     bool waitUntil(const CommandCall &call, int timeField, const QString &missing,
-        const std::function<bool()> &look) const;
+        const std::function<bool()> &look, const Patience::Listen &listen = {}) const;
 
     Needs m_use;
 };

@@ -183,3 +183,15 @@ TEST_F(WaitableTimer, AFailureInsideANestedWaitClosesBothTimers)
     EXPECT_THROW(timer.Wait(100.0), Failure);
     EXPECT_EQ(log.lines().count(u"timer close"_s), 2);
 }
+
+TEST_F(WaitableTimer, EndsEarlyWhenItIsOver)
+{
+    timers.pumps = 5;
+    int pumped = 0;
+    timers.onPump = [&] { ++pumped; };
+    timer.Wait(100.0, [&] { return pumped == 2; });
+    EXPECT_EQ(pumped, 2);
+    EXPECT_EQ(log.lines().last(), u"timer close"_s);
+    timer.Wait(100.0, [] { return false; });
+    EXPECT_EQ(pumped, 7);
+}

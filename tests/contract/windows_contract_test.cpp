@@ -233,6 +233,24 @@ TEST_F(WindowsPort, aHiddenWindowHasNoTitleToBeFoundBy)
     EXPECT_EQ(windows().byTitle(u"Peer window"_s), 0);
 }
 
+TEST_F(WindowsPort, tellsOfWindowsThatComeAndGo)
+{
+    const std::unique_ptr<News> titles = windows().newsOfTitles();
+    ASSERT_TRUE(titles);
+    EXPECT_TRUE(titles->arrived());
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
+    EXPECT_TRUE(waitUntil([&] { return titles->arrived() && windows().byTitle(u"Other"_s) != 0; }));
+
+    const std::unique_ptr<News> end = windows().newsOfEnd(other->handle());
+    ASSERT_TRUE(end);
+    EXPECT_TRUE(end->arrived());
+    EXPECT_FALSE(end->arrived());
+    other->kill();
+    EXPECT_TRUE(waitUntil([&] { return end->arrived(); }));
+    EXPECT_TRUE(windows().rectangle(other->handle()).isNull());
+}
+
 TEST_F(WindowsOnScreen, isTheOneUnderThePointer)
 {
     EXPECT_TRUE(isAt(window->inside().center(), handle));

@@ -25,6 +25,7 @@ public:
         while (timer.elapsed() < static_cast<qint64>(milliseconds));
     }
     void Wait(const QString &) override { FAIL(); }
+    void Wait(double, const std::function<bool()> &) override { FAIL(); }
 };
 
 ProgramResult sh(const QString &line, qint64 milliseconds = 20'000, const QStringList &more = {})

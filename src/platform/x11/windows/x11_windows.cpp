@@ -268,4 +268,9 @@ void X11Windows::setTopmost(WindowHandle window)
     m_manager.waitFor(id(window), [&] { return m_facts.hasState(id(window), "_NET_WM_STATE_ABOVE"); });
 }
 
+std::unique_ptr<News> X11Windows::newsOfEnd(WindowHandle window)
+{
+    return X11WindowNews::ofEnd(id(window));
+}
+
 } // namespace plum

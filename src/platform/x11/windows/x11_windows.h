@@ -2,6 +2,7 @@
 
 #include "platform/desktop_windows.h"
 #include "platform/x11/windows/window_manager.h"
+#include "platform/x11/windows/x11_window_news.h"
 
 namespace plum {
 
@@ -35,6 +36,8 @@ public:
     void moveTo(WindowHandle window, QPoint corner) override;
     void bringHere(WindowHandle window) override;
     void setTopmost(WindowHandle window) override;
+    std::unique_ptr<News> newsOfTitles() override { return X11WindowNews::ofTitles(); }
+    std::unique_ptr<News> newsOfEnd(WindowHandle window) override;
 
 private:
     using State = WindowFacts::State;

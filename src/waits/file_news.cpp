@@ -1,38 +1,29 @@
-#include "waits/awaited_file.h"
+#include "waits/file_news.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 namespace plum {
 
-namespace {
-
-constexpr qint64 longestTrust = 1000; // milliseconds without a look at the disk
-
-} // namespace
-
-AwaitedFile::AwaitedFile(const QString &path, qint64 now)
+FileNews::FileNews(const QString &path)
     : m_path(QDir::cleanPath(QFileInfo(path).absoluteFilePath()))
-    , m_lastLook(now)
 {
     QObject::connect(
-        &m_watcher, &QFileSystemWatcher::directoryChanged, &m_watcher, [this] { m_mayHaveCome = true; });
-    watchNearestFolder();
+        &m_watcher, &QFileSystemWatcher::directoryChanged, &m_watcher, [this] { m_hasArrived = true; });
 }
 
-bool AwaitedFile::isThere(qint64 now)
+bool FileNews::arrived()
 {
-    if (!m_mayHaveCome && now - m_lastLook < longestTrust)
+    if (!m_hasArrived)
         return false;
-    m_mayHaveCome = false;
-    m_lastLook = now;
-    // Before the look, or what comes in between is missed.
+    m_hasArrived = false;
+    // Before whoever waits looks again, or what comes in between is missed.
     watchNearestFolder();
-    return QFileInfo::exists(m_path);
+    return true;
 }
 
 // The file's folder may have to come first; then the one above it tells.
-void AwaitedFile::watchNearestFolder()
+void FileNews::watchNearestFolder()
 {
     QString folder = QFileInfo(m_path).path();
     while (!QFileInfo(folder).isDir() && QFileInfo(folder).path() != folder)
