@@ -1,6 +1,8 @@
 #include "library/package_installer.h"
 
 #include "archive/unzip.h"
+#include "engine/editions/last_edition.h"
+#include "engine/editions/later_edition.h"
 #include "library/app_folders.h"
 #include "platform/paths.h"
 
@@ -32,6 +34,8 @@ constexpr std::array faultTexts{
     FaultText{InstallFault::Unreadable, u"A file in the package is encrypted or packed in an unknown way."},
     FaultText{InstallFault::Misplaced, u"A file in the package cannot be put into the app's folder."},
     FaultText{InstallFault::Damaged, u"The package is damaged and was not installed."},
+    FaultText{InstallFault::LaterEdition,
+        u"This app was written for a newer Plum than this one. It was not installed."},
     FaultText{InstallFault::NoRoom, u"There is no room left on the disk. The package was not installed."},
     FaultText{InstallFault::NotWritable, u"The folder of the apps cannot be changed, or its disk is full."},
 };
@@ -58,6 +62,8 @@ InstallFault faultOf(const QString &readerError)
     return known == readerErrors.end() ? InstallFault::Damaged : known->fault;
 }
 
+constexpr QLatin1StringView scriptEnding(".wf");
+
 // Why an archive could not be opened.
 InstallFault faultOfOpening(const QString &systemPath)
 {
@@ -65,6 +71,13 @@ InstallFault faultOfOpening(const QString &systemPath)
     if (!file.isFile())
         return InstallFault::Missing;
     return file.isWritable() ? InstallFault::NoPackage : InstallFault::WriteProtected;
+}
+
+// Such an app would be installed and refused at each of its runs.
+bool isOfLaterEdition(const QString &script)
+{
+    QFile file(script);
+    return file.open(QIODevice::ReadOnly) && askedEdition(file.readAll()).number > lastEdition;
 }
 
 } // namespace
@@ -208,6 +221,9 @@ InstallFault PackageInstaller::unpack(const QString &path, const QString &folder
         const auto measure = measureFile(m.paths.toSystem(folder + u'\\' + entry.fileName));
         if (measure != FileMeasure{entry.uncompressedSize, entry.crc})
             return InstallFault::Damaged;
+        if (name.endsWith(scriptEnding)
+            && isOfLaterEdition(m.paths.toSystem(folder + u'\\' + entry.fileName)))
+            return InstallFault::LaterEdition;
         record.files.insert(name, *measure);
         for (qsizetype end = name.lastIndexOf(u'/'); end > 0; end = name.lastIndexOf(u'/', end - 1))
             record.folders.insert(name.first(end));

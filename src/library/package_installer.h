@@ -24,6 +24,7 @@ enum class InstallFault {
     Unreadable, // a file in it is encrypted or packed in an unknown way
     Misplaced, // a file in it belongs outside of the app's folder, or cannot be made there
     Damaged,
+    LaterEdition, // a script in it is of an edition of the language that this Plum does not know
     NoRoom,
     NotWritable, // the library, or the app that is there, cannot be changed
 };

@@ -93,7 +93,13 @@ std::vector<BadPackage> badPackages()
         {"an unknown method", withUnknownMethod(), InstallFault::Unreadable},
         {"a way out", buildArchive({storedEntry("main.wf", "x"), storedEntry("../out", "x")}),
             InstallFault::Misplaced},
-        {"two versions in one", ofTwoVersions(), InstallFault::Damaged}};
+        {"two versions in one", ofTwoVersions(), InstallFault::Damaged},
+        {"a later edition", packageOf({{u"main.wf"_s, "//edition:3\n"}}), InstallFault::LaterEdition},
+        {"a later edition behind the guide", packageOf({{u"main.wf"_s, "//guide:x\r\n//edition:77\r\n"}}),
+            InstallFault::LaterEdition},
+        {"a part of a later edition",
+            packageOf({{u"main.wf"_s, "//edition:2\n"}, {u"parts/more.wf"_s, "//edition:3\n"}}),
+            InstallFault::LaterEdition}};
 }
 
 } // namespace
@@ -138,6 +144,12 @@ TEST_F(PackageInstallerTest, everyFailureIsErrorAndASentence)
         const QString message = install(bad.bytes).message();
         EXPECT_TRUE(message.startsWith(u"Error\n\n"_s) && message.endsWith(u'.')) << qPrintable(message);
     }
+}
+
+TEST_F(PackageInstallerTest, aScriptOfTheLastEditionIsNoFault)
+{
+    EXPECT_TRUE(
+        install(packageOf({{u"main.wf"_s, "//edition:2\nset.a 1\n"}, {u"notes.txt"_s, "//edition:3"}})));
 }
 
 TEST_F(PackageInstallerTest, anInvalidSignatureAloneIsNoFault)
