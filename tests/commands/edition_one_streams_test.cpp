@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 using namespace plum;
 using plum::recording::Dice;
@@ -83,10 +85,30 @@ QStringList anyScript(quint32 seed)
     return script;
 }
 
+// Random names of files, as any system takes them: some do not know a colon, a quote or a line end in a name,
+// or a blank or a point at its end. Different names stay different.
+QString onDisk(const QString &path)
+{
+    struct Letter
+    {
+        char16_t written, onDisk;
+    };
+    constexpr std::array letters{Letter{u':', u';'}, Letter{u'"', u'\''}, Letter{u'?', u'='},
+        Letter{u'*', u'^'}, Letter{u'<', u'{'}, Letter{u'>', u'}'}, Letter{u'|', u'~'}, Letter{u'\r', u'&'},
+        Letter{u'\n', u'`'}, Letter{u' ', u'@'}};
+    QString name = path;
+    for (const Letter &letter : letters)
+        name.replace(letter.written, letter.onDisk);
+    if (name.endsWith(u'.') && name != "."_L1 && name != ".."_L1)
+        name.back() = u'$';
+    return name;
+}
+
 // A place with a window, a colour and things to answer.
 void arrange(ScriptBench &bench)
 {
     bench.state.runctx[0] = u"C:\\a\\main.wf"_s;
+    bench.platform.paths().onDisk = onDisk;
     auto &screen = static_cast<recording::RecordingScreen &>(bench.platform.screen());
     screen.size = {20, 20};
     screen.pixels.assign(400, 0);

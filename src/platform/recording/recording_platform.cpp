@@ -197,6 +197,8 @@ QString RecordingTextCodec::fromUtf8(QByteArrayView bytes)
 QString RecordingPaths::toSystem(const QString &path) const
 {
     const QString there = QString(path).replace(u'\\', u'/');
+    if (onDisk)
+        return onDisk(there);
     if (root.isEmpty() || there == root || there.startsWith(root + u'/'))
         return there;
     // A drive is a folder, and nothing lies above the root.

@@ -261,6 +261,9 @@ public:
     QString folder = QStringLiteral("C:\\plum");
     QString root; // the folder that scripts take for the whole disk; empty for the machine's own
     bool namesAreInterpreted = false;
+
+    // What a name is on this disk; empty: itself.
+    std::function<QString(const QString &path)> onDisk;
 };
 
 // Timers that are due at the `pumps`th call of waitOrPump. `onPump` stands for the user interface.
