@@ -1,5 +1,6 @@
 #include "engine/editions/script_error.h"
 #include "support/script_bench.h"
+#include "support/surroundings.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -18,6 +19,8 @@
 //   input.text n,"Your name"           // answer: Ann | Bob    what the user says, pass after pass
 //   input.text n,"Your name"           // gives up
 //   os.tips "Done"                     // closes
+//   // given: pixel 3 4 FF0000          what is there before, in the words of surroundings.h
+//   // after 2 waits: gone 7            what comes about while it waits for the second time
 //   // does: wait 10 ; mouse 2         everything that the script does; "nothing" for nothing at all
 //   // error 3:7: reason               what ends the run or keeps it from beginning; the reason's beginning
 //   is enough
@@ -27,6 +30,7 @@
 using namespace Qt::StringLiterals;
 using namespace plum;
 using plum::recording::ScriptBench;
+using plum::recording::Surroundings;
 
 namespace {
 
@@ -74,6 +78,8 @@ struct Expected
     std::optional<QStringList> events;
     QStringList errors; // "line:column: reason"
     QList<Answer> answers;
+    QStringList given;
+    QMultiMap<int, QString> later; // by the number of the wait
 };
 
 Expected expectedOf(const QStringList &lines)
@@ -92,6 +98,10 @@ Expected expectedOf(const QStringList &lines)
             for (const QString &text : behind(line, u"// answer:"_s).split(u" | "_s))
                 expected.answers += Answer{true, variable, text};
         }
+        if (const QString words = behind(line, u"// given:"_s); !words.isEmpty())
+            expected.given += words;
+        if (const QString words = behind(line, u"// after "_s); !words.isEmpty())
+            expected.later.insert(words.section(u' ', 0, 0).toInt(), behind(words, u"waits:"_s));
         if (line.contains("// gives up"_L1) || line.contains("// closes"_L1))
             expected.answers += Answer{};
     }
@@ -164,6 +174,14 @@ TEST_P(LanguageRule, holds)
     QMap<int, QStringList> shown;
     bench.system.engine().add(u"show"_s, std::make_unique<ShowCommands>(shown));
     bench.launcher.keywordBox = u"mail Ann,Bob"_s;
+    Surroundings around(bench, folder.path());
+    for (const QString &words : expected.given)
+        around.arrange(words);
+    bench.waiter.onWait = [&, waits = 0]() mutable {
+        const QStringList now = expected.later.values(++waits);
+        for (const QString &words : now)
+            around.arrange(words);
+    };
     const RunStart::CommandLineScript start
         = bench.system.starts().prepareCommandLine(folder.filePath(script.fileName()));
     ASSERT_TRUE(start.loaded);

@@ -1,9 +1,6 @@
 #include "support/manual_examples.h"
 
-#include "recording/recording_commands.h"
-
 #include <QFile>
-#include <QImage>
 
 #include <gtest/gtest.h>
 
@@ -94,11 +91,6 @@ private:
 
 } // namespace
 
-QString unescaped(QString text)
-{
-    return text.replace(u"\\r"_s, u"\r"_s).replace(u"\\n"_s, u"\n"_s);
-}
-
 const QList<ManualExample> &manualExamples(ManualPage page)
 {
     const auto read = [](ManualPage which, const char *name) {
@@ -115,11 +107,14 @@ const QList<ManualExample> &manualExamples(ManualPage page)
 ExampleBench::ExampleBench(const ManualExample &example)
 {
     state.runctx[0] = m_files.folder() + u"/main.wf"_s;
-    auto &screen = static_cast<RecordingScreen &>(platform.screen());
-    screen.size = {200, 150};
-    screen.pixels.assign(200 * 150, 0);
-    for (const QString &given : example.given)
-        arrange(given.section(u' ', 0, 0), given.section(u' ', 1));
+    Surroundings around(*this, m_files.folder());
+    constexpr QLatin1StringView answer("answer ");
+    for (const QString &given : example.given) {
+        if (given.startsWith(answer))
+            answers += given.sliced(answer.size());
+        else
+            around.arrange(given);
+    }
     platform.log.clear();
 }
 
@@ -131,59 +126,6 @@ QStringList ExampleBench::happened() const
         events.removeLast();
     events.removeAll(u"wait 10"_s);
     return events;
-}
-
-void ExampleBench::arrange(const QString &what, const QString &rest)
-{
-    const QStringList words = rest.split(u' ');
-    const auto number = [&words](int index) { return words.value(index).toInt(); };
-    if (what == "clipboard"_L1) {
-        platform.clipboard().setText(rest);
-    } else if (what == "typed"_L1) {
-        launcher.keywordBox = rest;
-    } else if (what == "pointer"_L1) {
-        platform.pointer().moveTo({number(0), number(1)});
-    } else if (what == "http"_L1) {
-        http.answer = {number(0), {}, rest.section(u' ', 1).toUtf8()};
-    } else if (what == "javascript"_L1) {
-        static_cast<RecordingJavaScript &>(platform.javaScript()).answer.value = rest;
-    } else if (what == "file"_L1) {
-        m_files.write(words[0], unescaped(rest.section(u' ', 1)).toUtf8());
-    } else if (what == "pixel"_L1) {
-        paint({number(0), number(1)}, words[2].toUInt(nullptr, 16));
-    } else if (what == "picture"_L1) {
-        arrangePicture(words[0], {number(1), number(2)});
-    } else if (what == "window"_L1) {
-        auto &windows = static_cast<RecordingWindows &>(platform.windows());
-        windows.foregroundWindow = windows.windowUnderPointer = number(0);
-        windows.rectangles[number(0)] = QRect(number(1), number(2), number(3), number(4));
-    } else if (what == "answer"_L1) {
-        answers += rest;
-    } else if (what == "titled"_L1) {
-        static_cast<RecordingWindows &>(platform.windows()).titles[words[1]] = number(0);
-    } else {
-        ADD_FAILURE() << "unknown surroundings: " << what.toStdString();
-    }
-}
-
-void ExampleBench::paint(QPoint at, quint32 colour)
-{
-    auto &screen = static_cast<RecordingScreen &>(platform.screen());
-    screen.pixels[static_cast<size_t>(at.y() * screen.size.width() + at.x())] = colour;
-}
-
-// A small picture file that the screen shows at `at`. Its corners differ, so that all of it is looked for.
-void ExampleBench::arrangePicture(const QString &name, QPoint at)
-{
-    QImage picture(8, 8, QImage::Format_RGB32);
-    for (int y = 0; y < 8; ++y) {
-        for (int x = 0; x < 8; ++x) {
-            const auto colour = static_cast<quint32>(0xFF0000 + y * 8 + x);
-            picture.setPixel(x, y, 0xFF000000U | colour);
-            paint(at + QPoint(x, y), colour);
-        }
-    }
-    ASSERT_TRUE(picture.save(m_files.folder() + u'/' + name));
 }
 
 } // namespace plum::recording

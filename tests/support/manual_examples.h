@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/script_bench.h"
+#include "support/surroundings.h"
 #include "support/temporary_files.h"
 
 #include <QStringList>
@@ -11,7 +12,7 @@ namespace plum::recording {
 
 // One script of the manual. Around it, HTML comments say what it finds and does:
 //
-//   <!-- given: clipboard some text          what is there before: see ExampleBench::arrange
+//   <!-- given: clipboard some text          what is there before, in the words of surroundings.h
 //        does: mouse 2 ; mouse 4             all events but the pauses before lines, in order
 //        shows: Ann | Bob                    in edition 2: its tips, before the block
 //        error: 2:14: reason -->             in edition 2: what is wrong, the first line asking for it
@@ -40,9 +41,6 @@ enum class ManualPage {
 // All of a page, in its order.
 const QList<ManualExample> &manualExamples(ManualPage page = ManualPage::Edition1);
 
-// A text of the document with its \r and \n as they are meant.
-QString unescaped(QString text);
-
 // A bench whose surroundings an example's "given" lines arrange.
 class ExampleBench : public ScriptBench
 {
@@ -55,10 +53,6 @@ public:
     QStringList answers; // to the questions of the example, one after the other
 
 private:
-    void arrange(const QString &what, const QString &rest);
-    void paint(QPoint at, quint32 colour);
-    void arrangePicture(const QString &name, QPoint at);
-
     test::TemporaryFiles m_files;
 };
 
