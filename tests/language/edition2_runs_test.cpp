@@ -150,6 +150,13 @@ TEST_F(Edition2Runs, LetTheInterfaceLiveThroughLongCounting)
     EXPECT_TRUE(lived);
 }
 
+TEST_F(Edition2Runs, SuggestForABareWordOnlyWhatCanBeWritten)
+{
+    EXPECT_EQ(errorOf("//edition:2\nset.a who\n"),
+        u"\"who\" is a bare word; a text stands in quotes, a variable is written set.who"_s);
+    EXPECT_EQ(errorOf("//edition:2\nset.a 1e3\n"), u"\"1e3\" is a bare word; a text stands in quotes"_s);
+}
+
 TEST_F(Edition2Runs, ThePlaceOfTheScriptIsItsOwn)
 {
     bench.state.runctx[0] = u"/other/script.wf"_s;

@@ -1,5 +1,7 @@
 #include "engine/edition2/fields.h"
 
+#include "engine/edition2/line_reader.h"
+
 #include <algorithm>
 
 namespace plum::edition2 {
@@ -176,8 +178,8 @@ private:
         if (value.form == Form::Reference || value.form == Form::Template)
             return {}; // known when it runs
         if (value.form == Form::Word && !takesWord(field)) {
-            return u"\"%1\" is a bare word; a text stands in quotes, a variable is written set.%1"_s.arg(
-                value.text);
+            const QString problem = u"\"%1\" is a bare word; a text stands in quotes"_s.arg(value.text);
+            return isName(value.text) ? problem + u", a variable is written set."_s + value.text : problem;
         }
         return problemWith(field, value.text);
     }
