@@ -193,4 +193,13 @@ TEST_F(StarterAppsTest, timerWaitsForTheSeconds)
     EXPECT_EQ(log.last(), u"tip 5 seconds are over."_s);
 }
 
+TEST_F(StarterAppsTest, timerWaitsForMinutesWithoutAWaitThatLastsLonger)
+{
+    waiter.records = true;
+    QStringList waits;
+    for (const QString &event : events(u"timer 500"_s).filter(u"wait "_s))
+        waits += event != "wait 10"_L1 ? QStringList(event) : QStringList();
+    EXPECT_EQ(waits, (QStringList{u"wait 200000"_s, u"wait 200000"_s, u"wait 100000"_s}));
+}
+
 } // namespace plum
