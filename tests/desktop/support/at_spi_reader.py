@@ -25,6 +25,8 @@ def actions_of(node):
 
 
 def walk(node, found):
+    if not node:  # it has gone since it was counted
+        return
     states = node.get_state_set()
     if not states.contains(Atspi.StateType.SHOWING):
         return
@@ -32,9 +34,7 @@ def walk(node, found):
                   "text": text_of(node), "actions": actions_of(node),
                   "states": [name for name, state in STATES if states.contains(state)]})
     for index in range(node.get_child_count()):
-        child = node.get_child_at_index(index)
-        if child:
-            walk(child, found)
+        walk(node.get_child_at_index(index), found)
 
 
 def look(name):
