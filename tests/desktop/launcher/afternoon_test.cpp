@@ -18,10 +18,10 @@ class AfternoonTest : public LauncherDesktop
 protected:
     void SetUp() override
     {
-        qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
         LauncherDesktop::SetUp();
         ASSERT_TRUE(QFile::remove(programFolder() + u"/config/load/set.ini"_s));
         reader.emplace(server());
+        qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
     }
 
     void TearDown() override

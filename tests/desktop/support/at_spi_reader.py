@@ -1,16 +1,35 @@
 #!/usr/bin/python3
 """What assistive technology gets of a program: for each line on standard input one line of JSON on standard output, the
-nodes that are shown, in their order. The first argument is the name that the program has there."""
+nodes that are shown, in their order. The first argument is the name that the program has there. A line "ready" comes
+first, when programs can be seen."""
 import json
 import sys
+import time
 
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
 STATES = (("focused", Atspi.StateType.FOCUSED), ("selected", Atspi.StateType.SELECTED),
           ("checked", Atspi.StateType.CHECKED), ("enabled", Atspi.StateType.ENABLED))
+
+
+def wait_for_registry():
+    """The first who asks for the registry starts it. Whoever asks meanwhile, a program that wants to be seen too, may get
+    no answer, and does not ask again."""
+    session = Gio.bus_get_sync(Gio.BusType.SESSION)
+    address, = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+                                 Gio.DBusCallFlags.NONE, -1)
+    flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    bus = Gio.DBusConnection.new_for_address_sync(address, flags)
+    what = GLib.Variant("(ss)", ("org.a11y.atspi.Accessible", "ChildCount"))
+    while True:
+        try:
+            return bus.call_sync("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root",
+                                 "org.freedesktop.DBus.Properties", "Get", what, None, Gio.DBusCallFlags.NONE, -1)
+        except GLib.Error:  # the registry that was asked has ended before another one
+            time.sleep(0.05)
 
 
 def text_of(node):
@@ -50,6 +69,8 @@ def look(name):
     return found
 
 
+wait_for_registry()
+print("ready", flush=True)
 for _ in sys.stdin:
     try:
         nodes = look(sys.argv[1])

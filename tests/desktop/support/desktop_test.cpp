@@ -27,8 +27,8 @@ void DesktopTest::startDesktop(const QString &windowManager, const QString &layo
     // Nobody's own settings decide here, and no program finds its way to the session outside.
     qputenv("HOME", QFile::encodeName(folder()));
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder()));
-    for (const char *variable :
-        {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "SESSION_MANAGER", "QT_QPA_PLATFORM"})
+    for (const char *variable : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "SESSION_MANAGER",
+             "QT_QPA_PLATFORM", "DISPLAY"})
         qunsetenv(variable);
     qputenv("LC_ALL", "C.UTF-8");
     ASSERT_TRUE(startBus());

@@ -6,13 +6,15 @@
 
 #include <algorithm>
 
+#include <gtest/gtest.h>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 10'000; // milliseconds
+constexpr int patience = 60'000; // milliseconds
 
 QStringList texts(const QJsonValue &values)
 {
@@ -26,8 +28,10 @@ QStringList texts(const QJsonValue &values)
 
 ScreenReader::ScreenReader(const XServer &server)
 {
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     server.start(m_process, QStringLiteral(PLUM_AT_SPI_READER), {u"plum"_s});
-    m_process.waitForStarted();
+    while (!m_process.canReadLine() && m_process.waitForReadyRead(patience)) { }
+    EXPECT_EQ(m_process.readLine(), "ready\n");
 }
 
 ScreenReader::~ScreenReader()
