@@ -24,7 +24,7 @@ void HiddenNote::writeOn(xcb_window_t window, X11Connection &connection, WindowF
     values.insert(values.end(), states.begin(), states.end());
     xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, connection.atom(property),
         XCB_ATOM_CARDINAL, 32, static_cast<uint32_t>(values.size()), values.data());
-    connection.flush();
+    connection.sync(); // another process may ask next
 }
 
 std::optional<HiddenNote> HiddenNote::readFrom(xcb_window_t window, WindowFacts &facts)
