@@ -72,7 +72,7 @@ QString usageOf(const QString &head, std::span<const Field> fields)
         const QString name = field.name.toString() + (field.mayRepeat ? u"…"_s : QString());
         names += field.isRequired() ? name : u'[' + name + u']';
     }
-    return names.isEmpty() ? head : head + u' ' + names.join(u", "_s);
+    return names.isEmpty() ? head : head + u' ' + names.join(u',');
 }
 
 } // namespace plum

@@ -1,8 +1,9 @@
+#include "check/command_reference.h"
+#include "check/textmate_grammar.h"
 #include "kit/app_commands.h"
 #include "kit/check_command.h"
 #include "kit/dry_run.h"
-#include "kit/lsp/language_server.h"
-#include "kit/lsp/message_stream.h"
+#include "kit/editor_session.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
 #include "kit/sheet_command.h"
@@ -36,6 +37,7 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
   plumkit sheet [options] FILE|FOLDER     says what a script may do
   plumkit upgrade [options] FILE          writes a script of edition 1 as one of edition 2
   plumkit lsp                             talks to an editor by the language server protocol
+  plumkit reference [options]             prints all commands, for people or for editors
   plumkit new [options] KEYWORD           makes a new app
   plumkit pack [options] FOLDER           makes the package of an app
   plumkit open FILE.wfp                   has the launcher ask whether to install a package
@@ -116,6 +118,14 @@ constexpr char lspUsage[]
 in scripts as they are typed, completion, and what commands are for. docs/editors.md says how editors are told of it.
 
   plumkit lsp
+)";
+
+constexpr char referenceUsage[] = R"(Prints every command of the language with its fields.
+
+  plumkit reference [options]
+
+  --format FORMAT     markdown: a page for people; textmate: a grammar for the colours of editors
+  --help              shows this text
 )";
 
 constexpr char newUsage[] = R"(Makes a new app: a folder with a script that runs.
@@ -252,7 +262,7 @@ int pack(int argc, char **argv, const QStringList &arguments)
     return packFolder(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
 }
 
-int serveEditor(int argc, char **argv, const QStringList &arguments)
+int talkToEditor(int argc, char **argv, const QStringList &arguments)
 {
     if (arguments == QStringList(u"--help"_s)) {
         std::fputs(lspUsage, stdout);
@@ -263,24 +273,25 @@ int serveEditor(int argc, char **argv, const QStringList &arguments)
         return refuse(u"there is no option %1"_s.arg(arguments.first()), lspUsage);
     plum::prepareEnvironment(false);
     const QApplication application(argc, argv);
-    LanguageServer server(ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
-    QFile input;
-    QFile output;
-    constexpr int standardInput = 0;
-    constexpr int standardOutput = 1;
-    // Without a buffer: a message is to be read as soon as it is there.
-    if (!input.open(standardInput, QIODevice::ReadOnly | QIODevice::Unbuffered)
-        || !output.open(standardOutput, QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return Unusable;
-    MessageStream messages(input, output);
-    while (!server.hasEnded()) {
-        const std::optional<QJsonObject> message = messages.read();
-        if (!message)
-            break;
-        for (const QJsonObject &answer : server.answer(*message))
-            messages.write(answer);
+    return serveEditor(ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
+}
+
+int reference(int argc, char **argv, const QStringList &arguments)
+{
+    if (arguments == QStringList(u"--help"_s)) {
+        std::fputs(referenceUsage, stdout);
+        return Done;
     }
-    return server.status();
+    const bool asksForGrammar = arguments == QStringList({u"--format"_s, u"textmate"_s});
+    if (!arguments.isEmpty() && !asksForGrammar && arguments != QStringList({u"--format"_s, u"markdown"_s}))
+        return refuse(u"it takes --format markdown or --format textmate"_s, referenceUsage);
+    plum::prepareEnvironment(false);
+    const QApplication application(argc, argv);
+    const plum::ScriptVocabulary vocabulary = ScriptRun(QFile::decodeName(argv[0]), false).vocabulary();
+    const QString text
+        = asksForGrammar ? plum::textMateGrammar(vocabulary) : plum::commandReference(vocabulary);
+    std::fputs(text.toUtf8().constData(), stdout);
+    return Done;
 }
 
 int upgradeEdition(int argc, char **argv, const QStringList &arguments)
@@ -377,7 +388,9 @@ int main(int argc, char **argv)
     if (command == "upgrade"_L1)
         return upgradeEdition(argc, argv, arguments);
     if (command == "lsp"_L1)
-        return serveEditor(argc, argv, arguments);
+        return talkToEditor(argc, argv, arguments);
+    if (command == "reference"_L1)
+        return reference(argc, argv, arguments);
     if (command == "new"_L1)
         return makeNew(arguments);
     return refuse(u"there is no command %1"_s.arg(command), usage);

@@ -210,7 +210,7 @@ QJsonValue ScriptAnswers::signatureHelp(const OpenScript &script, const QJsonObj
     QString label = call->head;
     QJsonArray fields;
     for (const Field &field : call->fields) {
-        label += fields.isEmpty() ? u" "_s : u", "_s;
+        label += fields.isEmpty() ? u' ' : u',';
         const qsizetype start = label.size();
         label += field.name.toString();
         fields += QJsonObject{

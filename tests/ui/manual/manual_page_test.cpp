@@ -58,7 +58,7 @@ QStringList examplesOf(const QString &page)
 }
 
 const QStringList pages{u"scripting.md"_s, u"scripting.zh.md"_s, u"edition-1.md"_s, u"tasks.md"_s,
-    u"checks.md"_s, u"editors.md"_s};
+    u"checks.md"_s, u"editors.md"_s, u"commands.md"_s};
 
 } // namespace
 
