@@ -31,9 +31,8 @@ void CalcCommands::set(const CommandCall &call)
 {
     const auto textOf = [&](QStringView reference) -> std::optional<QString> {
         if (reference.startsWith(u"set.")) {
-            const QString name = reference.sliced(4).toString();
-            return call.variables().contains(name) ? std::optional(call.variables().GetVar(name))
-                                                   : std::nullopt;
+            const QString *value = call.variables().find(reference.sliced(4).toString());
+            return value ? std::optional(*value) : std::nullopt;
         }
         for (const QStringView start : otherReferences) {
             if (reference.startsWith(start))

@@ -42,3 +42,22 @@ TEST(VariableStore, RemoveAllForgetsEverything)
     EXPECT_EQ(store.size(), 0);
     EXPECT_FALSE(store.contains(u"a"_s));
 }
+
+TEST(VariableStore, FindsWhatIsThere)
+{
+    VariableStore store;
+    EXPECT_EQ(store.find(u"a"_s), nullptr);
+    store.SetVar(u"a"_s, {});
+    ASSERT_NE(store.find(u"a"_s), nullptr);
+    EXPECT_EQ(*store.find(u"a"_s), QString());
+}
+
+TEST(VariableStore, KeepsManyNamesApart)
+{
+    VariableStore store;
+    for (int number = 0; number < 10'000; ++number)
+        store.SetVar(u"name"_s + QString::number(number), QString::number(number));
+    EXPECT_EQ(store.size(), 10'000);
+    for (int number = 0; number < 10'000; ++number)
+        EXPECT_EQ(store.GetVar(u"name"_s + QString::number(number)), QString::number(number));
+}

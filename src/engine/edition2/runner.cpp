@@ -224,9 +224,9 @@ QString Runner::textOf(const Run &run, const Operand &operand) const
     case Operand::Kind::Constant:
         return operand.text;
     case Operand::Kind::Variable:
-        if (!run.frame().variables.contains(operand.text))
-            throw Failure{u"%1 was never set"_s.arg(operand.text), 0, operand.at};
-        return run.frame().variables.GetVar(operand.text);
+        if (const QString *value = run.frame().variables.find(operand.text))
+            return *value;
+        throw Failure{u"%1 was never set"_s.arg(operand.text), 0, operand.at};
     case Operand::Kind::Reference: {
         QString text = m_use.reader.ExpandVar(operand.text, UnknownVariable::IsEmpty);
         requireAllowed(operand.at);
