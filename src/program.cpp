@@ -75,7 +75,9 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .mayRun = [this](const QString &keyword) { return mayRun(keyword); },
           .tellSheet = [this](const QString &keyword) { tellSheet(keyword); }})
     , m_channel(m_platform->clipboard())
-    , m_storeWindow({.program = StoreProcess::besideThisProgram(), .downloadBase = m_addresses.downloadBase})
+    , m_storeWindow({.program = StoreProcess::besideThisProgram(),
+          .downloadBase = m_addresses.downloadBase,
+          .isSigned = m_addresses.isSigned()})
     , m_transfers(m_platform->paths(), m_platform->textCodec())
     , m_store({m_storeWindow, m_transfers, m_channel, m_host, m_platform->shell(), m_platform->paths(),
           m_installer, m_addresses})

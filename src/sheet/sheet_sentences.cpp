@@ -2,6 +2,8 @@
 
 #include "sheet/objects.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 
@@ -14,44 +16,70 @@ namespace {
 constexpr qsizetype longestText = 80; // characters of a script's own
 constexpr qsizetype mostObjects = 6;
 
-// How an effect is said. In the sentence %1 is what it is about.
+// Sentences are in the language of the session.
+struct Words
+{
+    Q_DECLARE_TR_FUNCTIONS(plum::Sheet)
+};
+
+// How an effect is said. In the sentence %1 is what it is about. Deeds are part of errors, which scripts see:
+// they are in English.
 struct Phrase
 {
     Effect effect;
-    QStringView sentence;
-    QStringView anything;
-    QStringView given;
+    const char *sentence;
+    const char *anything;
+    const char *given;
     QStringView deed; // what a run was not allowed
 };
 
 constexpr std::array phrases{
-    Phrase{Effect::SeeScreen, u"Sees the screen.", u"", u"", u"looking at the screen"},
-    Phrase{Effect::SeeClipboard, u"Reads the text on the clipboard.", u"", u"", u"reading the clipboard"},
-    Phrase{Effect::SeeWindows, u"Sees which windows are open, and where.", u"", u"", u"looking at windows"},
-    Phrase{
-        Effect::SeePointer, u"Sees where the mouse pointer is.", u"", u"", u"looking where the pointer is"},
-    Phrase{Effect::ReadFile, u"Reads %1.", u"any file that you can read", u"the file that you type or drop",
-        u"reading %1"},
-    Phrase{Effect::WriteFile, u"Writes %1.", u"any file that you can write",
-        u"the file that you type or drop", u"writing %1"},
-    Phrase{Effect::Contact, u"Contacts %1.", u"any server", u"the address that you type", u"contacting %1"},
-    Phrase{Effect::Keys, u"Presses keys%1.", u"", u"", u"pressing keys"},
-    Phrase{Effect::Paste, u"Types %1.", u"text", u"what you type", u"typing"},
-    Phrase{Effect::Mouse, u"Moves the mouse and clicks%1.", u"", u"", u"moving the mouse or clicking"},
-    Phrase{Effect::SetClipboard, u"Puts text on the clipboard.", u"", u"", u"changing the clipboard"},
-    Phrase{Effect::ChangeWindows, u"Moves, hides or closes %1.", u"windows of other programs",
-        u"the window that you name", u"changing windows"},
-    Phrase{Effect::Run, u"Starts or opens %1.", u"any program: it can then do everything that you can",
-        u"what you type or drop", u"starting %1"},
-    Phrase{Effect::Evaluate, u"Evaluates JavaScript, which on Windows can do everything that you can.", u"",
-        u"", u"evaluating JavaScript"},
-    Phrase{Effect::LockScreen, u"Locks the screen.", u"", u"", u"locking the screen"},
-    Phrase{Effect::SwitchMonitorOff, u"Switches the monitor off.", u"", u"", u"switching the monitor off"},
-    Phrase{Effect::LogOff, u"Logs you off without asking programs.", u"", u"", u"logging you off"},
-    Phrase{Effect::ShutDown, u"Switches the machine off without asking programs.", u"", u"",
+    Phrase{Effect::SeeScreen, QT_TRANSLATE_NOOP("plum::Sheet", "Sees the screen."), "", "",
+        u"looking at the screen"},
+    Phrase{Effect::SeeClipboard, QT_TRANSLATE_NOOP("plum::Sheet", "Reads the text on the clipboard."), "", "",
+        u"reading the clipboard"},
+    Phrase{Effect::SeeWindows, QT_TRANSLATE_NOOP("plum::Sheet", "Sees which windows are open, and where."),
+        "", "", u"looking at windows"},
+    Phrase{Effect::SeePointer, QT_TRANSLATE_NOOP("plum::Sheet", "Sees where the mouse pointer is."), "", "",
+        u"looking where the pointer is"},
+    Phrase{Effect::ReadFile, QT_TRANSLATE_NOOP("plum::Sheet", "Reads %1."),
+        QT_TRANSLATE_NOOP("plum::Sheet", "any file that you can read"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "the file that you type or drop"), u"reading %1"},
+    Phrase{Effect::WriteFile, QT_TRANSLATE_NOOP("plum::Sheet", "Writes %1."),
+        QT_TRANSLATE_NOOP("plum::Sheet", "any file that you can write"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "the file that you type or drop"), u"writing %1"},
+    Phrase{Effect::Contact, QT_TRANSLATE_NOOP("plum::Sheet", "Contacts %1."),
+        QT_TRANSLATE_NOOP("plum::Sheet", "any server"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "the address that you type"), u"contacting %1"},
+    Phrase{Effect::Keys, QT_TRANSLATE_NOOP("plum::Sheet", "Presses keys%1."), "", "", u"pressing keys"},
+    Phrase{Effect::Paste, QT_TRANSLATE_NOOP("plum::Sheet", "Types %1."),
+        QT_TRANSLATE_NOOP("plum::Sheet", "text"), QT_TRANSLATE_NOOP("plum::Sheet", "what you type"),
+        u"typing"},
+    Phrase{Effect::Mouse, QT_TRANSLATE_NOOP("plum::Sheet", "Moves the mouse and clicks%1."), "", "",
+        u"moving the mouse or clicking"},
+    Phrase{Effect::SetClipboard, QT_TRANSLATE_NOOP("plum::Sheet", "Puts text on the clipboard."), "", "",
+        u"changing the clipboard"},
+    Phrase{Effect::ChangeWindows, QT_TRANSLATE_NOOP("plum::Sheet", "Moves, hides or closes %1."),
+        QT_TRANSLATE_NOOP("plum::Sheet", "windows of other programs"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "the window that you name"), u"changing windows"},
+    Phrase{Effect::Run, QT_TRANSLATE_NOOP("plum::Sheet", "Starts or opens %1."),
+        QT_TRANSLATE_NOOP("plum::Sheet", "any program: it can then do everything that you can"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "what you type or drop"), u"starting %1"},
+    Phrase{Effect::Evaluate,
+        QT_TRANSLATE_NOOP(
+            "plum::Sheet", "Evaluates JavaScript, which on Windows can do everything that you can."),
+        "", "", u"evaluating JavaScript"},
+    Phrase{Effect::LockScreen, QT_TRANSLATE_NOOP("plum::Sheet", "Locks the screen."), "", "",
+        u"locking the screen"},
+    Phrase{Effect::SwitchMonitorOff, QT_TRANSLATE_NOOP("plum::Sheet", "Switches the monitor off."), "", "",
+        u"switching the monitor off"},
+    Phrase{Effect::LogOff, QT_TRANSLATE_NOOP("plum::Sheet", "Logs you off without asking programs."), "", "",
+        u"logging you off"},
+    Phrase{Effect::ShutDown,
+        QT_TRANSLATE_NOOP("plum::Sheet", "Switches the machine off without asking programs."), "", "",
         u"switching the machine off"},
-    Phrase{Effect::Restart, u"Restarts the machine without asking programs.", u"", u"",
-        u"restarting the machine"},
+    Phrase{Effect::Restart, QT_TRANSLATE_NOOP("plum::Sheet", "Restarts the machine without asking programs."),
+        "", "", u"restarting the machine"},
 };
 
 const Phrase &phraseOf(Effect effect)
@@ -76,7 +104,8 @@ QString listed(const QStringList &things)
 {
     if (things.size() < 2)
         return things.value(0);
-    return things.first(things.size() - 1).join(u", "_s) + u" and "_s + things.last();
+    //: Between the things of a list, and before the last.
+    return things.first(things.size() - 1).join(Words::tr(", ")) + Words::tr(" and ") + things.last();
 }
 
 QString fileText(const QString &object)
@@ -88,39 +117,41 @@ QString fileText(const QString &object)
     if (isFolder && path.endsWith(u'/'))
         path.chop(1);
     if (root == "app:"_L1 && path.isEmpty())
-        return u"what is in its own folder"_s;
+        return Words::tr("what is in its own folder");
     if (root == "desktop:"_L1 && path.isEmpty())
-        return u"what is on the desktop"_s;
-    QString place;
-    if (root == "app:"_L1) {
-        place = u" in its own folder"_s;
-    } else if (root == "apps:"_L1) {
-        place = u" in the folder of the app "_s + shown(path.section(u'/', 0, 0));
+        return Words::tr("what is on the desktop");
+    const QString app = root == "apps:"_L1 ? shown(path.section(u'/', 0, 0)) : QString();
+    if (!app.isEmpty())
         path = path.section(u'/', 1);
-    } else if (root == "program:"_L1) {
-        place = u" in Plum's own folder"_s;
-    } else if (root == "desktop:"_L1) {
-        place = u" on the desktop"_s;
-    }
-    return (isFolder ? u"what is in "_s : QString()) + shown(path) + place;
+    const QString thing = isFolder ? Words::tr("what is in %1").arg(shown(path)) : shown(path);
+    if (root == "app:"_L1)
+        return Words::tr("%1 in its own folder").arg(thing);
+    if (!app.isEmpty())
+        return Words::tr("%1 in the folder of the app %2").arg(thing, app);
+    if (root == "program:"_L1)
+        return Words::tr("%1 in Plum's own folder").arg(thing);
+    if (root == "desktop:"_L1)
+        return Words::tr("%1 on the desktop").arg(thing);
+    return thing;
 }
 
 bool isAboutObjects(const Phrase &phrase)
 {
-    return phrase.sentence.contains(u"%1");
+    return QByteArrayView(phrase.sentence).contains("%1");
 }
 
 QString sentenceOf(const Phrase &phrase, const Scope &scope, const QString &window)
 {
     if (!isAboutObjects(phrase))
-        return phrase.sentence.toString();
+        return Words::tr(phrase.sentence);
     if (phrase.effect == Effect::Keys || phrase.effect == Effect::Mouse)
-        return phrase.sentence.arg(window.isEmpty() ? QString() : u" in the window "_s + shown(window));
+        return Words::tr(phrase.sentence)
+            .arg(window.isEmpty() ? QString() : Words::tr(" in the window %1").arg(shown(window)));
     QStringList things;
     if (scope.anything) {
-        things += phrase.anything.toString();
+        things += Words::tr(phrase.anything);
     } else if (scope.given) {
-        things += phrase.given.toString();
+        things += Words::tr(phrase.given);
     }
     // What is named apart is not part of "any".
     QStringList objects;
@@ -129,11 +160,11 @@ QString sentenceOf(const Phrase &phrase, const Scope &scope, const QString &wind
             objects += objectText(phrase.effect, object);
     }
     if (objects.size() > mostObjects) {
-        const QString more = u"%1 others"_s.arg(objects.size() - mostObjects + 1);
+        const QString more = Words::tr("%1 others").arg(objects.size() - mostObjects + 1);
         objects = objects.first(mostObjects - 1);
         objects += more;
     }
-    return phrase.sentence.arg(listed(objects + things));
+    return Words::tr(phrase.sentence).arg(listed(objects + things));
 }
 
 } // namespace
@@ -145,11 +176,11 @@ QString objectText(Effect effect, const QString &object)
     case Effect::WriteFile:
         return fileText(object);
     case Effect::Contact:
-        return shown(object.sliced(object.indexOf(u':') + 1)) + u", and where that leads"_s;
+        return Words::tr("%1, and where that leads").arg(shown(object.sliced(object.indexOf(u':') + 1)));
     case Effect::Run:
         return object.startsWith("name:"_L1) ? shown(object.sliced(5)) : fileText(object);
     default:
-        return u"the window "_s + shown(object);
+        return Words::tr("the window %1").arg(shown(object));
     }
 }
 
@@ -168,12 +199,13 @@ QStringList sentences(const Sheet &sheet, Sentences which)
     }
     const bool hasHands = sheet.has(Effect::Keys) || sheet.has(Effect::Paste) || sheet.has(Effect::Mouse);
     if (hasHands && sheet.window().isEmpty())
-        all += u"Keys and clicks go to whatever window is in front: they are as good as your own hands."_s;
+        all += Words::tr(
+            "Keys and clicks go to whatever window is in front: they are as good as your own hands.");
     const Scope *run = sheet.find(Effect::Run);
     if (which == Sentences::Whole && all.isEmpty())
-        all += u"Touches nothing but its own boxes."_s;
+        all += Words::tr("Touches nothing but its own boxes.");
     if (which == Sentences::Whole && !sheet.has(Effect::Contact) && !(run && run->anything))
-        all += u"Contacts nobody."_s;
+        all += Words::tr("Contacts nobody.");
     return all;
 }
 

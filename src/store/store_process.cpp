@@ -14,7 +14,10 @@ StoreProcess::StoreProcess(Options options)
     : m_options(std::move(options))
 {
     m_process.setProgram(m_options.program);
-    m_process.setArguments({u"--download-base"_s, m_options.downloadBase.toString(QUrl::FullyEncoded)});
+    QStringList arguments{u"--download-base"_s, m_options.downloadBase.toString(QUrl::FullyEncoded)};
+    if (!m_options.isSigned)
+        arguments += u"--unsigned"_s;
+    m_process.setArguments(arguments);
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &StoreProcess::readLines);

@@ -26,6 +26,7 @@ public:
     {
         QString program; // the window's executable
         QUrl downloadBase; // links below it lead to packages
+        bool isSigned = true; // otherwise the window says so
         std::chrono::milliseconds keptHidden = std::chrono::minutes(1);
     };
 

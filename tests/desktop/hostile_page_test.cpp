@@ -1,13 +1,36 @@
 #include "desktop/support/store_desktop.h"
 
+#include <QDir>
 #include <QTcpServer>
 #include <QTcpSocket>
+
+#include <algorithm>
+
+#include <unistd.h>
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// In bytes: that of the process or of one below it, whichever has most.
+qint64 largestMemory(qint64 process)
+{
+    const QString folder = u"/proc/%1/"_s.arg(process);
+    const auto words = [](const QString &path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll().simplified().split(' ') : QByteArrayList();
+    };
+    qint64 most = words(folder + u"statm"_s).value(1).toLongLong() * sysconf(_SC_PAGESIZE);
+    for (const QString &thread : QDir(folder + u"task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        for (const QByteArray &child : words(folder + u"task/%1/children"_s.arg(thread))) {
+            if (!child.isEmpty())
+                most = std::max(most, largestMemory(child.toLongLong()));
+        }
+    }
+    return most;
+}
 
 // A store whose pages try what a store's pages have no business to do. "BASE" in a page is the store's
 // address, "ELSEWHERE" that of another server.
@@ -269,6 +292,30 @@ TEST_F(HostilePage, aPageThatKeepsTheProcessorBusyHoldsNothing)
         "<!doctype html><title>busy</title><body>busy<script>setTimeout(() => { for (;;); }, 100)</script>");
     ASSERT_TRUE(eventually([&] { return isStoreOpen(); }));
     expectTheLauncherAnswers();
+
+    closeStore();
+    serve("<!doctype html><title>good</title><p id=good>good");
+    bringUpLauncher();
+    click(u"frmSet/store"_s);
+    EXPECT_TRUE(pageShows(u"!!document.querySelector('#good')"_s));
+}
+
+// It stops taking more where a machine for tests would suffer, and goes on writing to what it has.
+TEST_F(HostilePage, aPageThatTakesMemoryAndProcessorHoldsNothing)
+{
+    openStore(R"html(<!doctype html><title>hog</title><body>hog<script>
+window.bites = [];
+const bite = () => { try { const block = new Uint8Array(1 << 24);
+        for (let i = 0; i < block.length; i += 4096) block[i] = i; // touched, so that it is there
+        if (window.bites.length < 24) window.bites.push(block); else window.bites[0] = block;
+    } catch (e) { } };
+setTimeout(() => { for (;;) bite(); }, 100);
+</script>)html");
+    constexpr qint64 mostBites = 24LL << 24;
+    ASSERT_TRUE(eventually([&] { return largestMemory(launcher().processId()) > mostBites; }));
+    ASSERT_TRUE(isStoreOpen());
+    expectTheLauncherAnswers();
+    expectNothingInstalled();
 
     closeStore();
     serve("<!doctype html><title>good</title><p id=good>good");

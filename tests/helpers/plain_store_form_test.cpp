@@ -35,6 +35,20 @@ TEST_F(PlainStore, SaysWhereThePagesOpen)
     EXPECT_TRUE(child<QLabel>(u"explanation"_s).text().contains(u"default browser"_s));
 }
 
+TEST_F(PlainStore, SaysThatTheStoreSignsNothingBesideItsOwnPagesAlone)
+{
+    const auto *line = form.findChild<QLabel *>(u"unsigned"_s);
+    form.showAddress(QUrl(u"http://localhost/page"_s));
+    EXPECT_TRUE(line->isHidden());
+    form.tellUnsigned();
+    EXPECT_FALSE(line->isHidden());
+    EXPECT_EQ(form.windowTitle(), u"Plum"_s);
+    form.writePage(u"<p>sent"_s);
+    EXPECT_TRUE(line->isHidden());
+    form.clearPage();
+    EXPECT_FALSE(line->isHidden());
+}
+
 TEST_F(PlainStore, OpensAPageOutsideAndOnceMoreWhenAsked)
 {
     const QUrl page(u"http://store.example/plum/workflow_in/?v=0.01"_s);

@@ -1,6 +1,7 @@
 #include "ui/install_dialog.h"
 
 #include "library/install_offer.h"
+#include "look/translations.h"
 #include "platform/recording/recording_platform.h"
 #include "ui/install_questions.h"
 
@@ -13,6 +14,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 using namespace plum;
@@ -230,6 +232,20 @@ TEST(InstallDialogTexts, SayWhatTheAppMayDo)
         u"It could not do this before:\nRestarts the machine without asking programs."_s);
     EXPECT_EQ(sheetOf({.keyword = u"a"_s, .sheet = lock, .granted = more}),
         u"It may do nothing that it could not do before."_s);
+}
+
+TEST(InstallDialogTexts, SayItInTheLanguageOfTheSession)
+{
+    const QList<QTranslator *> before = qApp->findChildren<QTranslator *>();
+    installTranslation(*qApp, QLocale(QLocale::Chinese, QLocale::China));
+    const InstallDialog dialog({.keyword = u"a"_s,
+        .sheet = R"({"read":["apps:note/100%1.txt","given"],"input":["keys"],"window":"Notes"})"});
+    EXPECT_EQ(dialog.findChild<QLabel *>(u"sheet"_s)->text(),
+        u"读取应用 note 的文件夹里的 100%1.txt和您输入或拖入的文件。\n按下按键（在窗口 Notes 中）。\n不与任何人联系。"_s);
+    for (QTranslator *each : qApp->findChildren<QTranslator *>()) {
+        if (!before.contains(each))
+            delete each;
+    }
 }
 
 TEST(InstallDialogTexts, AskWhetherAChangedAppMayRun)

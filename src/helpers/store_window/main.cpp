@@ -61,11 +61,14 @@ int main(int argc, char **argv)
 
     const QCommandLineOption downloadBase(u"download-base"_s, {}, u"address"_s);
     QCommandLineParser parser;
-    parser.addOption(downloadBase);
+    const QCommandLineOption isUnsigned(u"unsigned"_s);
+    parser.addOptions({downloadBase, isUnsigned});
     parser.process(application);
 
     const std::unique_ptr<StoreForm> made = makeStoreForm(QUrl(parser.value(downloadBase)));
     StoreForm &form = *made;
+    if (parser.isSet(isUnsigned))
+        form.tellUnsigned();
     LauncherLink link;
     QObject::connect(&link, &LauncherLink::commandArrived, &form,
         [&form](const WindowMessage &command) { obey(command, form); });

@@ -21,6 +21,8 @@ namespace {
 
 constexpr int frameWidth = 4; // a press here resizes the window
 
+const QString storeCaption = u"Plum"_s;
+
 // What is in this window alone; the rest looks as in all of Plum's windows.
 const QString styleTemplate = uR"(
 QWidget#wei, QWidget#weia, QWidget#loadimgbox, QWidget#content { background: @window; }
@@ -34,7 +36,7 @@ QProgressBar::chunk { background: @accent; border-radius: 3px; }
 
 StoreForm::StoreForm()
     : BorderlessWindow(nullptr, Qt::Window)
-    , m_usualCaption(u"Plum"_s)
+    , m_usualCaption(storeCaption)
 {
     setObjectName(u"webbox"_s);
     applyStyle();
@@ -83,7 +85,11 @@ QWidget *StoreForm::buildBar()
 
     auto *bar = new QHBoxLayout(wei);
     bar->setContentsMargins(12, 3, 3, 5);
+    m_unsigned = new QLabel(tr("This store is on this computer and signs nothing."));
+    m_unsigned->setObjectName(u"unsigned"_s);
+    m_unsigned->setProperty("quiet", true);
     bar->addWidget(m_caption, 1);
+    bar->addWidget(m_unsigned);
     bar->addWidget(Image1);
     return wei;
 }
@@ -135,7 +141,14 @@ void StoreForm::showCaption()
 {
     const QString shown = m_givenCaption.isEmpty() ? m_usualCaption : m_givenCaption;
     m_caption->setText(m_meaning.isEmpty() ? shown : shown + u" ("_s + m_meaning + u')');
+    m_unsigned->setVisible(m_isUnsigned && m_usualCaption == storeCaption);
     setWindowTitle(shown);
+}
+
+void StoreForm::tellUnsigned()
+{
+    m_isUnsigned = true;
+    showCaption();
 }
 
 void StoreForm::setProgress(const QJsonObject &fields)

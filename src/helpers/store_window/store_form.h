@@ -30,6 +30,10 @@ public:
 
     // The window is called `text`; its bar says what that means, too.
     void setCaption(const QString &text, const QString &meaning = {});
+
+    // Says, beside pages of the store, that nobody vouches for what is in it.
+    void tellUnsigned();
+
     void setProgress(const QJsonObject &fields);
     void forgetProgress(); // of an earlier download
     void setBrowserWidth(int pixels);
@@ -74,6 +78,8 @@ private:
     QString m_meaning;
     QWidget *wei = nullptr; // the bar at the top
     QLabel *m_caption = nullptr;
+    QLabel *m_unsigned = nullptr;
+    bool m_isUnsigned = false;
     QWidget *weia = nullptr; // the strip at the bottom
     QProgressBar *m_bar = nullptr;
     QLabel *m_sizes = nullptr;

@@ -525,6 +525,10 @@
 <context>
     <name>plum::StoreForm</name>
     <message>
+        <source>This store is on this computer and signs nothing.</source>
+        <translation>此商店位于这台电脑上，不对任何内容签名。</translation>
+    </message>
+    <message>
         <source>Close (Esc)</source>
         <translation>关闭 (Esc)</translation>
     </message>
@@ -874,6 +878,193 @@
     <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>plum::Sheet</name>
+    <message>
+        <source>Sees the screen.</source>
+        <translation>查看屏幕。</translation>
+    </message>
+    <message>
+        <source>Reads the text on the clipboard.</source>
+        <translation>读取剪贴板上的文字。</translation>
+    </message>
+    <message>
+        <source>Sees which windows are open, and where.</source>
+        <translation>查看打开了哪些窗口以及它们的位置。</translation>
+    </message>
+    <message>
+        <source>Sees where the mouse pointer is.</source>
+        <translation>查看鼠标指针的位置。</translation>
+    </message>
+    <message>
+        <source>Reads %1.</source>
+        <translation>读取%1。</translation>
+    </message>
+    <message>
+        <source>any file that you can read</source>
+        <translation>您能读取的任何文件</translation>
+    </message>
+    <message>
+        <source>the file that you type or drop</source>
+        <translation>您输入或拖入的文件</translation>
+    </message>
+    <message>
+        <source>Writes %1.</source>
+        <translation>写入%1。</translation>
+    </message>
+    <message>
+        <source>any file that you can write</source>
+        <translation>您能写入的任何文件</translation>
+    </message>
+    <message>
+        <source>Contacts %1.</source>
+        <translation>连接%1。</translation>
+    </message>
+    <message>
+        <source>any server</source>
+        <translation>任何服务器</translation>
+    </message>
+    <message>
+        <source>the address that you type</source>
+        <translation>您输入的地址</translation>
+    </message>
+    <message>
+        <source>Presses keys%1.</source>
+        <translation>按下按键%1。</translation>
+    </message>
+    <message>
+        <source>Types %1.</source>
+        <translation>输入%1。</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>what you type</source>
+        <translation>您输入的内容</translation>
+    </message>
+    <message>
+        <source>Moves the mouse and clicks%1.</source>
+        <translation>移动鼠标并点击%1。</translation>
+    </message>
+    <message>
+        <source>Puts text on the clipboard.</source>
+        <translation>把文字放到剪贴板上。</translation>
+    </message>
+    <message>
+        <source>Moves, hides or closes %1.</source>
+        <translation>移动、隐藏或关闭%1。</translation>
+    </message>
+    <message>
+        <source>windows of other programs</source>
+        <translation>其他程序的窗口</translation>
+    </message>
+    <message>
+        <source>the window that you name</source>
+        <translation>您指定的窗口</translation>
+    </message>
+    <message>
+        <source>Starts or opens %1.</source>
+        <translation>启动或打开%1。</translation>
+    </message>
+    <message>
+        <source>any program: it can then do everything that you can</source>
+        <translation>任何程序：这样它就能做您能做的一切</translation>
+    </message>
+    <message>
+        <source>what you type or drop</source>
+        <translation>您输入或拖入的内容</translation>
+    </message>
+    <message>
+        <source>Evaluates JavaScript, which on Windows can do everything that you can.</source>
+        <translation>执行 JavaScript，它在 Windows 上能做您能做的一切。</translation>
+    </message>
+    <message>
+        <source>Locks the screen.</source>
+        <translation>锁定屏幕。</translation>
+    </message>
+    <message>
+        <source>Switches the monitor off.</source>
+        <translation>关闭显示器。</translation>
+    </message>
+    <message>
+        <source>Logs you off without asking programs.</source>
+        <translation>不询问各程序就注销。</translation>
+    </message>
+    <message>
+        <source>Switches the machine off without asking programs.</source>
+        <translation>不询问各程序就关机。</translation>
+    </message>
+    <message>
+        <source>Restarts the machine without asking programs.</source>
+        <translation>不询问各程序就重新启动。</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <translation>、</translation>
+    </message>
+    <message>
+        <source> and </source>
+        <translation>和</translation>
+    </message>
+    <message>
+        <source>what is in its own folder</source>
+        <translation>它自己的文件夹里的内容</translation>
+    </message>
+    <message>
+        <source>what is on the desktop</source>
+        <translation>桌面上的内容</translation>
+    </message>
+    <message>
+        <source>what is in %1</source>
+        <translation>%1 里的内容</translation>
+    </message>
+    <message>
+        <source>%1 in its own folder</source>
+        <translation>它自己的文件夹里的 %1</translation>
+    </message>
+    <message>
+        <source>%1 in the folder of the app %2</source>
+        <translation>应用 %2 的文件夹里的 %1</translation>
+    </message>
+    <message>
+        <source>%1 in Plum&apos;s own folder</source>
+        <translation>Plum 自己的文件夹里的 %1</translation>
+    </message>
+    <message>
+        <source>%1 on the desktop</source>
+        <translation>桌面上的 %1</translation>
+    </message>
+    <message>
+        <source> in the window %1</source>
+        <translation>（在窗口 %1 中）</translation>
+    </message>
+    <message>
+        <source>%1 others</source>
+        <translation>另外 %1 项</translation>
+    </message>
+    <message>
+        <source>%1, and where that leads</source>
+        <translation>%1 以及它转向的地方</translation>
+    </message>
+    <message>
+        <source>the window %1</source>
+        <translation>窗口 %1</translation>
+    </message>
+    <message>
+        <source>Keys and clicks go to whatever window is in front: they are as good as your own hands.</source>
+        <translation>按键和点击会落到最前面的任何窗口：它们就如同您自己的双手。</translation>
+    </message>
+    <message>
+        <source>Touches nothing but its own boxes.</source>
+        <translation>除了它自己的对话框，什么也不碰。</translation>
+    </message>
+    <message>
+        <source>Contacts nobody.</source>
+        <translation>不与任何人联系。</translation>
     </message>
 </context>
 </TS>
