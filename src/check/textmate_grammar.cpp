@@ -145,6 +145,9 @@ QJsonArray edition2Patterns(const ScriptVocabulary &vocabulary)
                         {3, u"punctuation.section.embedded.plum"_s}})}}});
     patterns += quoted(u"\""_s, u"\"(?!\")|$"_s, u"string.quoted.double.plum"_s, {doubled});
     patterns += include(u"references"_s);
+    // A colour of digits alone cannot be told from a number here.
+    patterns += matching(u"(?<![\\p{L}\\p{N}_.:])(?=[0-9]*[A-Fa-f])[0-9A-Fa-f]{6}(?![\\p{L}\\p{N}_.])"_s,
+        u"constant.other.color.plum"_s);
     patterns += matching(u"(?<![\\p{L}\\p{N}_.:])-?[0-9]+(?:\\.[0-9]+|(?::-?[0-9]+)+)?(?![\\p{L}\\p{N}_])"_s,
         u"constant.numeric.plum"_s);
     patterns += matching(u"(?<![\\p{L}\\p{N}_.])%1"_s.arg(variableName), u"constant.other.plum"_s);
