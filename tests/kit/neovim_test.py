@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Neovim, told of plumkit as docs/editors.md says, shows a finding as it is typed, completes and explains.
+"""Neovim, told of plumkit as docs/editors.md says, shows a finding as it is typed, completes, explains and renames.
 
 neovim_test.py PLUMKIT DOCUMENT
 """
@@ -12,7 +12,7 @@ import tempfile
 
 SKIPPED = 77
 
-# Types a wrong command into an open script; then asks for what may stand there and for what a command is.
+# Types a wrong command into an open script; then asks for what may stand there and for what a command is, and renames a variable.
 DRIVER = """
 local function wait(condition)
     if not vim.wait(60000, condition) then
@@ -43,6 +43,16 @@ for _, item in ipairs(ask("textDocument/completion")) do
     labels[#labels + 1] = item.label
 end
 io.stdout:write(table.concat(labels, " "), "\\n")
+vim.cmd("stopinsert")
+vim.api.nvim_buf_set_lines(0, 1, 3, false, { "set.who 1", 'os.tips $"{who}"' })
+wait(function() return #vim.diagnostic.get(0) == 0 end)
+vim.api.nvim_win_set_cursor(0, { 3, 12 })
+local parameters = vim.lsp.util.make_position_params()
+parameters.newName = "whom"
+for _, answer in pairs(vim.lsp.buf_request_sync(0, "textDocument/rename", parameters, 60000)) do
+    vim.lsp.util.apply_workspace_edit(answer.result, "utf-16")
+end
+io.stdout:write(table.concat(vim.api.nvim_buf_get_lines(0, 0, -1, false), "|"), "\\n")
 vim.cmd("qa!")
 """
 
@@ -69,7 +79,8 @@ def main():
     assert ended.returncode == 0, ended.returncode
     assert lines[0] == "1:6 syntax", lines
     assert "Clicks the left button." in lines, lines
-    assert "d_click" in lines[-1].split() and "while_click" in lines[-1].split(), lines
+    assert "d_click" in lines[-2].split() and "while_click" in lines[-2].split(), lines
+    assert lines[-1] == '//edition:2|set.whom 1|os.tips $"{whom}"', lines
     return 0
 
 
