@@ -9,6 +9,7 @@
 
 namespace plum {
 
+class RunObserver;
 class VariableStore;
 
 // The editions of the script language. A script gets the first unless it asks for another.
@@ -37,20 +38,25 @@ struct FieldValues
 class CommandCall
 {
 public:
-    // A line of edition 1: `arguments` is everything after the head. All three outlive the call.
-    CommandCall(const ArgumentReader &reader, const QString &command, const QString &arguments)
+    // A line of edition 1: `arguments` is everything after the head. All three outlive the call, as does
+    // `observer`, who hears of fields and results; null for nobody.
+    CommandCall(const ArgumentReader &reader, const QString &command, const QString &arguments,
+        RunObserver *observer = nullptr)
         : m_reader(&reader)
         , m_command(command)
         , m_arguments(arguments)
         , m_variables(reader.variables())
+        , m_observer(observer)
     {
     }
 
-    // A line of edition 2, which reads and stores the run's own `variables`.
-    CommandCall(const QString &command, const FieldValues &values, VariableStore &variables)
+    // A line of edition 2, which reads and stores the run's own `variables`. `observer` hears of results.
+    CommandCall(const QString &command, const FieldValues &values, VariableStore &variables,
+        RunObserver *observer = nullptr)
         : m_command(command)
         , m_values(&values)
         , m_variables(variables)
+        , m_observer(observer)
     {
     }
 
@@ -88,11 +94,14 @@ public:
     const QString &failure() const { return *m_failure; } // only when it has failed
 
 private:
+    QString told(int field, QString value) const;
+
     const ArgumentReader *m_reader = nullptr;
     const QString &m_command;
     const QString &m_arguments = s_none;
     const FieldValues *m_values = nullptr;
     VariableStore &m_variables;
+    RunObserver *m_observer = nullptr;
     mutable std::optional<QString> m_failure;
 
     static const QString s_none;

@@ -174,6 +174,9 @@ struct CommandInfo
 
     std::span<const Field> usedFields() const;
 
+    // It neither waits nor reaches out of its run.
+    bool onlyComputes() const;
+
     constexpr bool existsIn(Edition edition) const
     {
         return editions == Editions::Both || (editions == Editions::One) == (edition == Edition::One);

@@ -1,6 +1,7 @@
 #include "engine/run_loop.h"
 
 #include "engine/conversions.h"
+#include "engine/editions/run_observer.h"
 #include "engine/launcher.h"
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
@@ -71,16 +72,7 @@ RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
         line.limit = m_state.runlistLimit;
     m_state.currentLine = index;
     try {
-        m_waiter.Wait(linePause);
-        if (m_extraLineDelay != 0)
-            m_waiter.Wait(static_cast<double>(m_extraLineDelay));
-        // A run that was started inside the wait may have been the last.
-        if (m_processEnded)
-            return Outcome::ProcessEnded;
-        if (m_state.limit != line.limit)
-            m_state.limit = line.limit;
-        const Outcome outcome = dispatch(index, line);
-        return m_processEnded ? Outcome::ProcessEnded : outcome;
+        return m_state.observer ? observed(index, line) : carryOut(index, line);
     } catch (RunTimeError &error) {
         if (!error.line())
             error.setLine(index);
@@ -89,6 +81,38 @@ RunLoop::Outcome RunLoop::execute(int index, CurrentLine &line)
         stopped.setPlace({.keyword = m_state.currentKeyword, .line = index});
         throw;
     }
+}
+
+RunLoop::Outcome RunLoop::observed(int index, CurrentLine &line)
+{
+    using LineEnd = RunObserver::LineEnd;
+    RunObserver &observer = *m_state.observer;
+    observer.lineBegins({m_state.currentKeyword, {}, index + 1, m_state.runlist.value(index)});
+    try {
+        const Outcome outcome = carryOut(index, line);
+        observer.lineEnds(outcome == Outcome::Suspended ? LineEnd::Rests : LineEnd::Done, {});
+        return outcome;
+    } catch (const RunTimeError &error) {
+        observer.lineEnds(LineEnd::Failed, error.description());
+        throw;
+    } catch (const RunStopped &) {
+        observer.lineEnds(LineEnd::Stopped, {});
+        throw;
+    }
+}
+
+RunLoop::Outcome RunLoop::carryOut(int index, CurrentLine &line)
+{
+    m_waiter.Wait(linePause);
+    if (m_extraLineDelay != 0)
+        m_waiter.Wait(static_cast<double>(m_extraLineDelay));
+    // A run that was started inside the wait may have been the last.
+    if (m_processEnded)
+        return Outcome::ProcessEnded;
+    if (m_state.limit != line.limit)
+        m_state.limit = line.limit;
+    const Outcome outcome = dispatch(index, line);
+    return m_processEnded ? Outcome::ProcessEnded : outcome;
 }
 
 void RunLoop::CurrentLine::parse(const QString &text)
@@ -142,7 +166,8 @@ RunLoop::Outcome RunLoop::dispatch(int index, CurrentLine &line)
     }
 
     Handler *handler = m_handlers.value(line.nameSpace);
-    if (!handler || handler->call(CommandCall(m_reader, line.command, line.arguments)) == Next::GoOn)
+    if (!handler
+        || handler->call(CommandCall(m_reader, line.command, line.arguments, m_state.observer)) == Next::GoOn)
         return Outcome::ReachedEnd;
     m_state.runidx[0] = toInt16(index + 1.0);
     return Outcome::Suspended;

@@ -71,6 +71,8 @@ private:
 
     Outcome pass(qint16 start, qint16 &end, Level level);
     Outcome execute(int index, CurrentLine &line);
+    Outcome observed(int index, CurrentLine &line);
+    Outcome carryOut(int index, CurrentLine &line);
     Outcome dispatch(int index, CurrentLine &line);
     Outcome startBody(int index, CurrentLine &line);
     Outcome endBody(int index, CurrentLine &line);

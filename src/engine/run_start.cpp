@@ -2,6 +2,7 @@
 
 #include "engine/conversions.h"
 #include "engine/editions/last_edition.h"
+#include "engine/editions/run_observer.h"
 #include "engine/editions/script_error.h"
 #include "engine/run_loop.h"
 #include "engine/run_state.h"
@@ -47,6 +48,16 @@ void RunState::addAnswer(const QString &answer)
     answers += answer;
     if (answers.size() > mostAnswers)
         answers.removeFirst();
+    if (observer)
+        observer->answered(answer);
+}
+
+void RunState::takeAnswer(const QString &variable, const QString &answer)
+{
+    addAnswer(answer);
+    vardict.SetVar(variable, answer);
+    if (observer)
+        observer->variableSet(variable, answer);
 }
 
 RunStart::CommandLineScript RunStart::prepareCommandLine(const QString &commandLine)
@@ -113,6 +124,8 @@ void RunStart::runAll()
     // A new run ends the one that waits for the user.
     if (m_later)
         m_later->endWaitingRun();
+    if (m_state.observer)
+        m_state.observer->runBegins(m_loaded ? m_loaded->app() : nameOfRun());
     if (m_loaded) {
         runLater();
         return;
@@ -198,6 +211,11 @@ bool RunStart::LoadScript(const QString &path, const QString &keyword)
     m_state.runlist = script ? m_files.linesOf(*script) : QStringList();
     m_state.runlistLimit = std::move(limit);
     return script.has_value();
+}
+
+QString RunStart::nameOfRun() const
+{
+    return m_state.currentKeyword.isEmpty() ? m_state.runctx[0] : m_state.currentKeyword;
 }
 
 qint16 RunStart::lastIndex() const

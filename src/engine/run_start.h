@@ -87,6 +87,7 @@ private:
     void runLater();
     void runLines(qint16 &end);
     qint16 lastIndex() const;
+    QString nameOfRun() const;
 
     RunState &m_state;
     RunLoop &m_loop;

@@ -9,6 +9,8 @@
 
 namespace plum {
 
+class RunObserver;
+
 // What the lines of one script may do, for who holds them to it. To the engine it is a name for whose lines
 // are being carried out.
 struct RunLimit
@@ -50,6 +52,12 @@ struct RunState
     QStringList answers;
 
     void addAnswer(const QString &answer);
+
+    // An answer to a question of edition 1.
+    void takeAnswer(const QString &variable, const QString &answer);
+
+    // Hears what runs do; null: nobody does.
+    RunObserver *observer = nullptr;
 
     // The last file dropped onto the keyword box.
     QString droppedPath;

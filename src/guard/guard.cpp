@@ -1,5 +1,6 @@
 #include "guard/guard.h"
 
+#include "engine/editions/run_observer.h"
 #include "engine/launcher.h"
 #include "engine/text_functions.h"
 #include "platform/desktop_windows.h"
@@ -47,6 +48,8 @@ const Scope *Guard::scopeOf(Effect effect) const
 bool Guard::refuse(Effect effect, const QString &what)
 {
     m.state.refused = u"not allowed for %1: %2"_s.arg(limit()->keyword, deedText(effect, what));
+    if (m.state.observer)
+        m.state.observer->refused(m.state.refused);
     // A repetition would say it a thousand times in one run.
     if (m_reportedFor != m.state.limit || m_lastReport != m.state.refused)
         m.report(m.state.refused);

@@ -116,7 +116,7 @@ bool DryRun::answer(const Shown &shown)
         return false;
     }
     if (shown.isQuestion)
-        m_scripts.state().vardict.SetVar(shown.variable, text);
+        m_scripts.state().takeAnswer(shown.variable, text);
     m_scripts.starts().resume();
     return true;
 }

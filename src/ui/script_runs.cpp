@@ -78,8 +78,7 @@ void ScriptRuns::resumeWith(const QString &variable, const QString &text)
         resumeLater({true, variable, text});
         return;
     }
-    m_state->vardict.SetVar(variable, text);
-    m_state->addAnswer(text);
+    m_state->takeAnswer(variable, text);
     const bool isOver = m_state->runidx[0] >= m_state->runlist.size();
     guarded([this, isOver] {
         m_starts->resume();

@@ -1,6 +1,7 @@
 // Apps that want more than they were granted, in every way that the language has: each is refused, says so,
 // and goes on like after a call that failed.
 #include "guard/guard_bench.h"
+#include "support/run_witness.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,6 +49,16 @@ TEST_F(HostileApp, hidesAPathInATemplate)
     app.run({u"os.get_clipboard \"p\""_s, u"file.read _pfold_/+?++(set.p),\"\",\"t\""_s, u"os.tips set.t"_s});
     EXPECT_EQ(app.refused.size(), 1);
     EXPECT_TRUE(app.events().contains(u"tip "_s)) << app.events().join(u'|').toStdString();
+}
+
+TEST_F(HostileApp, isObservedEachTimeItIsRefused)
+{
+    test::RunWitness witness;
+    app.bench.state.observer = &witness;
+    app.run({u"mouse.move \"1:2\""_s, u"mouse.move \"1:2\""_s}, nothing);
+    EXPECT_EQ(app.refused.size(), 1);
+    const QString refused = u"refused "_s + app.refused.value(0);
+    EXPECT_EQ(witness.heard.count(refused), 2) << witness.heard.join(u'|').toStdString();
 }
 
 TEST_F(HostileApp, splitsAPathOverVariables)

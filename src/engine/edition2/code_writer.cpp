@@ -189,7 +189,9 @@ void CodeWriter::writeCommand(const Line &line)
     Instruction &command = add(Step::Command, line);
     command.name = line.command;
     command.handler = m_use.handler(line.nameSpace);
-    command.touchesDesktop = m_use.vocabulary.find(line.nameSpace, line.command)->touches == Touches::Desktop;
+    const CommandInfo &info = *m_use.vocabulary.find(line.nameSpace, line.command);
+    command.touchesDesktop = info.touches == Touches::Desktop;
+    command.onlyComputes = info.onlyComputes();
     for (const BoundValue &value : bound.single)
         command.single.push_back(operandOf(value));
     for (const BoundValue &value : bound.repeated)

@@ -52,6 +52,7 @@ struct Instruction
     QString name = {}; // of the variable, or the command's word
     Handler *handler = nullptr;
     bool touchesDesktop = false;
+    bool onlyComputes = true; // takes no time to speak of, and nothing outside of the run notices
     Comparison comparison = Comparison::Is;
     int target = 0; // of a jump; for RunPart the part
     // How many counted repetitions and tries of the frame are open where a jump leads.

@@ -3,7 +3,10 @@
 #include "engine/argument_reader.h"
 #include "engine/edition2/comparisons.h"
 #include "engine/edition2/fields.h"
+#include "engine/edition2/runner_run.h"
 #include "engine/edition2/script_text.h"
+#include "engine/edition2/text_pieces.h"
+#include "engine/editions/run_observer.h"
 #include "engine/launcher.h"
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
@@ -32,54 +35,7 @@ QString besideScript(const QString &script, const QString &file)
     return script.first(slash + 1) + file;
 }
 
-QStringList linesOf(const QString &text)
-{
-    QStringList lines = QString(text).replace(u"\r\n"_s, u"\n"_s).split(u'\n');
-    if (lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
-}
-
-QStringList charactersOf(const QString &text)
-{
-    QStringList characters;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const bool isPair = text[at].isHighSurrogate() && at + 1 < text.size();
-        characters += text.sliced(at, isPair ? 2 : 1);
-        at += isPair ? 1 : 0;
-    }
-    return characters;
-}
-
-QStringList piecesOf(const QString &text, const QString &separator)
-{
-    if (text.isEmpty())
-        return {};
-    return separator.isEmpty() ? charactersOf(text) : text.split(separator);
-}
-
 } // namespace
-
-struct Runner::Run
-{
-    RunTicket ticket = 0;
-    ScriptStart script;
-    std::shared_ptr<const Program> program;
-    RunPosition position;
-    Next waitsAs = Next::GoOn;
-
-    RunPosition::Frame &frame() { return position.frames.back(); }
-    const RunPosition::Frame &frame() const { return position.frames.back(); }
-};
-
-// Why a line has failed.
-struct Runner::Failure
-{
-    QString reason;
-    int file = 0;
-    Position at = {};
-    bool gaveUp = false;
-};
 
 Runner::Runner(Needs needs)
     : m_use(std::move(needs))
@@ -97,6 +53,8 @@ Linked Runner::link(const ScriptStart &script)
         Decoded text = decode(bytes);
         if (text.badLine != 0)
             mistakes += {path, text.badLine, 1, u"this line is no UTF-8"_s};
+        if (m_use.state.observer)
+            m_telling.keepText(path, linesOf(text.text));
         return text.text;
     };
     const QString text = decoded(script.path, script.text);
@@ -129,7 +87,7 @@ void Runner::resume(RunTicket ticket, const Answer &answer)
     const std::shared_ptr<Run> run = std::exchange(m_waiting, nullptr);
     if (run->waitsAs == Next::SuspendForAnswer) {
         if (answer.isGiven) {
-            run->frame().variables.SetVar(answer.variable, answer.text);
+            setVariable(run->frame(), answer.variable, answer.text);
         } else {
             const Instruction &asked = run->program->instructions[std::size_t(run->frame().next) - 1];
             recover(*run, {u"given up"_s, asked.file, asked.at, true});
@@ -169,7 +127,7 @@ void Runner::stepUntilDone(const std::shared_ptr<Run> &run)
     int lines = 0;
     for (;;) {
         try {
-            while (step(run)) {
+            while (m_use.state.observer ? observedStep(run) : step(run)) {
                 if (++lines == linesBetweenLooks) {
                     lines = 0;
                     breathe();
@@ -186,6 +144,13 @@ void Runner::stepUntilDone(const std::shared_ptr<Run> &run)
             throw;
         }
     }
+}
+
+void Runner::setVariable(RunPosition::Frame &frame, const QString &name, const QString &value)
+{
+    frame.variables.SetVar(name, value);
+    if (m_use.state.observer)
+        m_use.state.observer->variableSet(name, value);
 }
 
 void Runner::breathe()
@@ -213,7 +178,7 @@ void Runner::recover(Run &run, const Failure &failure)
     frame.loops.resize(std::size_t(caught.loops));
     frame.next = caught.target;
     if (!caught.variable.isEmpty())
-        frame.variables.SetVar(caught.variable, failure.reason);
+        setVariable(frame, caught.variable, failure.reason);
 }
 
 QString Runner::textOf(const Run &run, const Operand &operand) const
@@ -259,6 +224,8 @@ QString Runner::valueOf(const Run &run, const Operand &operand) const
         if (const QString problem = problemWith(*operand.field, text); !problem.isEmpty())
             throw Failure{problem, 0, operand.at};
     }
+    if (m_use.state.observer)
+        m_use.state.observer->fieldRead(m_telling.nextField(), text);
     return text;
 }
 
@@ -271,7 +238,7 @@ bool Runner::step(const std::shared_ptr<Run> &shared)
     try {
         switch (instruction.step) {
         case Step::Set:
-            frame.variables.SetVar(instruction.name, valueOf(run, instruction.single[0]));
+            setVariable(frame, instruction.name, valueOf(run, instruction.single[0]));
             return true;
         case Step::Command:
             return callHandler(shared, instruction);
@@ -347,7 +314,7 @@ bool Runner::callHandler(const std::shared_ptr<Run> &run, const Instruction &ins
     for (const Operand &operand : instruction.repeated)
         values.repeated += valueOf(*run, operand);
 
-    const CommandCall call(instruction.name, values, run->frame().variables);
+    const CommandCall call(instruction.name, values, run->frame().variables, m_use.state.observer);
     const Next next = instruction.handler->call(call);
     requireAllowed(instruction.at);
     if (call.hasFailed())
@@ -392,8 +359,8 @@ void Runner::nextPass(Run &run, const Instruction &instruction)
     }
     ++loop.done;
     if (!loop.variable.isEmpty())
-        frame.variables.SetVar(
-            loop.variable, loop.counts ? QString::number(loop.done) : loop.items[loop.done - 1]);
+        setVariable(
+            frame, loop.variable, loop.counts ? QString::number(loop.done) : loop.items[loop.done - 1]);
 }
 
 void Runner::runPart(Run &run, const Instruction &instruction)
@@ -413,7 +380,7 @@ void Runner::returnFromPart(Run &run, const Instruction &instruction)
     const QString result = run.frame().result;
     run.position.frames.pop_back();
     if (!result.isEmpty())
-        run.frame().variables.SetVar(result, value);
+        setVariable(run.frame(), result, value);
 }
 
 void Runner::finish(const Run &run)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/edition2/program.h"
+#include "engine/edition2/run_telling.h"
 #include "engine/editions/later_edition.h"
 #include "engine/variable_store.h"
 
@@ -9,6 +10,7 @@
 namespace plum {
 class ArgumentReader;
 class Launcher;
+class RunObserver;
 class TextFiles;
 class Waiter;
 struct RunState;
@@ -85,6 +87,10 @@ private:
     void goOn(const std::shared_ptr<Run> &run);
     void stepUntilDone(const std::shared_ptr<Run> &run);
     bool step(const std::shared_ptr<Run> &run);
+    bool observedStep(const std::shared_ptr<Run> &run);
+    bool toldStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer);
+    bool passedStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer);
+    void setVariable(RunPosition::Frame &frame, const QString &name, const QString &value);
     bool isHolding(const Run &run, const Instruction &instruction) const;
     bool callHandler(const std::shared_ptr<Run> &run, const Instruction &instruction);
     void recover(Run &run, const Failure &failure);
@@ -107,6 +113,8 @@ private:
     RunTicket m_current = 0;
     RunTicket m_last = 0;
     QElapsedTimer m_sinceBreath;
+
+    mutable RunTelling m_telling; // for who observes the runs
 };
 
 } // namespace plum::edition2

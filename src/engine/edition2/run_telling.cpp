@@ -1,0 +1,56 @@
+#include "engine/edition2/run_telling.h"
+
+#include <utility>
+
+namespace plum::edition2 {
+
+namespace {
+
+constexpr int toldAtOnce = 64; // lines that only compute
+constexpr qint64 refillTime = 20; // milliseconds
+constexpr qint64 passedBetweenLooks = 64; // looking at the clock costs more than a line
+
+} // namespace
+
+bool RunTelling::isOfInterest(const Instruction &instruction)
+{
+    switch (instruction.step) {
+    case Step::Jump:
+    case Step::BeginTry:
+    case Step::EndTry:
+    case Step::End:
+        return false;
+    default:
+        return true;
+    }
+}
+
+bool RunTelling::passes(const RunObserver &observer, const Instruction &instruction)
+{
+    if (!instruction.onlyComputes || observer.wantsEveryLine())
+        return false;
+    const bool mayBeDue = m_allowance == 0 && m_passed % passedBetweenLooks == 0;
+    if (mayBeDue && (!m_sinceRefill.isValid() || m_sinceRefill.elapsed() >= refillTime)) {
+        m_allowance = toldAtOnce;
+        m_sinceRefill.start();
+    }
+    if (m_allowance > 0) {
+        --m_allowance;
+        return false;
+    }
+    ++m_passed;
+    return true;
+}
+
+void RunTelling::begin(
+    RunObserver &observer, const QString &keyword, const Program &program, const Instruction &instruction)
+{
+    if (m_passed > 0)
+        observer.linesPassed(std::exchange(m_passed, 0));
+    const QString &file = program.files[instruction.file];
+    m_fields = 0;
+    observer.lineBegins({keyword, instruction.file == 0 ? QString() : file, instruction.at.line,
+        m_texts.value(file).value(instruction.at.line - 1)});
+}
+
+} // namespace plum::edition2

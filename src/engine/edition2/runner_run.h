@@ -1,0 +1,29 @@
+#pragma once
+
+#include "engine/edition2/runner.h"
+
+// What only the runner's own sources see of it.
+namespace plum::edition2 {
+
+struct Runner::Run
+{
+    RunTicket ticket = 0;
+    ScriptStart script;
+    std::shared_ptr<const Program> program;
+    RunPosition position;
+    Next waitsAs = Next::GoOn;
+
+    RunPosition::Frame &frame() { return position.frames.back(); }
+    const RunPosition::Frame &frame() const { return position.frames.back(); }
+};
+
+// Why a line has failed.
+struct Runner::Failure
+{
+    QString reason;
+    int file = 0;
+    Position at = {};
+    bool gaveUp = false;
+};
+
+} // namespace plum::edition2
