@@ -79,7 +79,7 @@ struct ScriptSystem::Parts
         , upload(http, platform.paths(), platform.textCodec())
         , clicks(platform.pointer(), waiter)
         , actions({platform.pointer(), clicks, platform.clipboard(), needs.launcher})
-        , search({platform.screen(), needs.launcher, platform.paths(), needs.stop})
+        , search({platform.screen(), needs.launcher, platform.paths(), needs.stop, needs.searches})
         , engine({platform.clipboard(), platform.pointer(), shell, platform.paths(), folders,
               platform.textCodec(), needs.launcher, waiter})
     {

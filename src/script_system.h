@@ -11,6 +11,7 @@ class HttpClient;
 class Notices;
 class Platform;
 class ProgramRunner;
+class SearchObserver;
 class StopSignal;
 class StorePage;
 
@@ -30,6 +31,8 @@ public:
 
         // Hears what runs were refused that have a limit. Without it no run has one.
         std::function<void(const QString &sentence)> refused = {};
+
+        SearchObserver *searches = nullptr; // hears of searches of the screen
 
         // What a test puts in the place of the program's own.
         Waiter *waiter = nullptr;

@@ -53,9 +53,12 @@ constexpr char runUsage[] = R"(Runs a script like plum, and always ends.
 
   --timeout S         ends the run after S seconds
   --set name=value    a variable that the script finds when it begins; may be given several times
+  --trace FILE        writes what the run did, line by line, as a page of HTML
+  --secrets           has answers and the clipboard's texts in that page, too
   --help              shows this text
 
-Ends with status
+What the last run did that failed, was stopped or ended late is kept without being asked for, in
+plum/what-happened.html of the user's cache folder (~/.cache on Linux). Ends with status
   0    when the script is done
   1    with an error of the script, also one that was found before the run; it stands on standard error as
        FILE:line:column: sentence

@@ -26,7 +26,7 @@ RunOptions readRunOptions(const QStringList &arguments, QString &problem)
     RunOptions options;
     for (qsizetype index = 0; index < arguments.size() && problem.isEmpty(); ++index) {
         const QString &argument = arguments[index];
-        const bool takesValue = argument == "--timeout"_L1 || argument == "--set"_L1;
+        const bool takesValue = QStringList{u"--timeout"_s, u"--set"_s, u"--trace"_s}.contains(argument);
         if (argument == "--help"_L1) {
             options.wantsHelp = true;
         } else if (takesValue && index + 1 == arguments.size()) {
@@ -40,6 +40,10 @@ RunOptions readRunOptions(const QStringList &arguments, QString &problem)
                 problem = u"--timeout takes a number of seconds, not \"%1\""_s.arg(arguments[index]);
         } else if (argument == "--set"_L1) {
             readSetting(arguments[++index], options.variables, problem);
+        } else if (argument == "--trace"_L1) {
+            options.trace = arguments[++index];
+        } else if (argument == "--secrets"_L1) {
+            options.tracesSecrets = true;
         } else if (argument.startsWith(u'-') && argument.size() > 1) {
             problem = u"there is no option %1"_s.arg(argument);
         } else if (!options.file.isEmpty()) {

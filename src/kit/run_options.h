@@ -22,6 +22,8 @@ struct RunOptions
     QString file;
     std::optional<double> timeout; // seconds
     QList<std::pair<QString, QString>> variables;
+    QString trace; // the file that gets what the run did; empty for none
+    bool tracesSecrets = false; // answers and the clipboard's texts, too
     bool wantsHelp = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
+#include "flight/flight_page.h"
 #include "stopping/stop_hotkey.h"
 #include "ui/message_boxes.h"
 #include "ui/shurubox.h"
@@ -33,15 +34,18 @@ void print(const QString &line)
 
 ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
     : m_platform(createPlatform(programPath))
+    , m_flight(*m_platform, m_platform->shell())
     , m_hand(*m_platform, m_stop, [this] { return stopHotkeyOf(*m_platform); })
     , m_hasDesktop(hasDesktop)
-    , m_scripts({.platform = *m_platform,
-          .shell = m_platform->shell(),
+    , m_scripts({.platform = m_flight.platform,
+          .shell = m_flight.shell,
           .launcher = *this,
           .storePage = m_storePage,
           .executableName = u"plumkit"_s,
-          .stop = &m_stop})
+          .stop = &m_stop,
+          .searches = &m_flight.recorder})
 {
+    m_scripts.state().observer = &m_flight.recorder;
     QObject::connect(&m_stop, &StopSignal::raised, &m_stop, [this] { end(Stopped); });
     m_platform->onEndRequested([this] { end(Stopped); });
 }
@@ -54,6 +58,9 @@ ScriptRun::~ScriptRun()
 void ScriptRun::start(const RunOptions &options)
 {
     m_file = options.file;
+    m_trace = options.trace;
+    if (options.tracesSecrets)
+        m_flight.recorder.setKeeps(FlightRecorder::Keeps::Everything);
     if (!m_scripts.starts().prepareFile(options.file)) {
         print(u"plumkit: %1 cannot be read"_s.arg(options.file));
         end(Unusable);
@@ -94,6 +101,7 @@ void ScriptRun::guarded(const std::function<void()> &run)
     } catch (const ScriptError &error) {
         for (const ScriptMistake &mistake : error.mistakes())
             print(mistake.toText());
+        m_failure = error.toText();
         end(error.gaveUp() ? Stopped : Failed);
     } catch (const RunStopped &) {
         end(Stopped);
@@ -104,13 +112,30 @@ void ScriptRun::guarded(const std::function<void()> &run)
 
 void ScriptRun::fail(const QString &place, const QString &reason)
 {
-    print(place + u": "_s + reason);
+    m_failure = place + u": "_s + reason;
+    print(m_failure);
     end(Failed);
+}
+
+void ScriptRun::writeTrace(Status status) const
+{
+    const FlightLog &log = m_flight.recorder.log();
+    const bool wentWrong = status == Failed || status == Stopped || status == TimedOut;
+    const QString path = !m_trace.isEmpty()   ? m_trace
+        : wentWrong && !log.entries().empty() ? lastFlightPath()
+                                              : QString();
+    const QString outcome = status == Failed ? m_flight.recorder.withoutSecrets(m_failure)
+        : status == Stopped                  ? u"The run was stopped or given up."_s
+        : status == TimedOut                 ? u"The run did not end in time."_s
+                                             : QString();
+    if (!path.isEmpty() && !writeFlightPage(path, flightPage(log, outcome)) && !m_trace.isEmpty())
+        print(u"plumkit: %1 cannot be written"_s.arg(m_trace));
 }
 
 // Without unwinding: a script may be anywhere inside nested waits.
 void ScriptRun::end(Status status)
 {
+    writeTrace(status);
     m_platform->releaseDesktop();
     std::fflush(nullptr);
     std::_Exit(status);
@@ -153,7 +178,7 @@ void ScriptRun::goOn(const Answer &answer, bool isClosed)
     }
     if (isClosed)
         end(m_isQuestion ? Stopped : Done);
-    m_scripts.state().vardict.SetVar(answer.variable, answer.text);
+    m_scripts.state().takeAnswer(answer.variable, answer.text);
     guarded([this] { m_scripts.starts().resume(); });
 }
 

@@ -2,6 +2,7 @@
 
 #include "commands/store_page.h"
 #include "engine/launcher.h"
+#include "flight/flight.h"
 #include "kit/run_options.h"
 #include "platform/platform.h"
 #include "platform/stop_signal.h"
@@ -55,6 +56,7 @@ private:
     };
 
     [[noreturn]] void end(Status status);
+    void writeTrace(Status status) const;
     [[noreturn]] void fail(const QString &place, const QString &reason);
     void endAfter(std::chrono::milliseconds patience);
     void guarded(const std::function<void()> &run);
@@ -63,12 +65,15 @@ private:
     void answerWithoutDesktop(bool isQuestion);
 
     std::unique_ptr<Platform> m_platform;
+    Flight m_flight;
     StopSignal m_stop;
     HandStop m_hand;
     bool m_hasDesktop;
     NoStorePage m_storePage;
     ScriptSystem m_scripts;
     QString m_file;
+    QString m_trace;
+    QString m_failure;
     QPointer<shurubox> m_box;
     RunTicket m_asking = 0;
     bool m_waits = false;

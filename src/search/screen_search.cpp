@@ -5,6 +5,7 @@
 #include "platform/stop_signal.h"
 #include "search/find_color_scan.h"
 #include "search/pixel_kernels.h"
+#include "search/search_observer.h"
 
 #include <QFileInfo>
 
@@ -22,7 +23,11 @@ std::optional<Position> ScreenSearch::FindColor(const ScreenArea &area, Channels
 {
     const std::optional<ScreenRegion> region
         = captureRegion(m_use.screen, area.x, area.y, area.width, area.height);
-    return region ? findColour(*region, colour.pixel(), pixelKernels()) : std::nullopt;
+    const std::optional<Position> found
+        = region ? findColour(*region, colour.pixel(), pixelKernels()) : std::nullopt;
+    if (m_use.observer)
+        m_use.observer->colourSearched({area.x, area.y, area.width, area.height}, colour, found);
+    return found;
 }
 
 std::optional<Position> ScreenSearch::FindPic(const ScreenArea &area, const QString &path, Channels tolerance)
@@ -38,6 +43,9 @@ std::optional<Position> ScreenSearch::FindPic(const ScreenArea &area, const QStr
     const std::optional<Position> found = region ? m_scan.find(*region, *picture) : std::nullopt;
     if (m_use.stop)
         m_use.stop->check();
+    if (m_use.observer && region)
+        m_use.observer->pictureSearched(
+            {area.x, area.y, area.width, area.height}, path, *region, *picture, found);
     return found;
 }
 

@@ -13,6 +13,7 @@ namespace plum {
 class Launcher;
 class Paths;
 class Screen;
+class SearchObserver;
 class StopSignal;
 
 // A part of the screen to search, in pixels of the main screen.
@@ -35,6 +36,7 @@ public:
         Launcher &launcher;
         Paths &paths;
         const StopSignal *stop = nullptr; // ends a search, and the run with it
+        SearchObserver *observer = nullptr; // hears of every search
     };
 
     explicit ScreenSearch(const Needs &needs);

@@ -19,8 +19,10 @@ struct KitRun
     QString errors;
 };
 
-// Runs plumkit without a display. `whileRunning` is called once it has started.
-inline KitRun runKit(const QStringList &arguments, const std::function<void(QProcess &)> &whileRunning = {})
+// Runs plumkit without a display. `whileRunning` is called once it has started. The cache is in a folder of
+// its own where none is given.
+inline KitRun runKit(const QStringList &arguments, const std::function<void(QProcess &)> &whileRunning = {},
+    const QString &cacheFolder = {})
 {
     constexpr int patience = 60'000; // milliseconds
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -28,6 +30,9 @@ inline KitRun runKit(const QStringList &arguments, const std::function<void(QPro
         environment.remove(QString::fromLatin1(name));
     const QTemporaryDir runtimeFolder; // Qt complains about one that is not the user's alone
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtimeFolder.path());
+    // What a run that failed leaves behind is not for the user's own cache.
+    environment.insert(
+        QStringLiteral("XDG_CACHE_HOME"), cacheFolder.isEmpty() ? runtimeFolder.path() : cacheFolder);
     QProcess process;
     process.setReadChannel(QProcess::StandardError);
     process.setProcessEnvironment(environment);

@@ -69,6 +69,33 @@ TEST_F(KitRuns, EndWith2ForWhatIsUnusable)
     EXPECT_EQ(runKit({u"fly"_s}).status, 2);
 }
 
+TEST_F(KitRuns, WriteWhatTheyDidWhereThatIsAskedFor)
+{
+    const QString trace = files.folder() + u"/trace.html"_s;
+    EXPECT_EQ(run("//edition:2\nset.a 17\nset.b set.a\n", {u"--trace"_s, trace}).status, 0);
+    const QByteArray page = files.read(u"trace.html"_s);
+    EXPECT_TRUE(page.contains("<code>set.b set.a</code>")) << page.toStdString();
+    EXPECT_TRUE(page.contains("b = <code>17</code>")) << page.toStdString();
+    const KitRun ended = run("//edition:2\nset.a 1\n", {u"--trace"_s, files.folder()});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(ended.errors.contains(u"cannot be written"_s)) << ended.errors.toStdString();
+}
+
+TEST_F(KitRuns, KeepWhatTheLastOneDidThatFailed)
+{
+    const QString cache = files.folder() + u"/cache"_s;
+    const auto runWith = [&](const QByteArray &script) {
+        return runKit({u"run"_s, files.write(u"some.wf"_s, script)}, {}, cache).status;
+    };
+    EXPECT_EQ(runWith("//edition:2\nset.a 1\n"), 0);
+    EXPECT_FALSE(QFileInfo::exists(cache));
+    EXPECT_EQ(runWith("//edition:2\nset.a 1\nset.b set.nowhere\n"), 1);
+    const QByteArray page = files.read(u"cache/plum/what-happened.html"_s);
+    EXPECT_TRUE(page.contains("nowhere was never set")) << page.toStdString();
+    EXPECT_EQ(runWith("//edition:2\nset.c 1\n"), 0);
+    EXPECT_EQ(files.read(u"cache/plum/what-happened.html"_s), page);
+}
+
 TEST_F(KitRuns, EndWith124WhenTheTimeIsOver)
 {
     for (const QByteArray &script : std::initializer_list<QByteArray>{"//edition:2\ntime.sleep 60000\n",

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "engine/editions/run_observer.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <deque>
+#include <optional>
+#include <utility>
+
+namespace plum {
+
+// What one line did. Times are microseconds since the run began.
+struct FlightEntry
+{
+    struct Deed
+    {
+        qint64 at = 0;
+        QString what = {};
+    };
+
+    RunLine line = {};
+    int depth = 0; // lines around it that had not ended
+    qint64 passedBefore = 0; // lines in front of it that were not written down
+    qint64 begun = 0;
+    qint64 lasted = 0;
+    std::optional<RunObserver::LineEnd> end = {}; // nothing while it goes on
+    QString reason = {};
+    QStringList fields = {};
+    QList<Deed> deeds = {};
+    qint64 moreDeeds = 0; // that were not kept
+    QList<std::pair<QString, QString>> variables = {}; // that were set, with their values
+};
+
+// The entries of one run, the newest ones, in bounded memory.
+class FlightLog
+{
+public:
+    static constexpr qsizetype mostBytes = qsizetype(8) << 20;
+    static constexpr qsizetype mostDeeds = 200; // of one line
+    static constexpr qsizetype longestText = 2000; // characters of a value or deed
+
+    using Id = qint64;
+
+    void begin(const QString &script);
+
+    Id add(FlightEntry entry);
+
+    // Null when the entry was given up for newer ones.
+    FlightEntry *find(Id id);
+
+    // Says what an entry has got, and what it has lost.
+    void note(const QString &added, const QString &removed = {});
+
+    // What is kept of a text.
+    static QString cut(const QString &text);
+
+    const QString &script() const { return m_script; }
+    const std::deque<FlightEntry> &entries() const { return m_entries; }
+    qint64 forgotten() const { return m_first; } // entries that were given up
+    qsizetype bytes() const { return m_bytes; }
+    Id last() const { return m_first + static_cast<Id>(m_entries.size()) - 1; }
+
+private:
+    static qsizetype bytesOf(const FlightEntry &entry);
+    void makeRoom();
+
+    QString m_script;
+    std::deque<FlightEntry> m_entries;
+    Id m_first = 0;
+    qsizetype m_bytes = 0;
+};
+
+} // namespace plum

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace plum {
+
+class FlightLog;
+
+// The run as one page of HTML, with nothing in it that is fetched or carried out. `outcome`: a sentence on
+// how the run ended; empty when it goes on or is done.
+QString flightPage(const FlightLog &log, const QString &outcome);
+
+// Where the page of the last run that failed is kept: a file of the user's cache.
+QString lastFlightPath();
+
+// Writes a page that its owner alone may read. False when that was not possible.
+bool writeFlightPage(const QString &path, const QString &page);
+
+} // namespace plum

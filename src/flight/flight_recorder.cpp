@@ -1,0 +1,185 @@
+#include "flight/flight_recorder.h"
+
+#include "search/nearest_miss.h"
+
+#include <utility>
+
+namespace plum {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Looking for a near miss takes as long as a search; so much of a run's time it may take, in parts of it.
+constexpr qint64 missShare = 100;
+
+QString textOf(const QRect &area)
+{
+    return u"%1:%2:%3:%4"_s.arg(area.x()).arg(area.y()).arg(area.width()).arg(area.height());
+}
+
+// Where in an area, in pixels of the screen.
+QString textOf(const QRect &area, const Position &position)
+{
+    return u"%1:%2"_s.arg(area.x() + position.x).arg(area.y() + position.y);
+}
+
+QString textOf(const QRect &area, const NearestMiss &miss)
+{
+    QStringList pixels;
+    for (const NearestMiss::Pixel &pixel : miss.first)
+        pixels += u"%1:%2"_s.arg(pixel.column).arg(pixel.row);
+    if (static_cast<qsizetype>(miss.differing) > pixels.size())
+        pixels += u"…"_s;
+    return u"nearest miss at %1: %2 of %3 pixels differ (red %4, green %5, blue %6), in the picture at %7"_s
+        .arg(textOf(area, miss.at))
+        .arg(miss.differing)
+        .arg(miss.compared)
+        .arg(miss.byChannel[2])
+        .arg(miss.byChannel[1])
+        .arg(miss.byChannel[0])
+        .arg(pixels.join(u", "));
+}
+
+} // namespace
+
+void FlightRecorder::runBegins(const QString &script)
+{
+    if (!m_open.empty()) {
+        deed(u"another run begins: %1"_s.arg(script));
+        return;
+    }
+    m_log.begin(script);
+    m_secrets.clear();
+    m_secretLines.clear();
+    m_missed.clear();
+    m_missTime = 0;
+    m_passed = 0;
+    m_clock.start();
+}
+
+void FlightRecorder::lineBegins(const RunLine &line)
+{
+    const FlightLog::Id id = m_log.add({.line = line,
+        .depth = static_cast<int>(m_open.size()),
+        .passedBefore = std::exchange(m_passed, 0),
+        .begun = now()});
+    m_open.push_back({id, m_secretLines.contains({line.file, line.number})});
+}
+
+FlightEntry *FlightRecorder::current()
+{
+    return m_log.find(m_open.empty() ? m_log.last() : m_open.back().entry);
+}
+
+QString FlightRecorder::withoutSecrets(const QString &text) const
+{
+    return FlightLog::cut(m_keeps == Keeps::Everything ? text : m_secrets.without(text));
+}
+
+QString FlightRecorder::unlessSecret(const QString &text) const
+{
+    return m_keeps == Keeps::Everything ? FlightLog::cut(text) : Secrets::mark;
+}
+
+void FlightRecorder::addSecret(const QString &text)
+{
+    m_secrets.add(text);
+}
+
+void FlightRecorder::fieldRead(int index, const QString &value)
+{
+    FlightEntry *entry = current();
+    if (!entry || m_open.empty())
+        return;
+    const QString shown = withoutSecrets(value);
+    if (m_keeps == Keeps::NoSecrets && shown != FlightLog::cut(value)) {
+        m_open.back().hasSecret = true;
+        m_secretLines.insert({entry->line.file, entry->line.number});
+    }
+    while (entry->fields.size() <= index) {
+        entry->fields += QString();
+        m_log.note({});
+    }
+    m_log.note(shown, std::exchange(entry->fields[index], shown));
+}
+
+void FlightRecorder::variableSet(const QString &name, const QString &value)
+{
+    FlightEntry *entry = current();
+    if (!entry)
+        return;
+    if (!m_open.empty() && m_open.back().hasSecret)
+        addSecret(value);
+    const QString shown = withoutSecrets(value);
+    if (entry->variables.size() < FlightLog::mostDeeds) {
+        entry->variables += {name, shown};
+        m_log.note(name + shown);
+    }
+}
+
+void FlightRecorder::deed(const QString &what)
+{
+    FlightEntry *entry = current();
+    if (!entry)
+        return;
+    const QString shown = withoutSecrets(what);
+    // The last ones count: they are what a line was at when it was stopped.
+    QString given;
+    if (entry->deeds.size() == FlightLog::mostDeeds) {
+        given = entry->deeds.takeFirst().what;
+        ++entry->moreDeeds;
+    }
+    entry->deeds += {now(), shown};
+    m_log.note(shown, given);
+}
+
+void FlightRecorder::refused(const QString &sentence)
+{
+    deed(u"refused: "_s + sentence);
+}
+
+void FlightRecorder::lineEnds(LineEnd how, const QString &reason)
+{
+    if (m_open.empty())
+        return;
+    if (FlightEntry *entry = current()) {
+        entry->end = how;
+        entry->reason = withoutSecrets(reason);
+        entry->lasted = now() - entry->begun;
+        m_log.note(entry->reason);
+    }
+    m_open.pop_back();
+}
+
+void FlightRecorder::colourSearched(const QRect &area, Channels colour, std::optional<Position> found)
+{
+    const QString name = u"%1"_s.arg(colour.pixel(), 6, 16, QChar(u'0')).toUpper();
+    deed(found ? u"colour %1 in %2: seen at %3"_s.arg(name, textOf(area), textOf(area, *found))
+               : u"colour %1 in %2: not seen"_s.arg(name, textOf(area)));
+}
+
+void FlightRecorder::pictureSearched(const QRect &area, const QString &path, const ScreenRegion &region,
+    const PictureTemplate &picture, std::optional<Position> found)
+{
+    if (found)
+        deed(u"picture %1 in %2: seen at %3"_s.arg(path, textOf(area), textOf(area, *found)));
+    else
+        missed(area, path, region, picture);
+}
+
+void FlightRecorder::missed(
+    const QRect &area, const QString &path, const ScreenRegion &region, const PictureTemplate &picture)
+{
+    deed(u"picture %1 in %2: not seen"_s.arg(path, textOf(area)));
+    // The first time in any case; a script that waits for a picture misses it over and over.
+    const qint64 begun = now();
+    if (m_missed.contains(path) && m_missTime * missShare > begun)
+        return;
+    m_missed.insert(path);
+    const std::optional<NearestMiss> miss = findNearestMiss(region, picture);
+    m_missTime += now() - begun;
+    deed(miss ? textOf(area, *miss) : u"nothing in there is like it"_s);
+}
+
+} // namespace plum

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "engine/editions/run_observer.h"
+#include "flight/flight_log.h"
+#include "flight/secrets.h"
+#include "search/search_observer.h"
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QSet>
+
+#include <vector>
+
+namespace plum {
+
+// Keeps in memory what the run that goes on, or was the last one, has done. Answers of the user, texts of the
+// clipboard and what lines make of them are left out.
+class FlightRecorder final : public RunObserver, public SearchObserver
+{
+public:
+    enum class Keeps {
+        NoSecrets,
+        Everything,
+    };
+
+    // From now on.
+    void setKeeps(Keeps keeps) { m_keeps = keeps; }
+
+    const FlightLog &log() const { return m_log; }
+
+    // What a port was asked to do.
+    void deed(const QString &what);
+
+    // A text that is not to be seen, from now on.
+    void addSecret(const QString &text);
+
+    // A text as it may be shown.
+    QString withoutSecrets(const QString &text) const;
+
+    // For a text that may be a secret as a whole.
+    QString unlessSecret(const QString &text) const;
+
+    void runBegins(const QString &script) override;
+    void lineBegins(const RunLine &line) override;
+    void fieldRead(int index, const QString &value) override;
+    void variableSet(const QString &name, const QString &value) override;
+    void answered(const QString &answer) override { addSecret(answer); }
+    void refused(const QString &sentence) override;
+    void lineEnds(LineEnd how, const QString &reason) override;
+    void linesPassed(qint64 count) override { m_passed += count; }
+
+    bool wantsEveryLine() const override { return !m_secrets.isEmpty(); }
+
+    void colourSearched(const QRect &area, Channels colour, std::optional<Position> found) override;
+    void pictureSearched(const QRect &area, const QString &path, const ScreenRegion &region,
+        const PictureTemplate &picture, std::optional<Position> found) override;
+
+private:
+    struct Open
+    {
+        FlightLog::Id entry = 0;
+        bool hasSecret = false; // one of its fields; what it sets is one then
+    };
+
+    qint64 now() const { return m_clock.isValid() ? m_clock.nsecsElapsed() / 1000 : 0; }
+    FlightEntry *current();
+    void missed(
+        const QRect &area, const QString &path, const ScreenRegion &region, const PictureTemplate &picture);
+
+    Keeps m_keeps = Keeps::NoSecrets;
+    FlightLog m_log;
+    Secrets m_secrets;
+    QElapsedTimer m_clock;
+    std::vector<Open> m_open; // the innermost line last
+    QSet<std::pair<QString, int>> m_secretLines; // file and number of lines that had secrets in their fields
+    QSet<QString> m_missed; // pictures whose nearest misses were looked for
+    qint64 m_missTime = 0; // microseconds that this has taken
+    qint64 m_passed = 0;
+};
+
+} // namespace plum
