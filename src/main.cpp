@@ -77,7 +77,8 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
     plum::installTranslation(application);
 
-    plum::Program program(programPath, environment.hasDesktop);
+    plum::Program program(programPath, environment.hasDesktop,
+        isScriptStart ? plum::Program::Purpose::ScriptStart : plum::Program::Purpose::Launcher);
     if (isScriptStart)
         program.runScript(commandLine);
     else if (!program.startLauncher())

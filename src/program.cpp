@@ -3,6 +3,7 @@
 #include "commands/notices.h"
 #include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
+#include "flight/flight_page.h"
 #include "library/install_offer.h"
 #include "library/settings_file.h"
 #include "platform/paths.h"
@@ -43,7 +44,7 @@ bool looksLikeLineFeedsOnly(const QStringList &lines)
 
 } // namespace
 
-Program::Program(const QString &programPath, bool hasDesktop)
+Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
     : m_platform(createPlatform(programPath))
     , m_hand(*m_platform, m_stop, [this] { return stopHotkeyOf(*m_platform); })
     , m_addresses(StoreAddresses::built())
@@ -73,6 +74,8 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .watchHand = [this](bool isWatching) { m_hand.setWatching(isWatching); },
           .releaseKeys = [this] { m_hand.releaseKeys(); },
           .mayRun = [this](const QString &keyword) { return mayRun(keyword); },
+          .keepWhatHappened = [this](const QString &sentence) { keepWhatHappened(sentence); },
+          .showWhatHappened = [this] { showWhatHappened(); },
           .tellSheet = [this](const QString &keyword) { tellSheet(keyword); }})
     , m_channel(m_platform->clipboard())
     , m_storeWindow({.program = StoreProcess::besideThisProgram(),
@@ -89,16 +92,20 @@ Program::Program(const QString &programPath, bool hasDesktop)
           .ask = [this](const InstallOffer &offer,
                      std::function<void()> install) { askInstall(offer, std::move(install)); }})
     , m_shell(m_platform->shell(), m_channel)
-    , m_scripts({.platform = *m_platform,
-          .shell = m_shell,
+    , m_flight(purpose == Purpose::Launcher ? std::make_unique<Flight>(*m_platform, m_shell) : nullptr)
+    , m_scripts({.platform = m_flight ? static_cast<Platform &>(m_flight->platform) : *m_platform,
+          .shell = m_flight ? static_cast<Shell &>(m_flight->shell) : m_shell,
           .launcher = m_ui,
           .storePage = m_store,
           .executableName = QFileInfo(programPath).completeBaseName(),
           .stop = &m_stop,
-          .refused = [this](const QString &sentence) { m_ui.tellRefused(sentence); }})
+          .refused = [this](const QString &sentence) { m_ui.tellRefused(sentence); },
+          .searches = m_flight ? &m_flight->recorder : nullptr})
     , m_instance(m_folders)
     , m_requests(m_folders)
 {
+    if (m_flight)
+        m_scripts.state().observer = &m_flight->recorder;
     m_scripts.starts().setLimits([this](const QString &keyword, const QByteArray &script) {
         return m_grants.limitOf(keyword, script);
     });
@@ -157,6 +164,20 @@ void Program::askInstall(InstallOffer offer, std::function<void()> install)
         m_grants.promise(offer.keyword, offer.sheet);
         install();
     });
+}
+
+void Program::keepWhatHappened(const QString &sentence)
+{
+    if (!m_flight)
+        return;
+    m_flight->recorder.noteOutcome(sentence);
+    writeFlightPage(lastFlightPath(), flightPage(m_flight->recorder.log()));
+}
+
+void Program::showWhatHappened()
+{
+    writeFlightPage(lastFlightPath(), flightPage(m_flight->recorder.log()));
+    m_platform->shell().open(lastFlightPath(), {}, ShowState::Normal);
 }
 
 bool Program::mayRun(const QString &keyword)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flight/flight.h"
 #include "grants/app_grants.h"
 #include "library/app_folders.h"
 #include "library/app_list_file.h"
@@ -30,8 +31,13 @@ namespace plum {
 class Program
 {
 public:
-    // Without a desktop only `runScript` makes sense.
-    Program(const QString &programPath, bool hasDesktop);
+    enum class Purpose {
+        Launcher,
+        ScriptStart,
+    };
+
+    // Without a desktop only a script start makes sense.
+    Program(const QString &programPath, bool hasDesktop, Purpose purpose);
     Q_DISABLE_COPY_MOVE(Program)
 
     // The launcher. False when another one runs for the same program folder; that one comes forward, and this
@@ -85,6 +91,10 @@ private:
     bool mayRun(const QString &keyword);
     void tellSheet(const QString &keyword);
 
+    // The page of what the last run did.
+    void keepWhatHappened(const QString &sentence);
+    void showWhatHappened();
+
     // Asks about the packages that were opened outside of the launcher.
     void installRequested();
 
@@ -106,6 +116,7 @@ private:
     webbox m_store;
     StoreUpdates m_updates;
     AnsweredShell m_shell;
+    std::unique_ptr<Flight> m_flight; // null in a script start, which keeps nothing
     ScriptSystem m_scripts;
     SingleInstance m_instance;
     InstallRequests m_requests;

@@ -16,6 +16,7 @@ qsizetype bytesOfText(const QString &text)
 void FlightLog::begin(const QString &script)
 {
     m_script = script;
+    m_outcome.clear();
     m_entries.clear();
     m_first = 0;
     m_bytes = 0;

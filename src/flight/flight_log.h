@@ -45,6 +45,10 @@ public:
 
     void begin(const QString &script);
 
+    // How the run has ended, as a sentence.
+    void setOutcome(const QString &sentence) { m_outcome = sentence; }
+    const QString &outcome() const { return m_outcome; } // empty: it is done, or goes on
+
     Id add(FlightEntry entry);
 
     // Null when the entry was given up for newer ones.
@@ -67,6 +71,7 @@ private:
     void makeRoom();
 
     QString m_script;
+    QString m_outcome;
     std::deque<FlightEntry> m_entries;
     Id m_first = 0;
     qsizetype m_bytes = 0;

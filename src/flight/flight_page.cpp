@@ -153,9 +153,9 @@ QString timeLine(const std::deque<FlightEntry> &entries)
 
 } // namespace
 
-QString flightPage(const FlightLog &log, const QString &outcome)
+QString flightPage(const FlightLog &log)
 {
-    const QString said = outcome.isEmpty() ? u"The run is done, or goes on."_s : outcome;
+    const QString said = log.outcome().isEmpty() ? u"The run is done, or goes on."_s : log.outcome();
     QString page = QString::fromUtf16(head).arg(log.script().toHtmlEscaped(), said.toHtmlEscaped());
     if (log.entries().empty())
         return page + u"<p>No line has been carried out.</p>\n</body>\n</html>\n"_s;

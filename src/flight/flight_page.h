@@ -6,9 +6,8 @@ namespace plum {
 
 class FlightLog;
 
-// The run as one page of HTML, with nothing in it that is fetched or carried out. `outcome`: a sentence on
-// how the run ended; empty when it goes on or is done.
-QString flightPage(const FlightLog &log, const QString &outcome);
+// The run as one page of HTML, with nothing in it that is fetched or carried out.
+QString flightPage(const FlightLog &log);
 
 // Where the page of the last run that failed is kept: a file of the user's cache.
 QString lastFlightPath();

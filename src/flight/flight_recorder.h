@@ -28,14 +28,14 @@ public:
 
     const FlightLog &log() const { return m_log; }
 
+    // How the run has ended.
+    void noteOutcome(const QString &sentence) { m_log.setOutcome(withoutSecrets(sentence)); }
+
     // What a port was asked to do.
     void deed(const QString &what);
 
     // A text that is not to be seen, from now on.
     void addSecret(const QString &text);
-
-    // A text as it may be shown.
-    QString withoutSecrets(const QString &text) const;
 
     // For a text that may be a secret as a whole.
     QString unlessSecret(const QString &text) const;
@@ -64,6 +64,7 @@ private:
 
     qint64 now() const { return m_clock.isValid() ? m_clock.nsecsElapsed() / 1000 : 0; }
     FlightEntry *current();
+    QString withoutSecrets(const QString &text) const;
     void missed(
         const QRect &area, const QString &path, const ScreenRegion &region, const PictureTemplate &picture);
 

@@ -117,19 +117,19 @@ void ScriptRun::fail(const QString &place, const QString &reason)
     end(Failed);
 }
 
-void ScriptRun::writeTrace(Status status) const
+void ScriptRun::writeTrace(Status status)
 {
+    if (status == Failed)
+        m_flight.recorder.noteOutcome(m_failure);
+    else if (status == Stopped)
+        m_flight.recorder.noteOutcome(u"The run was stopped or given up."_s);
+    else if (status == TimedOut)
+        m_flight.recorder.noteOutcome(u"The run did not end in time."_s);
     const FlightLog &log = m_flight.recorder.log();
-    const bool wentWrong = status == Failed || status == Stopped || status == TimedOut;
-    const QString path = !m_trace.isEmpty()   ? m_trace
-        : wentWrong && !log.entries().empty() ? lastFlightPath()
-                                              : QString();
-    const QString outcome = status == Failed ? m_flight.recorder.withoutSecrets(m_failure)
-        : status == Stopped                  ? u"The run was stopped or given up."_s
-        : status == TimedOut                 ? u"The run did not end in time."_s
-                                             : QString();
-    if (!path.isEmpty() && !writeFlightPage(path, flightPage(log, outcome)) && !m_trace.isEmpty())
+    if (!m_trace.isEmpty() && !writeFlightPage(m_trace, flightPage(log)))
         print(u"plumkit: %1 cannot be written"_s.arg(m_trace));
+    else if (m_trace.isEmpty() && !log.outcome().isEmpty() && !log.entries().empty())
+        writeFlightPage(lastFlightPath(), flightPage(log));
 }
 
 // Without unwinding: a script may be anywhere inside nested waits.

@@ -56,7 +56,7 @@ private:
     };
 
     [[noreturn]] void end(Status status);
-    void writeTrace(Status status) const;
+    void writeTrace(Status status);
     [[noreturn]] void fail(const QString &place, const QString &reason);
     void endAfter(std::chrono::milliseconds patience);
     void guarded(const std::function<void()> &run);

@@ -55,6 +55,7 @@ void frmSet::connectMainPanel()
     const Footer &footer = okbox->footer();
     connect(&footer, &Footer::stopRequested, this, &frmSet::stopRequested);
     connect(&footer, &Footer::stoppedLineRequested, this, &frmSet::stoppedLineRequested);
+    connect(&footer, &Footer::whatHappenedRequested, this, &frmSet::whatHappenedRequested);
     connect(&footer, &Footer::updatesRequested, this, &frmSet::updatesRequested);
 }
 

@@ -73,6 +73,7 @@ Q_SIGNALS:
     void hideRequested();
     void stopRequested(); // of what runs
     void stoppedLineRequested(); // where the last run was stopped
+    void whatHappenedRequested(); // in the last run
     void storeRequested();
     void exitRequested();
     void saveRequested(); // of the edit panel

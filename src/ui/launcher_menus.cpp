@@ -97,6 +97,9 @@ void LauncherMenus::choose(MenuCommand command)
     case MenuCommand::stop:
         Q_EMIT stopRequested();
         break;
+    case MenuCommand::whatHappened:
+        Q_EMIT whatHappenedRequested();
+        break;
     case MenuCommand::guanbi:
         Q_EMIT endRequested();
         break;

@@ -54,6 +54,7 @@ public:
 Q_SIGNALS:
     void hideRequested();
     void stopRequested(); // of what runs
+    void whatHappenedRequested(); // in the last run
     void exitRequested(); // through the launcher's exit routine
     void endRequested(); // of the process, at once
 

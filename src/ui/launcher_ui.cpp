@@ -41,7 +41,7 @@ LauncherUi::LauncherUi(Needs needs)
     , m_settings(m.paths, m.codec)
     , m_runs({.report = m.report,
           .reportMistakes = m.reportMistakes,
-          .showMessage = [this](const Message &message) { showMessage(message); },
+          .showMessage = [this](const Message &message) { tellFailure(message); },
           .endProcess = [this](int status) { end(status); },
           .refused =
               [this] {
@@ -57,6 +57,11 @@ LauncherUi::LauncherUi(Needs needs)
           .left = [this] { runLeft(); },
           .stop = m.stop,
           .releaseKeys = m.releaseKeys,
+          .wentWrong =
+              [this](const QString &sentence) {
+                  if (m.keepWhatHappened)
+                      m.keepWhatHappened(sentence);
+              },
           .stopped = [this](const RunStopped::Place &where) { tellStopped(where); }})
     , m_questions(m.shell, m_library,
           {.owner = [this]() -> QWidget * {
@@ -149,6 +154,12 @@ void LauncherUi::connectWindow()
     connect(window, &frmSet::updatesRequested, this, [this] { m.store.installUpdates(); });
     connect(m_menus.get(), &LauncherMenus::hideRequested, this, &LauncherUi::hideLauncher);
     connect(m_menus.get(), &LauncherMenus::stopRequested, this, &LauncherUi::requestStop);
+    const auto showWhatHappened = [this] {
+        if (m.showWhatHappened)
+            m.showWhatHappened();
+    };
+    connect(window, &frmSet::whatHappenedRequested, this, showWhatHappened);
+    connect(m_menus.get(), &LauncherMenus::whatHappenedRequested, this, showWhatHappened);
     connect(m_menus.get(), &LauncherMenus::exitRequested, this, &LauncherUi::exit);
     connect(m_menus.get(), &LauncherMenus::endRequested, this, &LauncherUi::endProcess);
 }
@@ -331,6 +342,13 @@ void LauncherUi::carryOutStop()
         m_runs.stopWaiting();
     else
         m.stop.lower(); // the run was over before
+}
+
+void LauncherUi::tellFailure(const Message &message)
+{
+    showMessage(message);
+    if (m_window && m.showWhatHappened)
+        m_window->footer().sayFailed(tr("A run has failed."));
 }
 
 void LauncherUi::tellStopped(const RunStopped::Place &where)

@@ -63,6 +63,10 @@ public:
         std::function<void()> releaseKeys; // every key and button that a run holds
         // Whether an app may run now; otherwise the user is asked, and the answer runs it.
         std::function<bool(const QString &keyword)> mayRun = {};
+        // A run has failed, or was stopped; what it did is to be kept.
+        std::function<void(const QString &sentence)> keepWhatHappened = {};
+        // Shows what the last run did.
+        std::function<void()> showWhatHappened = {};
         // Shows what an app may do.
         std::function<void(const QString &keyword)> tellSheet = {};
     };
@@ -147,6 +151,7 @@ private:
     void runLeft();
     void requestStop();
     void carryOutStop();
+    void tellFailure(const Message &message);
     void tellStopped(const RunStopped::Place &where);
     bool canReturn() const;
     void tellHowToReturn();

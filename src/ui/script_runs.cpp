@@ -158,6 +158,7 @@ void ScriptRuns::tellStopped()
 {
     m_asking = 0;
     m_starts->abandon();
+    m.wentWrong(u"The run was stopped."_s);
     m.stopped(*std::exchange(m_stopped, std::nullopt));
 }
 
@@ -166,6 +167,7 @@ void ScriptRuns::tellStopped()
 void ScriptRuns::fail(const ScriptError &error)
 {
     m.reportMistakes(error);
+    m.wentWrong(error.toText());
     if (m_state->runidx[2] == 1)
         m.endProcess(EXIT_FAILURE);
     else
@@ -193,6 +195,7 @@ void ScriptRuns::fail(const RunTimeError &error)
     }
     const QString place = u"%1, line %2:"_s.arg(m_state->currentKeyword).arg(number);
     m.report(head + u' ' + error.description() + u" ("_s + place + u' ' + line + u')');
+    m.wentWrong(error.description());
     m.showMessage({.text = head + u"\n\n"_s + error.description() + u"\n\n"_s + place + u'\n' + line,
         .icon = MessageIcon::Critical,
         .systemModal = true});

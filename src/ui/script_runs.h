@@ -31,6 +31,8 @@ public:
         std::function<void()> left; // no run is under way any more
         StopSignal &stop;
         std::function<void()> releaseKeys; // every key and button that a run holds
+        std::function<void(const QString &sentence)>
+            wentWrong; // a run has failed or was stopped, before it is told
         std::function<void(const RunStopped::Place &where)> stopped; // all runs are over, by the user's wish
     };
 

@@ -52,6 +52,8 @@ constexpr std::array items{
     Item{"funcstore", QT_TRANSLATE_NOOP("plum::sett", "Wishes"), MenuCommand::funcstore, Tools},
     Item{"about", QT_TRANSLATE_NOOP("plum::sett", "About Plum"), MenuCommand::about, Tools, true},
     Item{"offs", QT_TRANSLATE_NOOP("plum::sett", "Product page"), MenuCommand::offs, Tray},
+    Item{"whathappened", QT_TRANSLATE_NOOP("plum::sett", "What happened?"), MenuCommand::whatHappened,
+        Tray | Settings},
     Item{"manual", QT_TRANSLATE_NOOP("plum::sett", "Manual (F1)"), MenuCommand::manual, Settings, true},
     Item{"keys", QT_TRANSLATE_NOOP("plum::sett", "Keys (Shift+F1)"), MenuCommand::keys, Settings},
     Item{"tuichu", QT_TRANSLATE_NOOP("plum::sett", "Exit"), MenuCommand::tuichu, Settings, true},

@@ -28,6 +28,7 @@ enum class MenuCommand {
     keys, // shows the page of keys
     tuichu, // exits through the launcher's exit routine
     stop, // ends the runs that go on
+    whatHappened, // shows what the last run did
     guanbi, // ends the process at once
     fixit, // registers the component that scripts' dialogs want
     about, // the product's home page

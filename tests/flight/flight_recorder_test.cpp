@@ -118,7 +118,7 @@ TEST_F(FlightRecorderTest, KeepsNoAnswerAndNothingThatIsMadeOfIt)
     scripts.starts().answer(1, {true, u"name"_s, u"Annabel"_s});
     EXPECT_TRUE(desktop.log.lines().contains(u"type Ammabel"_s))
         << desktop.log.lines().join(u'|').toStdString();
-    const QString page = flightPage(log(), {});
+    const QString page = flightPage(log());
     EXPECT_FALSE(page.contains("Annabel"_L1)) << page.toStdString();
     EXPECT_FALSE(page.contains("Ammabel"_L1)) << page.toStdString();
     EXPECT_TRUE(page.contains("Hello "_L1 + Secrets::mark)) << page.toStdString();

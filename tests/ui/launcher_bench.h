@@ -269,7 +269,8 @@ public:
             if (std::exchange(watchesHand, isWatching) != isWatching)
                 watches += isWatching;
         },
-        [this] { platform.log.add(QStringLiteral("release keys")); }}};
+        [this] { platform.log.add(QStringLiteral("release keys")); }, {}, {},
+        [this] { platform.log.add(QStringLiteral("shows what happened")); }}};
     RecordingWaiter waiter{platform.log};
     RecordingStorePage storePage{platform.log};
     ScriptSystem system{{.platform = platform,

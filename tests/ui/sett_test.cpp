@@ -98,6 +98,16 @@ TEST_F(SettTest, lookAgainTakesInAFolderThatWasCopiedIn)
     EXPECT_EQ(listed().size(), 3);
 }
 
+TEST_F(SettTest, whatHappenedIsInBothMenus)
+{
+    start();
+    for (const char *name : {"mmmm", "cd"}) {
+        platform.log.clear();
+        choose(name, "whathappened");
+        EXPECT_EQ(said(), QStringList(u"shows what happened"_s)) << name;
+    }
+}
+
 TEST_F(SettTest, addnewForgetsWhatWasTypedBefore)
 {
     start();

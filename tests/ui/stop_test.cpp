@@ -66,6 +66,15 @@ TEST_F(StopTest, stopInTheFooterEndsTheRunAndTheLauncherSaysWhere)
     EXPECT_EQ(find<QPlainTextEdit>("Text4")->textCursor().selectedText(), u"note.down \"b\""_s);
 }
 
+TEST_F(StopTest, aRunThatFailsOffersToShowWhatHappened)
+{
+    run("//edition:2\nset.a set.nowhere\n");
+    EXPECT_TRUE(hint().startsWith(u"A run has failed."_s)) << qPrintable(hint());
+    EXPECT_FALSE(said().contains(u"shows what happened"_s));
+    Q_EMIT find<QLabel>("hint")->linkActivated(u"happened"_s);
+    EXPECT_TRUE(said().contains(u"shows what happened"_s));
+}
+
 TEST_F(StopTest, stopInTheTrayMenuDoesTheSame)
 {
     inWait(1, [this] {

@@ -144,6 +144,10 @@
         <source>Show the line</source>
         <translation>显示该行</translation>
     </message>
+    <message>
+        <source>What happened?</source>
+        <translation>发生了什么？</translation>
+    </message>
 </context>
 <context>
     <name>plum::InstallDialog</name>
@@ -337,6 +341,10 @@
     <message>
         <source>%1 apps updated</source>
         <translation>已更新 %1 个应用</translation>
+    </message>
+    <message>
+        <source>A run has failed.</source>
+        <translation>运行失败。</translation>
     </message>
     <message>
         <source>%1: stopped at line %2</source>
@@ -807,6 +815,10 @@
     <message>
         <source>Look again</source>
         <translation>重新查找应用</translation>
+    </message>
+    <message>
+        <source>What happened?</source>
+        <translation>发生了什么？</translation>
     </message>
     <message>
         <source>Manual (F1)</source>

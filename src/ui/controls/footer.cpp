@@ -8,6 +8,12 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr std::chrono::seconds timeToCome{30}; // the user may be somewhere else
+
+} // namespace
+
 Footer::Footer(QWidget *parent)
     : QLabel(parent)
 {
@@ -39,9 +45,15 @@ void Footer::say(const QString &plainText, std::chrono::milliseconds howLong)
     refresh();
 }
 
+void Footer::sayFailed(const QString &plainText)
+{
+    say(plainText, timeToCome);
+    m_passing += richLink(u"happened"_s, tr("What happened?"));
+    refresh();
+}
+
 void Footer::sayStopped(const QString &plainText, bool hasLine)
 {
-    constexpr std::chrono::seconds timeToCome{30}; // the user may be somewhere else
     say(plainText, timeToCome);
     if (hasLine)
         m_passing += richLink(u"line"_s, tr("Show the line"));
@@ -117,6 +129,8 @@ void Footer::follow(const QString &link)
         Q_EMIT stopRequested();
     else if (link == "line"_L1)
         Q_EMIT stoppedLineRequested();
+    else if (link == "happened"_L1)
+        Q_EMIT whatHappenedRequested();
     else if (link == "updates"_L1)
         Q_EMIT updatesRequested();
     else

@@ -23,6 +23,9 @@ public:
     // Says where a run was stopped. A link offers to show the line, where `hasLine`.
     void sayStopped(const QString &plainText, bool hasLine);
 
+    // A run has failed. A link offers to show what it did.
+    void sayFailed(const QString &plainText);
+
     // Empty when nothing runs. A link offers to stop it.
     void setRunning(const QString &plainText);
 
@@ -39,6 +42,7 @@ Q_SIGNALS:
     void createRequested();
     void stopRequested();
     void stoppedLineRequested();
+    void whatHappenedRequested();
     void hotkeyRequested();
     void updatesRequested();
 
