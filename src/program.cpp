@@ -83,7 +83,7 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
           .isSigned = m_addresses.isSigned()})
     , m_transfers(m_platform->paths(), m_platform->textCodec())
     , m_store({m_storeWindow, m_transfers, m_channel, m_host, m_platform->shell(), m_platform->paths(),
-          m_installer, m_addresses})
+          m_installer, m_addresses, [this] { return m_updates.apps(); }})
     , m_updates({.paths = m_platform->paths(),
           .codec = m_platform->textCodec(),
           .store = m_store,
@@ -110,8 +110,11 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
         return m_grants.limitOf(keyword, script);
     });
     m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
-    QObject::connect(&m_updates, &StoreUpdates::changed, &m_ui,
-        [this] { m_ui.showUpdates(static_cast<int>(m_updates.pending().size())); });
+    QObject::connect(&m_updates, &StoreUpdates::changed, &m_ui, [this] {
+        m_ui.showUpdates(static_cast<int>(m_updates.pending().size()));
+        m_store.showApps();
+    });
+    QObject::connect(&m_store, &webbox::failed, &m_ui, &LauncherUi::sayNotInstalled);
     QObject::connect(&m_updates, &StoreUpdates::installed, &m_ui, &LauncherUi::sayUpdated);
     // The store's window may be closed meanwhile.
     QObject::connect(&m_transfers, &StoreTransfers::Progress, &m_transfers,

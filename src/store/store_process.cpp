@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QJsonArray>
 
 namespace plum {
 
@@ -180,6 +181,20 @@ void StoreProcess::setProgress(const DownloadProgress &progress)
             {u"speed"_s, progress.speed}});
 }
 
+void StoreProcess::setApps(const std::vector<StoreApp> &apps)
+{
+    QJsonArray rows;
+    for (const StoreApp &app : apps)
+        rows.append(
+            QJsonObject{{u"keyword"_s, app.keyword}, {u"version"_s, app.version}, {u"newest"_s, app.newest}});
+    send(windowMessages::apps, {{u"apps"_s, rows}});
+}
+
+void StoreProcess::setFailed(const QString &keyword)
+{
+    send(windowMessages::failed, {{u"keyword"_s, keyword}});
+}
+
 void StoreProcess::readLines()
 {
     while (m_process.canReadLine()) {
@@ -197,6 +212,10 @@ void StoreProcess::handle(const WindowMessage &message)
         Q_EMIT outsideOpened(address);
     else if (message.verb == windowMessages::complete)
         Q_EMIT pageCompleted();
+    else if (message.verb == windowMessages::anew)
+        Q_EMIT anewRequested(message.fields.value("keyword"_L1).toString());
+    else if (message.verb == windowMessages::retry)
+        Q_EMIT retryRequested();
     else if (message.verb == windowMessages::close)
         Q_EMIT closeRequested();
 }

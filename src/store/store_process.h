@@ -50,6 +50,8 @@ public:
     void layOut() override;
     void setLoadingVisible(bool visible) override;
     void setProgress(const DownloadProgress &progress) override;
+    void setApps(const std::vector<StoreApp> &apps) override;
+    void setFailed(const QString &keyword) override;
 
     // The process's number, 0 while there is none.
     qint64 processId() const { return m_process.processId(); }

@@ -6,6 +6,7 @@
 #include "library/safe_file.h"
 #include "library/settings_file.h"
 #include "sheet/sheet_json.h"
+#include "store/protocol/package_link.h"
 #include "store/webbox.h"
 #include "store_index/role_files.h"
 #include "store_index/signed_file.h"
@@ -14,6 +15,7 @@
 #include <QFile>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <chrono>
 
 namespace plum {
@@ -154,6 +156,29 @@ const std::optional<StoreIndex> &StoreUpdates::remembered()
             m_index = StoreIndex::parse(file->content);
     }
     return m_index;
+}
+
+std::vector<StoreApp> StoreUpdates::apps() const
+{
+    const AppFolders folders(m.paths);
+    std::vector<StoreApp> apps;
+    for (const QString &keyword : keywordsIn(folders)) {
+        const PackageRecord record = PackageRecord::of(keyword, folders);
+        if (m.addresses.isSigned() ? !record.origin : record.files.isEmpty())
+            continue;
+        StoreApp app{.keyword = keyword, .path = keyword + packageEnding};
+        if (record.origin) {
+            app.version = record.origin->version;
+            app.path = record.origin->path;
+        }
+        const auto update = std::ranges::find(m_pending, keyword, &StoreUpdate::keyword);
+        if (update != m_pending.end()) {
+            app.newest = update->newest.version;
+            app.path = update->newest.path;
+        }
+        apps.push_back(app);
+    }
+    return apps;
 }
 
 void StoreUpdates::installAll()

@@ -2,6 +2,7 @@
 
 #include "library/package_record.h"
 #include "store/store_addresses.h"
+#include "store/store_view.h"
 #include "store_index/index_fault.h"
 #include "store_index/store_index.h"
 
@@ -60,6 +61,10 @@ public:
     void askWhenDue();
 
     const std::vector<StoreUpdate> &pending() const { return m_pending; }
+
+    // The apps of the library that are the store's. Of a store that signs nothing no app says that it came
+    // from there: those are all that came as packages.
+    std::vector<StoreApp> apps() const;
 
     // Installs them, one after the other, by an index of this moment. Only one that may do more than the
     // version that is here, or of which that is not known, is asked about.

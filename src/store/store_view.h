@@ -4,6 +4,8 @@
 #include <QString>
 #include <QUrl>
 
+#include <vector>
+
 namespace plum {
 
 struct DownloadProgress
@@ -12,6 +14,17 @@ struct DownloadProgress
     QString total; // sizes and speed with their units
     QString done;
     QString speed; // per second
+};
+
+// An app of the library that came from the store.
+struct StoreApp
+{
+    QString keyword;
+    QString version = {}; // empty: not known
+    QString newest = {}; // the version that the store has now; empty where that is no newer one
+    QString path = {}; // of the package to install over it, below the store's folder of packages
+
+    bool operator==(const StoreApp &) const = default;
 };
 
 // The store window as its logic sees it: the frame, the browser `llq` and the display of a download. Every
@@ -46,6 +59,12 @@ public:
 
     virtual void setProgress(const DownloadProgress &progress) = 0;
 
+    // Which apps are installed: the window says so, and offers each of them anew.
+    virtual void setApps(const std::vector<StoreApp> &apps) = 0;
+
+    // The app that was to be installed and was not, which can be tried again; empty for none.
+    virtual void setFailed(const QString &keyword) = 0;
+
 Q_SIGNALS:
     // A page has loaded as a whole.
     void pageCompleted();
@@ -56,6 +75,11 @@ Q_SIGNALS:
     // The user followed a link of a loaded page that wanted a new window for this address, which belongs into
     // the default browser: one for each thing that the user did.
     void outsideOpened(const QUrl &address);
+
+    // The user wants an installed app anew, or in its newest version; or what has failed once more. These are
+    // controls of the window: no page reaches them.
+    void anewRequested(const QString &keyword);
+    void retryRequested();
 
     // Esc, `Image1`, or the window manager's request.
     void closeRequested();

@@ -28,6 +28,8 @@ webbox::webbox(const Needs &needs)
     connect(&m_use.view, &StoreView::packageFollowed, this, &webbox::followPackage);
     connect(&m_use.view, &StoreView::outsideOpened, this, &webbox::openOutside);
     connect(&m_use.view, &StoreView::closeRequested, this, &webbox::close);
+    connect(&m_use.view, &StoreView::anewRequested, this, &webbox::askAnew);
+    connect(&m_use.view, &StoreView::retryRequested, this, &webbox::retry);
     connect(&m_use.channel, &ClipboardChannel::pageArrived, this, &webbox::showArrivedPage);
     connect(&m_use.transfers, &StoreTransfers::Status, this, &webbox::showStatus);
     connect(&m_use.transfers, &StoreTransfers::indexArrived, this, &webbox::takeIndex);
@@ -47,6 +49,7 @@ void webbox::openStore()
     // What was said of a download that is over was said to whoever had the window open then.
     if (!isBusy())
         m_use.view.setCaption({});
+    showApps();
     m_use.view.navigate(m_use.addresses.catalogue());
     m_use.view.setWindowHeight(storeHeight);
     m_use.view.layOut();
@@ -150,11 +153,14 @@ void webbox::begin(InstallFlag mode)
         sayFailed({InstallFault::NotWritable});
         return;
     }
-    start();
+    start(mode);
 }
 
-void webbox::start()
+void webbox::start(InstallFlag mode)
 {
+    m_attempt = {mode, m_currentName, m_source, m_named};
+    m_failed.reset();
+    m_use.view.setFailed({});
     m_isInstalling = true;
     m_hasPackage = false;
     m_hasIndex = m_use.addresses.isSigned();
@@ -211,8 +217,14 @@ void webbox::endInstall(bool isDone)
 {
     m_isInstalling = false;
     m_named.reset();
-    if (isDone)
+    if (isDone) {
         Q_EMIT installed();
+        showApps();
+    } else {
+        m_failed = m_attempt;
+        m_use.view.setFailed(m_attempt.keyword);
+        Q_EMIT failed(m_attempt.keyword);
+    }
     if (const auto then = std::exchange(m_whenUpdated, {}))
         then(isDone);
 }

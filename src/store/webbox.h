@@ -5,6 +5,7 @@
 #include "library/install_offer.h"
 #include "store/downloaded_package.h"
 #include "store/store_addresses.h"
+#include "store/store_view.h"
 #include "store_index/index_fault.h"
 #include "store_index/store_index.h"
 
@@ -23,7 +24,6 @@ struct InstallResult;
 class Shell;
 class StoreHost;
 class StoreTransfers;
-class StoreView;
 
 // The package store: what its window shows, and how a package becomes an app. The window itself is a
 // `StoreView`; without a browser engine the catalogue opens in the default browser, and packages install by
@@ -43,6 +43,8 @@ public:
         Paths &paths;
         PackageInstaller &installer;
         StoreAddresses addresses;
+        // The apps of the library that are the store's.
+        std::function<std::vector<StoreApp>()> apps = {};
     };
 
     explicit webbox(const Needs &needs);
@@ -71,6 +73,16 @@ public:
     // Brings an app to this version of its package, without a question and without a word unless it fails. It
     // does not wait: `then` is called at the end. While a package is on its way nothing happens; false then.
     bool update(const QString &keyword, const IndexedPackage &package, std::function<void(bool isDone)> then);
+
+    // Tells the window which apps are installed.
+    void showApps();
+
+    // Asks whether to install an app of the store over itself, in its newest version.
+    void askAnew(const QString &keyword);
+
+    // Does once more what was agreed to and has failed. It is asked about again only where the store's index
+    // names another package now.
+    void retry();
 
     // Tells the user why nothing is installed. It waits until that is read.
     void sayFault(IndexFault fault, const QString &reason = {});
@@ -103,12 +115,24 @@ Q_SIGNALS:
     // A package has become an app.
     void installed();
 
+    // It has not; the store's window may be closed meanwhile.
+    void failed(const QString &keyword);
+
 private:
     // Where the current package comes from.
     struct Source
     {
         QString name; // in the store
         QUrl address;
+    };
+
+    // An installation that was begun.
+    struct Attempt
+    {
+        InstallFlag mode = InstallFlag::ByName;
+        QString keyword;
+        Source source;
+        std::optional<IndexedPackage> named;
     };
 
     void followPackage(const QUrl &link);
@@ -123,7 +147,7 @@ private:
     void endInstall(bool isDone);
     void openOutside(const QUrl &address);
     void showArrivedPage(const QString &html);
-    void start();
+    void start(InstallFlag mode);
     void showStatus(DownloadStatus status);
     void takeIndex(const QByteArray &index);
     void installWhenReady();
@@ -141,6 +165,9 @@ private:
     std::optional<IndexedPackage> m_named;
     IndexTaker m_whenIndex;
     std::function<void(bool isDone)> m_whenUpdated; // set: the current package is an update
+
+    Attempt m_attempt; // the one that is under way
+    std::optional<Attempt> m_failed; // the last one, if it failed
 
     // From a store that signs nothing a package is installed when it and the index, or none, are there.
     bool m_hasPackage = false;

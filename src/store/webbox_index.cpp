@@ -7,6 +7,7 @@
 #include "library/app_folders.h"
 #include "store/download_texts.h"
 #include "store/protocol/store_transfers.h"
+#include "store/store_host.h"
 #include "store/store_view.h"
 
 namespace plum {
@@ -82,8 +83,52 @@ bool webbox::update(
     m_asked.reset();
     m_named = package;
     m_whenUpdated = std::move(then);
-    start();
+    start(InstallFlag::Reinstall);
     return true;
+}
+
+void webbox::showApps()
+{
+    if (m_use.apps)
+        m_use.view.setApps(m_use.apps());
+}
+
+void webbox::askAnew(const QString &keyword)
+{
+    if (isBusy() || m_use.host.isAsking() || !m_use.apps)
+        return;
+    for (const StoreApp &app : m_use.apps()) {
+        if (app.keyword != keyword)
+            continue;
+        m_currentName = keyword;
+        m_source = {keyword, m_use.addresses.packageAt(app.path)};
+        m_asked.reset();
+        askInstall(InstallFlag::Reinstall, keyword);
+        return;
+    }
+}
+
+void webbox::retry()
+{
+    if (!m_failed || isBusy() || m_use.host.isAsking() || !mayBeHad())
+        return;
+    const auto again = [this](const Attempt &attempt, const std::optional<IndexedPackage> &named) {
+        m_currentName = attempt.keyword;
+        m_source = attempt.source;
+        m_named = named;
+        begin(attempt.mode);
+    };
+    const Attempt attempt = *m_failed;
+    if (!m_use.addresses.isSigned()) {
+        again(attempt, {});
+        return;
+    }
+    findNamed(attempt.source, [this, attempt, again](const IndexedPackage &package) {
+        if (attempt.named && attempt.named->checksum == package.checksum)
+            again(attempt, package);
+        else
+            offer(attempt.mode, attempt.keyword, attempt.source, package);
+    });
 }
 
 void webbox::sayFault(IndexFault fault, const QString &reason)

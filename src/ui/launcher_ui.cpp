@@ -180,6 +180,12 @@ void LauncherUi::showUpdates(int apps)
         m_window->footer().setUpdates(apps);
 }
 
+void LauncherUi::sayNotInstalled(const QString &keyword)
+{
+    if (m_window)
+        m_window->footer().say(tr("%1 was not installed").arg(keyword));
+}
+
 void LauncherUi::sayUpdated(int apps)
 {
     m_faces.forget();

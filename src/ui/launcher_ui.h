@@ -121,6 +121,9 @@ public:
     // For how many apps the store has another version.
     void showUpdates(int apps);
 
+    // A package of the store has not become an app.
+    void sayNotInstalled(const QString &keyword);
+
     // How many have been brought to it.
     void sayUpdated(int apps);
 

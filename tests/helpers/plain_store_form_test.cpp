@@ -123,6 +123,44 @@ TEST_F(PlainStore, ANewDownloadForgetsTheOneBefore)
     EXPECT_EQ(child<QLabel>(u"sizes"_s).text(), QString());
 }
 
+TEST_F(PlainStore, InstalledAppsSaySoAndAreOfferedAnew)
+{
+    QSignalSpy anew(&form, &StoreForm::anewRequested);
+    auto &button = child<QPushButton>(u"installed"_s);
+    form.show();
+    EXPECT_FALSE(button.isVisible());
+    form.setApps({QJsonObject{{u"keyword"_s, u"a&b"_s}},
+        QJsonObject{{u"keyword"_s, u"notes"_s}, {u"version"_s, u"1.0"_s}, {u"newest"_s, u"1.2"_s}}});
+    EXPECT_TRUE(button.isVisible());
+    const QList<QAction *> items = button.menu()->actions();
+    ASSERT_EQ(items.size(), 2);
+    EXPECT_EQ(items[0]->text(), u"a&&b is installed: Reinstall"_s);
+    EXPECT_EQ(items[1]->text(), u"notes 1.0 is installed: Update to 1.2"_s);
+    items[1]->trigger();
+    ASSERT_EQ(anew.size(), 1);
+    EXPECT_EQ(anew[0][0].toString(), u"notes"_s);
+    form.setApps({});
+    EXPECT_FALSE(button.isVisible());
+}
+
+TEST_F(PlainStore, WhatWasNotInstalledCanBeTriedAgain)
+{
+    QSignalSpy retry(&form, &StoreForm::retryRequested);
+    form.show();
+    form.setProgress({{u"percent"_s, 40}, {u"total"_s, u"2 KB"_s}, {u"done"_s, u"1 KB"_s}});
+    form.setFailed(u"notes"_s);
+    EXPECT_EQ(child<QLabel>(u"percent"_s).text(), u"notes was not installed"_s);
+    EXPECT_EQ(child<QLabel>(u"sizes"_s).text(), QString());
+    EXPECT_EQ(child<QProgressBar>(u"bar"_s).value(), 0);
+    form.hide();
+    form.bringUp();
+    EXPECT_TRUE(child<QPushButton>(u"tryagain"_s).isVisible());
+    child<QPushButton>(u"tryagain"_s).click();
+    EXPECT_EQ(retry.size(), 1);
+    form.setFailed({});
+    EXPECT_FALSE(child<QPushButton>(u"tryagain"_s).isVisible());
+}
+
 TEST_F(PlainStore, TheBarSaysWhatATitleMeansAndTheTitleStays)
 {
     form.setCaption(u"发送请求..."_s, u"sending the request"_s);

@@ -97,7 +97,8 @@ protected:
     PackageInstaller installer{
         {platform.paths(), platform.textCodec(), {folders, listFile, [](const QString &) { return false; }}}};
     const StoreAddresses addresses{QUrl(u"http://127.0.0.1"_s), mirror.base(), {shop.rootKey.publicKey()}};
-    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer, addresses}};
+    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer, addresses,
+        [this] { return updates.apps(); }}};
     bool idle = true;
     QDateTime now = QDateTime::currentDateTimeUtc();
     StoreUpdates updates{{.paths = platform.paths(),
@@ -278,4 +279,48 @@ TEST_F(StoreUpdatesTest, AVersionThatWasTakenBackSaysSoUntilTheUserInsists)
     now = now.addDays(1);
     EXPECT_TRUE(isAsked());
     EXPECT_EQ(updates.takenBack(u"notes"_s), QString());
+}
+
+TEST_F(StoreUpdatesTest, AppsOfTheStoreAreOfferedAnewAndInTheirNewestVersion)
+{
+    install(u"notes"_s);
+    program.write(u"config/apps/mine/main.wf"_s, "//my own");
+    EXPECT_EQ(updates.apps(),
+        (std::vector<StoreApp>{{.keyword = u"notes"_s, .version = u"1"_s, .path = u"notes.wfp"_s}}));
+    put(u"notes"_s, "//notes 2", u"2"_s, seesNothing);
+    publish();
+    ASSERT_TRUE(isAsked());
+    ASSERT_EQ(updates.apps().size(), 1U);
+    EXPECT_EQ(updates.apps().front().newest, u"2"_s);
+
+    store.askAnew(u"notes"_s);
+    ASSERT_TRUE(waitUntil([&] { return static_cast<bool>(host.agree); }));
+    EXPECT_EQ(host.lastOffer.version, u"2"_s);
+    EXPECT_TRUE(host.lastOffer.replaces);
+    std::exchange(host.agree, {})();
+    ASSERT_TRUE(waitUntil([&] { return script(u"notes"_s) == "//notes 2" && !store.isBusy(); }));
+    EXPECT_EQ(view.apps,
+        (std::vector<StoreApp>{{.keyword = u"notes"_s, .version = u"2"_s, .path = u"notes.wfp"_s}}));
+}
+
+TEST_F(StoreUpdatesTest, ARetryAsksOnlyWhereTheIndexNamesAnotherPackage)
+{
+    const QByteArray package = mirror.files.take(u"notes.wfp"_s);
+    store.askInstall(InstallFlag::ByName, u"notes"_s);
+    ASSERT_TRUE(waitUntil([&] { return static_cast<bool>(host.agree); }));
+    std::exchange(host.agree, {})();
+    ASSERT_TRUE(waitUntil([&] { return view.failed == "notes"_L1; }));
+
+    mirror.files[u"notes.wfp"_s] = package + "cut off";
+    store.retry();
+    ASSERT_TRUE(waitUntil([&] { return view.failed == "notes"_L1 && !store.isBusy(); }));
+    EXPECT_FALSE(host.agree);
+
+    put(u"notes"_s, "//notes 2", u"2"_s, seesMore);
+    publish();
+    store.retry();
+    ASSERT_TRUE(waitUntil([&] { return static_cast<bool>(host.agree); }));
+    EXPECT_EQ(host.lastOffer.version, u"2"_s);
+    std::exchange(host.agree, {})();
+    ASSERT_TRUE(waitUntil([&] { return script(u"notes"_s) == "//notes 2"; }));
 }

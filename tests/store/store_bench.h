@@ -45,7 +45,12 @@ public:
                       .arg(progress.total, progress.done, progress.speed));
     }
 
+    void setApps(const std::vector<StoreApp> &of) override { apps = of; }
+    void setFailed(const QString &keyword) override { failed = keyword; }
+
     bool available = true;
+    std::vector<StoreApp> apps;
+    QString failed;
 
 private:
     recording::Log &m_log;
@@ -170,7 +175,9 @@ struct StoreBench
              return QDir().rename(path, trash.path() + u'/' + QFileInfo(path).fileName());
          }}}};
     const StoreAddresses addresses;
-    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer, addresses}};
+    std::vector<StoreApp> installedApps;
+    webbox store{{view, transfers, channel, host, platform.shell(), platform.paths(), installer, addresses,
+        [this] { return installedApps; }}};
 };
 
 } // namespace plum::test

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QJsonArray>
 
 #include <functional>
 #include <map>
@@ -35,6 +36,8 @@ void obey(const WindowMessage &command, StoreForm &form)
         {verbs::browserHeight, [&] { form.setBrowserHeight(pixels()); }},
         {verbs::height, [&] { form.setWindowHeight(pixels()); }},
         {verbs::layOut, [&] { form.Command1_Click(); }},
+        {verbs::apps, [&] { form.setApps(fields.value("apps"_L1).toArray()); }},
+        {verbs::failed, [&] { form.setFailed(fields.value("keyword"_L1).toString()); }},
         {verbs::loading, [&] { form.setLoadingVisible(fields.value("visible"_L1).toBool()); }},
     };
     for (const auto &[verb, action] : actions) {
@@ -78,6 +81,10 @@ int main(int argc, char **argv)
     namespace verbs = windowMessages;
     QObject::connect(&form, &StoreForm::closeRequested, [] { LauncherLink::tell(verbs::close); });
     QObject::connect(&form, &StoreForm::completed, [] { LauncherLink::tell(verbs::complete); });
+    QObject::connect(&form, &StoreForm::anewRequested, [](const QString &keyword) {
+        LauncherLink::tell(verbs::anew, {{u"keyword"_s, keyword}});
+    });
+    QObject::connect(&form, &StoreForm::retryRequested, [] { LauncherLink::tell(verbs::retry); });
     QObject::connect(
         &form, &StoreForm::packageFollowed, [](const QUrl &address) { report(verbs::package, address); });
     QObject::connect(

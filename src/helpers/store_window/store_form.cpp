@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -54,6 +55,7 @@ void StoreForm::applyStyle()
     for (const auto &[name, colour] : colours)
         sheet.replace(name, colour.name());
     setStyleSheet(theme().styleSheet() + sheet);
+    m_apps.setStyleSheet(theme().styleSheet());
 }
 
 void StoreForm::build(QLayout *content)
@@ -67,6 +69,24 @@ void StoreForm::build(QLayout *content)
     setCaption({});
     Command1_Click();
 }
+
+namespace {
+
+// What the menu says of an installed app. "&" would mark the letter behind it.
+QString captionOf(const QJsonObject &app)
+{
+    QString name = app.value("keyword"_L1).toString();
+    const QString version = app.value("version"_L1).toString();
+    const QString newest = app.value("newest"_L1).toString();
+    if (!version.isEmpty())
+        name += u' ' + version;
+    const QString caption = newest.isEmpty()
+        ? StoreForm::tr("%1 is installed: Reinstall").arg(name)
+        : StoreForm::tr("%1 is installed: Update to %2").arg(name, newest);
+    return QString(caption).replace(u'&', "&&"_L1);
+}
+
+} // namespace
 
 QWidget *StoreForm::buildBar()
 {
@@ -83,13 +103,23 @@ QWidget *StoreForm::buildBar()
     connect(Image1, &PictureButton::clicked, this, &StoreForm::closeRequested);
     (new moveit(*this))->installOn(*wei);
 
+    m_apps.setObjectName(u"installedmenu"_s);
+    m_apps.setAccessibleName(tr("Installed apps"));
+    m_installed = new QPushButton(tr("Installed apps"));
+    m_installed->setObjectName(u"installed"_s);
+    m_installed->setMenu(&m_apps);
+    m_installed->setAutoDefault(true); // Enter presses it, too
+    m_installed->hide();
+
     auto *bar = new QHBoxLayout(wei);
     bar->setContentsMargins(12, 3, 3, 5);
     m_unsigned = new QLabel(tr("This store is on this computer and signs nothing."));
     m_unsigned->setObjectName(u"unsigned"_s);
     m_unsigned->setProperty("quiet", true);
+    m_unsigned->setWordWrap(isNarrow(usualBrowserSize.width()));
     bar->addWidget(m_caption, 1);
     bar->addWidget(m_unsigned);
+    bar->addWidget(m_installed);
     bar->addWidget(Image1);
     return wei;
 }
@@ -106,15 +136,23 @@ QWidget *StoreForm::buildStrip()
     m_bar->setAccessibleName(tr("Download"));
     m_bar->setRange(0, 1000);
     m_percent = new QLabel;
+    m_percent->setTextFormat(Qt::PlainText);
     m_percent->setObjectName(u"percent"_s);
     m_sizes = new QLabel;
     m_sizes->setTextFormat(Qt::PlainText);
     m_sizes->setObjectName(u"sizes"_s);
 
+    m_again = new QPushButton(tr("Retry"));
+    m_again->setObjectName(u"tryagain"_s);
+    m_again->setAutoDefault(true);
+    m_again->hide();
+    connect(m_again, &QPushButton::clicked, this, &StoreForm::retryRequested);
+
     auto *texts = new QHBoxLayout;
     texts->addWidget(m_percent);
     texts->addStretch();
     texts->addWidget(m_sizes);
+    texts->addWidget(m_again);
     auto *strip = new QVBoxLayout(weia);
     strip->setContentsMargins(12, 8, 12, 8);
     strip->addWidget(m_bar);
@@ -174,6 +212,34 @@ void StoreForm::forgetProgress()
     weia->hide();
 }
 
+void StoreForm::setApps(const QJsonArray &apps)
+{
+    m_apps.clear();
+    for (const QJsonValue &each : apps) {
+        const QJsonObject app = each.toObject();
+        const QString keyword = app.value("keyword"_L1).toString();
+        connect(m_apps.addAction(captionOf(app)), &QAction::triggered, this,
+            [this, keyword] { Q_EMIT anewRequested(keyword); });
+    }
+    m_installed->setVisible(!apps.isEmpty());
+}
+
+void StoreForm::setFailed(const QString &keyword)
+{
+    m_failed = keyword;
+    m_again->setVisible(!keyword.isEmpty());
+    if (!keyword.isEmpty())
+        showFailed();
+}
+
+void StoreForm::showFailed()
+{
+    m_bar->setValue(0);
+    m_percent->setText(tr("%1 was not installed").arg(m_failed));
+    m_sizes->clear();
+    weia->setVisible(isVisible());
+}
+
 QSize StoreForm::aroundBrowser() const
 {
     const int strip = weia->isHidden() ? 0 : weia->sizeHint().height();
@@ -218,6 +284,8 @@ void StoreForm::Command1_Click()
 void StoreForm::bringUp()
 {
     show();
+    if (!m_failed.isEmpty())
+        showFailed();
     raise();
     activateWindow();
     // A window that had the keyboard when it was hidden is at times taken to have it still; its widgets then

@@ -2,7 +2,9 @@
 
 #include "look/borderless_window.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
+#include <QMenu>
 #include <QUrl>
 
 #include <memory>
@@ -10,6 +12,7 @@
 class QLabel;
 class QLayout;
 class QProgressBar;
+class QPushButton;
 
 namespace plum {
 
@@ -36,6 +39,13 @@ public:
 
     void setProgress(const QJsonObject &fields);
     void forgetProgress(); // of an earlier download
+
+    // Which apps are installed, an object each: keyword, version, newest. The user can have each anew.
+    void setApps(const QJsonArray &apps);
+
+    // Offers to try an installation again that has failed; empty for none.
+    void setFailed(const QString &keyword);
+
     void setBrowserWidth(int pixels);
     void setBrowserHeight(int pixels);
     void setWindowHeight(int pixels);
@@ -48,6 +58,8 @@ Q_SIGNALS:
     void completed();
     void packageFollowed(const QUrl &link);
     void outsideOpened(const QUrl &address);
+    void anewRequested(const QString &keyword);
+    void retryRequested();
 
 protected:
     static constexpr QSize usualBrowserSize{1000, 584};
@@ -66,6 +78,7 @@ protected:
 private:
     void applyStyle();
     void showCaption();
+    void showFailed();
     QWidget *buildBar();
     QWidget *buildStrip();
     Qt::Edges edgesAt(QPoint point) const;
@@ -84,6 +97,10 @@ private:
     QProgressBar *m_bar = nullptr;
     QLabel *m_sizes = nullptr;
     QLabel *m_percent = nullptr;
+    QPushButton *m_installed = nullptr; // opens the menu of the installed apps
+    QMenu m_apps;
+    QString m_failed; // what can be tried again
+    QPushButton *m_again = nullptr;
 };
 
 // The form that this build has.

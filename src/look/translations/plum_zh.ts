@@ -335,6 +335,10 @@
 <context>
     <name>plum::LauncherUi</name>
     <message>
+        <source>%1 was not installed</source>
+        <translation>%1 没有安装</translation>
+    </message>
+    <message>
         <source>1 app updated</source>
         <translation>已更新 1 个应用</translation>
     </message>
@@ -535,6 +539,26 @@
     <message>
         <source>This store is on this computer and signs nothing.</source>
         <translation>此商店位于这台电脑上，不对任何内容签名。</translation>
+    </message>
+    <message>
+        <source>%1 is installed: Reinstall</source>
+        <translation>%1 已安装：重新安装</translation>
+    </message>
+    <message>
+        <source>%1 is installed: Update to %2</source>
+        <translation>%1 已安装：更新到 %2</translation>
+    </message>
+    <message>
+        <source>Installed apps</source>
+        <translation>已安装的应用</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>%1 was not installed</source>
+        <translation>%1 没有安装</translation>
     </message>
     <message>
         <source>Close (Esc)</source>

@@ -26,12 +26,16 @@ inline constexpr QLatin1StringView browserHeight("browserHeight"); // pixels
 inline constexpr QLatin1StringView height("height"); // pixels
 inline constexpr QLatin1StringView layOut("layOut");
 inline constexpr QLatin1StringView loading("loading"); // visible
+inline constexpr QLatin1StringView apps("apps"); // apps: keyword, version, newest of each
+inline constexpr QLatin1StringView failed("failed"); // keyword: what was not installed; empty: nothing
 inline constexpr QLatin1StringView end("end");
 
 // From the window.
 inline constexpr QLatin1StringView complete("complete"); // the top document has loaded
 inline constexpr QLatin1StringView package("package"); // address: a link to a package was followed
 inline constexpr QLatin1StringView open("open"); // address: a link wanted a window of its own
+inline constexpr QLatin1StringView anew("anew"); // keyword: an installed app is wanted once more
+inline constexpr QLatin1StringView retry("retry"); // what has failed is wanted once more
 inline constexpr QLatin1StringView close("close");
 
 } // namespace windowMessages
