@@ -16,34 +16,40 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr char usage[] = R"(Plum runs small automation scripts, line by line.
-
-  plum               starts the launcher, or fetches the one that runs already
-  plum SCRIPT.wf     runs one script and ends with it
-  plum -h, --help    shows this text
-  plum --version     shows the version
-
-Apps are in         %1/config/apps/
-Settings are in     %1/config/load/
-The manual is       docs/scripting.md
-
-A script's lines end in CR LF, in edition 2 also in LF. Holding Esc for 0.7 seconds stops a run, as does "Stop"
-in the launcher or in the menu of its tray icon. Ctrl+C stops a run that was started here, with status 130, and
-ends one that stays after an error; so does closing the terminal.
-)";
+constexpr const char *usage = QT_TRANSLATE_NOOP("plum::Usage",
+    "Plum runs small automation scripts, line by line.\n"
+    "\n"
+    "  plum               starts the launcher, or fetches the one that runs already\n"
+    "  plum SCRIPT.wf     runs one script and ends with it\n"
+    "  plum -h, --help    shows this text\n"
+    "  plum --version     shows the version\n"
+    "\n"
+    "Apps are in         %1/config/apps/\n"
+    "Settings are in     %1/config/load/\n"
+    "The manual is       docs/scripting.md\n"
+    "\n"
+    "A script's lines end in CR LF, in edition 2 also in LF. Holding Esc for 0.7 seconds stops a run, as "
+    "does \"Stop\"\n"
+    "in the launcher or in the menu of its tray icon. Ctrl+C stops a run that was started here, with status "
+    "130, and\n"
+    "ends one that stays after an error; so does closing the terminal.\n");
 
 constexpr int wrongUsage = 2;
 
 // What an option asks for; nothing when the command line is none.
-std::optional<int> answerOption(const QString &commandLine, const QString &programPath)
+std::optional<int> answerOption(int argc, char **argv, const QString &commandLine, const QString &programPath)
 {
     if (!commandLine.startsWith(u'-'))
         return {};
+    const QCoreApplication application(argc, argv);
+    plum::installTranslation(*QCoreApplication::instance());
     if (commandLine == "--help"_L1 || commandLine == "-h"_L1) {
         const std::unique_ptr<plum::Platform> platform = plum::createPlatform(programPath);
         const plum::Paths &paths = platform->paths();
         std::fputs(
-            qUtf8Printable(QString::fromUtf8(usage).arg(paths.toSystem(paths.programFolder()))), stdout);
+            qUtf8Printable(
+                QCoreApplication::translate("plum::Usage", usage).arg(paths.toSystem(paths.programFolder()))),
+            stdout);
         return EXIT_SUCCESS;
     }
     if (commandLine == "--version"_L1) {
@@ -51,7 +57,8 @@ std::optional<int> answerOption(const QString &commandLine, const QString &progr
         return EXIT_SUCCESS;
     }
     plum::StandardErrorNotices().tell(
-        u"there is no option \"%1\"; --help shows which there are."_s.arg(commandLine));
+        QCoreApplication::translate("plum::Usage", "there is no option \"%1\"; --help shows which there are.")
+            .arg(commandLine));
     return wrongUsage;
 }
 
@@ -62,7 +69,7 @@ int main(int argc, char **argv)
     plum::prepareStandardStreams();
     const QString commandLine = plum::commandLine(argc, argv);
     const QString programPath = QFile::decodeName(argv[0]);
-    if (const std::optional<int> status = answerOption(commandLine, programPath))
+    if (const std::optional<int> status = answerOption(argc, argv, commandLine, programPath))
         return *status;
 
     const bool isScriptStart = !commandLine.isEmpty();

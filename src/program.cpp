@@ -218,12 +218,15 @@ void Program::runScript(const QString &commandLine)
 {
     const RunStart::CommandLineScript script = m_scripts.starts().prepareCommandLine(commandLine);
     if (script.path.isEmpty())
-        say(u"\"%1\" is not the path of a script (it does not end in \".wf\"); nothing is run."_s.arg(
-            commandLine));
+        say(QCoreApplication::translate("plum::Program",
+            "\"%1\" is not the path of a script (it does not end in \".wf\"); nothing is run.")
+                .arg(commandLine));
     else if (!script.loaded)
-        say(u"cannot read %1; nothing is run."_s.arg(script.path));
+        say(QCoreApplication::translate("plum::Program", "cannot read %1; nothing is run.").arg(script.path));
     else if (looksLikeLineFeedsOnly(m_scripts.state().runlist))
-        say(u"%1 has no CR LF line ends and is therefore one single line."_s.arg(script.path));
+        say(QCoreApplication::translate(
+            "plum::Program", "%1 has no CR LF line ends and is therefore one single line.")
+                .arg(script.path));
     m_ui.runAll();
 }
 

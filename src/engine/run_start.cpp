@@ -2,6 +2,7 @@
 
 #include "engine/conversions.h"
 #include "engine/editions/last_edition.h"
+#include "engine/editions/mistake_words.h"
 #include "engine/editions/run_observer.h"
 #include "engine/editions/script_error.h"
 #include "engine/run_loop.h"
@@ -170,7 +171,8 @@ void RunStart::runLater()
     if (!m_later || asked.number > lastEdition) {
         throw ScriptError(script.app(),
             {{script.path, asked.line, 1,
-                u"this script asks for edition %1 of the language, and this Plum knows edition %2 at most"_s
+                MistakeWords::tr(
+                    "this script asks for edition %1 of the language, and this Plum knows edition %2 at most")
                     .arg(asked.number)
                     .arg(lastEdition)}});
     }

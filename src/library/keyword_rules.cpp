@@ -2,6 +2,8 @@
 
 #include "platform/device_names.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 
@@ -17,16 +19,19 @@ constexpr qsizetype longestName = 255; // bytes in UTF-8, what every system's fo
 struct FaultMessage
 {
     KeywordFault fault;
-    QStringView text;
+    const char *text;
 };
 
 constexpr std::array messages{
-    FaultMessage{KeywordFault::None, u""},
-    FaultMessage{KeywordFault::Empty, u"Keyword is required"},
-    FaultMessage{KeywordFault::Forbidden, u"Can not exist *[\\/:*?\"<|>]*"},
-    FaultMessage{KeywordFault::Device, u"This name stands for a device and cannot be a keyword."},
-    FaultMessage{KeywordFault::EndIsLost, u"A keyword cannot end in a blank or a dot."},
-    FaultMessage{KeywordFault::TooLong, u"This keyword is too long for the name of a folder."},
+    FaultMessage{KeywordFault::None, ""},
+    FaultMessage{KeywordFault::Empty, "Keyword is required"},
+    FaultMessage{KeywordFault::Forbidden, "Can not exist *[\\/:*?\"<|>]*"},
+    FaultMessage{KeywordFault::Device,
+        QT_TRANSLATE_NOOP("plum::KeywordFault", "This name stands for a device and cannot be a keyword.")},
+    FaultMessage{KeywordFault::EndIsLost,
+        QT_TRANSLATE_NOOP("plum::KeywordFault", "A keyword cannot end in a blank or a dot.")},
+    FaultMessage{KeywordFault::TooLong,
+        QT_TRANSLATE_NOOP("plum::KeywordFault", "This keyword is too long for the name of a folder.")},
 };
 
 } // namespace
@@ -49,7 +54,8 @@ KeywordFault keywordFault(QStringView keyword, FileNames names)
 
 QString keywordMessage(KeywordFault fault)
 {
-    return std::ranges::find(messages, fault, &FaultMessage::fault)->text.toString();
+    return QCoreApplication::translate(
+        "plum::KeywordFault", std::ranges::find(messages, fault, &FaultMessage::fault)->text);
 }
 
 bool isFolderName(QStringView keyword)

@@ -6,6 +6,7 @@
 #include "library/app_folders.h"
 #include "platform/paths.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -21,23 +22,38 @@ namespace {
 struct FaultText
 {
     InstallFault fault;
-    QStringView text;
+    const char *text;
 };
 
 constexpr std::array faultTexts{
-    FaultText{InstallFault::None, u""},
-    FaultText{InstallFault::Keyword, u"The package's name cannot be a keyword."},
-    FaultText{InstallFault::Missing, u"The package is not there."},
-    FaultText{InstallFault::WriteProtected, u"The package is write-protected; it is opened for writing too."},
-    FaultText{InstallFault::NoPackage, u"This is no package, or only a part of one."},
-    FaultText{InstallFault::Empty, u"There is nothing in the package."},
-    FaultText{InstallFault::Unreadable, u"A file in the package is encrypted or packed in an unknown way."},
-    FaultText{InstallFault::Misplaced, u"A file in the package cannot be put into the app's folder."},
-    FaultText{InstallFault::Damaged, u"The package is damaged and was not installed."},
+    FaultText{InstallFault::None, ""},
+    FaultText{InstallFault::Keyword,
+        QT_TRANSLATE_NOOP("plum::InstallFault", "The package's name cannot be a keyword.")},
+    FaultText{InstallFault::Missing, QT_TRANSLATE_NOOP("plum::InstallFault", "The package is not there.")},
+    FaultText{InstallFault::WriteProtected,
+        QT_TRANSLATE_NOOP(
+            "plum::InstallFault", "The package is write-protected; it is opened for writing too.")},
+    FaultText{InstallFault::NoPackage,
+        QT_TRANSLATE_NOOP("plum::InstallFault", "This is no package, or only a part of one.")},
+    FaultText{
+        InstallFault::Empty, QT_TRANSLATE_NOOP("plum::InstallFault", "There is nothing in the package.")},
+    FaultText{InstallFault::Unreadable,
+        QT_TRANSLATE_NOOP(
+            "plum::InstallFault", "A file in the package is encrypted or packed in an unknown way.")},
+    FaultText{InstallFault::Misplaced,
+        QT_TRANSLATE_NOOP(
+            "plum::InstallFault", "A file in the package cannot be put into the app's folder.")},
+    FaultText{InstallFault::Damaged,
+        QT_TRANSLATE_NOOP("plum::InstallFault", "The package is damaged and was not installed.")},
     FaultText{InstallFault::LaterEdition,
-        u"This app was written for a newer Plum than this one. It was not installed."},
-    FaultText{InstallFault::NoRoom, u"There is no room left on the disk. The package was not installed."},
-    FaultText{InstallFault::NotWritable, u"The folder of the apps cannot be changed, or its disk is full."},
+        QT_TRANSLATE_NOOP("plum::InstallFault",
+            "This app was written for a newer Plum than this one. It was not installed.")},
+    FaultText{InstallFault::NoRoom,
+        QT_TRANSLATE_NOOP(
+            "plum::InstallFault", "There is no room left on the disk. The package was not installed.")},
+    FaultText{InstallFault::NotWritable,
+        QT_TRANSLATE_NOOP(
+            "plum::InstallFault", "The folder of the apps cannot be changed, or its disk is full.")},
 };
 
 // What an error of the archive reader says about the package.
@@ -84,7 +100,8 @@ bool isOfLaterEdition(const QString &script)
 
 QString installFaultText(InstallFault fault)
 {
-    return std::ranges::find(faultTexts, fault, &FaultText::fault)->text.toString();
+    return QCoreApplication::translate(
+        "plum::InstallFault", std::ranges::find(faultTexts, fault, &FaultText::fault)->text);
 }
 
 QString InstallResult::message() const

@@ -274,7 +274,7 @@ void LauncherUi::reportUnseen(const QString &what, const QString &text)
 void LauncherUi::showInput(const QString &prompt, const QString &variable)
 {
     noteShown();
-    reportUnseen(u"asks, and nobody can answer without a display"_s, prompt);
+    reportUnseen(tr("asks, and nobody can answer without a display"), prompt);
     m_runs.noteAsking();
     m_questions.showInput(prompt, variable);
 }
@@ -282,7 +282,7 @@ void LauncherUi::showInput(const QString &prompt, const QString &variable)
 void LauncherUi::showTip(const QString &text)
 {
     noteShown();
-    reportUnseen(u"shows a tip, and nobody can close it without a display"_s, text);
+    reportUnseen(tr("shows a tip, and nobody can close it without a display"), text);
     m_runs.noteAsking();
     m_questions.showTip(text);
 }
@@ -312,8 +312,8 @@ void LauncherUi::runLeft()
         m_runDisplay->ended(m_questions.isAsking());
     const bool isScriptStart = m_runs.state().runidx[2] == 1;
     if (isScriptStart && !(m_questions.isAsking() && m.hasDesktop)) {
-        m.report(u"nothing is left to run, and the process stays; Ctrl+C or \"kill %1\" ends it."_s.arg(
-            QCoreApplication::applicationPid()));
+        m.report(tr("nothing is left to run, and the process stays; Ctrl+C or \"kill %1\" ends it.")
+                     .arg(QCoreApplication::applicationPid()));
     }
     if (std::exchange(m_tellsHowToReturn, false))
         tellHowToReturn();
@@ -385,7 +385,7 @@ void LauncherUi::tellHowToReturn()
 void LauncherUi::showMessage(const Message &message)
 {
     noteShown();
-    reportUnseen(u"says"_s, message.text);
+    reportUnseen(tr("says"), message.text);
     if (m.hasDesktop)
         m_messages.showMessage(message);
 }

@@ -161,6 +161,19 @@ TEST_F(PlainStore, WhatWasNotInstalledCanBeTriedAgain)
     EXPECT_FALSE(child<QPushButton>(u"tryagain"_s).isVisible());
 }
 
+TEST_F(PlainStore, NoTextMakesItWiderThanASmallScreen)
+{
+    constexpr int narrow = 400; // logical pixels: 800 at a factor of 2
+    form.setCaption(u"获取远程文件信息..."_s, u"getting information on the file"_s);
+    form.setApps({QJsonObject{{u"keyword"_s, u"notes"_s}}});
+    form.setProgress({{u"percent"_s, 40}, {u"total"_s, u"1023.99 MB"_s}, {u"done"_s, u"1001.25 MB"_s},
+        {u"speed"_s, u"1001.25 KB"_s}});
+    EXPECT_LE(child<QWidget>(u"wei"_s).minimumSizeHint().width(), narrow);
+    EXPECT_LE(child<QWidget>(u"weia"_s).minimumSizeHint().width(), narrow);
+    form.setFailed(QString(200, u'w'));
+    EXPECT_LE(child<QWidget>(u"weia"_s).minimumSizeHint().width(), narrow);
+}
+
 TEST_F(PlainStore, TheBarSaysWhatATitleMeansAndTheTitleStays)
 {
     form.setCaption(u"发送请求..."_s, u"sending the request"_s);

@@ -1,13 +1,68 @@
 #!/usr/bin/env python3
-"""Holds the translations against the sources: a text that is shown and has no translation is told, and so is one that
-is translated and no longer shown. The first argument is lupdate."""
+"""Holds the translations against the sources: a text that is shown and has no translation is told, and so are one that
+is translated and no longer shown, and a sentence that stands outside of what is translated. The first argument is
+lupdate."""
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
 import xml.etree.ElementTree as xml
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+# Where the launcher's own sentences are: windows, library, store, and what is said of mistakes in scripts.
+SPOKEN = ["main.cpp", "program.cpp", "ui", "library", "look", "store", "store_index", "helpers/store_window",
+          "engine/edition2", "engine/editions"]
+
+# What stands as it is in every language: boxes whose words are known, what is read by programs, and other people's words.
+FIXED = {
+    "Keyword is required", "Keyword already exists", "The Keyword already exists, whether it is renamed ?",
+    r'Can not exist *[\\/:*?\"<|>]*', "Guide does not exist",
+    "Encryption not supported", "UnReduce not supported", "Compression not supported",
+    "Invalid signature", "Error creating",  # of the archive reader
+    "Download completed",
+    "%1:%2: run-time error %3: ",  # a place that editors find
+    "Which text?", "On the clipboard: {text}",  # a script
+}
+
+# The vocabulary describes itself to editors in the words of its manual.
+VOCABULARY = {"own_words.cpp"}
+
+TRANSLATES = re.compile(r"\b(?:tr|translate|QT_TRANSLATE_NOOP|QT_TR_NOOP)\s*\(")
+LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
+SENTENCE = re.compile(r"[A-Za-z]{2,} [A-Za-z%]+ [A-Za-z%]+|^[A-Z][a-z]+ [a-z]+[.?]?$")
+BESIDE = re.compile(r"//[^\n]*|#include[^\n]*|static_assert[^\n]*")
+
+
+def without_translated(source):
+    """The source without what is handed to translating functions."""
+    kept, at = [], 0
+    while found := TRANSLATES.search(source, at):
+        kept.append(source[at:found.start()])
+        depth, at = 1, found.end()
+        while depth and at < len(source):
+            if literal := LITERAL.match(source, at):
+                at = literal.end()
+                continue
+            depth += {"(": 1, ")": -1}.get(source[at], 0)
+            at += 1
+    return "".join(kept) + source[at:]
+
+
+def untranslatable(source):
+    """Sentences in a source that can never be in another language."""
+    for literal in LITERAL.finditer(BESIDE.sub("", without_translated(source))):
+        text = literal.group(1)
+        if SENTENCE.search(text) and text not in FIXED:
+            yield text
+
+
+def spoken_sources():
+    for place in SPOKEN:
+        path = ROOT / "src" / place
+        files = [path] if path.is_file() else sorted(path.rglob("*.cpp")) + sorted(path.rglob("*.h"))
+        yield from (each for each in files if each.name not in VOCABULARY)
 
 
 def texts(path):
@@ -20,7 +75,8 @@ def untranslated(lupdate, translations):
     with tempfile.TemporaryDirectory() as folder:
         fresh = pathlib.Path(folder) / translations.name
         fresh.write_bytes(translations.read_bytes())
-        subprocess.run([lupdate, "-silent", "-no-obsolete", "-locations", "none", ROOT / "src", "-ts", fresh],
+        subprocess.run([lupdate, "-silent", "-no-obsolete", "-locations", "none", "-I", ROOT / "src", ROOT / "src",
+                        "-ts", fresh],
                        check=True, stderr=subprocess.DEVNULL)
         shown = {(context, source): translation for context, source, translation in texts(fresh)}
     for (context, source), translation in shown.items():
@@ -34,6 +90,11 @@ def untranslated(lupdate, translations):
 def main():
     folder = ROOT / "src/look/translations"
     findings = [finding for path in sorted(folder.glob("*.ts")) for finding in untranslated(sys.argv[1], path)]
+    sample = 'say(tr("Nothing is lost") + name(")") + u"This is never translated."_s); // a word to the reader'
+    if list(untranslatable(sample)) != ["This is never translated."]:
+        findings.append("a sentence outside of what is translated is not found")
+    findings += [f'{path.relative_to(ROOT)}: "{text}" is in no language but English'
+                 for path in spoken_sources() for text in untranslatable(path.read_text())]
     print(*findings, sep="\n")
     return 1 if findings or not list(folder.glob("*.ts")) else 0
 

@@ -1,6 +1,7 @@
 #include "engine/edition2/code_writer.h"
 
 #include "engine/edition2/comparisons.h"
+#include "engine/editions/mistake_words.h"
 
 #include <algorithm>
 
@@ -205,7 +206,7 @@ void CodeWriter::writePartRun(const Line &line)
     QString result = nameIn(bound, 2);
     const auto part = std::ranges::find(m_program.parts, name, &Part::name);
     if (part == m_program.parts.end()) {
-        m_fail(m_file, line.values.front().at, u"there is no part %1"_s.arg(name));
+        m_fail(m_file, line.values.front().at, MistakeWords::tr("there is no part %1").arg(name));
         return;
     }
     const auto wanted = std::size_t(part->arguments.size());

@@ -1,6 +1,7 @@
 #include "engine/edition2/fields.h"
 
 #include "engine/edition2/line_reader.h"
+#include "engine/editions/mistake_words.h"
 
 #include <algorithm>
 
@@ -52,21 +53,23 @@ QString problemWithChoice(const Field &field, const QString &text)
     if (field.choices().empty() || choiceOf(field, text) || (field.takesNumber && isNumber(text)))
         return {};
     if (field.takesVariable)
-        return isName(text) ? QString() : u"\"%1\" is neither a word of this command nor a name"_s.arg(text);
+        return isName(text)
+            ? QString()
+            : MistakeWords::tr("\"%1\" is neither a word of this command nor a name").arg(text);
     // There are too many keys to name them all.
     if (field.kind == FieldKind::KeyName || field.kind == FieldKind::KeyList)
-        return u"there is no key called \"%1\""_s.arg(text);
-    return u"%1 is one of %2, not \"%3\""_s.arg(field.name, wordsOf(field), text);
+        return MistakeWords::tr("there is no key called \"%1\"").arg(text);
+    return MistakeWords::tr("%1 is one of %2, not \"%3\"").arg(field.name, wordsOf(field), text);
 }
 
 QString problemWithVariable(const Field &field, const Value &value)
 {
     if (value.form == Form::Reference && value.text.startsWith("set."_L1))
-        return u"write %1, not %2: here stands the name of a variable"_s.arg(
-            value.text.sliced(4), value.text);
+        return MistakeWords::tr("write %1, not %2: here stands the name of a variable")
+            .arg(value.text.sliced(4), value.text);
     if ((value.form == Form::Word || value.form == Form::Text) && isName(value.text))
         return {};
-    return u"%1 is the name of a variable"_s.arg(field.name);
+    return MistakeWords::tr("%1 is the name of a variable").arg(field.name);
 }
 
 class Binder
@@ -98,7 +101,7 @@ public:
             addSingle(field, value, index);
         }
         if (next < values.size() && m_knowsFields)
-            fail(values[next].at, u"this argument is too much"_s);
+            fail(values[next].at, MistakeWords::tr("this argument is too much"));
         return std::move(m_bound);
     }
 
@@ -161,7 +164,8 @@ private:
         m_knowsFields = false;
         if (value.form == Form::Reference || value.form == Form::Template) {
             fail(value.at,
-                u"%1 decides what else the line needs and stands there as a word"_s.arg(field.name));
+                MistakeWords::tr("%1 decides what else the line needs and stands there as a word")
+                    .arg(field.name));
         }
     }
 
@@ -178,8 +182,11 @@ private:
         if (value.form == Form::Reference || value.form == Form::Template)
             return {}; // known when it runs
         if (value.form == Form::Word && !takesWord(field)) {
-            const QString problem = u"\"%1\" is a bare word; a text stands in quotes"_s.arg(value.text);
-            return isName(value.text) ? problem + u", a variable is written set."_s + value.text : problem;
+            const QString problem = isName(value.text)
+                ? MistakeWords::tr(
+                    "\"%1\" is a bare word; a text stands in quotes, a variable is written set.%1")
+                : MistakeWords::tr("\"%1\" is a bare word; a text stands in quotes");
+            return problem.arg(value.text);
         }
         return problemWith(field, value.text);
     }
@@ -214,28 +221,32 @@ QString problemWith(const Field &field, const QString &text)
     case FieldKind::KeyList:
         return field.choices().empty() ? QString() : problemWithChoice(field, text);
     case FieldKind::Variable:
-        return isName(text) ? QString() : u"\"%1\" is no name of a variable"_s.arg(text);
+        return isName(text) ? QString() : MistakeWords::tr("\"%1\" is no name of a variable").arg(text);
     case FieldKind::Choice:
         return problemWithChoice(field, text);
     case FieldKind::Number:
-        return isNumber(text) ? QString() : u"%1 is a number, not \"%2\""_s.arg(field.name, text);
+        return isNumber(text) ? QString()
+                              : MistakeWords::tr("%1 is a number, not \"%2\"").arg(field.name, text);
     case FieldKind::Milliseconds:
         return isNumber(text) && !text.startsWith(u'-')
             ? QString()
-            : u"%1 is a number of milliseconds, not \"%2\""_s.arg(field.name, text);
+            : MistakeWords::tr("%1 is a number of milliseconds, not \"%2\"").arg(field.name, text);
     case FieldKind::Handle:
         return isNumber(text) && !text.contains(u'.')
             ? QString()
-            : u"%1 is the number of a window, not \"%2\""_s.arg(field.name, text);
+            : MistakeWords::tr("%1 is the number of a window, not \"%2\"").arg(field.name, text);
     case FieldKind::Point:
     case FieldKind::Offset:
-        return areCoordinates(text, 2) ? QString() : u"%1 is written x:y, not \"%2\""_s.arg(field.name, text);
+        return areCoordinates(text, 2)
+            ? QString()
+            : MistakeWords::tr("%1 is written x:y, not \"%2\"").arg(field.name, text);
     case FieldKind::Region:
         return areCoordinates(text, 4)
             ? QString()
-            : u"%1 is written x:y:width:height, not \"%2\""_s.arg(field.name, text);
+            : MistakeWords::tr("%1 is written x:y:width:height, not \"%2\"").arg(field.name, text);
     case FieldKind::Colour:
-        return isColour(text) ? QString() : u"%1 is written RRGGBB, not \"%2\""_s.arg(field.name, text);
+        return isColour(text) ? QString()
+                              : MistakeWords::tr("%1 is written RRGGBB, not \"%2\"").arg(field.name, text);
     }
     Q_UNREACHABLE();
 }

@@ -1,5 +1,7 @@
 #include "engine/edition2/line_reader.h"
 
+#include "engine/editions/mistake_words.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -107,7 +109,8 @@ private:
         if (dot >= 0)
             m_line.command = head.sliced(dot + 1).toString();
         if (dot <= 0 || dot + 1 == head.size())
-            fail(from, u"a line begins with a command like os.tips, not with \"%1\""_s.arg(head));
+            fail(from,
+                MistakeWords::tr("a line begins with a command like os.tips, not with \"%1\"").arg(head));
     }
 
     void readArguments()
@@ -132,7 +135,7 @@ private:
             if (!isDue)
                 break;
             if (m_text[m_at] != u',') {
-                fail(m_at, u"a comma belongs between two arguments"_s);
+                fail(m_at, MistakeWords::tr("a comma belongs between two arguments"));
                 m_at = m_text.size();
                 return;
             }
@@ -167,7 +170,7 @@ private:
         for (;;) {
             const qsizetype quote = m_text.indexOf(u'"', m_at);
             if (quote < 0) {
-                fail(from, u"this quote is not closed"_s);
+                fail(from, MistakeWords::tr("this quote is not closed"));
                 return {};
             }
             content += m_text.sliced(m_at, quote - m_at);
@@ -222,13 +225,13 @@ private:
                 plain += c;
                 ++index;
             } else if (c == u'}') {
-                fail(from, u"a brace closes that never opened; }} stands for a brace"_s);
+                fail(from, MistakeWords::tr("a brace closes that never opened; }} stands for a brace"));
                 return false;
             } else {
                 const qsizetype end = content.indexOf(u'}', index);
                 const QStringView name = end < 0 ? QStringView() : content.sliced(index + 1, end - index - 1);
                 if (!isName(name) && !isReference(name)) {
-                    fail(from, u"a name belongs between braces; {{ stands for a brace"_s);
+                    fail(from, MistakeWords::tr("a name belongs between braces; {{ stands for a brace"));
                     return false;
                 }
                 endPlain();
@@ -245,7 +248,7 @@ private:
         const qsizetype from = m_at;
         while (!atEnd() && m_text[m_at] != u',' && !atComment()) {
             if (m_text[m_at] == u'"') {
-                fail(m_at, u"a text begins and ends with a quote, or with $ and a quote"_s);
+                fail(m_at, MistakeWords::tr("a text begins and ends with a quote, or with $ and a quote"));
                 return {};
             }
             ++m_at;
@@ -256,7 +259,9 @@ private:
         m_at = from + text.size();
         const std::optional<Form> form = formOf(text);
         if (!form) {
-            fail(from, u"\"%1\" is no number, point, reference or word; a text stands in quotes"_s.arg(text));
+            fail(from,
+                MistakeWords::tr("\"%1\" is no number, point, reference or word; a text stands in quotes")
+                    .arg(text));
             return {};
         }
         return Value{*form, text.toString(), {}, at(from)};

@@ -1,6 +1,7 @@
 #include "engine/edition2/parser.h"
 
 #include "engine/edition2/fields.h"
+#include "engine/editions/mistake_words.h"
 #include "engine/references.h"
 
 #include <algorithm>
@@ -58,7 +59,7 @@ private:
             line.word = own->word;
             info = &own->info;
             if (own->word == Word::Set && !isName(line.command))
-                fail(line.commandAt(), u"\"%1\" is no name of a variable"_s.arg(line.command));
+                fail(line.commandAt(), MistakeWords::tr("\"%1\" is no name of a variable").arg(line.command));
         } else {
             info = m_vocabulary.find(line.nameSpace, line.command);
         }
@@ -78,18 +79,20 @@ private:
         const bool isOwn = std::ranges::any_of(
             ownWords(), [&](const OwnWord &word) { return word.nameSpace == line.nameSpace; });
         if (isOwn || m_vocabulary.hasNamespace(line.nameSpace, Edition::Two))
-            fail(line.commandAt(), u"%1 has no command \"%2\""_s.arg(line.nameSpace, line.command));
+            fail(line.commandAt(),
+                MistakeWords::tr("%1 has no command \"%2\"").arg(line.nameSpace, line.command));
         else if (line.nameSpace == u"while"_s)
-            fail(line.at, u"while belongs to edition 1; edition 2 repeats with repeat.times"_s);
+            fail(
+                line.at, MistakeWords::tr("while belongs to edition 1; edition 2 repeats with repeat.times"));
         else
-            fail(line.at, u"there is no namespace \"%1\""_s.arg(line.nameSpace));
+            fail(line.at, MistakeWords::tr("there is no namespace \"%1\"").arg(line.nameSpace));
     }
 
     void checkReferences(const Value &value)
     {
         const auto check = [&](const QString &name) {
             if (name.contains(u'.') && !name.startsWith("set."_L1) && !plum::isReference(name))
-                fail(value.at, u"there is no reference %1"_s.arg(name));
+                fail(value.at, MistakeWords::tr("there is no reference %1").arg(name));
         };
         if (value.form == Form::Reference)
             check(value.text);
@@ -129,11 +132,11 @@ private:
     bool open(Line line)
     {
         if (m_open.size() == deepestBlock) {
-            fail(line.at, u"blocks stand in each other at most %1 deep"_s.arg(deepestBlock));
+            fail(line.at, MistakeWords::tr("blocks stand in each other at most %1 deep").arg(deepestBlock));
             return false;
         }
         if (line.word == Word::PartStart && !m_open.empty())
-            fail(line.at, u"a part stands at the top of a script, in no other block"_s);
+            fail(line.at, MistakeWords::tr("a part stands at the top of a script, in no other block"));
         m_open.push_back({{}, {{std::move(line), {}}}});
         return true;
     }
@@ -148,25 +151,25 @@ private:
     {
         const bool isRepeatWord = line.word == Word::RepeatNext || line.word == Word::RepeatBreak;
         if (isRepeatWord && !isInside(u"repeat"))
-            fail(line.at, u"repeat.%1 stands inside a repetition only"_s.arg(line.command));
+            fail(line.at, MistakeWords::tr("repeat.%1 stands inside a repetition only").arg(line.command));
         if (line.word == Word::PartReturn && !isInside(u"part"))
-            fail(line.at, u"part.return stands inside a part only"_s);
+            fail(line.at, MistakeWords::tr("part.return stands inside a part only"));
         if (line.word == Word::PartUse && !m_open.empty())
-            fail(line.at, u"part.use stands at the top of a script, in no block"_s);
+            fail(line.at, MistakeWords::tr("part.use stands at the top of a script, in no block"));
     }
 
     void continueBlock(Line line, const OwnWord &own)
     {
         closeInnerOf(own);
         if (m_open.empty() || m_open.back().sections.front().head.nameSpace != own.nameSpace) {
-            fail(line.at, u"%1 stands behind %2.start only"_s.arg(headOf(own), own.nameSpace));
+            fail(line.at, MistakeWords::tr("%1 stands behind %2.start only").arg(headOf(own), own.nameSpace));
             return;
         }
         const Word before = m_open.back().sections.back().head.word;
         if (before == Word::WhenElse)
-            fail(line.at, u"nothing but when.end follows when.else"_s);
+            fail(line.at, MistakeWords::tr("nothing but when.end follows when.else"));
         if (before == Word::TryFailed)
-            fail(line.at, u"a try has one try.failed"_s);
+            fail(line.at, MistakeWords::tr("a try has one try.failed"));
         m_open.back().sections.push_back({std::move(line), {}});
     }
 
@@ -174,13 +177,13 @@ private:
     {
         closeInnerOf(own);
         if (m_open.empty() || m_open.back().sections.front().head.nameSpace != own.nameSpace) {
-            fail(line.at, u"%1 closes no block"_s.arg(headOf(own)));
+            fail(line.at, MistakeWords::tr("%1 closes no block").arg(headOf(own)));
             return;
         }
         Statement block = std::move(m_open.back());
         m_open.pop_back();
         if (line.word == Word::TryEnd && block.sections.size() == 1)
-            fail(line.at, u"try.failed is missing before try.end"_s);
+            fail(line.at, MistakeWords::tr("try.failed is missing before try.end"));
         block.line = std::move(line);
         body().push_back(std::move(block));
     }
@@ -199,7 +202,7 @@ private:
         Statement block = std::move(m_open.back());
         m_open.pop_back();
         const Line &head = block.sections.front().head;
-        fail(head.at, u"%1.%2 is not closed by %1.end"_s.arg(head.nameSpace, head.command));
+        fail(head.at, MistakeWords::tr("%1.%2 is not closed by %1.end").arg(head.nameSpace, head.command));
         body().push_back(std::move(block));
     }
 

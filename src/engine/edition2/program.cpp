@@ -1,6 +1,7 @@
 #include "engine/edition2/program.h"
 
 #include "engine/edition2/code_writer.h"
+#include "engine/editions/mistake_words.h"
 
 #include <QSet>
 
@@ -67,7 +68,7 @@ private:
                 use(file, Value(statement.line.values.front()));
             else if (file > 0 && (statement.isBlock() || statement.line.word != Word::Comment))
                 fail(file, statement.isBlock() ? statement.sections.front().head.at : statement.line.at,
-                    u"a file that is used holds parts only"_s);
+                    MistakeWords::tr("a file that is used holds parts only"));
         }
     }
 
@@ -80,18 +81,18 @@ private:
                 continue;
             }
             if (part.arguments.contains(value.text))
-                fail(file, value.at, u"%1 has this argument already"_s.arg(part.name));
+                fail(file, value.at, MistakeWords::tr("%1 has this argument already").arg(part.name));
             part.arguments += value.text;
         }
         if (std::ranges::find(m_program->parts, part.name, &Part::name) != m_program->parts.end())
-            fail(file, head.at, u"there is a part %1 already"_s.arg(part.name));
+            fail(file, head.at, MistakeWords::tr("there is a part %1 already").arg(part.name));
         m_program->parts.push_back(std::move(part));
     }
 
     void use(int file, const Value &value)
     {
         if (value.form != Form::Text || !isFileOfTheApp(value.text)) {
-            fail(file, value.at, u"part.use names a file in the app's folder"_s);
+            fail(file, value.at, MistakeWords::tr("part.use names a file in the app's folder"));
             return;
         }
         if (m_used.contains(value.text))
@@ -100,7 +101,7 @@ private:
         if (const std::optional<QString> text = m_use.load(value.text))
             addFile(value.text, *text);
         else
-            fail(file, value.at, u"%1 cannot be read"_s.arg(value.text));
+            fail(file, value.at, MistakeWords::tr("%1 cannot be read").arg(value.text));
     }
 
     void write()

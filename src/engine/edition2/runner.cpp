@@ -6,6 +6,7 @@
 #include "engine/edition2/runner_run.h"
 #include "engine/edition2/script_text.h"
 #include "engine/edition2/text_pieces.h"
+#include "engine/editions/mistake_words.h"
 #include "engine/editions/run_observer.h"
 #include "engine/launcher.h"
 #include "engine/run_state.h"
@@ -52,7 +53,7 @@ Linked Runner::link(const ScriptStart &script)
     const auto decoded = [&](const QString &path, const QByteArray &bytes) {
         Decoded text = decode(bytes);
         if (text.badLine != 0)
-            mistakes += {path, text.badLine, 1, u"this line is no UTF-8"_s};
+            mistakes += {path, text.badLine, 1, MistakeWords::tr("this line is no UTF-8")};
         if (m_use.state.observer)
             m_telling.keepText(path, linesOf(text.text));
         return text.text;
@@ -191,7 +192,7 @@ QString Runner::textOf(const Run &run, const Operand &operand) const
     case Operand::Kind::Variable:
         if (const QString *value = run.frame().variables.find(operand.text))
             return *value;
-        throw Failure{u"%1 was never set"_s.arg(operand.text), 0, operand.at};
+        throw Failure{MistakeWords::tr("%1 was never set").arg(operand.text), 0, operand.at};
     case Operand::Kind::Reference: {
         QString text = m_use.reader.ExpandVar(operand.text, UnknownVariable::IsEmpty);
         requireAllowed(operand.at);
@@ -294,7 +295,8 @@ bool Runner::isHolding(const Run &run, const Instruction &instruction) const
     const std::optional<bool> held = holds(value, instruction.comparison, other);
     if (!held) {
         const bool isFirst = !isNumber(value);
-        throw Failure{u"above and below compare numbers, and \"%1\" is none"_s.arg(isFirst ? value : other),
+        throw Failure{MistakeWords::tr("above and below compare numbers, and \"%1\" is none")
+                          .arg(isFirst ? value : other),
             instruction.file, instruction.single[isFirst ? 0 : 1].at};
     }
     return *held;
@@ -335,7 +337,8 @@ void Runner::beginLoop(Run &run, const Instruction &instruction)
         loop.count = value.toLongLong(&isWhole);
         loop.counts = true;
         if (!isWhole)
-            throw Failure{u"count is a whole number, not %1"_s.arg(value), 0, instruction.single[0].at};
+            throw Failure{
+                MistakeWords::tr("count is a whole number, not %1").arg(value), 0, instruction.single[0].at};
     } else if (instruction.step == Step::BeginEach) {
         const Operand &separator = instruction.single[1];
         loop.items
@@ -366,7 +369,8 @@ void Runner::nextPass(Run &run, const Instruction &instruction)
 void Runner::runPart(Run &run, const Instruction &instruction)
 {
     if (run.position.frames.size() > deepestCall)
-        throw Failure{u"parts run each other more than %1 deep"_s.arg(deepestCall), 0, instruction.at};
+        throw Failure{
+            MistakeWords::tr("parts run each other more than %1 deep").arg(deepestCall), 0, instruction.at};
     const Part &part = run.program->parts[std::size_t(instruction.target)];
     RunPosition::Frame inner{.next = part.entry, .result = instruction.name};
     for (std::size_t index = 0; index < instruction.repeated.size(); ++index)

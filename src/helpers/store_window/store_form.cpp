@@ -99,6 +99,7 @@ QWidget *StoreForm::buildBar()
     m_caption = new QLabel;
     m_caption->setObjectName(u"caption"_s);
     m_caption->setTextFormat(Qt::PlainText);
+    m_caption->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // no text makes a window wider
     auto *Image1 = new PictureButton(u"Image1"_s, PictureButton::Picture::Close, tr("Close (Esc)"), wei);
     connect(Image1, &PictureButton::clicked, this, &StoreForm::closeRequested);
     (new moveit(*this))->installOn(*wei);
@@ -137,6 +138,7 @@ QWidget *StoreForm::buildStrip()
     m_bar->setRange(0, 1000);
     m_percent = new QLabel;
     m_percent->setTextFormat(Qt::PlainText);
+    m_percent->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_percent->setObjectName(u"percent"_s);
     m_sizes = new QLabel;
     m_sizes->setTextFormat(Qt::PlainText);
@@ -149,8 +151,7 @@ QWidget *StoreForm::buildStrip()
     connect(m_again, &QPushButton::clicked, this, &StoreForm::retryRequested);
 
     auto *texts = new QHBoxLayout;
-    texts->addWidget(m_percent);
-    texts->addStretch();
+    texts->addWidget(m_percent, 1);
     texts->addWidget(m_sizes);
     texts->addWidget(m_again);
     auto *strip = new QVBoxLayout(weia);

@@ -152,6 +152,10 @@
 <context>
     <name>plum::InstallDialog</name>
     <message>
+        <source>What it may do</source>
+        <translation>它可能做什么</translation>
+    </message>
+    <message>
         <source>The script of this app has changed. May it run like this?</source>
         <translation>此应用的脚本已更改。允许它这样运行吗？</translation>
     </message>
@@ -334,6 +338,22 @@
 </context>
 <context>
     <name>plum::LauncherUi</name>
+    <message>
+        <source>asks, and nobody can answer without a display</source>
+        <translation>提问了，但没有显示器，无人能回答</translation>
+    </message>
+    <message>
+        <source>shows a tip, and nobody can close it without a display</source>
+        <translation>显示了提示，但没有显示器，无人能关闭它</translation>
+    </message>
+    <message>
+        <source>nothing is left to run, and the process stays; Ctrl+C or &quot;kill %1&quot; ends it.</source>
+        <translation>没有要运行的了，进程仍在；Ctrl+C 或“kill %1”可结束它。</translation>
+    </message>
+    <message>
+        <source>says</source>
+        <translation>说</translation>
+    </message>
     <message>
         <source>%1 was not installed</source>
         <translation>%1 没有安装</translation>
@@ -1101,6 +1121,450 @@
     <message>
         <source>Contacts nobody.</source>
         <translation>不与任何人联系。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::ErrorCause</name>
+    <message>
+        <source>&quot;%1&quot; is not a number</source>
+        <translation>“%1”不是数</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number of milliseconds</source>
+        <translation>“%1”不是毫秒数</translation>
+    </message>
+    <message>
+        <source>%1 is out of range</source>
+        <translation>%1 超出范围</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not two hexadecimal digits</source>
+        <translation>“%1”不是两位十六进制数字</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a point, x:y</source>
+        <translation>“%1”不是点 x:y</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not an offset, dx:dy</source>
+        <translation>“%1”不是位移 dx:dy</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a region, x:y:width:height</source>
+        <translation>“%1”不是区域 x:y:width:height</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not the number of a window</source>
+        <translation>“%1”不是窗口的编号</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a colour of six hexadecimal digits, RRGGBB</source>
+        <translation>“%1”不是六位十六进制数字的颜色 RRGGBB</translation>
+    </message>
+    <message>
+        <source>there is no piece %1</source>
+        <translation>没有第 %1 段</translation>
+    </message>
+    <message>
+        <source>the text to look for is empty</source>
+        <translation>要找的文字是空的</translation>
+    </message>
+    <message>
+        <source>a text begins with character 1, and a count is 0 or more, or -1 for all</source>
+        <translation>文字从第 1 个字符算起，个数为 0 或更大，-1 表示全部</translation>
+    </message>
+    <message>
+        <source>the system has no &quot;%1&quot;</source>
+        <translation>系统中没有“%1”</translation>
+    </message>
+    <message>
+        <source>the system has no room for another timer</source>
+        <translation>系统无法再建立一个定时器</translation>
+    </message>
+</context>
+<context>
+    <name>plum::IndexFault</name>
+    <message>
+        <source>The store&apos;s signed index could not be fetched. Nothing was installed.</source>
+        <translation>取不到商店的签名目录。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s server sent more than an index can be. Nothing was installed.</source>
+        <translation>商店服务器发来的内容比目录可能有的还大。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s keys are not vouched for by the key that this Plum was built with. Nothing was installed.</source>
+        <translation>这个 Plum 内置的密钥没有为商店的密钥作保。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s new keys are not vouched for by its earlier ones. Nothing was installed.</source>
+        <translation>商店先前的密钥没有为它的新密钥作保。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s list of keys has expired: it is out of use, or somebody holds back a newer one. Nothing was installed.</source>
+        <translation>商店的密钥清单已过期：它已停用，或者有人扣住了更新的清单。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s index is not signed with the store&apos;s keys. Nothing was installed.</source>
+        <translation>商店的目录没有用商店的密钥签名。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s index cannot be read. Nothing was installed.</source>
+        <translation>商店的目录无法读取。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s index has expired: the store is out of use, or somebody holds back a newer one. Nothing was installed.</source>
+        <translation>商店的目录已过期：商店已停用，或者有人扣住了更新的目录。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s index is older than one that was seen before. Nothing was installed.</source>
+        <translation>商店的目录比先前见过的还旧。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s index is not the one that the store has signed as its newest. Nothing was installed.</source>
+        <translation>商店的目录不是商店签名确认的最新目录。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>This Plum knows no key of the store. Only a store on this computer may do without. Nothing was installed.</source>
+        <translation>这个 Plum 不知道商店的密钥。只有这台电脑上的商店可以没有密钥。没有安装任何东西。</translation>
+    </message>
+    <message>
+        <source>The store&apos;s index does not name this package. It was not installed.</source>
+        <translation>商店的目录中没有这个安装包。它没有安装。</translation>
+    </message>
+    <message>
+        <source>This app was written for a newer Plum than this one. It was not installed.</source>
+        <translation>这个应用是为更新的 Plum 写的。它没有安装。</translation>
+    </message>
+    <message>
+        <source>The store has taken this package back. It was not installed.</source>
+        <translation>商店已撤回这个安装包。它没有安装。</translation>
+    </message>
+    <message>
+        <source>The package has another size than the store has signed. It was not installed.</source>
+        <translation>安装包的大小与商店签名的不同。它没有安装。</translation>
+    </message>
+    <message>
+        <source>The package is not the one that the store has signed. It was not installed.</source>
+        <translation>安装包不是商店签名的那个。它没有安装。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::InstallFault</name>
+    <message>
+        <source>This app was written for a newer Plum than this one. It was not installed.</source>
+        <translation>这个应用是为更新的 Plum 写的。它没有安装。</translation>
+    </message>
+    <message>
+        <source>The package&apos;s name cannot be a keyword.</source>
+        <translation>安装包的名称不能作关键词。</translation>
+    </message>
+    <message>
+        <source>The package is not there.</source>
+        <translation>安装包不在那里。</translation>
+    </message>
+    <message>
+        <source>The package is write-protected; it is opened for writing too.</source>
+        <translation>安装包是写保护的；打开它也需要可写。</translation>
+    </message>
+    <message>
+        <source>This is no package, or only a part of one.</source>
+        <translation>这不是安装包，或者只是其中一部分。</translation>
+    </message>
+    <message>
+        <source>There is nothing in the package.</source>
+        <translation>安装包是空的。</translation>
+    </message>
+    <message>
+        <source>A file in the package is encrypted or packed in an unknown way.</source>
+        <translation>安装包中有文件已加密，或以未知的方式压缩。</translation>
+    </message>
+    <message>
+        <source>A file in the package cannot be put into the app&apos;s folder.</source>
+        <translation>安装包中有文件不能放进应用的文件夹。</translation>
+    </message>
+    <message>
+        <source>The package is damaged and was not installed.</source>
+        <translation>安装包已损坏，没有安装。</translation>
+    </message>
+    <message>
+        <source>There is no room left on the disk. The package was not installed.</source>
+        <translation>磁盘已满。安装包没有安装。</translation>
+    </message>
+    <message>
+        <source>The folder of the apps cannot be changed, or its disk is full.</source>
+        <translation>应用的文件夹不能更改，或者磁盘已满。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::KeywordFault</name>
+    <message>
+        <source>This name stands for a device and cannot be a keyword.</source>
+        <translation>这个名称代表一个设备，不能作关键词。</translation>
+    </message>
+    <message>
+        <source>A keyword cannot end in a blank or a dot.</source>
+        <translation>关键词不能以空格或句点结尾。</translation>
+    </message>
+    <message>
+        <source>This keyword is too long for the name of a folder.</source>
+        <translation>这个关键词太长，不能作文件夹的名称。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::MistakeWords</name>
+    <message>
+        <source>&quot;%1&quot; is a bare word; a text stands in quotes</source>
+        <translation>“%1”是裸词；文字写在引号里</translation>
+    </message>
+    <message>
+        <source>there is no part %1</source>
+        <translation>没有部分 %1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither a word of this command nor a name</source>
+        <translation>“%1”既不是此命令的词，也不是名称</translation>
+    </message>
+    <message>
+        <source>there is no key called &quot;%1&quot;</source>
+        <translation>没有名为“%1”的键</translation>
+    </message>
+    <message>
+        <source>%1 is one of %2, not &quot;%3&quot;</source>
+        <translation>%1 是 %2 之一，不是“%3”</translation>
+    </message>
+    <message>
+        <source>write %1, not %2: here stands the name of a variable</source>
+        <translation>请写 %1，不要写 %2：这里应是变量的名称</translation>
+    </message>
+    <message>
+        <source>%1 is the name of a variable</source>
+        <translation>%1 应是变量的名称</translation>
+    </message>
+    <message>
+        <source>this argument is too much</source>
+        <translation>这个参数多余</translation>
+    </message>
+    <message>
+        <source>%1 decides what else the line needs and stands there as a word</source>
+        <translation>%1 决定这一行还需要什么，要直接写成词</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a bare word; a text stands in quotes, a variable is written set.%1</source>
+        <translation>“%1”是裸词；文字写在引号里，变量写作 set.%1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no name of a variable</source>
+        <translation>“%1”不是变量的名称</translation>
+    </message>
+    <message>
+        <source>%1 is a number, not &quot;%2&quot;</source>
+        <translation>%1 应是数，不是“%2”</translation>
+    </message>
+    <message>
+        <source>%1 is a number of milliseconds, not &quot;%2&quot;</source>
+        <translation>%1 应是毫秒数，不是“%2”</translation>
+    </message>
+    <message>
+        <source>%1 is the number of a window, not &quot;%2&quot;</source>
+        <translation>%1 应是窗口的编号，不是“%2”</translation>
+    </message>
+    <message>
+        <source>%1 is written x:y, not &quot;%2&quot;</source>
+        <translation>%1 写作 x:y，不是“%2”</translation>
+    </message>
+    <message>
+        <source>%1 is written x:y:width:height, not &quot;%2&quot;</source>
+        <translation>%1 写作 x:y:width:height，不是“%2”</translation>
+    </message>
+    <message>
+        <source>%1 is written RRGGBB, not &quot;%2&quot;</source>
+        <translation>%1 写作 RRGGBB，不是“%2”</translation>
+    </message>
+    <message>
+        <source>a line begins with a command like os.tips, not with &quot;%1&quot;</source>
+        <translation>一行以 os.tips 这样的命令开头，不能以“%1”开头</translation>
+    </message>
+    <message>
+        <source>a comma belongs between two arguments</source>
+        <translation>两个参数之间要有逗号</translation>
+    </message>
+    <message>
+        <source>this quote is not closed</source>
+        <translation>这个引号没有结束</translation>
+    </message>
+    <message>
+        <source>a brace closes that never opened; }} stands for a brace</source>
+        <translation>这个花括号没有开始就结束了；}} 代表一个花括号</translation>
+    </message>
+    <message>
+        <source>a name belongs between braces; {{ stands for a brace</source>
+        <translation>花括号之间要有名称；{{ 代表一个花括号</translation>
+    </message>
+    <message>
+        <source>a text begins and ends with a quote, or with $ and a quote</source>
+        <translation>文字以引号开头和结尾，或者以 $ 加引号开头</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number, point, reference or word; a text stands in quotes</source>
+        <translation>“%1”不是数、点、引用或词；文字写在引号里</translation>
+    </message>
+    <message>
+        <source>%1 has no command &quot;%2&quot;</source>
+        <translation>%1 没有命令“%2”</translation>
+    </message>
+    <message>
+        <source>while belongs to edition 1; edition 2 repeats with repeat.times</source>
+        <translation>while 属于第 1 版；第 2 版用 repeat.times 重复</translation>
+    </message>
+    <message>
+        <source>there is no namespace &quot;%1&quot;</source>
+        <translation>没有命名空间“%1”</translation>
+    </message>
+    <message>
+        <source>there is no reference %1</source>
+        <translation>没有引用 %1</translation>
+    </message>
+    <message>
+        <source>blocks stand in each other at most %1 deep</source>
+        <translation>块最多套 %1 层</translation>
+    </message>
+    <message>
+        <source>a part stands at the top of a script, in no other block</source>
+        <translation>部分写在脚本的最外层，不在别的块里</translation>
+    </message>
+    <message>
+        <source>repeat.%1 stands inside a repetition only</source>
+        <translation>repeat.%1 只能写在重复里</translation>
+    </message>
+    <message>
+        <source>part.return stands inside a part only</source>
+        <translation>part.return 只能写在部分里</translation>
+    </message>
+    <message>
+        <source>part.use stands at the top of a script, in no block</source>
+        <translation>part.use 写在脚本的最外层，不在任何块里</translation>
+    </message>
+    <message>
+        <source>%1 stands behind %2.start only</source>
+        <translation>%1 只能写在 %2.start 之后</translation>
+    </message>
+    <message>
+        <source>nothing but when.end follows when.else</source>
+        <translation>when.else 之后只能是 when.end</translation>
+    </message>
+    <message>
+        <source>a try has one try.failed</source>
+        <translation>一个 try 只有一个 try.failed</translation>
+    </message>
+    <message>
+        <source>%1 closes no block</source>
+        <translation>%1 没有可结束的块</translation>
+    </message>
+    <message>
+        <source>try.failed is missing before try.end</source>
+        <translation>try.end 之前缺少 try.failed</translation>
+    </message>
+    <message>
+        <source>%1.%2 is not closed by %1.end</source>
+        <translation>%1.%2 没有用 %1.end 结束</translation>
+    </message>
+    <message>
+        <source>a file that is used holds parts only</source>
+        <translation>被使用的文件里只能有部分</translation>
+    </message>
+    <message>
+        <source>%1 has this argument already</source>
+        <translation>%1 已经有这个参数</translation>
+    </message>
+    <message>
+        <source>there is a part %1 already</source>
+        <translation>已经有部分 %1</translation>
+    </message>
+    <message>
+        <source>part.use names a file in the app&apos;s folder</source>
+        <translation>part.use 要写应用文件夹里的一个文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 无法读取</translation>
+    </message>
+    <message>
+        <source>this line is no UTF-8</source>
+        <translation>这一行不是 UTF-8</translation>
+    </message>
+    <message>
+        <source>%1 was never set</source>
+        <translation>%1 从未设定</translation>
+    </message>
+    <message>
+        <source>above and below compare numbers, and &quot;%1&quot; is none</source>
+        <translation>above 和 below 比较数，而“%1”不是数</translation>
+    </message>
+    <message>
+        <source>count is a whole number, not %1</source>
+        <translation>count 应是整数，不是 %1</translation>
+    </message>
+    <message>
+        <source>parts run each other more than %1 deep</source>
+        <translation>部分互相调用超过 %1 层</translation>
+    </message>
+    <message>
+        <source>this script asks for edition %1 of the language, and this Plum knows edition %2 at most</source>
+        <translation>这个脚本要求语言的第 %1 版，而这个 Plum 最多懂第 %2 版</translation>
+    </message>
+</context>
+<context>
+    <name>plum::Program</name>
+    <message>
+        <source>&quot;%1&quot; is not the path of a script (it does not end in &quot;.wf&quot;); nothing is run.</source>
+        <translation>“%1”不是脚本的路径（不以“.wf”结尾）；没有运行任何东西。</translation>
+    </message>
+    <message>
+        <source>cannot read %1; nothing is run.</source>
+        <translation>无法读取 %1；没有运行任何东西。</translation>
+    </message>
+    <message>
+        <source>%1 has no CR LF line ends and is therefore one single line.</source>
+        <translation>%1 没有 CR LF 行尾，因此只算一行。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::Usage</name>
+    <message>
+        <source>Plum runs small automation scripts, line by line.
+
+  plum               starts the launcher, or fetches the one that runs already
+  plum SCRIPT.wf     runs one script and ends with it
+  plum -h, --help    shows this text
+  plum --version     shows the version
+
+Apps are in         %1/config/apps/
+Settings are in     %1/config/load/
+The manual is       docs/scripting.md
+
+A script&apos;s lines end in CR LF, in edition 2 also in LF. Holding Esc for 0.7 seconds stops a run, as does &quot;Stop&quot;
+in the launcher or in the menu of its tray icon. Ctrl+C stops a run that was started here, with status 130, and
+ends one that stays after an error; so does closing the terminal.
+</source>
+        <translation>Plum 逐行运行小的自动化脚本。
+
+  plum               启动启动器；已在运行时把它叫到前面
+  plum SCRIPT.wf     运行一个脚本，随它结束
+  plum -h, --help    显示这段文字
+  plum --version     显示版本
+
+应用在              %1/config/apps/
+设置在              %1/config/load/
+手册是              docs/scripting.zh.md
+
+脚本的行以 CR LF 结尾，第 2 版中也可以是 LF。按住 Esc 0.7 秒可停止运行，启动器或托盘图标菜单里的“停止”也可以。
+Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下的运行；关闭终端也一样。
+</translation>
+    </message>
+    <message>
+        <source>there is no option &quot;%1&quot;; --help shows which there are.</source>
+        <translation>没有选项“%1”；--help 显示有哪些选项。</translation>
     </message>
 </context>
 </TS>
