@@ -13,6 +13,7 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -53,6 +54,50 @@ QLabel *sentence(const QString &text, QWidget *parent)
     label->setFixedWidth(textWidth());
     return label;
 }
+
+// What the app may do: as high as its sentences where the screen has room for them, else it scrolls; the
+// question and its answers stay where they are.
+class SheetArea final : public QScrollArea
+{
+public:
+    SheetArea(const QString &text, QWidget *parent)
+        : QScrollArea(parent)
+        , m_text(sentence(text, this))
+    {
+        setObjectName(u"sheetarea"_s);
+        setAccessibleName(InstallDialog::tr("What it may do"));
+        m_text->setObjectName(u"sheet"_s);
+        m_text->setTextFormat(Qt::PlainText);
+        setFrameShape(QFrame::NoFrame);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setStyleSheet(u"QScrollArea { background: transparent; }"_s);
+        viewport()->setAutoFillBackground(false);
+        m_text->setAutoFillBackground(false);
+        setWidgetResizable(true);
+        setWidget(m_text);
+        setFixedWidth(textWidth() + barWidth);
+    }
+
+    QSize sizeHint() const override
+    {
+        m_text->ensurePolished();
+        return {textWidth() + barWidth, m_text->heightForWidth(textWidth())};
+    }
+    QSize minimumSizeHint() const override { return {1, fontMetrics().lineSpacing()}; }
+
+protected:
+    // A place for the keyboard only where there is something to scroll.
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QScrollArea::resizeEvent(event);
+        const bool scrolls = m_text->heightForWidth(textWidth()) > viewport()->height();
+        setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
+    }
+
+private:
+    static constexpr int barWidth = 8;
+    QLabel *m_text;
+};
 
 // What is known of the package before it is here.
 QString factsOf(const InstallOffer &offer)
@@ -138,10 +183,7 @@ InstallDialog::InstallDialog(const InstallOffer &offer)
         warning->setObjectName(u"unsigned"_s);
         column->addWidget(warning);
     }
-    QLabel *sheet = sentence(sheetText(offer), this);
-    sheet->setObjectName(u"sheet"_s);
-    sheet->setTextFormat(Qt::PlainText);
-    column->addWidget(sheet);
+    column->addWidget(new SheetArea(sheetText(offer), this));
     column->addSpacing(6);
     auto *row = new QHBoxLayout;
     row->addStretch();

@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTranslator>
@@ -246,6 +248,40 @@ TEST(InstallDialogTexts, SayItInTheLanguageOfTheSession)
         if (!before.contains(each))
             delete each;
     }
+}
+
+TEST(InstallDialogTexts, ScrollWhereTheyAreTooLongForTheScreen)
+{
+    const auto shown = [](const QByteArray &sheet) {
+        auto dialog = std::make_unique<InstallDialog>(InstallOffer{.keyword = u"a"_s, .sheet = sheet});
+        dialog->setAttribute(Qt::WA_DeleteOnClose, false);
+        dialog->bringUp();
+        return dialog;
+    };
+    const auto areaOf
+        = [](const InstallDialog &dialog) { return dialog.findChild<QScrollArea *>(u"sheetarea"_s); };
+    const auto isWhole = [](const InstallDialog &dialog, const QString &name) {
+        const auto *control = dialog.findChild<QWidget *>(name);
+        return dialog.rect().contains(QRect(control->mapTo(&dialog, QPoint()), control->size()));
+    };
+
+    const auto lengthy
+        = shown(R"({"read":["file:/srv/one.txt","file:/srv/two.txt"],"session":["lock","restart"],
+        "network":["host:one.example","host:two.example"],"see":["clipboard","screen"]})");
+    QApplication::processEvents();
+    EXPECT_EQ(areaOf(*lengthy)->verticalScrollBar()->maximum(), 0);
+    constexpr int missing = 60; // pixels that a small screen does not have
+    lengthy->setFixedHeight(lengthy->height() - missing);
+    ASSERT_TRUE(eventually([&] { return areaOf(*lengthy)->verticalScrollBar()->maximum() > 0; }));
+    for (const QString &name : {u"question"_s, u"keyword"_s, u"install"_s, u"cancel"_s})
+        EXPECT_TRUE(isWhole(*lengthy, name)) << name.toStdString();
+    EXPECT_EQ(areaOf(*lengthy)->focusPolicy(), Qt::StrongFocus);
+    QTest::keyClick(areaOf(*lengthy), Qt::Key_Down);
+    EXPECT_GT(areaOf(*lengthy)->verticalScrollBar()->value(), 0);
+
+    lengthy->setFixedHeight(lengthy->height() + missing);
+    EXPECT_TRUE(eventually([&] { return areaOf(*lengthy)->verticalScrollBar()->maximum() == 0; }));
+    EXPECT_EQ(areaOf(*lengthy)->focusPolicy(), Qt::NoFocus);
 }
 
 TEST(InstallDialogTexts, AskWhetherAChangedAppMayRun)
