@@ -33,6 +33,20 @@ QProgressBar { background: @line; border: none; border-radius: 3px; max-height: 
 QProgressBar::chunk { background: @accent; border-radius: 3px; }
 )"_s;
 
+// What the menu says of an installed app. "&" would mark the letter behind it.
+QString captionOf(const QJsonObject &app)
+{
+    QString name = app.value("keyword"_L1).toString();
+    const QString version = app.value("version"_L1).toString();
+    const QString newest = app.value("newest"_L1).toString();
+    if (!version.isEmpty())
+        name += u' ' + version;
+    const QString caption = newest.isEmpty()
+        ? StoreForm::tr("%1 is installed: Reinstall").arg(name)
+        : StoreForm::tr("%1 is installed: Update to %2").arg(name, newest);
+    return QString(caption).replace(u'&', "&&"_L1);
+}
+
 } // namespace
 
 StoreForm::StoreForm()
@@ -69,24 +83,6 @@ void StoreForm::build(QLayout *content)
     setCaption({});
     Command1_Click();
 }
-
-namespace {
-
-// What the menu says of an installed app. "&" would mark the letter behind it.
-QString captionOf(const QJsonObject &app)
-{
-    QString name = app.value("keyword"_L1).toString();
-    const QString version = app.value("version"_L1).toString();
-    const QString newest = app.value("newest"_L1).toString();
-    if (!version.isEmpty())
-        name += u' ' + version;
-    const QString caption = newest.isEmpty()
-        ? StoreForm::tr("%1 is installed: Reinstall").arg(name)
-        : StoreForm::tr("%1 is installed: Update to %2").arg(name, newest);
-    return QString(caption).replace(u'&', "&&"_L1);
-}
-
-} // namespace
 
 QWidget *StoreForm::buildBar()
 {
