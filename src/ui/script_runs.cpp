@@ -7,6 +7,8 @@
 #include "engine/run_time_error.h"
 #include "library/app_library.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -158,7 +160,7 @@ void ScriptRuns::tellStopped()
 {
     m_asking = 0;
     m_starts->abandon();
-    m.wentWrong(u"The run was stopped."_s);
+    m.wentWrong(QCoreApplication::translate("plum::ScriptRuns", "The run was stopped."));
     m.stopped(*std::exchange(m_stopped, std::nullopt));
 }
 

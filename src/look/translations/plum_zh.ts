@@ -1567,4 +1567,11 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <translation>没有选项“%1”；--help 显示有哪些选项。</translation>
     </message>
 </context>
+<context>
+    <name>plum::ScriptRuns</name>
+    <message>
+        <source>The run was stopped.</source>
+        <translation>运行被停止了。</translation>
+    </message>
+</context>
 </TS>
