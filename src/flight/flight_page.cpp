@@ -140,7 +140,8 @@ QString timeLine(const std::deque<FlightEntry> &entries)
     for (std::size_t index = first; index < entries.size(); ++index) {
         const FlightEntry &entry = entries[index];
         const double x = double(entry.begun - from) * scale;
-        const double width = std::max(1.0, double(endOf(entry) - entry.begun) * scale);
+        // A gap shows where the next one begins.
+        const double width = std::max(1.0, double(endOf(entry) - entry.begun) * scale - 1);
         svg += u"<rect class=\"bar %1\" x=\"%2\" width=\"%3\" y=\"%4\" height=\"10\"><title>line %5</title></rect>\n"_s
                    .arg(classOf(entry))
                    .arg(x, 0, 'f', 2)

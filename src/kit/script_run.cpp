@@ -135,8 +135,9 @@ void ScriptRun::writeTrace(Status status)
 // Without unwinding: a script may be anywhere inside nested waits.
 void ScriptRun::end(Status status)
 {
-    writeTrace(status);
+    // A long page takes a while, which keys are not to stay down for.
     m_platform->releaseDesktop();
+    writeTrace(status);
     std::fflush(nullptr);
     std::_Exit(status);
 }
