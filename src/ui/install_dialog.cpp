@@ -72,9 +72,9 @@ public:
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setStyleSheet(u"QScrollArea { background: transparent; }"_s);
         viewport()->setAutoFillBackground(false);
-        m_text->setAutoFillBackground(false);
         setWidgetResizable(true);
         setWidget(m_text);
+        m_text->setAutoFillBackground(false); // which it has from setWidget
         setFixedWidth(textWidth() + barWidth);
     }
 

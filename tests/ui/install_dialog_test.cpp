@@ -270,6 +270,8 @@ TEST(InstallDialogTexts, ScrollWhereTheyAreTooLongForTheScreen)
         "network":["host:one.example","host:two.example"],"see":["clipboard","screen"]})");
     QApplication::processEvents();
     EXPECT_EQ(areaOf(*lengthy)->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(lengthy->grab().toImage().pixelColor(areaOf(*lengthy)->mapTo(lengthy.get(), QPoint(1, 1))),
+        lengthy->theme().window);
     constexpr int missing = 60; // pixels that a small screen does not have
     lengthy->setFixedHeight(lengthy->height() - missing);
     ASSERT_TRUE(eventually([&] { return areaOf(*lengthy)->verticalScrollBar()->maximum() > 0; }));
