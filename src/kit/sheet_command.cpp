@@ -1,5 +1,6 @@
 #include "kit/sheet_command.h"
 
+#include "kit/option_rows.h"
 #include "sheet/compute_sheet.h"
 #include "sheet/sheet_json.h"
 #include "sheet/sheet_sentences.h"
@@ -23,25 +24,14 @@ constexpr int isUnusable = 2;
 SheetOptions readSheetOptions(const QStringList &arguments, QString &problem)
 {
     SheetOptions options;
-    for (qsizetype index = 0; index < arguments.size() && problem.isEmpty(); ++index) {
-        const QString &argument = arguments[index];
-        if (argument == "--help"_L1) {
-            options.wantsHelp = true;
-        } else if (argument == "--format"_L1) {
-            const QString word = arguments.value(++index);
-            options.asJson = word == "json"_L1;
-            if (!options.asJson && word != "text"_L1)
-                problem = u"--format takes text or json, not \"%1\""_s.arg(word);
-        } else if (argument.startsWith(u'-')) {
-            problem = u"there is no option %1"_s.arg(argument);
-        } else if (!options.path.isEmpty()) {
-            problem = u"one file at a time"_s;
-        } else {
-            options.path = argument;
-        }
-    }
-    if (problem.isEmpty() && !options.wantsHelp && options.path.isEmpty())
-        problem = u"which file?"_s;
+    const auto takeFormat = [&](const QString &word) {
+        options.asJson = word == "json"_L1;
+        return options.asJson || word == "text"_L1 ? QString()
+                                                   : u"--format takes text or json, not \"%1\""_s.arg(word);
+    };
+    const FileAndHelp read = readOptions(arguments, {{.name = u"--format"_s, .take = takeFormat}}, problem);
+    options.path = read.file;
+    options.wantsHelp = read.wantsHelp;
     return options;
 }
 

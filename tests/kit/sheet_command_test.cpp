@@ -23,7 +23,7 @@ QString problemOf(const QStringList &arguments)
 TEST(SheetOptions, sayWhatIsWrongWithThem)
 {
     EXPECT_EQ(problemOf({}), u"which file?"_s);
-    EXPECT_EQ(problemOf({u"a.wf"_s, u"b.wf"_s}), u"one file at a time"_s);
+    EXPECT_EQ(problemOf({u"a.wf"_s, u"b.wf"_s}), u"one file at a time, not also b.wf"_s);
     EXPECT_EQ(
         problemOf({u"--format"_s, u"sarif"_s, u"a.wf"_s}), u"--format takes text or json, not \"sarif\""_s);
     EXPECT_EQ(problemOf({u"-x"_s}), u"there is no option -x"_s);
