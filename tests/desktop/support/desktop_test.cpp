@@ -110,6 +110,21 @@ bool DesktopTest::isReadyForUse(Probe &other)
     });
 }
 
+bool DesktopTest::bringToFront(xcb_window_t window)
+{
+    // What another program wished just before may reach the manager later, so it is told again.
+    constexpr qint64 askAgain = 1000; // milliseconds
+    QElapsedTimer sinceAsked;
+    return eventually([&] {
+        const bool isInFront = view->isActive(window) && !view->classWithKeyboard().isEmpty();
+        if (!isInFront && (!sinceAsked.isValid() || sinceAsked.hasExpired(askAgain))) {
+            view->activate(window);
+            sinceAsked.start();
+        }
+        return isInFront;
+    });
+}
+
 QByteArray DesktopTest::outputOf(const QString &program, const QStringList &arguments)
 {
     QProcess process;

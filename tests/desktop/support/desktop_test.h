@@ -44,6 +44,9 @@ protected:
     // Waits until the window manager has given the window to the user: shown, framed, active.
     bool isReadyForUse(Probe &other);
 
+    // Makes a window the active one, and waits until the keyboard is in it.
+    bool bringToFront(xcb_window_t window);
+
     // What another program finds on the clipboard; empty when there is nothing.
     QByteArray clipboardText();
 

@@ -97,7 +97,7 @@ void StoreDesktop::agreeWithEnter()
 
 void StoreDesktop::bringUpLauncher()
 {
-    view->activate(see(u"frmSet/frmSet"_s).id);
+    ASSERT_TRUE(bringToFront(see(u"frmSet/frmSet"_s).id));
     ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
 }
 
