@@ -97,6 +97,11 @@ public:
     void moveTo(WindowHandle window, QPoint corner) override;
     void bringHere(WindowHandle window) override;
     void setTopmost(WindowHandle window) override;
+    std::unique_ptr<News> newsOfTitles() override { return m_platform.windows().newsOfTitles(); }
+    std::unique_ptr<News> newsOfEnd(WindowHandle window) override
+    {
+        return m_platform.windows().newsOfEnd(window);
+    }
 
 private:
     void tell(const char *what, WindowHandle window);

@@ -85,8 +85,8 @@ public:
     virtual void setTopmost(WindowHandle window) = 0;
 
     // When `byTitle` is worth another look, and when `window` has gone. Null where the system does not tell.
-    virtual std::unique_ptr<News> newsOfTitles() { return nullptr; }
-    virtual std::unique_ptr<News> newsOfEnd(WindowHandle) { return nullptr; }
+    virtual std::unique_ptr<News> newsOfTitles() = 0;
+    virtual std::unique_ptr<News> newsOfEnd(WindowHandle window) = 0;
 };
 
 } // namespace plum

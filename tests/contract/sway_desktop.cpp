@@ -18,8 +18,6 @@ namespace {
 constexpr const char *untold = "Wayland tells no program that its window was minimised.";
 
 constexpr std::array table{
-    Exception{
-        "WindowsPort.tellsOfWindowsThatComeAndGo", "Plum looks for the windows itself, 20 times a second."},
     Exception{"WindowsOnScreen.minimisedIsRestoredByActivating", untold},
     Exception{"WindowsOnScreen.maximisesWhatWasMinimised", untold},
     Exception{"WindowsOnScreen.topmostStaysAboveTheOneInFront", "Sway keeps no window above all others."},

@@ -122,6 +122,8 @@ public:
     void moveTo(WindowHandle window, QPoint corner) override;
     void bringHere(WindowHandle window) override { record("bring here", window); }
     void setTopmost(WindowHandle window) override { record("topmost", window); }
+    std::unique_ptr<News> newsOfTitles() override { return nullptr; }
+    std::unique_ptr<News> newsOfEnd(WindowHandle) override { return nullptr; }
 
     WindowHandle foregroundWindow = 0;
     WindowHandle windowUnderPointer = 0;

@@ -27,6 +27,8 @@ public:
     void moveTo(WindowHandle, QPoint) override { }
     void bringHere(WindowHandle) override { }
     void setTopmost(WindowHandle) override { }
+    std::unique_ptr<News> newsOfTitles() override { return nullptr; }
+    std::unique_ptr<News> newsOfEnd(WindowHandle) override { return nullptr; }
 };
 
 // The hotkey where no key can be had from the compositor.

@@ -1,4 +1,6 @@
 #include "commands/waitable_timer.h"
+#include "flight/flight_platform.h"
+#include "flight/flight_recorder.h"
 #include "platform/desktop_windows.h"
 #include "platform/x11/connection/x11_connection.h"
 #include "support/wait_until.h"
@@ -69,6 +71,14 @@ TEST_F(WindowNews, comeWithANewWindowAndWithANewTitle)
     name(other, "Other");
     EXPECT_TRUE(comes(*news));
     EXPECT_EQ(windows().byTitle(u"Other"_s), static_cast<WindowHandle>(other));
+}
+
+TEST_F(WindowNews, comeThroughWhatRecordsARun)
+{
+    FlightRecorder recorder;
+    FlightPlatform recorded(*platform, recorder);
+    EXPECT_TRUE(recorded.windows().newsOfTitles());
+    EXPECT_TRUE(recorded.windows().newsOfEnd(static_cast<WindowHandle>(makeWindow())));
 }
 
 TEST_F(WindowNews, areNotMadeByWindowsThatMove)

@@ -3,6 +3,7 @@
 #include "platform/desktop_windows.h"
 #include "platform/wayland/sway/sway_socket.h"
 #include "platform/wayland/sway/sway_tree.h"
+#include "platform/wayland/sway/sway_window_news.h"
 
 #include <functional>
 
@@ -36,6 +37,8 @@ public:
     void moveTo(WindowHandle window, QPoint corner) override;
     void bringHere(WindowHandle window) override;
     void setTopmost(WindowHandle window) override;
+    std::unique_ptr<News> newsOfTitles() override { return SwayWindowNews::listening(); }
+    std::unique_ptr<News> newsOfEnd(WindowHandle) override { return SwayWindowNews::listening(); }
 
 private:
     std::optional<SwayWindow> find(WindowHandle window);
