@@ -233,7 +233,7 @@ TEST_F(WindowsPort, aHiddenWindowHasNoTitleToBeFoundBy)
     EXPECT_EQ(windows().byTitle(u"Peer window"_s), 0);
 }
 
-TEST_F(WindowsPort, tellsOfWindowsThatComeAndGo)
+TEST_F(WindowsPort, tellsOfWindowsThatCome)
 {
     const std::unique_ptr<News> titles = windows().newsOfTitles();
     ASSERT_TRUE(titles);
@@ -241,7 +241,12 @@ TEST_F(WindowsPort, tellsOfWindowsThatComeAndGo)
     const auto other = openWindow(u"Other"_s, otherArea);
     ASSERT_TRUE(other);
     EXPECT_TRUE(waitUntil([&] { return titles->arrived() && windows().byTitle(u"Other"_s) != 0; }));
+}
 
+TEST_F(WindowsPort, tellsOfTheEndOfAWindow)
+{
+    const auto other = openWindow(u"Other"_s, otherArea);
+    ASSERT_TRUE(other);
     const std::unique_ptr<News> end = windows().newsOfEnd(other->handle());
     ASSERT_TRUE(end);
     EXPECT_TRUE(end->arrived());

@@ -11,8 +11,7 @@ constexpr std::array table{
         "Under Wine not every character arrives: the emoji of the test does not."},
     Exception{"WindowsPort.aHiddenWindowHasNoTitleToBeFoundBy",
         "The system finds a hidden window by its title too."},
-    Exception{
-        "WindowsPort.tellsOfWindowsThatComeAndGo", "Plum looks for the windows itself, 20 times a second."},
+    Exception{"WindowsPort.tellsOfTheEndOfAWindow", "Plum looks for the window itself, 20 times a second."},
     Exception{"WindowsPort.movingAHiddenWindowLeavesItHidden",
         "Windows gives a hidden window that is moved the keyboard, and does not show it."},
     Exception{"WindowsOnScreen.noneIsUnderThePointerOverTheBareDesktop",

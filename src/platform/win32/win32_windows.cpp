@@ -8,6 +8,8 @@
 #include <functional>
 #include <qt_windows.h>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace plum {
 
@@ -106,6 +108,67 @@ bool isDesktop(HWND window)
     const std::wstring_view found(name.data(), static_cast<std::size_t>(length));
     return window == GetDesktopWindow() || window == GetShellWindow()
         || std::ranges::find(wallpapers, found) != wallpapers.end();
+}
+
+// What the system tells of windows that come, go and change their titles. It tells so in the event loop of
+// the thread that listens.
+class Win32WindowNews final : public News
+{
+public:
+    // Null where the system tells nothing.
+    static std::unique_ptr<News> listening();
+
+    ~Win32WindowNews() override;
+    Q_DISABLE_COPY_MOVE(Win32WindowNews)
+
+    bool arrived() override;
+
+private:
+    Win32WindowNews() = default;
+    static void CALLBACK hear(
+        HWINEVENTHOOK hook, DWORD event, HWND window, LONG object, LONG child, DWORD thread, DWORD time);
+
+    std::array<HWINEVENTHOOK, 2> m_hooks{};
+    bool m_hasArrived = true;
+};
+
+// The system's callback is told nothing of whom it works for, so this has to be found by the thread.
+thread_local std::vector<Win32WindowNews *> listeners;
+
+std::unique_ptr<News> Win32WindowNews::listening()
+{
+    std::unique_ptr<Win32WindowNews> news(new Win32WindowNews);
+    const auto hook = [](DWORD first, DWORD last) {
+        return SetWinEventHook(first, last, nullptr, &Win32WindowNews::hear, 0, 0, WINEVENT_OUTOFCONTEXT);
+    };
+    news->m_hooks = {
+        hook(EVENT_OBJECT_CREATE, EVENT_OBJECT_HIDE), hook(EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_NAMECHANGE)};
+    listeners.push_back(news.get());
+    if (std::ranges::count(news->m_hooks, nullptr) > 0)
+        return nullptr;
+    return news;
+}
+
+Win32WindowNews::~Win32WindowNews()
+{
+    for (const HWINEVENTHOOK hook : m_hooks) {
+        if (hook)
+            UnhookWinEvent(hook);
+    }
+    std::erase(listeners, this);
+}
+
+bool Win32WindowNews::arrived()
+{
+    return std::exchange(m_hasArrived, false);
+}
+
+void Win32WindowNews::hear(HWINEVENTHOOK, DWORD, HWND, LONG object, LONG child, DWORD, DWORD)
+{
+    if (object != OBJID_WINDOW || child != CHILDID_SELF)
+        return;
+    for (Win32WindowNews *news : listeners)
+        news->m_hasArrived = true;
 }
 
 } // namespace
@@ -221,6 +284,11 @@ void Win32Windows::setTopmost(WindowHandle window)
     const HWND raised = native(window);
     setPosition(raised, HWND_TOPMOST, {}, SWP_NOMOVE | SWP_NOACTIVATE);
     waitFor(raised, [raised] { return (GetWindowLongW(raised, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; });
+}
+
+std::unique_ptr<News> Win32Windows::newsOfTitles()
+{
+    return Win32WindowNews::listening();
 }
 
 } // namespace plum

@@ -24,7 +24,8 @@ public:
     void moveTo(WindowHandle window, QPoint corner) override;
     void bringHere(WindowHandle window) override;
     void setTopmost(WindowHandle window) override;
-    std::unique_ptr<News> newsOfTitles() override { return nullptr; }
+    std::unique_ptr<News> newsOfTitles() override;
+    // The end of a program that was killed need not be told.
     std::unique_ptr<News> newsOfEnd(WindowHandle) override { return nullptr; }
 };
 
