@@ -53,7 +53,7 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
     , m_grants({m_platform->paths(), m_platform->textCodec(), [this] { return m_scripts.vocabulary(); }})
     , m_installer({.paths = m_platform->paths(),
           .codec = m_platform->textCodec(),
-          .library = {m_folders, m_listFile, &moveToTrash},
+          .changes = {m_folders, m_listFile, &moveToTrash},
           .arrives = [this](const QString &keyword,
                          const QString &folder) { return m_grants.arrive(keyword, folder); }})
     , m_questions(m_platform->windows())

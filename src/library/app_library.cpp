@@ -119,7 +119,7 @@ bool AppLibrary::CreateApp(const QString &keyword, const QString &scriptText)
         return false;
     }
     const auto change = m_folders.fault(keyword) == KeywordFault::None
-        ? LibraryChange::begin(m.installer.library(), {.keyword = keyword})
+        ? LibraryChange::begin(m.installer.changeNeeds(), {.keyword = keyword})
         : nullptr;
     const bool isCreated = change
         && replaceFile(m_folders.onDisk(change->newFolder() + u"\\main.wf"_s), m.codec.toSystem(scriptText))
@@ -173,7 +173,7 @@ bool AppLibrary::replaceInApp(
     const QString &keyword, const QString &fileName, const QByteArray &content) const
 {
     const auto change = LibraryChange::begin(
-        m.installer.library(), {.kind = LibraryChange::Kind::Edit, .keyword = keyword});
+        m.installer.changeNeeds(), {.kind = LibraryChange::Kind::Edit, .keyword = keyword});
     if (change && change->replaceFile(fileName, content)) {
         change->close();
         return true;
@@ -201,7 +201,7 @@ bool AppLibrary::RenameApp(const QString &oldKeyword, const QString &newKeyword)
         m_grants.set(newKeyword, *grant);
     else
         m_grants.remove(newKeyword);
-    const auto change = LibraryChange::begin(m.installer.library(),
+    const auto change = LibraryChange::begin(m.installer.changeNeeds(),
         {.kind = LibraryChange::Kind::Rename, .keyword = oldKeyword, .newKeyword = newKeyword});
     // A full disk has no room for the plan, but for another name.
     if (change ? !change->rename() : !QDir().rename(*from, *to)) {
@@ -226,9 +226,9 @@ bool AppLibrary::DeleteApp(const QString &keyword)
     std::unique_ptr<LibraryChange> change;
     if (folder && QFileInfo(*folder).isDir()) {
         change = LibraryChange::begin(
-            m.installer.library(), {.kind = LibraryChange::Kind::Delete, .keyword = keyword});
+            m.installer.changeNeeds(), {.kind = LibraryChange::Kind::Delete, .keyword = keyword});
         // Deleting makes room on a full disk, which has none for the plan.
-        if (change ? !change->remove() : !discard(*folder, m.installer.library().trash)) {
+        if (change ? !change->remove() : !discard(*folder, m.installer.changeNeeds().trash)) {
             say(u"Error"_s);
             return false;
         }

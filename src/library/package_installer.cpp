@@ -117,13 +117,13 @@ InstallResult PackageInstaller::install(
 {
     const QString &keyword = package.keyword;
     std::unique_ptr<LibraryChange> change = isAside(keyword) ? std::move(m_aside) : nullptr;
-    const auto app = m.library.folders.appOnDisk(keyword);
+    const auto app = m.changes.folders.appOnDisk(keyword);
     const bool isThere = change || (app && QFileInfo::exists(*app));
-    if (!isThere && m.library.folders.fault(keyword) != KeywordFault::None)
+    if (!isThere && m.changes.folders.fault(keyword) != KeywordFault::None)
         return {InstallFault::Keyword};
 
     if (!change)
-        change = LibraryChange::begin(m.library, {.keyword = keyword, .place = package.place});
+        change = LibraryChange::begin(m.changes, {.keyword = keyword, .place = package.place});
     if (!change)
         return {InstallFault::NotWritable};
 
@@ -133,14 +133,14 @@ InstallResult PackageInstaller::install(
         return {fault};
 
     if (const QString old = change->oldApp(); QFileInfo(old).isDir()) {
-        const PackageRecord brought = PackageRecord::of(change->keyword(), m.library.folders);
+        const PackageRecord brought = PackageRecord::of(change->keyword(), m.changes.folders);
         const auto outcome
-            = carryOver(old, m.library.folders.onDisk(change->newFolder()), brought, package.carried, record);
+            = carryOver(old, m.changes.folders.onDisk(change->newFolder()), brought, package.carried, record);
         if (outcome != CarryOutcome::Done)
             return {outcome == CarryOutcome::NoRoom ? InstallFault::NoRoom : InstallFault::NotWritable};
     }
     noteOrigin(change->keyword(), package, record);
-    if (m.arrives && !m.arrives(change->keyword(), m.library.folders.onDisk(change->newFolder())))
+    if (m.arrives && !m.arrives(change->keyword(), m.changes.folders.onDisk(change->newFolder())))
         return {InstallFault::NotWritable};
     if (!change->arrive(record.toJson()))
         return {InstallFault::NotWritable};
@@ -155,7 +155,7 @@ void PackageInstaller::noteOrigin(const QString &keyword, const Package &package
     record.origin = package.origin;
     if (!package.origin)
         return;
-    const PackageRecord old = PackageRecord::of(keyword, m.library.folders);
+    const PackageRecord old = PackageRecord::of(keyword, m.changes.folders);
     const bool isSame = old.origin && old.origin->checksum == package.origin->checksum;
     record.before = isSame ? old.before : old.origin;
 }
@@ -164,7 +164,7 @@ void PackageInstaller::noteOrigin(const QString &keyword, const Package &package
 void PackageInstaller::keepPackage(
     const QString &keyword, const Package &package, const PackageRecord &record)
 {
-    const AppFolders &folders = m.library.folders;
+    const AppFolders &folders = m.changes.folders;
     const QString kept = folders.onDisk(PackageRecord::packageOf(keyword, folders));
     const QString before = folders.onDisk(PackageRecord::packageBefore(keyword, folders));
     if (!package.origin) {
@@ -188,7 +188,7 @@ void PackageInstaller::keepPackage(
 
 std::optional<PackageOrigin> PackageInstaller::versionBefore(const QString &keyword) const
 {
-    const AppFolders &folders = m.library.folders;
+    const AppFolders &folders = m.changes.folders;
     const auto before = PackageRecord::of(keyword, folders).before;
     const bool isKept = QFileInfo(folders.onDisk(PackageRecord::packageBefore(keyword, folders))).isFile();
     return isKept ? before : std::nullopt;
@@ -200,7 +200,7 @@ InstallResult PackageInstaller::goBack(
     const auto before = versionBefore(keyword);
     if (!before)
         return {InstallFault::Missing};
-    return install({.path = PackageRecord::packageBefore(keyword, m.library.folders),
+    return install({.path = PackageRecord::packageBefore(keyword, m.changes.folders),
                        .keyword = keyword,
                        .carried = CarriedFiles::UsersOwn,
                        .origin = before},
@@ -253,7 +253,7 @@ bool PackageInstaller::setAside(const QString &keyword)
     m_aside.reset();
     if (!appExists(keyword))
         return true;
-    auto change = LibraryChange::begin(m.library, {.keyword = keyword, .place = LibraryChange::Place::End});
+    auto change = LibraryChange::begin(m.changes, {.keyword = keyword, .place = LibraryChange::Place::End});
     if (!change || !change->takeAside())
         return false;
     m_aside = std::move(change);
@@ -262,7 +262,7 @@ bool PackageInstaller::setAside(const QString &keyword)
 
 bool PackageInstaller::appExists(const QString &keyword) const
 {
-    const auto app = m.library.folders.appOnDisk(keyword);
+    const auto app = m.changes.folders.appOnDisk(keyword);
     return app && QFileInfo(*app).isDir();
 }
 

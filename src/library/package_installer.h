@@ -51,7 +51,7 @@ public:
     {
         const Paths &paths;
         TextCodec &codec;
-        LibraryChange::Needs library;
+        LibraryChange::Needs changes;
 
         // Hears of an app before it takes its place: its keyword, and the folder of the system that it is in.
         // False: it does not.
@@ -93,7 +93,7 @@ public:
     bool appExists(const QString &keyword) const;
 
     // What every change of the library needs.
-    const LibraryChange::Needs &library() const { return m.library; }
+    const LibraryChange::Needs &changeNeeds() const { return m.changes; }
 
     // Whether this keyword's app is only out of the library for the moment.
     bool isAside(const QString &keyword) const;

@@ -71,7 +71,7 @@ void AppActions::addApp(const QString &keyword)
 
 void AppActions::editApp(const QString &keyword)
 {
-    m_opened = m.library.scriptFile(keyword, u"main.wf"_s);
+    m_opened = m.appLibrary.scriptFile(keyword, u"main.wf"_s);
     m.window.editPanel().openForEditing(keyword, m_opened.shown());
     m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
@@ -87,8 +87,8 @@ void AppActions::editAtLine(const QString &keyword, int line)
 
 void AppActions::editDotScript(const QString &keyword)
 {
-    m.setScriptPath(m.library.appPath(keyword, u".main.wf"_s));
-    m_opened = m.library.scriptFile(keyword, u".main.wf"_s);
+    m.setScriptPath(m.appLibrary.appPath(keyword, u".main.wf"_s));
+    m_opened = m.appLibrary.scriptFile(keyword, u".main.wf"_s);
     m.window.editPanel().openDotScript(keyword, m_opened.shown());
     m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
@@ -102,7 +102,7 @@ void AppActions::renameApp(const QString &keyword)
 
 void AppActions::deleteApp(const QString &keyword)
 {
-    if (!m.library.DeleteApp(keyword))
+    if (!m.appLibrary.DeleteApp(keyword))
         return;
     m.faces.forget();
     m.window.startAnew();
@@ -110,13 +110,13 @@ void AppActions::deleteApp(const QString &keyword)
 
 void AppActions::goBack(const QString &keyword)
 {
-    if (m.library.goBack(keyword))
+    if (m.appLibrary.goBack(keyword))
         m.faces.forget();
 }
 
 void AppActions::showGuide(const QString &keyword)
 {
-    const AppGuide guide = m.library.guide(keyword);
+    const AppGuide guide = m.appLibrary.guide(keyword);
     switch (guide.kind) {
     case AppGuide::Kind::None:
         m.messages.showMessage({.text = u"Guide does not exist"_s, .systemModal = true});
@@ -132,7 +132,7 @@ void AppActions::showGuide(const QString &keyword)
 
 void AppActions::lookAgain()
 {
-    const QStringList found = m.library.takeInNewApps();
+    const QStringList found = m.appLibrary.takeInNewApps();
     m.faces.forget();
     m.window.refilter();
     m.window.showMainPanel();
@@ -153,8 +153,8 @@ bool AppActions::saveEdited()
     const bool isNew = panel.mode() == EditPanel::Mode::Add;
     const bool mends = panel.mendsLineEnds();
     const QString fileName = panel.mode() == EditPanel::Mode::EditDotScript ? u".main.wf"_s : u"main.wf"_s;
-    const bool saved = isNew ? m.library.CreateApp(panel.keyword(), panel.script())
-                             : m.library.saveScript(panel.keyword(), fileName, m_opened, panel.script(),
+    const bool saved = isNew ? m.appLibrary.CreateApp(panel.keyword(), panel.script())
+                             : m.appLibrary.saveScript(panel.keyword(), fileName, m_opened, panel.script(),
                                  mends ? ScriptFile::LineEnds::Mended : ScriptFile::LineEnds::Kept);
     if (!saved)
         return false;
@@ -180,7 +180,7 @@ void AppActions::runEdited()
 void AppActions::confirmRename()
 {
     RenamePanel &panel = m.window.renamePanel();
-    if (!m.library.RenameApp(panel.oldKeyword(), panel.newKeyword()))
+    if (!m.appLibrary.RenameApp(panel.oldKeyword(), panel.newKeyword()))
         return;
     m.faces.forget();
     m.window.refilter();

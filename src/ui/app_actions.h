@@ -24,7 +24,7 @@ public:
     struct Needs
     {
         frmSet &window;
-        AppLibrary &library;
+        AppLibrary &appLibrary;
         AppFaces &faces;
         Shell &shell;
         MessageBoxes &messages;

@@ -40,7 +40,7 @@ void LauncherMenus::popUpSettings(QPoint position)
 
 void LauncherMenus::popUpOfList(QPoint position)
 {
-    menus().setVersionBefore(m.library.versionBefore(m.window.selectedKeyword()));
+    menus().setVersionBefore(m.appLibrary.versionBefore(m.window.selectedKeyword()));
     menus().list2you.popup(position);
 }
 
@@ -64,7 +64,7 @@ void LauncherMenus::choose(MenuCommand command)
         m.actions.deleteApp(selected);
         break;
     case MenuCommand::openthisfold:
-        m.library.OpenAppFolder(selected);
+        m.appLibrary.OpenAppFolder(selected);
         break;
     case MenuCommand::shuoming:
         m.actions.showGuide(selected);
@@ -104,7 +104,7 @@ void LauncherMenus::choose(MenuCommand command)
         Q_EMIT endRequested();
         break;
     case MenuCommand::fixit:
-        m.shell.open(u"regsvr32"_s, m.library.folders().fixComponent() + u" /s"_s, ShowState::Minimised);
+        m.shell.open(u"regsvr32"_s, m.appLibrary.folders().fixComponent() + u" /s"_s, ShowState::Minimised);
         break;
     case MenuCommand::about:
         openPage(m.sites.product + u"/plum/index.html?v=0.01"_s);

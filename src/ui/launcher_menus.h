@@ -37,7 +37,7 @@ public:
         frmSet &window;
         AppActions &actions;
         LauncherSummons &summons;
-        AppLibrary &library;
+        AppLibrary &appLibrary;
         Shell &shell;
         Sites sites;
         bool registersComponents = false;

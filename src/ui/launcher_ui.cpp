@@ -107,7 +107,7 @@ void LauncherUi::start(const Desktop &desktop)
     m_runDisplay = std::make_unique<RunDisplay>(
         RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }});
     connectWindow();
-    LibraryChange::recover(m.installer.library());
+    LibraryChange::recover(m.installer.changeNeeds());
     m_lists.order = readLauncherOptions(m.paths, m.codec).order;
     m_lists.List.setStringList(m_listFile.load());
     m_summons->showHint();

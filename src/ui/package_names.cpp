@@ -21,7 +21,7 @@ void PackageNames::askForStore(const QString &name)
 
 void PackageNames::packageDropped(const QString &path)
 {
-    const AppLibrary::Dropped dropped = m.library.DropPackage(path);
+    const AppLibrary::Dropped dropped = m.appLibrary.DropPackage(path);
     if (dropped == AppLibrary::Dropped::MayInstall)
         askForDropped(path, AppLibrary::packageKeyword(path), false);
     if (dropped != AppLibrary::Dropped::NeedsName)
@@ -33,9 +33,9 @@ void PackageNames::packageDropped(const QString &path)
 void PackageNames::askForDropped(const QString &path, const QString &keyword, bool replaces)
 {
     m.askInstall(
-        {.keyword = keyword, .origin = path, .replaces = replaces, .size = m.library.packageSize(path)},
+        {.keyword = keyword, .origin = path, .replaces = replaces, .size = m.appLibrary.packageSize(path)},
         [this, path, keyword] {
-            m.library.InstallPackage(path, keyword);
+            m.appLibrary.InstallPackage(path, keyword);
             m.faces.forget();
         });
 }

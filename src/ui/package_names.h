@@ -20,7 +20,7 @@ class PackageNames
 public:
     struct Needs
     {
-        AppLibrary &library;
+        AppLibrary &appLibrary;
         AppFaces &faces;
         StoreDoor &store;
         Questions &questions;

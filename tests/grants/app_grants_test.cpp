@@ -59,7 +59,7 @@ protected:
     AppGrants grants{{bench.paths, bench.codec, [this] { return scripts.system.vocabulary(); }}};
     PackageInstaller installer{{.paths = bench.paths,
         .codec = bench.codec,
-        .library = {bench.folders, bench.listFile, bench.trash.asTrash()},
+        .changes = {bench.folders, bench.listFile, bench.trash.asTrash()},
         .arrives
         = [this](const QString &keyword, const QString &folder) { return grants.arrive(keyword, folder); }}};
 };

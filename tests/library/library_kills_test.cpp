@@ -147,7 +147,7 @@ TEST_F(LibraryKillsTest, twoHundredKillsLeaveTheOldOrTheNewLibrary)
         for (int i = 0; i < killsOfEach; ++i) {
             build();
             kills += isKilledAfter(operation, dice.below(static_cast<int>(took)));
-            LibraryChange::recover(installer.library());
+            LibraryChange::recover(installer.changeNeeds());
             const Snapshot found = snapshot();
             ASSERT_TRUE(found == before || found == after)
                 << operation.name << ": " << found.list.join(u", "_s).toStdString();
@@ -173,11 +173,11 @@ TEST_F(LibraryKillsTest, anAppThatTheStoreReplacesIsBackOnceItsProcessIsGone)
     char done = 0;
     ASSERT_EQ(read(report[0], &done, 1), 1);
     // A launcher that starts meanwhile leaves the download of a script alone.
-    LibraryChange::recover(installer.library());
+    LibraryChange::recover(installer.changeNeeds());
     EXPECT_FALSE(QFile::exists(folder.apps(u"calc"_s)));
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
-    LibraryChange::recover(installer.library());
+    LibraryChange::recover(installer.changeNeeds());
     EXPECT_TRUE(QFile::exists(folder.script(u"calc"_s)));
 }
 
@@ -198,7 +198,7 @@ TEST_F(LibraryKillsTest, whatAKilledSaveLeftIsSweptUpAtTheNextStart)
     put(kept[0], 0); // somebody may be writing it now
     for (const QString &name : kept.sliced(1))
         put(name, 120);
-    LibraryChange::recover(installer.library());
+    LibraryChange::recover(installer.changeNeeds());
     QStringList left = QDir(load).entryList(QDir::Files);
     QStringList expected = kept;
     expected.sort();

@@ -276,7 +276,7 @@ TEST_F(PackageInstallerTest, aFolderInTheOldAppsPlaceIsNeverOverwritten)
     EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "made by another program");
     // The old one waits until there is room for it.
     ASSERT_TRUE(QDir(folder.apps(u"calc"_s)).removeRecursively());
-    LibraryChange::recover(installer.library());
+    LibraryChange::recover(installer.changeNeeds());
     EXPECT_EQ(bytesOf(folder.script(u"calc"_s)), "mine");
 }
 
