@@ -1,8 +1,11 @@
 #include "support/x_server.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
 #include <QProcessEnvironment>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -168,6 +171,17 @@ void XServer::start(QProcess &process, const QString &program, const QStringList
     environment.remove(u"WAYLAND_DISPLAY"_s);
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
+}
+
+qsizetype XServer::processes(const QByteArray &program) const
+{
+    const QByteArray here = "DISPLAY=" + m_display.toLatin1() + '\0';
+    return std::ranges::count_if(QDir(u"/proc"_s).entryList(QDir::Dirs), [&](const QString &process) {
+        QFile name(u"/proc/%1/comm"_s.arg(process));
+        QFile environment(u"/proc/%1/environ"_s.arg(process));
+        return name.open(QFile::ReadOnly) && name.readAll() == program + '\n'
+            && environment.open(QFile::ReadOnly) && environment.readAll().contains(here);
+    });
 }
 
 } // namespace plum

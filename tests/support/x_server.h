@@ -29,6 +29,9 @@ public:
     // Starts `program` on this display and returns at once. The process ends with its object.
     void start(QProcess &process, const QString &program, const QStringList &arguments = {}) const;
 
+    // How many processes of that name run on this display, whoever started them.
+    qsizetype processes(const QByteArray &program) const;
+
 private:
     bool startServer(QSize screen);
     bool startWindowManager(const QStringList &windowManager);

@@ -4,31 +4,11 @@
 
 #include <QJsonArray>
 
-#include <net/if.h>
-#include <sched.h>
-#include <sys/ioctl.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The launcher's store has one fixed address. Where the system allows it, this process gets a loopback
-// interface of its own, on which that address is free whatever else runs on this machine.
-void leaveSharedLoopback()
-{
-    if (unshare(CLONE_NEWNET) != 0)
-        return;
-    const int socket = ::socket(AF_INET, SOCK_DGRAM, 0);
-    ifreq loopback{};
-    qstrcpy(loopback.ifr_name, "lo");
-    loopback.ifr_flags = IFF_UP;
-    EXPECT_EQ(ioctl(socket, SIOCSIFFLAGS, &loopback), 0);
-    close(socket);
-}
 
 bool isFree(int port)
 {
@@ -40,7 +20,7 @@ bool isFree(int port)
 
 void StoreDesktop::SetUp()
 {
-    leaveSharedLoopback();
+    // The launcher's store has one fixed address.
     const int port = StoreAddresses::built().site.port();
     ASSERT_TRUE(eventually([&] { return isFree(port); })) << "another program serves the store's address";
     shop.emplace(port);

@@ -4,7 +4,6 @@
 #include "x11_test.h"
 
 #include <QClipboard>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QMimeData>
 #include <QTemporaryDir>
@@ -56,17 +55,8 @@ protected:
         return found ? found->owner : xcb_window_t(XCB_NONE);
     }
 
-    // How many processes of the program that keeps texts run on this test's display.
-    qsizetype keepers()
-    {
-        const QByteArray wanted = "DISPLAY=" + server.display().toLatin1() + '\0';
-        return std::ranges::count_if(QDir(u"/proc"_s).entryList(QDir::Dirs), [&](const QString &process) {
-            QFile name(u"/proc/%1/comm"_s.arg(process));
-            QFile environment(u"/proc/%1/environ"_s.arg(process));
-            return name.open(QFile::ReadOnly) && name.readAll() == "plum-clipboard\n"
-                && environment.open(QFile::ReadOnly) && environment.readAll().contains(wanted);
-        });
-    }
+    // Of the program that keeps texts.
+    qsizetype keepers() { return server.processes("plum-clipboard"); }
 
     void setInAnotherProcess(const QString &text)
     {

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <map>
 #include <utility>
 #include <vector>
@@ -120,6 +121,8 @@ protected:
             return received[window] == keys;
         });
     }
+
+    bool runsGuard() { return server.processes("plum-keyguard") > 0; }
 
     void useLayout(const QStringList &options) { run(u"setxkbmap"_s, options); }
 
@@ -283,6 +286,42 @@ TEST_F(HotkeyTest, aProgramThatHangsDoesNotKeepTheKeyboard)
         20'000));
     EXPECT_EQ(fired, 0);
     EXPECT_TRUE(waitUntil([&] { return fired == 1; }));
+}
+
+TEST_F(HotkeyTest, aProgramThatIsStoppedDoesNotKeepTheKeyboard)
+{
+    const xcb_window_t window = makeWindow(other);
+    giveKeyboard(window);
+    QProcess program;
+    server.start(program, builtProgram(u"x11_probe"_s), {u"hotkey"_s});
+    QByteArray said;
+    const auto says = [&](const QByteArray &words) {
+        return waitUntil([&] {
+            said += program.readAllStandardOutput();
+            return said == words;
+        });
+    };
+    ASSERT_TRUE(says("registered\n"));
+    ASSERT_TRUE(waitUntil([&] { return runsGuard(); }));
+
+    ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
+    press({altLeft, z});
+    press({q});
+    EXPECT_TRUE(waitUntil([&] {
+        other.dispatchArrived();
+        return !received[window].empty() && received[window].back() == q;
+    }));
+
+    // It takes the key again when it goes on, and another guard watches over it.
+    ASSERT_TRUE(waitUntil([&] { return !runsGuard(); }));
+    ::kill(static_cast<pid_t>(program.processId()), SIGCONT);
+    ASSERT_TRUE(says("registered\nfired\n")); // the press that it could not see before
+    ASSERT_TRUE(waitUntil([&] { return runsGuard(); }));
+    press({altLeft, z});
+    EXPECT_TRUE(says("registered\nfired\nfired\n"));
+    program.kill();
+    program.waitForFinished();
+    EXPECT_TRUE(waitUntil([&] { return !runsGuard(); }));
 }
 
 TEST_F(HotkeyTest, unregisteringSetsTheKeyboardFree)

@@ -1,4 +1,5 @@
 #include "platform/clipboard.h"
+#include "platform/global_hotkey.h"
 #include "platform/platform.h"
 #include "platform/shell.h"
 
@@ -6,10 +7,14 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <cstdio>
+
 // Does what its first argument says with the ports of this system, and ends as plum does.
 //   x11_probe set-clipboard     puts its standard input on the clipboard
 //   x11_probe clear-clipboard
 //   x11_probe open PROGRAM      starts a program
+//   x11_probe hotkey            says "registered" when it has Alt+Z, and "fired" for each press, until the
+//   display goes
 // or shows a window until the display goes:
 //   x11_probe window TITLE
 int main(int argc, char **argv)
@@ -29,6 +34,16 @@ int main(int argc, char **argv)
     } else if (task == u"open") {
         if (!platform->shell().open(QCoreApplication::arguments().value(2), {}, plum::ShowState::Normal))
             return 1;
+    } else if (task == u"hotkey") {
+        const auto say = [](const char *what) {
+            std::puts(what);
+            std::fflush(stdout);
+        };
+        QObject::connect(&platform->hotkey(), &plum::GlobalHotkey::fired, [say] { say("fired"); });
+        if (!platform->hotkey().registerHotkey(plum::GlobalHotkey::Alt, 'Z'))
+            return 1;
+        say("registered");
+        return QGuiApplication::exec();
     } else if (task == u"window") {
         QWindow window;
         window.setTitle(QCoreApplication::arguments().value(2));
