@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace plum {
 
@@ -37,13 +38,23 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
+// What references hold in an expression that is only read: everything that is worked out of it is as unknown,
+// and fails nothing.
+constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
+
 // One pass from left to right; each method reads what its name says and returns its value.
 class Calculator
 {
 public:
-    Calculator(QStringView text, const ReferencedText &textOf)
+    enum class Values {
+        Known,
+        Unknown, // of references; their texts do not count
+    };
+
+    Calculator(QStringView text, const ReferencedText &textOf, Values values = Values::Known)
         : m_text(text)
         , m_textOf(textOf)
+        , m_values(values)
     {
     }
 
@@ -76,20 +87,25 @@ private:
         for (;;) {
             skipBlanks();
             if (take(u"<="))
-                left = left <= sum() ? 1 : 0;
+                left = compared(left, sum(), [](double a, double b) { return a <= b; });
             else if (take(u">="))
-                left = left >= sum() ? 1 : 0;
+                left = compared(left, sum(), [](double a, double b) { return a >= b; });
             else if (take(u"=="))
-                left = left == sum() ? 1 : 0;
+                left = compared(left, sum(), [](double a, double b) { return a == b; });
             else if (take(u"!="))
-                left = left != sum() ? 1 : 0;
+                left = compared(left, sum(), [](double a, double b) { return a != b; });
             else if (take(u"<"))
-                left = left < sum() ? 1 : 0;
+                left = compared(left, sum(), [](double a, double b) { return a < b; });
             else if (take(u">"))
-                left = left > sum() ? 1 : 0;
+                left = compared(left, sum(), [](double a, double b) { return a > b; });
             else
                 return left;
         }
+    }
+
+    template <typename Holds> double compared(double left, double right, Holds holds) const
+    {
+        return !isKnown(left) || !isKnown(right) ? unknown : holds(left, right) ? 1 : 0;
     }
 
     double sum()
@@ -192,6 +208,8 @@ private:
         if (take(u"("))
             return function(name, from);
         const QString text = referenced(name, from);
+        if (m_values == Values::Unknown)
+            return unknown;
         try {
             return toDouble(text);
         } catch (const RunTimeError &) {
@@ -215,8 +233,10 @@ private:
     template <typename Choose> double extreme(Choose choose)
     {
         double value = comparison();
-        while (takeComma())
-            value = choose(value, comparison());
+        while (takeComma()) {
+            const double next = comparison();
+            value = !isKnown(value) || !isKnown(next) ? unknown : choose(value, next);
+        }
         expectClosing();
         return value;
     }
@@ -229,10 +249,12 @@ private:
             skipBlanks();
             const qsizetype at = m_at;
             digits = comparison();
-            if (digits != std::floor(digits) || digits < 0 || digits > mostDigits)
+            if (isKnown(digits) && (digits != std::floor(digits) || digits < 0 || digits > mostDigits))
                 failAt(at, u"round takes 0 to 15 digits"_s);
         }
         expectClosing();
+        if (!isKnown(digits))
+            return unknown;
         const double scale = std::pow(10.0, digits);
         const double scaled = value * scale;
         // What is beyond the precision of a number has no fraction to round.
@@ -251,8 +273,10 @@ private:
         if (!atEnd() && isNameStart(m_text[m_at])) {
             const QStringView name = readName();
             skipBlanks();
-            if (take(u")"))
-                return static_cast<double>(referenced(name, from).size());
+            if (take(u")")) {
+                const QString text = referenced(name, from);
+                return m_values == Values::Unknown ? unknown : static_cast<double>(text.size());
+            }
         }
         failAt(from, u"length takes one reference, such as set.name"_s);
     }
@@ -315,9 +339,11 @@ private:
         return m_text.sliced(m_at, isPair ? 2 : 1);
     }
 
+    bool isKnown(double value) const { return m_values == Values::Known || !std::isnan(value); }
+
     double finite(double value, qsizetype at) const
     {
-        if (!std::isfinite(value))
+        if (isKnown(value) && !std::isfinite(value))
             failAt(at, u"the result is too large"_s);
         return value;
     }
@@ -327,6 +353,7 @@ private:
 
     QStringView m_text;
     const ReferencedText &m_textOf;
+    const Values m_values;
     qsizetype m_at = 0;
     int m_depth = 0;
 };
@@ -337,6 +364,19 @@ Calculation calculated(QStringView expression, const ReferencedText &textOf)
 {
     try {
         return {Calculator(expression, textOf).whole(), {}, 0};
+    } catch (const Failure &failure) {
+        return {{}, failure.problem, failure.column};
+    }
+}
+
+Calculation readExpression(QStringView expression, const std::function<bool(QStringView)> &exists)
+{
+    const ReferencedText textOf = [&exists](QStringView reference) {
+        return exists(reference) ? std::optional(QString()) : std::nullopt;
+    };
+    try {
+        Calculator(expression, textOf, Calculator::Values::Unknown).whole();
+        return {};
     } catch (const Failure &failure) {
         return {{}, failure.problem, failure.column};
     }

@@ -25,6 +25,10 @@ using ReferencedText = std::function<std::optional<QString>(QStringView referenc
 // below 0 too. A reference used as a number has to be one: a decimal number with blanks around it at most.
 Calculation calculated(QStringView expression, const ReferencedText &textOf);
 
+// What is wrong with an expression whatever its references hold, as far as that can be known; without a
+// problem when nothing is. `exists` says which references there are.
+Calculation readExpression(QStringView expression, const std::function<bool(QStringView)> &exists);
+
 // A number as scripts see it: at most 15 digits, without an exponent from 0.000001 up to below 10^15.
 QString numberText(double value);
 

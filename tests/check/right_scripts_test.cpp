@@ -1,4 +1,5 @@
 // Scripts without a mistake are left alone: no error, and a warning in a thousand lines at most.
+#include "check/random_edition2_scripts.h"
 #include "check/random_scripts.h"
 #include "check/script_check.h"
 #include "engine/run_time_error.h"
@@ -49,6 +50,15 @@ struct Said
     QStringList errors;
     QStringList warnings;
 
+    // No error, and fewer than one warning in a thousand lines.
+    void expectNothing() const
+    {
+        std::cout << lines << " lines, " << warnings.size() << " warnings\n";
+        EXPECT_EQ(errors.first(std::min<qsizetype>(errors.size(), 20)), QStringList());
+        EXPECT_LT(warnings.size() * 1000, lines)
+            << warnings.first(std::min<qsizetype>(warnings.size(), 40)).join(u'\n').toStdString();
+    }
+
     void take(const QStringList &script, const Findings &findings)
     {
         lines += script.size();
@@ -74,11 +84,22 @@ TEST(RightScripts, atRandomAreLeftAlone)
         if (const QString error = i % runEach == 0 ? errorOf(script) : QString(); !error.isEmpty())
             failures += error;
     }
-    std::cout << scripts << " scripts, " << said.lines << " lines, " << said.warnings.size() << " warnings\n";
-    EXPECT_EQ(said.errors.first(std::min<qsizetype>(said.errors.size(), 20)), QStringList());
+    said.expectNothing();
     EXPECT_EQ(failures, QStringList());
-    EXPECT_LT(said.warnings.size() * 1000, said.lines)
-        << said.warnings.first(std::min<qsizetype>(said.warnings.size(), 40)).join(u'\n').toStdString();
+}
+
+// The guard's tests run such scripts.
+TEST(RightScripts, ofEdition2AtRandomAreLeftAlone)
+{
+    const ScriptVocabulary vocabulary = recording::ScriptBench().system.vocabulary();
+    const ScriptCheck check(vocabulary);
+    test::RandomEdition2Scripts random(vocabulary, 1);
+    Said said;
+    for (int i = 0; i < scripts; ++i) {
+        const QStringList script = random.next();
+        said.take(script, check.check(script.join(u'\n').toUtf8() + "\n"));
+    }
+    said.expectNothing();
 }
 
 TEST(RightScripts, ofTheManualHaveNoErrorAndOnlyTheWarningsThatAreMeant)
@@ -93,6 +114,19 @@ TEST(RightScripts, ofTheManualHaveNoErrorAndOnlyTheWarningsThatAreMeant)
     EXPECT_EQ(said.errors, QStringList());
     // The manual shows what becomes of an unquoted word and of a variable that nobody has set.
     EXPECT_EQ(said.warnings.size(), 2) << said.warnings.join(u'\n').toStdString();
+}
+
+TEST(RightScripts, ofTheManualsEdition2HaveNothingSaidOfThem)
+{
+    const ScriptCheck check(recording::ScriptBench().system.vocabulary());
+    Said said;
+    for (const recording::ManualExample &example :
+        recording::manualExamples(recording::ManualPage::Edition2)) {
+        if (example.error.isEmpty())
+            said.take(example.script, check.check(example.script.join(u'\n').toUtf8() + "\n"));
+    }
+    ASSERT_GT(said.lines, 60);
+    said.expectNothing();
 }
 
 TEST(RightScripts, ofTheStarterAppsHaveNeitherErrorsNorWarnings)

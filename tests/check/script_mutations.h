@@ -16,10 +16,10 @@ struct Mutant
     QString what; // "quote deleted", ...
 };
 
-// All mutants of a script of edition 1 by one token: a namespace, command, choice, key, reference, name,
-// separator or quote deleted, doubled, exchanged with the token behind it, or in the other letter case; a
-// digit of a number, point, region, colour or name replaced by the letter that looks like it. Changes inside
-// a text or path, which still fits its field, are none.
+// All mutants of a script without mistakes by one token: a namespace, command, choice, key, reference, name,
+// separator, brace or quote deleted, doubled, exchanged with the token behind it, or in the other letter
+// case; a digit of a number, point, region, colour or name replaced by the letter that looks like it. Changes
+// inside a text or path, which still fits its field, are none.
 QList<Mutant> mutantsOf(const QStringList &script, const ScriptVocabulary &vocabulary);
 
 } // namespace plum::test

@@ -1,6 +1,5 @@
 // Runs every example of docs/scripting.md; manual_examples.h says how they are written.
 
-#include "engine/editions/script_error.h"
 #include "support/manual_examples.h"
 
 #include <QFile>
@@ -14,41 +13,12 @@ using plum::recording::ExampleBench;
 using plum::recording::ManualExample;
 using plum::recording::manualExamples;
 using plum::recording::ManualPage;
-using plum::test::TemporaryFiles;
 
 namespace {
 
 const QList<ManualExample> &examples()
 {
     return manualExamples(ManualPage::Edition2);
-}
-
-QString scriptOf(const ManualExample &example)
-{
-    QStringList lines = example.script;
-    if (!lines.first().startsWith("//edition:"_L1))
-        lines.prepend(u"//edition:2"_s);
-    return lines.join(u'\n');
-}
-
-// Runs an example and closes all that it shows; the first mistake, as "line:column: reason".
-QString errorOf(ExampleBench &bench, const QString &path)
-{
-    try {
-        bench.system.starts().prepareCommandLine(path);
-        bench.system.starts().runAll();
-        for (;;) {
-            const QString shown = bench.events().isEmpty() ? QString() : bench.events().last();
-            if (!shown.startsWith("tip "_L1) && !shown.startsWith("input "_L1))
-                return {};
-            const bool isQuestion = shown.startsWith("input "_L1);
-            const QString answer = isQuestion ? bench.answers.takeFirst() : QString();
-            bench.system.starts().answer(1, {isQuestion, shown.section(u'|', 1), answer});
-        }
-    } catch (const ScriptError &error) {
-        const ScriptMistake &first = error.mistakes().front();
-        return u"%1:%2: %3"_s.arg(first.line).arg(first.column).arg(first.reason);
-    }
 }
 
 } // namespace
@@ -59,8 +29,7 @@ TEST(Manual, EachExampleDoesWhatThePageSays)
     for (const ManualExample &example : examples()) {
         SCOPED_TRACE("scripting.md:" + std::to_string(example.line));
         ExampleBench bench(example);
-        const TemporaryFiles files;
-        const QString error = errorOf(bench, files.write(u"main.wf"_s, scriptOf(example).toUtf8()));
+        const QString error = bench.runToTheEnd(example.script);
         EXPECT_TRUE(example.error.isEmpty() ? error.isEmpty() : error.startsWith(example.error))
             << error.toStdString();
         QStringList tips;

@@ -1,5 +1,7 @@
 #include "support/manual_examples.h"
 
+#include "engine/editions/script_error.h"
+
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -76,8 +78,12 @@ private:
 
     void finish()
     {
-        if (!m_example.script.isEmpty())
+        constexpr QLatin1StringView asking("//edition:2");
+        if (!m_example.script.isEmpty()) {
+            if (m_page == ManualPage::Edition2 && m_example.script.first() != asking)
+                m_example.script.prepend(asking);
             m_examples += m_example;
+        }
         m_example = {};
     }
 
@@ -116,6 +122,26 @@ ExampleBench::ExampleBench(const ManualExample &example)
             around.arrange(given);
     }
     platform.log.clear();
+}
+
+QString ExampleBench::runToTheEnd(const QStringList &script)
+{
+    const QString path = m_files.write(u"main.wf"_s, script.join(u'\n').toUtf8());
+    try {
+        system.starts().prepareCommandLine(path);
+        system.starts().runAll();
+        for (;;) {
+            const QString shown = events().isEmpty() ? QString() : events().last();
+            if (!shown.startsWith("tip "_L1) && !shown.startsWith("input "_L1))
+                return {};
+            const bool isAnswered = shown.startsWith("input "_L1) && !answers.isEmpty();
+            const QString answer = isAnswered ? answers.takeFirst() : QString();
+            system.starts().answer(1, {isAnswered, shown.section(u'|', 1), answer});
+        }
+    } catch (const ScriptError &error) {
+        const ScriptMistake &first = error.mistakes().front();
+        return u"%1:%2: %3"_s.arg(first.line).arg(first.column).arg(first.reason);
+    }
 }
 
 QStringList ExampleBench::happened() const

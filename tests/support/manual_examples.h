@@ -26,7 +26,7 @@ struct ManualExample
 {
     int line = 0; // of the document, counted from 1
     bool isError = false;
-    QStringList script;
+    QStringList script; // in edition 2 with the line that asks for it
     QStringList given;
     std::optional<QStringList> does;
     QStringList shows;
@@ -47,10 +47,14 @@ class ExampleBench : public ScriptBench
 public:
     explicit ExampleBench(const ManualExample &example);
 
+    // Runs the example as a script of edition 2, answers its questions and closes its tips. The first
+    // mistake, as "line:column: reason"; empty without one.
+    QString runToTheEnd(const QStringList &script);
+
     // All events but the pauses, and the question of the bench.
     QStringList happened() const;
 
-    QStringList answers; // to the questions of the example, one after the other
+    QStringList answers; // to the questions of the example, one after the other; those that lack are given up
 
 private:
     test::TemporaryFiles m_files;

@@ -1,5 +1,7 @@
 #include "values/expression.h"
 
+#include "support/dice.h"
+
 #include <QHash>
 
 #include <gtest/gtest.h>
@@ -112,4 +114,60 @@ TEST(NumberText, HasAtMostFifteenDigits)
     EXPECT_EQ(numberText(999999999999999), u"999999999999999");
     EXPECT_EQ(numberText(1e15), u"1e+15");
     EXPECT_EQ(numberText(1e-7), u"1e-07");
+}
+
+namespace {
+
+QString randomExpression(recording::Dice &dice, int depth)
+{
+    const QStringList leaves{u"1"_s, u"0"_s, u"2.5"_s, u"set.n"_s, u"set.half"_s, u"set.größe"_s,
+        u"me.enter_input"_s, u"length(set.word)"_s};
+    if (depth == 0 || dice.oneIn(4))
+        return leaves[dice.below(int(leaves.size()))];
+    const auto inner = [&] { return randomExpression(dice, depth - 1); };
+    const QStringList operators{
+        u"+"_s, u"-"_s, u"*"_s, u"/"_s, u"%"_s, u"<"_s, u"<="_s, u">"_s, u">="_s, u"=="_s, u"!="_s};
+    switch (dice.below(6)) {
+    case 0:
+        return u"min(%1,%2)"_s.arg(inner(), inner());
+    case 1:
+        return u"max(%1,%2,%3)"_s.arg(inner(), inner(), inner());
+    case 2:
+        return u"round(%1,%2)"_s.arg(inner(), inner());
+    default:
+        return u"(%1 %2 %3)"_s.arg(inner(), operators[dice.below(int(operators.size()))], inner());
+    }
+}
+
+} // namespace
+
+TEST(Expression, IsReadWithoutAProblemWhenSomethingMakesItWork)
+{
+    const auto exists = [](QStringView name) { return variables.contains(name.toString()); };
+    recording::Dice dice(1);
+    int worked = 0;
+    int problems = 0;
+    for (int i = 0; i < 20'000; ++i) {
+        const QString expression = randomExpression(dice, 3);
+        const Calculation read = readExpression(expression, exists);
+        problems += read.problem.isEmpty() ? 0 : 1;
+        if (!calculate(expression).value)
+            continue;
+        ++worked;
+        EXPECT_EQ(read.problem, QString()) << qPrintable(expression);
+    }
+    EXPECT_GT(worked, 5000);
+    EXPECT_GT(problems, 500); // divisions by a 0 that is written
+}
+
+TEST(Expression, HasTheSameProblemReadAndWorkedOut)
+{
+    const auto exists = [](QStringView name) { return variables.contains(name.toString()); };
+    for (const QString &expression : {u"(set.n + 1"_s, u"set.n + l"_s, u"set.n 1"_s, u"SET.n + 1"_s,
+             u"1 / 0"_s, u"round(set.n, 1.5)"_s, u"lenght(set.word)"_s, u""_s, u"set.n ** 2"_s}) {
+        const Calculation read = readExpression(expression, exists);
+        EXPECT_FALSE(read.problem.isEmpty()) << qPrintable(expression);
+        EXPECT_EQ(read.problem, calculate(expression).problem);
+        EXPECT_EQ(read.column, calculate(expression).column);
+    }
 }

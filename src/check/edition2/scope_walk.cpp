@@ -2,6 +2,8 @@
 
 #include "check/findings/literal_rules.h"
 #include "engine/edition2/parser.h"
+#include "engine/references.h"
+#include "values/expression.h"
 
 #include <QRegularExpression>
 
@@ -25,6 +27,11 @@ bool isLoop(Word word)
 int lastLineOf(const Statement &statement)
 {
     return std::max(statement.line.at.line, statement.sections.back().head.at.line);
+}
+
+bool isExpression(const Line &line, const Field &field)
+{
+    return line.nameSpace == "calc"_L1 && field.kind == FieldKind::Text;
 }
 
 bool readsItsVariable(const Line &line)
@@ -115,6 +122,7 @@ void ScopeWalk::judgeAssignment(const Line &line)
         if (value.form == Form::Text) {
             judgeSecret(m_report, line.at.line, value.at.column, line.command, value.text);
             judgePlace(m_report, line.at.line, value.at.column, value.text);
+            judgeForgottenMark(line, value);
         }
     }
     m_variables.set(line.command, line.at.line, line.commandAt().column, known);
@@ -135,6 +143,8 @@ void ScopeWalk::judgeValue(const Line &line, const BoundValue &bound)
         setVariable(line, value);
         return;
     }
+    if (value.form == Form::Text && !isExpression(line, field))
+        judgeForgottenMark(line, value);
     switch (value.form) {
     case Form::Reference:
         if (value.text.startsWith(variablePrefix)) {
@@ -175,16 +185,59 @@ void ScopeWalk::judgeText(const Line &line, const Field &field, const Value &val
             m_files.judge(m_report, line.at.line, value.at.column, text,
                 {.isPicture = line.command == "find_pic"_L1 || line.command == "picture"_L1});
     }
-    // Expressions name variables inside a text.
-    if (line.nameSpace == "calc"_L1) {
-        static const QRegularExpression name(u"\\bset\\.([\\p{L}_][\\p{L}\\p{N}_]*)"_s);
-        for (auto it = name.globalMatch(text); it.hasNext();) {
-            const QRegularExpressionMatch match = it.next();
-            const qsizetype quotes = QStringView(text).first(match.capturedStart()).count(u'"');
-            m_variables.read(match.captured(1), line.at.line,
-                value.at.column + 1 + static_cast<int>(match.capturedStart() + quotes));
-        }
+    if (isExpression(line, field))
+        judgeExpression(line, value, text);
+}
+
+// Expressions name variables inside a text.
+void ScopeWalk::judgeExpression(const Line &line, const Value &value, const QString &text)
+{
+    // Behind the quote, and the quotes before are written twice. One that a variable holds stands elsewhere.
+    const bool standsHere = value.form == Form::Text;
+    const auto columnOf = [&](qsizetype index) {
+        return standsHere
+            ? value.at.column + 1 + static_cast<int>(index + QStringView(text).first(index).count(u'"'))
+            : value.at.column;
+    };
+    static const QRegularExpression name(u"\\bset\\.([\\p{L}_][\\p{L}\\p{N}_]*)"_s);
+    for (auto it = name.globalMatch(text); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        m_variables.read(match.captured(1), line.at.line, columnOf(match.capturedStart()));
     }
+    if (!standsHere)
+        m_report.addUnknownName();
+    const Calculation read = readExpression(text, [](QStringView reference) {
+        return reference.startsWith(variablePrefix) ? isName(reference.sliced(variablePrefix.size()))
+                                                    : plum::isReference(reference);
+    });
+    if (!read.problem.isEmpty())
+        m_report.add(line.at.line, standsHere ? columnOf(read.column - 1) : value.at.column, u"wrong-value",
+            asSentence(u"expression: "_s + read.problem));
+}
+
+// A text that looks like one with values in it.
+void ScopeWalk::judgeForgottenMark(const Line &line, const Value &value)
+{
+    static const QRegularExpression braces(u"\\{([\\p{L}_][\\p{L}\\p{N}_.]*)\\}"_s);
+    const auto names = [&](const QString &name) {
+        const bool isOwn = name.startsWith(variablePrefix);
+        return name.contains(u'.') && !isOwn
+            ? plum::isReference(name)
+            : m_variables.isSet(isOwn ? name.sliced(variablePrefix.size()) : name);
+    };
+    for (auto it = braces.globalMatch(value.text); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        if (!names(match.captured(1)))
+            continue;
+        m_report.add(line.at.line, value.at.column, u"quoted-reference",
+            u"Between quotes %1 is a text like any other; for its value write $ in front of them."_s.arg(
+                match.captured()));
+        return;
+    }
+    if (value.text.contains(u'.') && names(value.text))
+        m_report.add(line.at.line, value.at.column, u"quoted-reference",
+            u"Between quotes %1 is a text like any other; for its value leave the quotes out."_s.arg(
+                value.text));
 }
 
 void ScopeWalk::setVariable(const Line &line, const Value &value)

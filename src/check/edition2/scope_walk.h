@@ -28,6 +28,8 @@ private:
     void judge(const Line &line);
     void judgeAssignment(const Line &line);
     void judgeValue(const Line &line, const BoundValue &bound);
+    void judgeForgottenMark(const Line &line, const Value &value);
+    void judgeExpression(const Line &line, const Value &value, const QString &text);
     void judgeText(const Line &line, const Field &field, const Value &value, const QString &text);
     void setVariable(const Line &line, const Value &value);
     void readNames(const Line &line, const Value &value);
