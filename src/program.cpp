@@ -7,7 +7,6 @@
 #include "library/install_offer.h"
 #include "library/settings_file.h"
 #include "platform/paths.h"
-#include "stopping/stop_hotkey.h"
 #include "ui/message_boxes.h"
 
 #include <QApplication>
@@ -46,7 +45,7 @@ bool looksLikeLineFeedsOnly(const QStringList &lines)
 
 Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
     : m_platform(createPlatform(programPath))
-    , m_hand(*m_platform, m_stop, [this] { return stopHotkeyOf(*m_platform); })
+    , m_hand(*m_platform, m_stop, [this] { return m_scripts.state().currentKeyword; })
     , m_addresses(StoreAddresses::built())
     , m_folders(m_platform->paths())
     , m_listFile(m_platform->paths(), m_platform->textCodec())
@@ -73,6 +72,8 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
           .stop = m_stop,
           .watchHand = [this](bool isWatching) { m_hand.setWatching(isWatching); },
           .releaseKeys = [this] { m_hand.releaseKeys(); },
+          .inputPause = [this] { return m_hand.gate().pause(); },
+          .goOn = [this] { m_hand.gate().goOn(); },
           .mayRun = [this](const QString &keyword) { return mayRun(keyword); },
           .keepWhatHappened = [this](const QString &sentence) { keepWhatHappened(sentence); },
           .showWhatHappened = [this] { showWhatHappened(); },
@@ -99,6 +100,7 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
           .storePage = m_store,
           .executableName = QFileInfo(programPath).completeBaseName(),
           .stop = &m_stop,
+          .gate = &m_hand.gate(),
           .refused = [this](const QString &sentence) { m_ui.tellRefused(sentence); },
           .searches = m_flight ? &m_flight->recorder : nullptr})
     , m_instance(m_folders)
@@ -123,6 +125,7 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
         if (!isOnTheWay(status))
             m_ui.showDownload({});
     });
+    m_hand.gate().onPause([this](InputPause pause) { m_ui.tellPause(pause); });
     m_platform->onEndRequested([this] { m_ui.endProcess(); });
     m_platform->onInterrupted([this] { m_ui.interrupt(); });
 }

@@ -22,6 +22,7 @@
 #include "platform/stop_signal.h"
 #include "programs/program_runner.h"
 #include "search/screen_search.h"
+#include "stopping/gated_platform.h"
 #include "stopping/stoppable_http_client.h"
 #include "stopping/stoppable_platform.h"
 #include "values/calc_commands.h"
@@ -90,8 +91,12 @@ struct ScriptSystem::Parts
 
     Platform &on(const Needs &needs)
     {
-        Platform &inner = needs.stop ? stoppable.emplace(needs.platform, *needs.stop) : needs.platform;
-        return needs.refused ? guardedPlatform.emplace(inner, guard) : inner;
+        Platform *inner = &needs.platform;
+        if (needs.stop)
+            inner = &stoppable.emplace(*inner, *needs.stop);
+        if (needs.gate)
+            inner = &gated.emplace(*inner, *needs.gate);
+        return needs.refused ? guardedPlatform.emplace(*inner, guard) : *inner;
     }
 
     Shell &with(const Needs &needs)
@@ -114,6 +119,7 @@ struct ScriptSystem::Parts
 
     std::optional<StoppablePlatform> stoppable;
     std::optional<StoppableHttpClient> stoppableHttp;
+    std::optional<GatedPlatform> gated;
 
     // The guard looks at the run, so it comes last; what it guards is there before it.
     Guard *guard = nullptr;

@@ -8,6 +8,7 @@
 namespace plum {
 
 class HttpClient;
+class InputGate;
 class Notices;
 class Platform;
 class ProgramRunner;
@@ -28,6 +29,8 @@ public:
         StorePage &storePage;
         QString executableName;
         StopSignal *stop = nullptr; // what ends runs; without it they go on to their ends
+
+        InputGate *gate = nullptr; // what keeps keys and clicks back; without it nothing does
 
         // Hears what runs were refused that have a limit. Without it no run has one.
         std::function<void(const QString &sentence)> refused = {};

@@ -85,6 +85,7 @@ public:
     WindowHandle underPointer() override { return m_platform.windows().underPointer(); }
     WindowHandle byTitle(const QString &title) override { return m_platform.windows().byTitle(title); }
     WindowHandle own(quintptr id) override { return m_platform.windows().own(id); }
+    WindowHandle topLevel(WindowHandle window) override { return m_platform.windows().topLevel(window); }
     std::vector<WindowHandle> stacking() override { return m_platform.windows().stacking(); }
     bool isOnScreen(WindowHandle window) override { return m_platform.windows().isOnScreen(window); }
     QRect rectangle(WindowHandle window) override { return m_platform.windows().rectangle(window); }

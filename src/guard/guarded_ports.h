@@ -108,6 +108,7 @@ public:
     WindowHandle underPointer() override;
     WindowHandle byTitle(const QString &title) override;
     WindowHandle own(quintptr id) override { return m_platform.windows().own(id); }
+    WindowHandle topLevel(WindowHandle window) override { return m_platform.windows().topLevel(window); }
     std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle window) override;
     QRect rectangle(WindowHandle window) override;

@@ -54,6 +54,8 @@ constexpr char runUsage[] = R"(Runs a script like plum, and always ends.
   --timeout S         ends the run after S seconds
   --set name=value    a variable that the script finds when it begins; may be given several times
   --trace FILE        writes what the run did, line by line, as a page of HTML
+  --scoped            keys and clicks go only to the window that was in front when the run last activated or
+                      clicked one; the run waits while another one is
   --secrets           has answers and the clipboard's texts in that page, too
   --help              shows this text
 

@@ -31,6 +31,14 @@ OptionRow textRow(const QString &name, QString &text)
             }};
 }
 
+OptionRow flagRow(const QString &name, bool &flag)
+{
+    return {.name = name, .hasValue = false, .take = [&flag](const QString &) {
+                flag = true;
+                return QString();
+            }};
+}
+
 } // namespace
 
 RunOptions readRunOptions(const QStringList &arguments, QString &problem)
@@ -45,14 +53,10 @@ RunOptions readRunOptions(const QStringList &arguments, QString &problem)
         options.timeout = seconds;
         return QString();
     };
-    const auto traceSecrets = [&](const QString &) {
-        options.tracesSecrets = true;
-        return QString();
-    };
     const FileAndHelp read = readOptions(arguments,
         {{.name = u"--timeout"_s, .take = takeTimeout}, settingRow(options.variables),
-            textRow(u"--trace"_s, options.trace),
-            {.name = u"--secrets"_s, .hasValue = false, .take = traceSecrets}},
+            textRow(u"--trace"_s, options.trace), flagRow(u"--secrets"_s, options.tracesSecrets),
+            flagRow(u"--scoped"_s, options.isScoped)},
         problem);
     options.file = read.file;
     options.wantsHelp = read.wantsHelp;

@@ -23,6 +23,7 @@ struct RunOptions
     std::optional<double> timeout; // seconds
     QList<std::pair<QString, QString>> variables;
     QString trace; // the file that gets what the run did; empty for none
+    bool isScoped = false; // keys and clicks go to the run's own window alone
     bool tracesSecrets = false; // answers and the clipboard's texts, too
     bool wantsHelp = false;
 };

@@ -3,7 +3,6 @@
 #include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
 #include "flight/flight_page.h"
-#include "stopping/stop_hotkey.h"
 #include "ui/message_boxes.h"
 #include "ui/shurubox.h"
 
@@ -35,7 +34,7 @@ void print(const QString &line)
 ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
     : m_platform(createPlatform(programPath))
     , m_flight(*m_platform, m_platform->shell())
-    , m_hand(*m_platform, m_stop, [this] { return stopHotkeyOf(*m_platform); })
+    , m_hand(*m_platform, m_stop, [] { return QString(); })
     , m_hasDesktop(hasDesktop)
     , m_scripts({.platform = m_flight.platform,
           .shell = m_flight.shell,
@@ -43,10 +42,17 @@ ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
           .storePage = m_storePage,
           .executableName = u"plumkit"_s,
           .stop = &m_stop,
+          .gate = &m_hand.gate(),
           .searches = &m_flight.recorder})
 {
     m_scripts.state().observer = &m_flight.recorder;
     QObject::connect(&m_stop, &StopSignal::raised, &m_stop, [this] { end(Stopped); });
+    m_hand.gate().onPause([this](InputPause pause) {
+        print(m_file
+            + (pause.reason == InputPause::Reason::Hand
+                    ? u": waits while you use the mouse or the keyboard, and 1.5 seconds more"_s
+                    : u": waits until its window is in front again"_s));
+    });
     m_platform->onEndRequested([this] { end(Stopped); });
 }
 
@@ -61,6 +67,8 @@ void ScriptRun::start(const RunOptions &options)
     m_trace = options.trace;
     if (options.tracesSecrets)
         m_flight.recorder.setKeeps(FlightRecorder::Keeps::Everything);
+    if (options.isScoped)
+        m_hand.setScoped();
     if (!m_scripts.starts().prepareFile(options.file)) {
         print(u"plumkit: %1 cannot be read"_s.arg(options.file));
         end(Unusable);

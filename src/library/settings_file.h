@@ -34,6 +34,9 @@ public:
 
     bool exists() const;
 
+    // The whole file; empty when there is none.
+    QByteArray content() const;
+
     // At most 1,024 characters; empty when there is no such file, section or key.
     QString ReadSetting(const QString &section, const QString &key) const;
 
@@ -41,7 +44,6 @@ public:
     void WriteSetting(const QString &section, const QString &key, const QString &value);
 
 private:
-    QByteArray content() const;
     QString systemPath() const;
 
     AppFolders m_folders;

@@ -33,6 +33,9 @@ public:
     // controls in a window as windows, it is the control; elsewhere the top-level window.
     virtual WindowHandle underPointer() = 0;
 
+    // The top-level window that a control stands in; itself where controls are no windows.
+    virtual WindowHandle topLevel(WindowHandle window) { return window; }
+
     // A top-level window whose title is exactly `title`; 0 when there is none.
     virtual WindowHandle byTitle(const QString &title) = 0;
 

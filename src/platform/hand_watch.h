@@ -31,6 +31,10 @@ struct HandSigns
     // Esc was held on a real keyboard for `heldEscape`, or the hotkey was pressed. Called in a thread of the
     // watch's own.
     std::function<void()> stop;
+
+    // The hand has moved or clicked the mouse, or pressed a key, on a real device. Called in that thread,
+    // too, and often; empty where nobody wants to know.
+    std::function<void()> atWork = {};
 };
 
 // Looks at the keyboards that hands use, and not at what scripts press, until it is destroyed.

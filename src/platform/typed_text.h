@@ -15,4 +15,8 @@ struct TypedText
 
 TypedText charactersOf(QStringView text);
 
+// How many units of UTF-16 the first character of `text` has, which is not empty: the two of a line end and
+// of a pair are one character.
+qsizetype unitsOfCharacter(QStringView text);
+
 } // namespace plum

@@ -1,8 +1,6 @@
 #include "stopping/stop_hotkey.h"
 
-#include "library/settings_file.h"
 #include "platform/global_hotkey.h"
-#include "platform/platform.h"
 
 #include <QStringList>
 
@@ -42,12 +40,6 @@ StopHotkey stopHotkeyFromText(const QString &text)
             return {};
     }
     return hotkey.modifiers == 0 || hotkey.virtualKey == 0 ? StopHotkey() : hotkey;
-}
-
-StopHotkey stopHotkeyOf(Platform &platform)
-{
-    return stopHotkeyFromText(
-        SettingsFile::options(platform.paths(), platform.textCodec()).ReadSetting(u"stop"_s, u"hotkey"_s));
 }
 
 } // namespace plum

@@ -53,6 +53,7 @@ void frmSet::connectMainPanel()
     connect(okbox, &MainPanel::hotkeyRequested, this, &frmSet::hotkeyRequested);
     connect(okbox, &MainPanel::exitRequested, this, &frmSet::exitRequested);
     const Footer &footer = okbox->footer();
+    connect(&footer, &Footer::goOnRequested, this, &frmSet::goOnRequested);
     connect(&footer, &Footer::stopRequested, this, &frmSet::stopRequested);
     connect(&footer, &Footer::stoppedLineRequested, this, &frmSet::stoppedLineRequested);
     connect(&footer, &Footer::whatHappenedRequested, this, &frmSet::whatHappenedRequested);
@@ -181,6 +182,20 @@ void frmSet::changeEvent(QEvent *event)
 
 // Esc comes here from every control. As a shortcut it would take the key from a box that is about to become
 // the active window.
+void frmSet::setWaitsForHand(bool waits)
+{
+    footer().setWaitsForHand(waits);
+    if (waits && m_goOnKeys.empty()) {
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+            auto *shortcut = new QShortcut(QKeySequence(key), this);
+            connect(shortcut, &QShortcut::activated, this, &frmSet::goOnRequested);
+            m_goOnKeys.push_back(shortcut);
+        }
+    }
+    for (QShortcut *shortcut : m_goOnKeys)
+        shortcut->setEnabled(waits);
+}
+
 void frmSet::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape)

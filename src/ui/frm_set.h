@@ -6,6 +6,9 @@
 #include <QPointer>
 
 #include <memory>
+#include <vector>
+
+class QShortcut;
 
 namespace plum {
 
@@ -48,6 +51,9 @@ public:
     QString selectedKeyword() const { return okbox->selectedKeyword(); }
     Footer &footer() { return okbox->footer(); }
 
+    // While it is so, Enter has the run that waits go on, wherever the keyboard is in this window.
+    void setWaitsForHand(bool waits);
+
     void showKeys();
     void showManual();
 
@@ -71,6 +77,7 @@ Q_SIGNALS:
     void renameRequested(const QString &keyword);
     void deleteRequested(const QString &keyword);
     void hideRequested();
+    void goOnRequested(); // without waiting for the hand
     void stopRequested(); // of what runs
     void stoppedLineRequested(); // where the last run was stopped
     void whatHappenedRequested(); // in the last run
@@ -98,6 +105,7 @@ private:
     const ScriptVocabulary &m_vocabulary;
     moveit *m_mover;
     bool m_hasPainted = false;
+    std::vector<QShortcut *> m_goOnKeys; // made when they are first needed
     MainPanel *okbox;
     EditPanel *addeditbox = nullptr;
     RenamePanel *editnamebox = nullptr;

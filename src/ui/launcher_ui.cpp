@@ -105,7 +105,7 @@ void LauncherUi::start(const Desktop &desktop)
     m_menus = std::make_unique<LauncherMenus>(LauncherMenus::Needs{*m_window, *m_actions, *m_summons,
         m_library, m.shell, m.sites, desktop.registersComponents, m.tellSheet});
     m_runDisplay = std::make_unique<RunDisplay>(
-        RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }});
+        RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }, m.inputPause});
     connectWindow();
     LibraryChange::recover(m.installer.changeNeeds());
     m_lists.order = readLauncherOptions(m.paths, m.codec).order;
@@ -147,6 +147,10 @@ void LauncherUi::connectWindow()
             hideLauncher();
     });
     connect(window, &frmSet::stopRequested, this, &LauncherUi::requestStop);
+    connect(window, &frmSet::goOnRequested, this, [this] {
+        if (m.goOn)
+            m.goOn();
+    });
     connect(window, &frmSet::stoppedLineRequested, this,
         [this] { m_actions->editAtLine(m_lastStopped.keyword, m_lastStopped.line); });
     connect(window, &frmSet::storeRequested, this, [this] { m.store.openCatalogue(); });
@@ -198,6 +202,17 @@ void LauncherUi::tellRefused(const QString &sentence)
     m.report(sentence);
     if (m_window)
         m_window->footer().say(sentence);
+}
+
+// The launcher's own display says it by itself.
+void LauncherUi::tellPause(InputPause pause)
+{
+    if (m_window)
+        return;
+    const QString what = pause.reason == InputPause::Reason::Hand
+        ? tr("waits while you use the mouse or the keyboard, and 1.5 seconds more")
+        : tr("waits until its window is in front again");
+    m.report(u"%1 %2"_s.arg(m_runs.state().runctx[0], what));
 }
 
 sett *LauncherUi::madeMenus() const

@@ -6,6 +6,7 @@
 #include "library/app_list_file.h"
 #include "library/app_lists.h"
 #include "library/settings_file.h"
+#include "platform/input_pause.h"
 #include "ui/app_actions.h"
 #include "ui/controls/caret_rest.h"
 #include "ui/launcher_menus.h"
@@ -61,6 +62,9 @@ public:
         // Looks at the user's keyboard for a wish to stop, while a run goes on.
         std::function<void(bool isWatching)> watchHand;
         std::function<void()> releaseKeys; // every key and button that a run holds
+        // Why a run's keys and clicks are kept back right now; and a wish that it does not wait for the hand.
+        std::function<InputPause()> inputPause = {};
+        std::function<void()> goOn = {};
         // Whether an app may run now; otherwise the user is asked, and the answer runs it.
         std::function<bool(const QString &keyword)> mayRun = {};
         // A run has failed, or was stopped; what it did is to be kept.
@@ -92,6 +96,9 @@ public:
 
     // A run was not allowed something: what, as a sentence.
     void tellRefused(const QString &sentence);
+
+    // A run's keys and clicks are kept back from now on.
+    void tellPause(InputPause pause);
 
     // Runs the whole run list: a script on the command line.
     void runAll() { m_runs.runAll(); }

@@ -34,7 +34,26 @@ void RunDisplay::began()
 
 void RunDisplay::show()
 {
-    setText(tr("%1 runs, line %2").arg(m.state.currentKeyword).arg(m.state.currentLine + 1));
+    const InputPause pause = m.inputPause ? m.inputPause() : InputPause();
+    m.window.setWaitsForHand(pause.reason == InputPause::Reason::Hand);
+    setText(textOf(pause));
+}
+
+QString RunDisplay::textOf(InputPause pause) const
+{
+    switch (pause.reason) {
+    case InputPause::Reason::Hand:
+        return tr("%1 lets you work, and goes on in %2 s")
+            .arg(m.state.currentKeyword)
+            .arg(double(pause.milliseconds) / 1000, 0, 'f', 1);
+    case InputPause::Reason::OtherWindow:
+        return tr("%1 waits at line %2 until its window is in front again")
+            .arg(m.state.currentKeyword)
+            .arg(m.state.currentLine + 1);
+    case InputPause::Reason::None:
+        break;
+    }
+    return tr("%1 runs, line %2").arg(m.state.currentKeyword).arg(m.state.currentLine + 1);
 }
 
 void RunDisplay::ended(bool isSuspended)
@@ -42,6 +61,7 @@ void RunDisplay::ended(bool isSuspended)
     if (!m_looks.isActive())
         return;
     m_looks.stop();
+    m.window.setWaitsForHand(false);
     setText({});
     if (!isSuspended && !m_hasShown)
         m.window.footer().say(tr("%1: done").arg(m.state.currentKeyword), doneTime);

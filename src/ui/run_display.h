@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/input_pause.h"
+
 #include <QObject>
 #include <QTimer>
 
@@ -12,7 +14,8 @@ class sett;
 struct RunState;
 
 // Shows in the launcher and at the tray icon that a script runs, and which line, and says when one is over
-// that has shown nothing itself. A run that is over within a moment is not announced.
+// that has shown nothing itself, and why one does not go on. A run that is over within a moment is not
+// announced.
 class RunDisplay final : public QObject
 {
     Q_OBJECT
@@ -23,6 +26,7 @@ public:
         frmSet &window;
         const RunState &state;
         std::function<sett *()> tray; // null before there is one
+        std::function<InputPause()> inputPause = {}; // of the run that goes on
     };
 
     explicit RunDisplay(Needs needs);
@@ -38,6 +42,7 @@ public:
 private:
     void show();
     void setText(const QString &text);
+    QString textOf(InputPause pause) const;
 
     Needs m;
     QTimer m_looks;

@@ -28,6 +28,14 @@ TEST(RunOptions, MayStandOnBothSidesOfTheFile)
         options.variables, (QList<std::pair<QString, QString>>{{u"who"_s, u"Ann=Bob"_s}, {u"n"_s, {}}}));
 }
 
+TEST(RunOptions, MayScopeARun)
+{
+    QString problem;
+    EXPECT_TRUE(readRunOptions({u"--scoped"_s, u"a.wf"_s}, problem).isScoped);
+    EXPECT_FALSE(readRunOptions({u"a.wf"_s}, problem).isScoped);
+    EXPECT_EQ(problem, QString());
+}
+
 TEST(RunOptions, AreRefusedWithAReason)
 {
     EXPECT_EQ(problemWith({}), u"which file?"_s);

@@ -249,6 +249,7 @@ public:
     StopSignal stop;
     bool watchesHand = false;
     int watches = 0; // how often it began
+    InputPause pause; // of the run's keys and clicks
     LauncherUi ui{{platform.paths(), platform.textCodec(), platform.shell(), store, installer,
         [this](const InstallOffer &offer, const std::function<void()> &install) {
             platform.log.add(
@@ -269,7 +270,8 @@ public:
             if (std::exchange(watchesHand, isWatching) != isWatching)
                 watches += isWatching;
         },
-        [this] { platform.log.add(QStringLiteral("release keys")); }, {}, {},
+        [this] { platform.log.add(QStringLiteral("release keys")); }, [this] { return pause; },
+        [this] { platform.log.add(QStringLiteral("goes on")); }, {}, {},
         [this] { platform.log.add(QStringLiteral("shows what happened")); }}};
     RecordingWaiter waiter{platform.log};
     RecordingStorePage storePage{platform.log};

@@ -121,6 +121,10 @@
 <context>
     <name>plum::Footer</name>
     <message>
+        <source>Go on (Enter)</source>
+        <translation>继续（Enter）</translation>
+    </message>
+    <message>
         <source>1 update</source>
         <translation>1 个更新</translation>
     </message>
@@ -339,6 +343,14 @@
 <context>
     <name>plum::LauncherUi</name>
     <message>
+        <source>waits while you use the mouse or the keyboard, and 1.5 seconds more</source>
+        <translation>在您使用鼠标或键盘时等待，停手 1.5 秒后继续</translation>
+    </message>
+    <message>
+        <source>waits until its window is in front again</source>
+        <translation>等待它的窗口回到最前</translation>
+    </message>
+    <message>
         <source>asks, and nobody can answer without a display</source>
         <translation>提问了，但没有显示器，无人能回答</translation>
     </message>
@@ -541,6 +553,14 @@
     <message>
         <source>%1 runs, line %2</source>
         <translation>正在运行 %1，第 %2 行</translation>
+    </message>
+    <message>
+        <source>%1 lets you work, and goes on in %2 s</source>
+        <translation>%1 让您先操作，%2 秒后继续</translation>
+    </message>
+    <message>
+        <source>%1 waits at line %2 until its window is in front again</source>
+        <translation>%1 在第 %2 行等待，直到它的窗口回到最前</translation>
     </message>
     <message>
         <source>%1: done</source>

@@ -1,5 +1,7 @@
 #include "platform/recording/recording_platform.h"
 
+#include "platform/typed_text.h"
+
 #include <QDir>
 #include <QScopeGuard>
 
@@ -32,8 +34,10 @@ bool RecordingKeyboard::typeText(QStringView text, const BeforeCharacter &before
     });
     auto typed = text.begin();
     const auto leave = qScopeGuard([&] { m_log.add(u"type %1"_s.arg(QStringView(text.begin(), typed))); });
-    for (; typed != bad; ++typed)
+    while (typed != bad) {
         before();
+        typed += unitsOfCharacter({typed, bad});
+    }
     return bad == text.end();
 }
 

@@ -68,8 +68,24 @@ LRESULT CALLBACK lookAtKey(int code, WPARAM message, LPARAM value)
 {
     if (code == HC_ACTION && seen) {
         const auto &key = *reinterpret_cast<const KBDLLHOOKSTRUCT *>(value);
-        seen->key(
-            key.vkCode, message == WM_KEYDOWN || message == WM_SYSKEYDOWN, (key.flags & LLKHF_INJECTED) == 0);
+        const bool isPress = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+        const bool isHand = (key.flags & LLKHF_INJECTED) == 0;
+        if (isPress && isHand && seen->signs.atWork)
+            seen->signs.atWork();
+        seen->key(key.vkCode, isPress, isHand);
+    }
+    return CallNextHookEx(nullptr, code, message, value);
+}
+
+// Set only where somebody wants to know of the hand's work.
+LRESULT CALLBACK lookAtMouse(int code, WPARAM message, LPARAM value)
+{
+    if (code == HC_ACTION && seen) {
+        const auto &mouse = *reinterpret_cast<const MSLLHOOKSTRUCT *>(value);
+        const bool isRelease = message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP
+            || message == WM_XBUTTONUP;
+        if (!isRelease && (mouse.flags & LLMHF_INJECTED) == 0)
+            seen->signs.atWork();
     }
     return CallNextHookEx(nullptr, code, message, value);
 }
@@ -107,6 +123,8 @@ void Win32HandWatch::watch(const HandSigns &signs) const
     Seen state{.signs = signs};
     seen = &state;
     const HHOOK hook = SetWindowsHookExW(WH_KEYBOARD_LL, &lookAtKey, GetModuleHandleW(nullptr), 0);
+    const HHOOK mouseHook
+        = signs.atWork ? SetWindowsHookExW(WH_MOUSE_LL, &lookAtMouse, GetModuleHandleW(nullptr), 0) : nullptr;
     while (hook
         && MsgWaitForMultipleObjects(1, &m_end, FALSE, millisecondsLeft(state), QS_ALLINPUT)
             != WAIT_OBJECT_0) {
@@ -124,6 +142,8 @@ void Win32HandWatch::watch(const HandSigns &signs) const
     }
     if (hook)
         UnhookWindowsHookEx(hook);
+    if (mouseHook)
+        UnhookWindowsHookEx(mouseHook);
     seen = nullptr;
 }
 

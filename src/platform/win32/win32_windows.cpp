@@ -185,6 +185,11 @@ WindowHandle Win32Windows::underPointer()
     return handle(WindowFromPoint(point));
 }
 
+WindowHandle Win32Windows::topLevel(WindowHandle window)
+{
+    return handle(GetAncestor(native(window), GA_ROOT));
+}
+
 WindowHandle Win32Windows::byTitle(const QString &title)
 {
     return handle(FindWindowW(nullptr, wide(title)));

@@ -11,6 +11,7 @@ class Win32Windows final : public Windows
 public:
     WindowHandle foreground() override;
     WindowHandle underPointer() override;
+    WindowHandle topLevel(WindowHandle window) override;
     WindowHandle byTitle(const QString &title) override;
     std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle window) override;

@@ -66,6 +66,11 @@ void Footer::setRunning(const QString &plainText)
     refresh();
 }
 
+void Footer::setWaitsForHand(bool waits)
+{
+    m_waitsForHand = waits;
+}
+
 void Footer::setUpdates(int apps)
 {
     m_updates = apps;
@@ -92,7 +97,8 @@ void Footer::refresh()
     if (m_updates > 0)
         line += richLink(u"updates"_s, m_updates == 1 ? tr("1 update") : tr("%1 updates").arg(m_updates));
     if (!m_running.isEmpty())
-        line = m_running + richLink(u"stop"_s, tr("Stop"));
+        line = m_running + (m_waitsForHand ? richLink(u"on"_s, tr("Go on (Enter)")) : QString())
+            + richLink(u"stop"_s, tr("Stop"));
     else if (!m_download.isEmpty())
         line = m_download;
     else if (m_passes.isActive())
@@ -125,6 +131,8 @@ void Footer::follow(const QString &link)
 {
     if (link == "new"_L1)
         Q_EMIT createRequested();
+    else if (link == "on"_L1)
+        Q_EMIT goOnRequested();
     else if (link == "stop"_L1)
         Q_EMIT stopRequested();
     else if (link == "line"_L1)

@@ -29,6 +29,10 @@ public:
     // Empty when nothing runs. A link offers to stop it.
     void setRunning(const QString &plainText);
 
+    // Whether what runs waits for the user's hand to rest; counts with the next words about what runs. A
+    // link offers to go on at once.
+    void setWaitsForHand(bool waits);
+
     // For how many apps the store has another version. A link offers to install them.
     void setUpdates(int apps);
 
@@ -40,6 +44,7 @@ public:
 
 Q_SIGNALS:
     void createRequested();
+    void goOnRequested();
     void stopRequested();
     void stoppedLineRequested();
     void whatHappenedRequested();
@@ -60,6 +65,7 @@ private:
     QString m_download;
     QTimer m_passes; // while a passing word is shown
     bool m_findsNothing = false;
+    bool m_waitsForHand = false;
     int m_updates = 0;
 };
 

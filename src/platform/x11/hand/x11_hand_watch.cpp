@@ -56,8 +56,11 @@ public:
             xcb_input_xi_query_version_reply, xcb_input_xi_query_version, uint16_t(2), uint16_t(2));
         if (!version || version->major_version < 2 || version->minor_version < 1)
             return false;
-        select(XCB_INPUT_DEVICE_ALL_MASTER,
-            XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+        constexpr uint32_t ofKeys
+            = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+        constexpr uint32_t ofMouse
+            = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+        select(XCB_INPUT_DEVICE_ALL_MASTER, m_signs.atWork ? ofKeys | ofMouse : ofKeys);
         select(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
         readKeys();
         readDevices();
@@ -195,13 +198,31 @@ private:
         case XCB_INPUT_RAW_KEY_PRESS:
         case XCB_INPUT_RAW_KEY_RELEASE: {
             const auto &key = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event);
-            const bool isHand = std::ranges::find(m_ofPrograms, key.sourceid) == m_ofPrograms.end();
-            return isStopping(
-                key.detail % Keys().size(), generic.event_type == XCB_INPUT_RAW_KEY_PRESS, isHand);
+            const bool isPress = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
+            const bool isHand = isOfHand(key.sourceid);
+            if (isPress && isHand)
+                noteWork();
+            return isStopping(key.detail % Keys().size(), isPress, isHand);
         }
+        case XCB_INPUT_RAW_BUTTON_PRESS:
+        case XCB_INPUT_RAW_MOTION:
+            if (isOfHand(reinterpret_cast<const xcb_input_raw_button_press_event_t &>(event).sourceid))
+                noteWork();
+            return false;
         default:
             return false;
         }
+    }
+
+    bool isOfHand(xcb_input_device_id_t device) const
+    {
+        return std::ranges::find(m_ofPrograms, device) == m_ofPrograms.end();
+    }
+
+    void noteWork() const
+    {
+        if (m_signs.atWork)
+            m_signs.atWork();
     }
 
     bool isStopping(std::size_t key, bool isPress, bool isHand)
