@@ -12,6 +12,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -133,31 +135,96 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
 bool Program::startLauncher()
 {
     // Before the claim can be seen: whoever finds it taken calls its holder.
-    m_call = LauncherCall::listen([this] {
-        m_ui.fetch();
-        installRequested();
+    m_call = LauncherCall::listen([this](LauncherCall::Kind kind) {
+        if (kind == LauncherCall::Kind::Fetch) {
+            m_ui.fetch();
+            takeName();
+        }
+        takeRequests();
     });
     if (!m_instance.claim()) {
         if (const std::optional<qint64> first = m_instance.holder())
-            LauncherCall::call(*first);
+            LauncherCall::call(*first, LauncherCall::Kind::Fetch);
         return false;
     }
     // Apps are opened by paths relative to the program folder.
     QDir::setCurrent(m_platform->paths().programFolder());
     m_ui.start({.hotkey = m_platform->hotkey(),
         .windows = m_platform->windows(),
-        .whenTrayAnswers
-        = [this](std::function<void()> then) { m_platform->whenTrayAnswers(std::move(then)); },
-        .registersComponents = m_platform->registersComponents()});
-    installRequested();
+        // The name on the bus comes with the tray icon: a start does not wait for either.
+        .whenTrayAnswers =
+            [this](std::function<void()> then) {
+                m_platform->whenTrayAnswers([this, then = std::move(then)] {
+                    then();
+                    takeName();
+                });
+            },
+        .registersComponents = m_platform->registersComponents(),
+        .autostart = m_platform->autostart()});
+    takeRequests();
     m_updates.start();
     return true;
 }
 
-void Program::installRequested()
+// Each from the event loop: the box of one must not hold up the next.
+void Program::takeRequests()
 {
-    for (const QString &path : m_requests.take())
-        m_ui.installPackage(path);
+    for (const LauncherRequest &request : m_requests.take())
+        QTimer::singleShot(0, &m_ui, [this, request] { carryOut(request); });
+}
+
+void Program::carryOut(const LauncherRequest &request)
+{
+    using Kind = LauncherRequest::Kind;
+    switch (request.kind) {
+    case Kind::Install:
+        m_ui.installPackage(request.object);
+        break;
+    case Kind::OpenScript:
+        m_ui.openScript(request.object, [this, path = request.object] {
+            // A run of its own, as from the command line.
+            QProcess::startDetached(m_folders.onDisk(m_folders.file(u"plum"_s)), {path});
+        });
+        break;
+    case Kind::Run:
+        m_ui.runApp(request.object);
+        break;
+    case Kind::NewApp:
+        m_ui.addApp();
+        break;
+    case Kind::Store:
+        m_store.openStore();
+        break;
+    case Kind::Stop:
+        m_ui.stop();
+        break;
+    }
+}
+
+bool Program::runWished(const QString &keyword)
+{
+    const std::optional<QString> folder = m_folders.appOnDisk(keyword);
+    if (!folder || !QFileInfo(*folder).isDir())
+        return false;
+    QTimer::singleShot(0, &m_ui, [this, keyword] { m_ui.runApp(keyword); });
+    return true;
+}
+
+bool Program::installWished(const QString &path)
+{
+    if (QDir::isRelativePath(path) || !path.endsWith(".wfp"_L1) || !QFileInfo(path).isFile())
+        return false;
+    QTimer::singleShot(0, &m_ui, [this, path] { m_ui.installPackage(path); });
+    return true;
+}
+
+// Again with every second start: the bus may have come later than the launcher.
+void Program::takeName()
+{
+    if (!m_name)
+        m_name = m_platform->takeLauncherName({.show = [this] { m_ui.fetch(); },
+            .run = [this](const QString &keyword) { return runWished(keyword); },
+            .install = [this](const QString &path) { return installWished(path); }});
 }
 
 void Program::askInstall(InstallOffer offer, std::function<void()> install)

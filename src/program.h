@@ -4,10 +4,11 @@
 #include "grants/app_grants.h"
 #include "library/app_folders.h"
 #include "library/app_list_file.h"
-#include "library/install_requests.h"
+#include "library/launcher_requests.h"
 #include "library/package_installer.h"
 #include "library/single_instance.h"
 #include "platform/launcher_call.h"
+#include "platform/launcher_name.h"
 #include "platform/platform.h"
 #include "platform/stop_signal.h"
 #include "script_system.h"
@@ -95,8 +96,12 @@ private:
     void keepWhatHappened(const QString &sentence);
     void showWhatHappened();
 
-    // Asks about the packages that were opened outside of the launcher.
-    void installRequested();
+    // Carries out what was asked for outside of the launcher.
+    void takeRequests();
+    void carryOut(const LauncherRequest &request);
+    bool runWished(const QString &keyword);
+    bool installWished(const QString &path);
+    void takeName();
 
     std::unique_ptr<Platform> m_platform;
     StopSignal m_stop;
@@ -119,8 +124,9 @@ private:
     std::unique_ptr<Flight> m_flight; // null in a script start, which keeps nothing
     ScriptSystem m_scripts;
     SingleInstance m_instance;
-    InstallRequests m_requests;
+    LauncherRequests m_requests;
     std::unique_ptr<LauncherCall> m_call;
+    std::unique_ptr<LauncherName> m_name;
 };
 
 } // namespace plum

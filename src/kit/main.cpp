@@ -4,12 +4,11 @@
 #include "kit/check_command.h"
 #include "kit/dry_run.h"
 #include "kit/editor_session.h"
+#include "kit/launcher_commands.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
 #include "kit/sheet_command.h"
 #include "kit/upgrade_command.h"
-#include "library/app_folders.h"
-#include "library/install_requests.h"
 #include "look/translations.h"
 #include "platform/paths.h"
 #include "platform/platform.h"
@@ -17,8 +16,6 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QFileInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -40,7 +37,9 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
   plumkit reference [options]             prints all commands, for people or for editors
   plumkit new [options] KEYWORD           makes a new app
   plumkit pack [options] FOLDER           makes the package of an app
-  plumkit open FILE.wfp                   has the launcher ask whether to install a package
+  plumkit open FILE                       has the launcher ask whether to install a package, or to run or edit a script
+  plumkit launcher WHAT                   has the launcher do something
+  plumkit adopt FOLDER                    takes over the apps and settings of another program folder
   plumkit where                           says which folder holds the apps and settings
   plumkit --help                          shows this text
   plumkit --version                       shows the version
@@ -336,26 +335,6 @@ int where(const char *programPath)
     return Done;
 }
 
-// The launcher asks, whether it runs already or is started by this.
-int open(const char *programPath, const QStringList &arguments)
-{
-    if (arguments.size() != 1 || !arguments.front().endsWith(".wfp"_L1))
-        return refuse(u"which package? Its name ends in .wfp."_s, usage);
-    const QFileInfo package(arguments.front());
-    if (!package.isFile()) {
-        std::fprintf(stderr, "plumkit: there is no file %s\n", qUtf8Printable(arguments.front()));
-        return Unusable;
-    }
-    const std::unique_ptr<plum::Platform> platform = plum::createPlatform(QFile::decodeName(programPath));
-    const plum::AppFolders folders(platform->paths());
-    if (!plum::InstallRequests(folders).leave(package.absoluteFilePath())
-        || !QProcess::startDetached(folders.onDisk(folders.file(u"plum"_s)), {})) {
-        std::fputs("plumkit: the launcher cannot be asked\n", stderr);
-        return Failed;
-    }
-    return Done;
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -379,7 +358,11 @@ int main(int argc, char **argv)
     if (command == "where"_L1)
         return where(argv[0]);
     if (command == "open"_L1)
-        return open(argv[0], arguments);
+        return openFile(argv[0], arguments);
+    if (command == "launcher"_L1)
+        return tellLauncher(argv[0], arguments);
+    if (command == "adopt"_L1)
+        return adopt(argv[0], arguments);
     if (command == "run"_L1)
         return run(argc, argv, arguments);
     if (command == "dry"_L1)

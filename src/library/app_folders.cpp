@@ -96,7 +96,7 @@ QString AppFolders::launcherClaim() const
     return loadFile(u"launcher.lock"_s);
 }
 
-QString AppFolders::installRequests() const
+QString AppFolders::launcherRequests() const
 {
     return loadFile(u"requests"_s);
 }

@@ -38,7 +38,7 @@ public:
     QString grantsFile() const; // what installed apps may do
     QString storeMemory() const; // what was believed of signed stores
     QString launcherClaim() const;
-    QString installRequests() const;
+    QString launcherRequests() const;
 
     // Where apps are made before they take their place. The second one is for a library on another file
     // system, into which nothing can be moved; it is no app.

@@ -155,6 +155,34 @@ bool AppLibrary::saveScript(const QString &keyword, const QString &fileName, con
     return saveBytes(keyword, fileName, opened.withText(shown, lineEnds, m.codec));
 }
 
+ScriptFile AppLibrary::scriptAt(const QString &systemPath) const
+{
+    QFile file(systemPath);
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return {file.readAll(), m.codec};
+}
+
+bool AppLibrary::saveScriptAt(
+    const QString &systemPath, const ScriptFile &opened, const QString &shown, ScriptFile::LineEnds lineEnds)
+{
+    // A link stays one.
+    const QString real = QFileInfo(systemPath).canonicalFilePath();
+    const bool saved
+        = replaceFile(real.isEmpty() ? systemPath : real, opened.withText(shown, lineEnds, m.codec));
+    say(saved ? u"Successfully"_s : u"Error"_s);
+    return saved;
+}
+
+QString AppLibrary::keywordOf(const QString &systemPath) const
+{
+    const QFileInfo script(QFileInfo(systemPath).canonicalFilePath());
+    const QFileInfo app(script.path());
+    const bool isInLibrary = script.fileName() == "main.wf"_L1
+        && app.path() == QFileInfo(m_folders.onDisk(m_folders.apps())).canonicalFilePath();
+    return isInLibrary && AppFolders::isApp(app.fileName()) ? app.fileName() : QString();
+}
+
 bool AppLibrary::saveBytes(const QString &keyword, const QString &fileName, const QByteArray &script)
 {
     if (keyword.isEmpty()) {

@@ -93,6 +93,14 @@ public:
     bool saveScript(const QString &keyword, const QString &fileName, const ScriptFile &opened,
         const QString &shown, ScriptFile::LineEnds lineEnds);
 
+    // The same of a script at any other place, by its path of the system.
+    ScriptFile scriptAt(const QString &systemPath) const;
+    bool saveScriptAt(const QString &systemPath, const ScriptFile &opened, const QString &shown,
+        ScriptFile::LineEnds lineEnds);
+
+    // The app whose script `main.wf` that is; empty for any other file.
+    QString keywordOf(const QString &systemPath) const;
+
     bool RenameApp(const QString &oldKeyword, const QString &newKeyword);
 
     // Asks first. Without a keyword nothing is selected, and nothing happens.

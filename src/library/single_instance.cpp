@@ -42,6 +42,12 @@ bool SingleInstance::claim()
     return outcome != FileClaim::Outcome::HeldByAnother;
 }
 
+std::optional<qint64> SingleInstance::running() const
+{
+    const std::optional<qint64> ofAll = FileClaim::holder(m_folders.onDisk(m_folders.launcherClaim()));
+    return ofAll ? ofAll : FileClaim::holder(claimOfUser(m_folders));
+}
+
 std::optional<qint64> SingleInstance::holder() const
 {
     return FileClaim::holder(m_file);

@@ -21,6 +21,9 @@ public:
     // False when another launcher holds the claim.
     bool claim();
 
+    // The process of the launcher that runs, where that can be known. Claims nothing.
+    std::optional<qint64> running() const;
+
     // The process that holds the claim which `claim` has tried to get, where that can be known.
     std::optional<qint64> holder() const;
 

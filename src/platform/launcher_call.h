@@ -7,18 +7,23 @@
 
 namespace plum {
 
-// How a second start asks the launcher that runs already to come forward. It costs a start no socket, bus or
+// How another process of Plum calls the launcher that runs already. It costs a start no socket, bus or
 // thread.
 class LauncherCall
 {
 public:
     virtual ~LauncherCall() = default;
 
-    // Calls `answer` from the event loop whenever another process calls this one. One at a time.
-    static std::unique_ptr<LauncherCall> listen(std::function<void()> answer);
+    enum class Kind {
+        Fetch, // a second start: it is to come forward
+        Requests, // it is to look at what was left for it
+    };
 
-    // Calls `process`. One that does not listen takes no harm.
-    static void call(qint64 process);
+    // Calls `answer` from the event loop whenever another process calls this one. One at a time.
+    static std::unique_ptr<LauncherCall> listen(std::function<void(Kind kind)> answer);
+
+    // Calls `process`; one that does not listen takes no harm. False when there is none.
+    static bool call(qint64 process, Kind kind);
 };
 
 } // namespace plum

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/hand_watch.h"
+#include "platform/launcher_name.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,6 +13,7 @@ class QCoreApplication;
 
 namespace plum {
 
+class Autostart;
 class Clipboard;
 class GlobalHotkey;
 class JavaScript;
@@ -31,6 +33,7 @@ class Platform
 public:
     virtual ~Platform() = default;
 
+    virtual Autostart &autostart() = 0;
     virtual Clipboard &clipboard() = 0;
     virtual GlobalHotkey &hotkey() = 0;
     virtual JavaScript &javaScript() = 0;
@@ -59,6 +62,10 @@ public:
     // Calls `then` once the desktop's tray is known not to hang, or once it is known that there is none:
     // making a tray icon waits for it.
     virtual void whenTrayAnswers(std::function<void()> then) = 0;
+
+    // Takes the name by which other programs of the session ask for the launcher of the user's own library.
+    // Null for every other library, and where programs do not ask each other in this way.
+    virtual std::unique_ptr<LauncherName> takeLauncherName(const LauncherWishes &) { return {}; }
 
     // Whether the system has a registry of components, which its program `regsvr32` writes.
     virtual bool registersComponents() const = 0;

@@ -16,6 +16,7 @@ public:
     {
     }
 
+    Autostart &autostart() override { return m_inner.autostart(); }
     Clipboard &clipboard() override { return m_inner.clipboard(); }
     GlobalHotkey &hotkey() override { return m_inner.hotkey(); }
     JavaScript &javaScript() override { return m_inner.javaScript(); }
@@ -33,6 +34,10 @@ public:
     void onInterrupted(std::function<void()> heard) override { m_inner.onInterrupted(std::move(heard)); }
     std::unique_ptr<HandWatch> watchHand(const HandSigns &signs) override { return m_inner.watchHand(signs); }
     void whenTrayAnswers(std::function<void()> then) override { m_inner.whenTrayAnswers(std::move(then)); }
+    std::unique_ptr<LauncherName> takeLauncherName(const LauncherWishes &wishes) override
+    {
+        return m_inner.takeLauncherName(wishes);
+    }
     bool registersComponents() const override { return m_inner.registersComponents(); }
     void releaseDesktop() override { m_inner.releaseDesktop(); }
 

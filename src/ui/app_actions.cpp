@@ -94,6 +94,20 @@ void AppActions::editDotScript(const QString &keyword)
     m.window.showEditPanel();
 }
 
+void AppActions::editFile(const QString &systemPath)
+{
+    if (!mayLeaveEditor())
+        return;
+    if (const QString keyword = m.appLibrary.keywordOf(systemPath); !keyword.isEmpty()) {
+        editApp(keyword);
+        return;
+    }
+    m_opened = m.appLibrary.scriptAt(systemPath);
+    m.window.editPanel().openFile(systemPath, m_opened.shown());
+    m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
+    m.window.showEditPanel();
+}
+
 void AppActions::renameApp(const QString &keyword)
 {
     m.window.renamePanel().open(keyword);
@@ -152,10 +166,12 @@ bool AppActions::saveEdited()
     EditPanel &panel = m.window.editPanel();
     const bool isNew = panel.mode() == EditPanel::Mode::Add;
     const bool mends = panel.mendsLineEnds();
+    const ScriptFile::LineEnds lineEnds = mends ? ScriptFile::LineEnds::Mended : ScriptFile::LineEnds::Kept;
     const QString fileName = panel.mode() == EditPanel::Mode::EditDotScript ? u".main.wf"_s : u"main.wf"_s;
     const bool saved = isNew ? m.appLibrary.CreateApp(panel.keyword(), panel.script())
-                             : m.appLibrary.saveScript(panel.keyword(), fileName, m_opened, panel.script(),
-                                 mends ? ScriptFile::LineEnds::Mended : ScriptFile::LineEnds::Kept);
+        : panel.mode() == EditPanel::Mode::EditFile
+        ? m.appLibrary.saveScriptAt(panel.filePath(), m_opened, panel.script(), lineEnds)
+        : m.appLibrary.saveScript(panel.keyword(), fileName, m_opened, panel.script(), lineEnds);
     if (!saved)
         return false;
     m.faces.forget();

@@ -42,6 +42,7 @@ public:
     void editApp(const QString &keyword);
     void editAtLine(const QString &keyword, int line); // counted from 0
     void editDotScript(const QString &keyword);
+    void editFile(const QString &systemPath); // a script at any place
     void renameApp(const QString &keyword);
     void deleteApp(const QString &keyword);
     void showGuide(const QString &keyword);

@@ -1,8 +1,10 @@
 #include "ui/launcher_menus.h"
 
 #include "library/app_library.h"
+#include "platform/autostart.h"
 #include "platform/shell.h"
 #include "ui/app_actions.h"
+#include "ui/controls/footer.h"
 #include "ui/frm_set.h"
 #include "ui/launcher_summons.h"
 #include "ui/sett.h"
@@ -35,6 +37,7 @@ sett &LauncherMenus::menus()
 
 void LauncherMenus::popUpSettings(QPoint position)
 {
+    menus().setAutostart(m.autostart.isOn());
     menus().mmmm.popup(position);
 }
 
@@ -82,6 +85,9 @@ void LauncherMenus::choose(MenuCommand command)
     case MenuCommand::yctp:
         Q_EMIT hideRequested();
         break;
+    case MenuCommand::autostart:
+        switchAutostart();
+        break;
     case MenuCommand::lookAgain:
         m.actions.lookAgain();
         break;
@@ -118,6 +124,16 @@ void LauncherMenus::choose(MenuCommand command)
         openPage(m.sites.forum + u"/topic/tarnwick_plum/"_s);
         break;
     }
+}
+
+void LauncherMenus::switchAutostart()
+{
+    const bool isWanted = !m.autostart.isOn();
+    Footer &footer = m.window.footer();
+    if (!m.autostart.setOn(isWanted))
+        footer.say(tr("That could not be changed"));
+    else
+        footer.say(isWanted ? tr("Plum starts when you log in") : tr("Plum does not start when you log in"));
 }
 
 void LauncherMenus::openPage(const QString &address)

@@ -12,6 +12,7 @@ namespace plum {
 
 class AppActions;
 class AppLibrary;
+class Autostart;
 class LauncherSummons;
 class Shell;
 class frmSet;
@@ -41,6 +42,7 @@ public:
         Shell &shell;
         Sites sites;
         bool registersComponents = false;
+        Autostart &autostart;
         std::function<void(const QString &keyword)> tellSheet; // shows what an app may do
     };
 
@@ -63,6 +65,7 @@ private:
     void popUpOfList(QPoint position);
     void choose(MenuCommand command);
     void openPage(const QString &address);
+    void switchAutostart();
 
     Needs m;
     std::unique_ptr<sett> m_menus;

@@ -103,7 +103,7 @@ void LauncherUi::start(const Desktop &desktop)
         m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; },
         [this](const QString &keyword) { run(keyword, true); }});
     m_menus = std::make_unique<LauncherMenus>(LauncherMenus::Needs{*m_window, *m_actions, *m_summons,
-        m_library, m.shell, m.sites, desktop.registersComponents, m.tellSheet});
+        m_library, m.shell, m.sites, desktop.registersComponents, desktop.autostart, m.tellSheet});
     m_runDisplay = std::make_unique<RunDisplay>(
         RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }, m.inputPause});
     connectWindow();
@@ -415,6 +415,26 @@ void LauncherUi::hideLauncher()
     m_tellsHowToReturn = !canReturn();
     if (m_tellsHowToReturn && !m_runs.isRunning())
         runLeft();
+}
+
+void LauncherUi::openScript(const QString &systemPath, const std::function<void()> &run)
+{
+    switch (MessageBoxes::askRunOrEdit(systemPath)) {
+    case MessageBoxes::ScriptAnswer::Run:
+        run();
+        break;
+    case MessageBoxes::ScriptAnswer::Edit:
+        m_actions->editFile(systemPath);
+        break;
+    case MessageBoxes::ScriptAnswer::Neither:
+        break;
+    }
+}
+
+void LauncherUi::addApp()
+{
+    fetch();
+    m_actions->addApp();
 }
 
 void LauncherUi::fetch()

@@ -26,6 +26,7 @@
 
 namespace plum {
 
+class Autostart;
 class Windows;
 class GlobalHotkey;
 class RunStart;
@@ -82,6 +83,7 @@ public:
         Windows &windows;
         std::function<void(std::function<void()> then)> whenTrayAnswers;
         bool registersComponents = false;
+        Autostart &autostart;
     };
 
     explicit LauncherUi(Needs needs);
@@ -108,6 +110,16 @@ public:
 
     // Brings the launcher to the user, wherever it is: another start of the program asks for it.
     void fetch();
+
+    // Asks whether to run or edit a script at any place (a path of the system); `run` is called for the
+    // former.
+    void openScript(const QString &systemPath, const std::function<void()> &run);
+
+    // The panel for a new app.
+    void addApp();
+
+    // Ends what runs, as "Stop" does.
+    void stop() { requestStop(); }
 
     // Asks whether to install a package, as if it had been dropped onto the list.
     void installPackage(const QString &path) { m_packageNames.packageDropped(path); }

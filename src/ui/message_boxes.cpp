@@ -95,6 +95,25 @@ bool MessageBoxes::tellSheet(const QString &heading, const QString &sentences, b
     return takeBack && box.clickedButton() == takeBack;
 }
 
+MessageBoxes::ScriptAnswer MessageBoxes::askRunOrEdit(const QString &systemPath)
+{
+    Box box(QMessageBox::Question, {}, tr("Run or edit \"%1\"?").arg(systemPath.section(u'/', -1)),
+        QMessageBox::Cancel);
+    box.setInformativeText(systemPath + u"\n\n"_s + tr("It runs as a program of yours: nothing limits it."));
+    QPushButton *run = box.addButton(tr("Run"), QMessageBox::AcceptRole);
+    // It may be a stranger's: Enter must not run it.
+    QPushButton *edit = box.addButton(tr("Edit"), QMessageBox::ActionRole);
+    run->setObjectName(u"run"_s);
+    edit->setObjectName(u"edit"_s);
+    box.button(QMessageBox::Cancel)->setText(tr("Cancel"));
+    box.setDefaultButton(edit);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    box.exec();
+    return box.clickedButton() == run ? ScriptAnswer::Run
+        : box.clickedButton() == edit ? ScriptAnswer::Edit
+                                      : ScriptAnswer::Neither;
+}
+
 MessageBoxes::Unsaved MessageBoxes::askUnsaved(const QString &question)
 {
     Box box(

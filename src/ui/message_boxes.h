@@ -26,6 +26,15 @@ public:
     // Closes the messages that are shown, as if they had been read.
     void dismissMessages();
 
+    enum class ScriptAnswer {
+        Run,
+        Edit,
+        Neither,
+    };
+
+    // What is to become of a script that was opened outside of the launcher.
+    static ScriptAnswer askRunOrEdit(const QString &systemPath);
+
     enum class Unsaved {
         Save,
         Discard,

@@ -45,6 +45,8 @@ constexpr std::array items{
     Item{"delthis", QT_TRANSLATE_NOOP("plum::sett", "Delete"), MenuCommand::delthis, AppList, true},
     Item{"addnew", QT_TRANSLATE_NOOP("plum::sett", "New app"), MenuCommand::addnew, Settings | AppList, true},
     Item{"rjsz", QT_TRANSLATE_NOOP("plum::sett", "Hotkey"), MenuCommand::rjsz, Tray | Settings, false},
+    Item{"autostart", QT_TRANSLATE_NOOP("plum::sett", "Start when I log in"), MenuCommand::autostart,
+        Settings},
     Item{"lookagain", QT_TRANSLATE_NOOP("plum::sett", "Look again"), MenuCommand::lookAgain, Settings},
     Item{"fixit", QT_TRANSLATE_NOOP("plum::sett", "Repair dialogs"), MenuCommand::fixit, Settings},
     Item{"gfwz", QT_TRANSLATE_NOOP("plum::sett", "Product page"), MenuCommand::gfwz, Tools},
@@ -98,6 +100,7 @@ void sett::fill(QMenu &menu, quint32 which)
             menu.addSeparator();
         QAction *action = menu.addAction(tr(item.caption));
         action->setObjectName(QLatin1StringView(item.name));
+        action->setCheckable(item.command == MenuCommand::autostart);
         connect(action, &QAction::triggered, this,
             [this, command = item.command] { Q_EMIT commandChosen(command); });
     }
@@ -109,6 +112,11 @@ void sett::setVersionBefore(const QString &version)
     // "&" would mark the letter behind it.
     action->setText(tr(backCaption).arg(QString(version).replace(u'&', "&&"_L1)));
     action->setVisible(!version.isEmpty());
+}
+
+void sett::setAutostart(bool isOn)
+{
+    mmmm.findChild<QAction *>(u"autostart"_s)->setChecked(isOn);
 }
 
 void sett::setTheme(const Theme &theme)

@@ -23,6 +23,7 @@ enum class MenuCommand {
     rjsz, // shows the hotkey window
     xianshi, // shows the launcher
     yctp, // hides the launcher
+    autostart, // turns on or off whether the launcher starts when the user logs in
     lookAgain, // takes in folders that were copied into the library
     manual, // shows the scripting manual
     keys, // shows the page of keys
@@ -62,6 +63,9 @@ public:
 
     // The version that the selected app can be brought back to; empty when there is none.
     void setVersionBefore(const QString &version);
+
+    // Whether the launcher starts when the user logs in.
+    void setAutostart(bool isOn);
 
     // The icon says what runs; nothing when nothing does.
     void setRunning(const QString &plainText);

@@ -4,6 +4,7 @@
 #include "ui/editing/script_editor.h"
 
 #include <QLabel>
+#include <QLineEdit>
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,50 @@ TEST_F(EditorTest, exitWithUnsavedTextAsksToo)
     ui.exit();
     EXPECT_EQ(user.seen.size(), 1);
     EXPECT_TRUE(said().isEmpty());
+}
+
+TEST_F(EditorTest, aScriptOfAnotherPlaceIsEditedThere)
+{
+    const QString file = folder.path() + u"/elsewhere/a b.wf"_s;
+    recording::writeBytes(file, "one\r\ntwo");
+    start();
+    user.caption = u"Edit"_s;
+    ui.openScript(file, [] { ADD_FAILURE() << "it was run"; });
+    EXPECT_EQ(user.seen, QStringList(u"!Run or edit \"a b.wf\"?"_s));
+    ASSERT_TRUE(isEditing());
+    EXPECT_EQ(find<QLabel>("file")->text(), file);
+    EXPECT_FALSE(find("run")->isVisible());
+    type(find("Text4"), u"x"_s);
+    click(find("Image5"));
+    EXPECT_EQ(user.seen.last(), u"!Successfully"_s);
+    EXPECT_EQ(bytesOf(file), "xone\r\ntwo");
+    EXPECT_FALSE(isEditing());
+}
+
+TEST_F(EditorTest, aScriptOfTheLibraryIsEditedAsItsApp)
+{
+    folder.addApp(u"app"_s, "one\r\n");
+    start();
+    user.caption = u"Edit"_s;
+    ui.openScript(folder.script(u"app"_s), [] { ADD_FAILURE() << "it was run"; });
+    ASSERT_TRUE(isEditing());
+    EXPECT_EQ(find<QLineEdit>("Text7")->text(), u"app"_s);
+    EXPECT_TRUE(find("run")->isVisible());
+}
+
+TEST_F(EditorTest, aScriptThatIsOpenedRunsOnlyWhenThatIsChosen)
+{
+    const QString file = folder.path() + u"/a.wf"_s;
+    recording::writeBytes(file, "one");
+    start();
+    int runs = 0;
+    user.answer = QMessageBox::Cancel;
+    ui.openScript(file, [&] { ++runs; });
+    EXPECT_EQ(runs, 0);
+    user.caption = u"Run"_s;
+    ui.openScript(file, [&] { ++runs; });
+    EXPECT_EQ(runs, 1);
+    EXPECT_FALSE(isEditing());
 }
 
 TEST_F(EditorTest, aNewAppThatWasBegunIsNotDroppedSilently)

@@ -49,6 +49,7 @@ public:
     QStringList details; // the smaller text below
     bool allThemed = true; // all had the program's look and its picture
     QMessageBox::StandardButton answer = QMessageBox::Yes;
+    QString caption; // of the button to press in place of that
     bool answers = true;
 
 private:
@@ -63,7 +64,12 @@ private:
         details += box->informativeText();
         allThemed = allThemed && !box->styleSheet().isEmpty() && !box->windowIcon().isNull()
             && !box->iconPixmap().isNull();
-        if (box->button(answer))
+        const QList<QAbstractButton *> buttons = box->buttons();
+        const auto captioned = std::ranges::find_if(
+            buttons, [this](const QAbstractButton *button) { return button->text() == caption; });
+        if (captioned != buttons.end())
+            (*captioned)->click();
+        else if (box->button(answer))
             box->button(answer)->click();
         else
             box->accept();
@@ -139,7 +145,7 @@ public:
     {
         ui.start({platform.hotkey(), platform.windows(),
             [this](std::function<void()> then) { platform.whenTrayAnswers(std::move(then)); },
-            platform.registersComponents()});
+            platform.registersComponents(), platform.autostart()});
     }
 
     // The menus come with the tray icon, after the window.

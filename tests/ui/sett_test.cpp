@@ -98,6 +98,34 @@ TEST_F(SettTest, lookAgainTakesInAFolderThatWasCopiedIn)
     EXPECT_EQ(listed().size(), 3);
 }
 
+TEST_F(SettTest, autostartIsASwitchThatShowsHowItIs)
+{
+    start();
+    const auto *action = menu("mmmm")->findChild<QAction *>(u"autostart"_s);
+    const auto isShownAsOn = [&] {
+        Q_EMIT ui.window()->settingsMenuRequested({});
+        menu("mmmm")->hide();
+        return action->isChecked();
+    };
+    EXPECT_FALSE(isShownAsOn());
+    choose("mmmm", "autostart");
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"Plum starts when you log in"_s);
+    EXPECT_TRUE(isShownAsOn());
+    choose("mmmm", "autostart");
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"Plum does not start when you log in"_s);
+    EXPECT_FALSE(isShownAsOn());
+    EXPECT_EQ(said(), QStringList({u"autostart on"_s, u"autostart off"_s}));
+}
+
+TEST_F(SettTest, anAutostartThatCannotBeSetIsSaid)
+{
+    platform.autostart().canBeSet = false;
+    start();
+    choose("mmmm", "autostart");
+    EXPECT_EQ(find<QLabel>("hint")->text(), u"That could not be changed"_s);
+    EXPECT_FALSE(platform.autostart().isOn());
+}
+
 TEST_F(SettTest, whatHappenedIsInBothMenus)
 {
     start();

@@ -314,6 +314,21 @@
     </message>
 </context>
 <context>
+    <name>plum::LauncherMenus</name>
+    <message>
+        <source>That could not be changed</source>
+        <translation>无法更改</translation>
+    </message>
+    <message>
+        <source>Plum starts when you log in</source>
+        <translation>Plum 会在你登录时启动</translation>
+    </message>
+    <message>
+        <source>Plum does not start when you log in</source>
+        <translation>Plum 不会在你登录时启动</translation>
+    </message>
+</context>
+<context>
     <name>plum::LauncherSummons</name>
     <message>
         <source>No hotkey yet.</source>
@@ -492,6 +507,26 @@
     <message>
         <source>No</source>
         <translation>否</translation>
+    </message>
+    <message>
+        <source>Run or edit &quot;%1&quot;?</source>
+        <translation>运行还是编辑“%1”？</translation>
+    </message>
+    <message>
+        <source>It runs as a program of yours: nothing limits it.</source>
+        <translation>它会像你自己的程序一样运行，不受任何限制。</translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation>运行</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
     </message>
 </context>
 <context>
@@ -891,6 +926,10 @@
     <message>
         <source>Keys (Shift+F1)</source>
         <translation>按键 (Shift+F1)</translation>
+    </message>
+    <message>
+        <source>Start when I log in</source>
+        <translation>登录时启动</translation>
     </message>
 </context>
 <context>

@@ -238,7 +238,8 @@ void RecordingTimers::close(Handle timer)
 }
 
 RecordingPlatform::RecordingPlatform()
-    : m_clipboard(log)
+    : m_autostart(log)
+    , m_clipboard(log)
     , m_hotkey(log)
     , m_javaScript(log)
     , m_keyboard(log)

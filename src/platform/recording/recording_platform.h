@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/autostart.h"
 #include "platform/clipboard.h"
 #include "platform/desktop_windows.h"
 #include "platform/global_hotkey.h"
@@ -293,11 +294,36 @@ private:
     Handle m_last = 0;
 };
 
+// A switch that works.
+class RecordingAutostart final : public Autostart
+{
+public:
+    explicit RecordingAutostart(Log &log)
+        : m_log(log)
+    {
+    }
+
+    bool isOn() const override { return m_isOn; }
+    bool setOn(bool isOn) override
+    {
+        m_log.add(isOn ? QStringLiteral("autostart on") : QStringLiteral("autostart off"));
+        m_isOn = isOn && canBeSet;
+        return m_isOn == isOn;
+    }
+
+    bool canBeSet = true;
+
+private:
+    Log &m_log;
+    bool m_isOn = false;
+};
+
 class RecordingPlatform final : public Platform
 {
 public:
     RecordingPlatform();
 
+    RecordingAutostart &autostart() override { return m_autostart; }
     RecordingClipboard &clipboard() override { return m_clipboard; }
     RecordingHotkey &hotkey() override { return m_hotkey; }
     RecordingJavaScript &javaScript() override { return m_javaScript; }
@@ -321,6 +347,7 @@ public:
     std::function<void()> endRequested;
 
 private:
+    RecordingAutostart m_autostart;
     RecordingClipboard m_clipboard;
     RecordingHotkey m_hotkey;
     RecordingJavaScript m_javaScript;

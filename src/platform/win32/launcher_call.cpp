@@ -16,13 +16,13 @@ UINT callingMessage()
 class PostedCall final : public LauncherCall
 {
 public:
-    explicit PostedCall(std::function<void()> answer)
+    explicit PostedCall(std::function<void(Kind)> answer)
     {
         m_window.addReceiver(
-            [answer = std::move(answer)](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            [answer = std::move(answer)](UINT message, WPARAM kind, LPARAM) -> std::optional<LRESULT> {
                 if (message != callingMessage())
                     return {};
-                answer();
+                answer(static_cast<Kind>(kind));
                 return 0;
             });
     }
@@ -33,14 +33,15 @@ private:
 
 } // namespace
 
-std::unique_ptr<LauncherCall> LauncherCall::listen(std::function<void()> answer)
+std::unique_ptr<LauncherCall> LauncherCall::listen(std::function<void(Kind kind)> answer)
 {
     return std::make_unique<PostedCall>(std::move(answer));
 }
 
 // The system lets only the program that had the last input, which is this one, pass the attention on.
-void LauncherCall::call(qint64 process)
+bool LauncherCall::call(qint64 process, Kind kind)
 {
+    bool isThere = false;
     for (HWND window = nullptr;
          (window = FindWindowExW(nullptr, window, HiddenWindow::className, nullptr)) != nullptr;) {
         DWORD owner = 0;
@@ -48,8 +49,9 @@ void LauncherCall::call(qint64 process)
         if (owner != static_cast<DWORD>(process))
             continue;
         AllowSetForegroundWindow(owner);
-        PostMessageW(window, callingMessage(), 0, 0);
+        isThere = PostMessageW(window, callingMessage(), static_cast<WPARAM>(kind), 0) || isThere;
     }
+    return isThere;
 }
 
 } // namespace plum

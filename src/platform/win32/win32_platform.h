@@ -5,6 +5,7 @@
 #include "platform/win32/end_requests.h"
 #include "platform/win32/hidden_window.h"
 #include "platform/win32/jscript.h"
+#include "platform/win32/registry/win32_autostart.h"
 #include "platform/win32/text/win32_text_codec.h"
 #include "platform/win32/win32_clipboard.h"
 #include "platform/win32/win32_hotkey.h"
@@ -23,6 +24,7 @@ namespace plum {
 class Win32Platform final : public Platform
 {
 public:
+    Autostart &autostart() override { return m_autostart; }
     Clipboard &clipboard() override { return m_clipboard.get(m_window.get()); }
     GlobalHotkey &hotkey() override { return m_hotkey.get(m_window.get()); }
     JavaScript &javaScript() override { return m_javaScript; }
@@ -53,6 +55,7 @@ private:
     Win32TextCodec m_textCodec;
     Win32Timers m_timers;
     JScript m_javaScript;
+    Win32Autostart m_autostart{m_paths};
     Win32Keyboard m_keyboard;
     Win32Pointer m_pointer;
     Win32Screen m_screen;

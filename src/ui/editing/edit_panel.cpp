@@ -101,7 +101,7 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
     Text4->setScript(script);
     m_mendsLineEnds = false;
     m_lineEnds->hide();
-    m_run->setVisible(mode != Mode::EditDotScript);
+    m_run->setVisible(mode == Mode::Add || mode == Mode::Edit);
     showFile();
     // Leaving an opened second script changes nothing, so its way back is called hiding.
     Image9->setToolTip(mode == Mode::EditDotScript ? u"Hide"_s : tr("Back"));
@@ -120,6 +120,12 @@ void EditPanel::openForEditing(const QString &keyword, const QString &script)
 void EditPanel::openDotScript(const QString &keyword, const QString &script)
 {
     open(Mode::EditDotScript, u'"' + keyword + u"\"  is editting"_s, keyword, script);
+}
+
+void EditPanel::openFile(const QString &systemPath, const QString &script)
+{
+    m_filePath = systemPath;
+    open(Mode::EditFile, tr("Edit script"), systemPath.section(u'/', -1), script);
 }
 
 QString EditPanel::keyword() const
@@ -163,7 +169,9 @@ void EditPanel::showOddLineEnds(int count)
 
 void EditPanel::showFile()
 {
-    QString text = m_mode == Mode::EditDotScript ? tr(".main.wf, a copy that is not run") : u"main.wf"_s;
+    QString text = m_mode == Mode::EditDotScript ? tr(".main.wf, a copy that is not run")
+        : m_mode == Mode::EditFile               ? m_filePath.toHtmlEscaped()
+                                                 : u"main.wf"_s;
     if (Text4->document()->isEmpty())
         text += u" ·"_s + richLink(u"guide"_s, tr("Begin with a line that says what the app does"));
     m_file->setText(text);

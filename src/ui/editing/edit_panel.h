@@ -26,11 +26,13 @@ public:
         Add,
         Edit, // the app's script `main.wf`
         EditDotScript, // its second script `.main.wf`, which never runs
+        EditFile, // a script that is no app's
     };
 
     void openForAdding(const QString &keyword = {});
     void openForEditing(const QString &keyword, const QString &script);
     void openDotScript(const QString &keyword, const QString &script);
+    void openFile(const QString &systemPath, const QString &script);
 
     Mode mode() const { return m_mode; }
     QString keyword() const;
@@ -39,6 +41,9 @@ public:
 
     // Marks a line, counted from 0, and shows it.
     void showLine(int line);
+
+    // The file that `openFile` has opened.
+    const QString &filePath() const { return m_filePath; }
 
     // Something was typed since the panel was opened.
     bool isModified() const;
@@ -69,6 +74,7 @@ private:
     Mode m_mode = Mode::Add;
     bool m_mendsLineEnds = false;
     QString m_openedKeyword;
+    QString m_filePath;
     QLabel *Label5; // what is being edited
     QLineEdit *Text7; // the keyword
     ScriptEditor *Text4; // the script
