@@ -107,7 +107,7 @@ Section "-Plum"
 
     CreateShortcut "$SMPROGRAMS\Plum.lnk" "$INSTDIR\plum.exe"
 
-    !insertmacro Type ".wf" "Plum.Script" "Plum script" '"$INSTDIR\plum.exe" "%1"'
+    !insertmacro Type ".wf" "Plum.Script" "Plum script" '"$INSTDIR\plumkit.exe" open "%1"'
     !insertmacro Type ".wfp" "Plum.Package" "Plum package" '"$INSTDIR\plumkit.exe" open "%1"'
 
     WriteUninstaller "$INSTDIR\uninstall.exe"

@@ -11,6 +11,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree as xml
 
 TREE = pathlib.Path(__file__).resolve().parents[2]
 BUILD = None
@@ -61,9 +62,29 @@ class Installed(unittest.TestCase):
         self.assertEqual(output_of(self.prefix / "lib/plum/plumkit", "where"), f"{self.prefix}/lib/plum\n")
 
     def test_the_desktop_accepts_the_menu_entry(self):
-        self.assertEqual(output_of("desktop-file-validate", self.shared("applications/plum.desktop")), "")
-        output_of("appstreamcli", "validate", "--no-net", "--pedantic",
-                  self.shared("metainfo/org.plum_launcher.plum.metainfo.xml"))
+        for name in ("plum", "plum-open"):
+            self.assertEqual(output_of("desktop-file-validate", self.shared(f"applications/{name}.desktop")), "")
+        metainfo, = self.shared("metainfo").iterdir()
+        output_of("appstreamcli", "validate", "--no-net", "--pedantic", metainfo)
+
+    def test_pictures_of_the_metainfo_are_there_in_that_size(self):
+        metainfo, = self.shared("metainfo").iterdir()
+        images = list(xml.parse(metainfo).getroot().iter("image"))
+        self.assertTrue(images)
+        for image in images:
+            head = (TREE / image.text.split("/", 3)[3]).read_bytes()[:24]
+            self.assertEqual(head[16:], b"".join(int(image.get(side)).to_bytes(4, "big") for side in ("width", "height")))
+
+    def test_bus_unit_and_metainfo_have_one_name(self):
+        service, = self.shared("dbus-1/services").iterdir()
+        name = re.search(r"^Name=(.*)$", service.read_text(), re.M)[1]
+        self.assertEqual(service.name, f"{name}.service")
+        unit = self.prefix / "lib/systemd/user" / re.search(r"^SystemdService=(.*)$", service.read_text(), re.M)[1]
+        self.assertIn(f"BusName={name}\n", unit.read_text())
+        # Nothing starts the launcher at a login but what the user has switched on.
+        self.assertNotIn("[Install]", unit.read_text())
+        metainfo, = self.shared("metainfo").iterdir()
+        self.assertEqual(next(xml.parse(metainfo).getroot().iter("dbus")).text, name)
 
     def test_scripts_and_packages_have_types(self):
         output_of("update-mime-database", self.shared("mime"))

@@ -128,7 +128,7 @@ class Installer(unittest.TestCase):
 
     def test_files_are_opened_by_their_types(self):
         self.install(0)
-        for file, started in ((r"C:\my files\a.wf", r'one|"C:\my files\a.wf"'),
+        for file, started in ((r"C:\my files\a.wf", r'one|open "C:\my files\a.wf"'),
                               (r"C:\my files\a.wfp", r'one|open "C:\my files\a.wfp"')):
             kind = self.value(rf"HKCU\Software\Classes\.{file.split('.')[1]}", "")
             command = self.value(rf"HKCU\Software\Classes\{kind}\shell\open\command", "")
