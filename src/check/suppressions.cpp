@@ -24,11 +24,11 @@ QStringList ruleIds()
 void readSuppressions(const QStringList &lines, Report &report)
 {
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QString line = lines[i].trimmed();
+        const QStringView line = QStringView(lines[i]).trimmed();
         if (!line.startsWith(switchedOff))
             continue;
         const int number = static_cast<int>(i + 1);
-        const QStringList rules = line.sliced(switchedOff.size()).split(u' ', Qt::SkipEmptyParts);
+        const QStringList rules = line.sliced(switchedOff.size()).toString().split(u' ', Qt::SkipEmptyParts);
         if (rules.isEmpty())
             report.add(number, 1, u"suppression", u"Name the rule that is switched off for the next line."_s);
         for (const QString &rule : rules) {

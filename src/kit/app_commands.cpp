@@ -87,11 +87,11 @@ int packFolder(const AppOptions &options, const ScriptVocabulary &vocabulary)
     }
     const QString path = options.place.isEmpty() ? package->keyword + u".wfp"_s : options.place;
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(package->archive) != package->archive.size()
-        || !file.commit())
+    if (!file.open(QIODevice::WriteOnly)
+        || file.write(package->archive.content) != package->archive.content.size() || !file.commit())
         return refuse(u"%1 cannot be written"_s.arg(path));
-    std::fputs(qUtf8Printable(u"%1: %2 files\n"_s.arg(path).arg(package->files.size())), stdout);
-    for (const QString &name : package->leftOut)
+    std::fputs(qUtf8Printable(u"%1: %2 files\n"_s.arg(path).arg(package->archive.files.size())), stdout);
+    for (const QString &name : package->archive.leftOut)
         std::fputs(qUtf8Printable(u"left out: %1\n"_s.arg(name)), stdout);
     return isMade;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include "archive/app_archive.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -12,10 +13,8 @@ namespace plum::kit {
 struct AppPackage
 {
     QString keyword; // the folder's name
-    QByteArray archive;
-    QStringList files; // that are in it, with "/" between folders
-    QStringList scripts; // those of them that are scripts
-    QStringList leftOut; // name and reason of each, for people
+    AppArchive archive;
+    QStringList scripts; // those of its files that are scripts
 };
 
 // Packs the app in `folder`. The same files give the same bytes, whenever and wherever. Nothing when it is no

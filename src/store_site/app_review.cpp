@@ -42,7 +42,7 @@ QString AppReview::review(const QString &folder, PublishedApp &app, bool &hasErr
 {
     const QDir root(QDir(folder).absolutePath());
     QList<CheckedFile> checked;
-    for (const QString &name : std::as_const(app.files)) {
+    for (const QString &name : std::as_const(app.package.files)) {
         QFile file(root.filePath(name));
         if (!name.endsWith(scriptEnding) || !file.open(QIODevice::ReadOnly))
             continue;

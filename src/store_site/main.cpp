@@ -53,6 +53,8 @@ AppsToPublish readApps(const QString &folder)
         if (hasError)
             problem = u"%1: a script with an error is not published"_s.arg(each.filePath());
         if (app && !hasError) {
+            for (const QString &name : std::as_const(app->package.leftOut))
+                say(u"%1: left out %2"_s.arg(each.filePath(), name));
             read.apps.push_back(std::move(*app));
         } else {
             say(problem);

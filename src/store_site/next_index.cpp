@@ -34,7 +34,7 @@ IndexedPackage rowOf(const PublishedApp &app)
     return {.name = app.name,
         .version = app.version,
         .path = app.name + packageEnding,
-        .size = app.package.size(),
+        .size = app.package.content.size(),
         .checksum = app.checksum,
         .edition = app.edition,
         .sheet = app.sheet};

@@ -1,11 +1,10 @@
 #include "published_app.h"
 
-#include "archive/zip_writer.h"
 #include "store/protocol/package_link.h"
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QDirIterator>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
@@ -27,18 +26,10 @@ QString guideOf(const QString &script)
     return firstLine.startsWith(guideMark) ? firstLine.sliced(guideMark.size()) : QString();
 }
 
-// Paths relative to the folder, sorted, so that the same folder always gives the same package. Links are
-// left out: a package holds what is in the folder.
-QStringList filesBelow(const QString &folder)
+QByteArray contentOf(const QString &path)
 {
-    QStringList files;
-    const QDir root(folder);
-    QDirIterator each(
-        root.absolutePath(), QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDirIterator::Subdirectories);
-    while (each.hasNext())
-        files += root.relativeFilePath(each.next());
-    files.sort();
-    return files;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 // It becomes a folder's name.
@@ -73,37 +64,21 @@ std::optional<PublishedApp> readApp(const QString &folder, QString &problem)
         problem = u"%1: an app's name must not hold a blank or any of \\ / : * ? \" < | >"_s.arg(folder);
         return std::nullopt;
     }
-    app.files = filesBelow(folder);
-    if (!app.files.contains(scriptFile)) {
+    if (!QFileInfo(root.filePath(scriptFile)).isFile()) {
         problem = u"%1: there is no main.wf"_s.arg(folder);
         return std::nullopt;
     }
-
-    ZipWriter archive;
-    QByteArray about;
-    // Every file has this time, the first that an archive can hold.
-    const QDateTime time(QDate(1980, 1, 1), QTime(0, 0));
-    for (const QString &name : std::as_const(app.files)) {
-        QFile file(root.filePath(name));
-        if (!file.open(QIODevice::ReadOnly)) {
-            problem = u"%1: %2"_s.arg(file.fileName(), file.errorString());
-            return std::nullopt;
-        }
-        const QByteArray content = file.readAll();
-        archive.add(name, content, time);
-        if (name == scriptFile)
-            app.script = QString::fromUtf8(content);
-        else if (name == "about.json"_L1)
-            about = content;
-        else if (std::ranges::find(iconFiles, name) != std::end(iconFiles) && app.icon.isEmpty()) {
-            app.icon = content;
-            app.iconFile = name;
-        }
-    }
-    app.package = archive.finish();
-    if (app.package.isEmpty()) {
-        problem = u"%1: too large for a package"_s.arg(folder);
+    std::optional<AppArchive> package = archiveOf(folder, problem);
+    if (!package)
         return std::nullopt;
+    app.package = std::move(*package);
+    app.script = QString::fromUtf8(contentOf(root.filePath(scriptFile)));
+    const QByteArray about = contentOf(root.filePath(u"about.json"_s));
+    for (const QString &name : std::as_const(app.package.files)) {
+        if (app.icon.isEmpty() && std::ranges::find(iconFiles, name) != std::end(iconFiles)) {
+            app.iconFile = name;
+            app.icon = contentOf(root.filePath(name));
+        }
     }
     app.guide = guideOf(app.script);
     readAbout(about, app);
@@ -113,7 +88,7 @@ std::optional<PublishedApp> readApp(const QString &folder, QString &problem)
                   .arg(folder);
         return std::nullopt;
     }
-    app.checksum = QCryptographicHash::hash(app.package, QCryptographicHash::Sha256);
+    app.checksum = QCryptographicHash::hash(app.package.content, QCryptographicHash::Sha256);
     return app;
 }
 

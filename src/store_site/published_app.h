@@ -1,5 +1,7 @@
 #pragma once
 
+#include "archive/app_archive.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -24,8 +26,7 @@ struct PublishedApp
     QString script;
     QByteArray icon; // an SVG or PNG picture; empty when the app has none
     QString iconFile; // its file name
-    QStringList files;
-    QByteArray package; // the archive
+    AppArchive package;
     QByteArray checksum; // SHA-256 of the archive
 
     bool guideIsAddress() const;

@@ -136,8 +136,8 @@ TemplateValues valuesOf(const PublishedApp &app, const StoreIndex &index, const 
         {u"category"_s, app.category},
         {u"guide"_s, guideHtml(app)},
         {u"script"_s, scriptHtml(app.script)},
-        {u"files"_s, app.files.join(u", "_s)},
-        {u"size"_s, sizeText(app.package.size())},
+        {u"files"_s, app.package.files.join(u", "_s)},
+        {u"size"_s, sizeText(app.package.content.size())},
         {u"sha256"_s, QString::fromLatin1(app.checksum.toHex())},
         {u"page"_s, folder + u"/index.html"_s},
         {u"icon"_s, folder + u'/' + iconFile(app)},
@@ -206,7 +206,7 @@ SiteFiles buildSite(
                 fillTemplate(appPage, valuesOf(app, index, downloadBase))));
         files.emplace_back(
             appFolder(app) + u'/' + iconFile(app), app.icon.isEmpty() ? letterIcon(app.name) : app.icon);
-        files.emplace_back(downloadFolder + app.name + packageEnding, app.package);
+        files.emplace_back(downloadFolder + app.name + packageEnding, app.package.content);
     }
     return files;
 }

@@ -49,8 +49,8 @@ TEST_F(KitApps, packWhatBelongsToTheAppAndSayWhatDoesNot)
     QString problem;
     const auto package = packApp(files.folder() + u"/hello"_s, problem);
     ASSERT_TRUE(package) << problem.toStdString();
-    EXPECT_EQ(package->files, QStringList({u"data/notes.txt"_s, u"main.wf"_s}));
-    EXPECT_EQ(package->archive, files.read(u"hello.wfp"_s));
+    EXPECT_EQ(package->archive.files, QStringList({u"data/notes.txt"_s, u"main.wf"_s}));
+    EXPECT_EQ(package->archive.content, files.read(u"hello.wfp"_s));
 }
 
 TEST_F(KitApps, packTheSameBytesFromFilesOfAnotherTime)

@@ -1,3 +1,4 @@
+#include "archive/app_archive.h"
 #include "archive/unzip.h"
 #include "platform/recording/recording_platform.h"
 #include "support/temporary_files.h"
@@ -135,6 +136,21 @@ TEST_F(Generator, APackageHoldsTheWholeAppFolder)
         ASSERT_TRUE(original.open(QIODevice::ReadOnly));
         EXPECT_EQ(files.read(u"app/"_s + QLatin1StringView(name)), original.readAll()) << name;
     }
+}
+
+TEST_F(Generator, APackageIsWhatPlumkitMakesOfTheFolder)
+{
+    files.write(u"apps/good/main.wf"_s, "set.word \"x\"\r\n");
+    files.write(u"apps/good/main.wf~"_s, "set.word\r\n");
+    files.write(u"apps/good/.git/config"_s, "secret");
+    ASSERT_EQ(generate(files.folder() + u"/apps"_s), 0) << qPrintable(complaints);
+    EXPECT_TRUE(complaints.contains("good: left out .git/config (hidden)\n"_L1)) << qPrintable(complaints);
+    EXPECT_TRUE(complaints.contains("good: left out main.wf~ (an old copy)\n"_L1)) << qPrintable(complaints);
+    QString problem;
+    const auto packed = plum::archiveOf(files.folder() + u"/apps/good"_s, problem);
+    ASSERT_TRUE(packed) << qPrintable(problem);
+    EXPECT_EQ(packed->files, QStringList{u"main.wf"_s});
+    EXPECT_EQ(page(u"plum/download/good.wfp"_s), packed->content);
 }
 
 TEST_F(Generator, TheSameAppsGiveTheSameFiles)

@@ -24,20 +24,24 @@ bool isQuestion(const ScriptLine &line)
 class Walk
 {
 public:
-    Walk(const ScriptVocabulary &vocabulary, const AppFiles &files, Report &report)
+    Walk(const ScriptVocabulary &vocabulary, const AppFiles &files, NameTable &names, Report &report)
         : m_vocabulary(vocabulary)
         , m_report(report)
+        , m_variables(names)
         , m_arguments(report, m_variables, files)
         , m_loops(report, m_variables, m_arguments)
     {
     }
 
-    void take(const ScriptLine &line);
+    void take(LineRecord &record);
     // After the last of `lineCount` lines.
     void finish(qsizetype lineCount);
 
 private:
-    bool judgeHead(const ScriptLine &line);
+    void judgeHead(const ScriptLine &line);
+    void judgeLoop(const ScriptLine &line);
+    // Whether the line calls a command.
+    bool judgeCall(const ScriptLine &line);
     void judgeNamespace(const ScriptLine &line);
     void judgeEntering(const ScriptLine &line);
     void judgeCommand(const ScriptLine &line, const CommandTraits &traits);
@@ -48,20 +52,14 @@ private:
     ArgumentRules m_arguments;
     LoopRules m_loops;
     HeldKeys m_held;
-    std::optional<ScriptLine> m_last;
+    const ScriptLine *m_last = nullptr;
 };
 
-bool Walk::judgeHead(const ScriptLine &line)
+void Walk::judgeHead(const ScriptLine &line)
 {
-    if (line.startsWithBlank) {
-        m_report.add(line.number, 1, u"blank-line-start",
-            u"The line begins with a blank, so it has no namespace and does nothing."_s);
-        return false;
-    }
     if (line.hasSecondDot)
         m_report.add(line.number, 1, u"extra-head",
             u"Of this head %1.%2 counts; the rest is ignored."_s.arg(line.nameSpace, line.command));
-    return true;
 }
 
 void Walk::judgeNamespace(const ScriptLine &line)
@@ -107,33 +105,53 @@ void Walk::judgeCommand(const ScriptLine &line, const CommandTraits &traits)
         m_arguments.judge(line, *info, traits);
 }
 
-void Walk::take(const ScriptLine &line)
+bool Walk::judgeCall(const ScriptLine &line)
 {
-    m_last = line;
-    if (!judgeHead(line))
-        return;
-    if (line.nameSpace == loopNamespace) {
-        if (line.command == "start"_L1)
-            m_loops.start(line);
-        else if (line.command == "end"_L1)
-            m_loops.end(line);
-        else
-            m_report.add(line.number, line.commandColumn, u"unknown-command",
-                u"while has \"start\" and \"end\" alone; the line does nothing.%1"_s.arg(
-                    didYouMean(line.command, {u"start"_s, u"end"_s}, u"while."_s)));
-        return;
-    }
-    m_loops.executed();
+    judgeHead(line);
     if (!m_vocabulary.hasNamespace(line.nameSpace, Edition::One)) {
         judgeNamespace(line);
-        return;
+        return false;
     }
     if (!line.hasDot) {
         m_report.add(line.number, 1, u"no-command",
             u"Without a command, %1 repeats the word of the line before."_s.arg(line.nameSpace));
-        return;
+        return false;
     }
     judgeCommand(line, traitsOf(line.nameSpace, line.command.toLower()));
+    return true;
+}
+
+void Walk::judgeLoop(const ScriptLine &line)
+{
+    judgeHead(line);
+    if (line.command == "start"_L1)
+        m_loops.start(line);
+    else if (line.command == "end"_L1)
+        m_loops.end(line);
+    else
+        m_report.add(line.number, line.commandColumn, u"unknown-command",
+            u"while has \"start\" and \"end\" alone; the line does nothing.%1"_s.arg(
+                didYouMean(line.command, {u"start"_s, u"end"_s}, u"while."_s)));
+}
+
+void Walk::take(LineRecord &record)
+{
+    const ScriptLine &line = *record.line;
+    m_last = &line;
+    if (line.startsWithBlank) {
+        m_report.add(line.number, 1, u"blank-line-start",
+            u"The line begins with a blank, so it has no namespace and does nothing."_s);
+        return;
+    }
+    if (line.nameSpace == loopNamespace) {
+        judgeLoop(line);
+        return;
+    }
+    m_loops.executed();
+    judgeOnce(record.transcript, line.number, m_report, m_variables,
+        [&] { record.callsCommand = judgeCall(line); });
+    if (!record.callsCommand)
+        return;
     m_held.take(line);
     if (isQuestion(line))
         m_loops.suspension(line);
@@ -151,13 +169,21 @@ void Walk::finish(qsizetype lineCount)
 
 } // namespace
 
-void check(
-    const QStringList &lines, const ScriptVocabulary &vocabulary, const AppFiles &files, Report &report)
+void check(const QStringList &lines, const ScriptVocabulary &vocabulary, const AppFiles &files,
+    NameTable &names, LineMemory<LineRecord> &memory, Report &report)
 {
-    Walk walk(vocabulary, files, report);
+    Walk walk(vocabulary, files, names, report);
+    const auto &records = memory.recordsOf(lines);
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        if (const auto line = ScriptLine::read(lines[i], static_cast<int>(i + 1)))
-            walk.take(*line);
+        LineRecord &record = *records[static_cast<std::size_t>(i)];
+        if (!record.isRead) {
+            record.line = ScriptLine::read(lines[i], 1);
+            record.isRead = true;
+        }
+        if (!record.line)
+            continue;
+        record.line->number = static_cast<int>(i + 1);
+        walk.take(record);
     }
     walk.finish(lines.size());
 }

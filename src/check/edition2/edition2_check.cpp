@@ -21,11 +21,53 @@ std::optional<QString> readBeside(const AppFiles &files, const QString &name)
     return QString::fromUtf8(file.readAll());
 }
 
-void checkSyntax(
-    const QString &text, const ScriptVocabulary &vocabulary, const AppFiles &files, Report &report)
+bool isOfParts(const Line &line)
+{
+    return line.word == Word::PartStart || line.word == Word::PartRun || line.word == Word::PartUse;
+}
+
+// What decides on a line's place in the tree; the rest is looked up in its record. Copying whole lines would
+// take most of the time of a check.
+Line outlineOf(const Line &line)
+{
+    if (isOfParts(line))
+        return line;
+    return {.word = line.word, .nameSpace = line.nameSpace, .command = line.command, .at = line.at};
+}
+
+void gatherRuns(const std::vector<Statement> &statements, std::vector<Statement> &runs)
+{
+    for (const Statement &statement : statements) {
+        if (!statement.isBlock() && statement.line.word == Word::PartRun)
+            runs.push_back(statement);
+        for (const Section &section : statement.sections)
+            gatherRuns(section.body, runs);
+    }
+}
+
+// The tree without all that concerns no part: what the linker judges.
+Tree partsOf(const Tree &tree)
+{
+    Tree parts;
+    for (const Statement &statement : tree.statements) {
+        if (statement.isBlock() && statement.sections.front().head.word == Word::PartStart) {
+            Statement part{statement.line, {{statement.sections.front().head, {}}}};
+            gatherRuns(statement.sections.front().body, part.sections.front().body);
+            parts.statements.push_back(std::move(part));
+        } else if (!statement.isBlock() && isOfParts(statement.line)) {
+            parts.statements.push_back(statement);
+        } else {
+            for (const Section &section : statement.sections)
+                gatherRuns(section.body, parts.statements);
+        }
+    }
+    return parts;
+}
+
+void checkLinks(Parsed parsed, const ScriptVocabulary &vocabulary, const AppFiles &files, Report &report)
 {
     const QString own;
-    const Linked linked = link(own, text,
+    const Linked linked = link(own, std::move(parsed),
         {vocabulary, [](const QString &) -> Handler * { return nullptr; },
             [&files](const QString &name) { return readBeside(files, name); }});
     for (const ScriptMistake &mistake : linked.mistakes) {
@@ -41,11 +83,39 @@ void checkSyntax(
 
 } // namespace
 
-void check(const QString &text, const ScriptVocabulary &vocabulary, const AppFiles &files, Report &report)
+void LineRecord::place(const QString &text, int number, const ScriptVocabulary &vocabulary)
 {
-    checkSyntax(text, vocabulary, files, report);
-    const Parsed parsed = parse(text, vocabulary);
-    ScopeWalk(vocabulary, files, report).walk(parsed.tree);
+    if (!isRead) {
+        parsed = parseLine(text, number, vocabulary);
+        isRead = true;
+    }
+    if (parsed.line.at.line == number)
+        return;
+    parsed.line.at.line = number;
+    for (Value &value : parsed.line.values)
+        value.at.line = number;
+    for (Mistake &mistake : parsed.mistakes)
+        mistake.at.line = number;
+}
+
+void check(const QStringList &lines, const ScriptVocabulary &vocabulary, const AppFiles &files,
+    NameTable &names, LineMemory<LineRecord> &memory, Report &report)
+{
+    const auto &records = memory.recordsOf(lines);
+    TreeBuilder builder;
+    QList<Mistake> mistakes;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        LineRecord &record = *records[static_cast<std::size_t>(i)];
+        record.place(lines[i], static_cast<int>(i + 1), vocabulary);
+        mistakes += record.parsed.mistakes;
+        if (!record.parsed.isEmpty() && !builder.add(outlineOf(record.parsed.line)))
+            break;
+    }
+    Parsed parsed = builder.finish();
+    parsed.mistakes = mistakes + parsed.mistakes;
+    sortMistakes(parsed.mistakes);
+    checkLinks({partsOf(parsed.tree), parsed.mistakes}, vocabulary, files, report);
+    ScopeWalk(vocabulary, files, names, records, report).walk(parsed.tree);
 }
 
 } // namespace plum::edition2

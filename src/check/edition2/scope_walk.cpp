@@ -43,56 +43,65 @@ bool readsItsVariable(const Line &line)
 
 void ScopeWalk::walk(const Tree &tree)
 {
-    std::vector<Statement> own;
+    const auto isPart = [](const Statement &statement) {
+        return statement.isBlock() && statement.sections.front().head.word == Word::PartStart;
+    };
     for (const Statement &statement : tree.statements) {
-        const Line &head = statement.isBlock() ? statement.sections.front().head : statement.line;
-        if (head.word != Word::PartStart) {
-            own.push_back(statement);
+        if (!isPart(statement))
             continue;
-        }
-        m_variables = {};
+        const auto &[head, body] = statement.sections.front();
         addPart(head);
         for (std::size_t i = 1; i < head.values.size(); ++i)
             m_variables.set(head.values[i].text, head.at.line, head.values[i].at.column);
-        walkScope(statement.sections.front().body);
+        for (const Statement &inner : body)
+            walk(inner);
+        finishScope();
     }
-    m_variables = {};
-    walkScope(own);
+    for (const Statement &statement : tree.statements) {
+        if (!isPart(statement))
+            walk(statement);
+    }
+    finishScope();
 }
 
-void ScopeWalk::walkScope(const std::vector<Statement> &statements)
+void ScopeWalk::finishScope()
 {
-    for (const Statement &statement : statements)
-        walk(statement);
     m_variables.report(m_report, VariableUse::Unset::EndsTheRun);
+    m_variables.clear();
 }
 
 void ScopeWalk::walk(const Statement &statement)
 {
     if (!statement.isBlock()) {
-        judge(statement.line);
+        take(statement.line);
         return;
     }
     if (isLoop(statement.sections.front().head.word))
         m_variables.addLoop(statement.sections.front().head.at.line, lastLineOf(statement));
     for (const Section &section : statement.sections) {
-        judge(section.head);
+        take(section.head);
         for (const Statement &inner : section.body)
             walk(inner);
     }
 }
 
+void ScopeWalk::take(const Line &place)
+{
+    if (place.word == Word::Comment)
+        return;
+    LineRecord &record = *m_records[static_cast<std::size_t>(place.at.line - 1)];
+    judgeOnce(record.transcript, place.at.line, m_report, m_variables, [&] { judge(record.parsed.line); });
+}
+
 void ScopeWalk::addPart(const Line &line)
 {
     if (!line.values.empty())
-        m_report.addName({NameUse::partScope, line.values.front().text, line.at.line,
-            line.values.front().at.column, line.word == Word::PartStart});
+        m_report.addPart(line.values.front().text, line.at.line, line.values.front().at.column,
+            line.word == Word::PartStart);
 }
 
 void ScopeWalk::judge(const Line &line)
 {
-    if (line.word == Word::Comment)
-        return;
     if (line.word == Word::PartRun)
         addPart(line);
     if (line.word == Word::Set) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/findings/app_files.h"
+#include "check/edition2/edition2_check.h"
 #include "check/findings/variable_use.h"
 #include "engine/edition2/fields.h"
 #include "engine/script_vocabulary.h"
@@ -8,22 +8,28 @@
 namespace plum::edition2 {
 
 // Walks a tree and judges what its lines read and set. The script's own lines are one scope, each part is
-// another.
+// another. The tree says where lines stand; what stands in them is in their records.
 class ScopeWalk
 {
 public:
-    ScopeWalk(const ScriptVocabulary &vocabulary, const AppFiles &files, Report &report)
+    using Records = std::vector<std::unique_ptr<LineRecord>>;
+
+    ScopeWalk(const ScriptVocabulary &vocabulary, const AppFiles &files, NameTable &names,
+        const Records &records, Report &report)
         : m_vocabulary(vocabulary)
         , m_files(files)
+        , m_records(records)
         , m_report(report)
+        , m_variables(names)
     {
     }
 
     void walk(const Tree &tree);
 
 private:
-    void walkScope(const std::vector<Statement> &statements);
+    void finishScope();
     void walk(const Statement &statement);
+    void take(const Line &place);
     void addPart(const Line &line);
     void judge(const Line &line);
     void judgeAssignment(const Line &line);
@@ -36,6 +42,7 @@ private:
 
     const ScriptVocabulary &m_vocabulary;
     const AppFiles &m_files;
+    const Records &m_records; // of all lines
     Report &m_report;
     VariableUse m_variables;
 };

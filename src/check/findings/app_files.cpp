@@ -2,6 +2,7 @@
 
 #include "search/picture_template.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
@@ -12,6 +13,15 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr Channels searchTolerance{0x58, 0xDD, 0xFF};
+
+// Nothing for a file that is not there in exactly these letters.
+std::optional<LineTranscript::AskedFile> stateOf(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return {};
+    return LineTranscript::AskedFile{path, file.size(), file.lastModified().toMSecsSinceEpoch()};
+}
 
 // `path` with the components that exist in another letter case, as paths of apps from Windows are looked up.
 bool existsInAnyCase(const QString &path)
@@ -81,12 +91,19 @@ QString AppFiles::resolved(const QString &written) const
     return {};
 }
 
+bool AppFiles::isStill(const LineTranscript::AskedFile &asked)
+{
+    const auto now = stateOf(asked.path);
+    return now && now->size == asked.size && now->changed == asked.changed;
+}
+
 void AppFiles::judge(Report &report, int line, int column, const QString &written, const Use &use) const
 {
     const QString path = resolved(written);
     // What lies outside of the app's folder may be there when the script runs.
     if (path.isEmpty() || !QDir::cleanPath(path).startsWith(QDir::cleanPath(m_folder) + u'/'))
         return;
+    report.askedFile(stateOf(path));
     if (!existsInAnyCase(path)) {
         report.add(line, column, u"missing-file", u"The app's folder has no %1."_s.arg(written));
         return;

@@ -24,6 +24,9 @@ public:
     // and for a picture that is searched for, what the search will compare.
     void judge(Report &report, int line, int column, const QString &written, const Use &use) const;
 
+    // Whether a file is as a line has found it.
+    static bool isStill(const LineTranscript::AskedFile &asked);
+
     // The system's path of what a script means by `written`; empty when it does not lie in the app's folder.
     QString resolved(const QString &written) const;
 

@@ -17,6 +17,51 @@ void Report::add(int line, int column, QStringView rule, Severity severity, cons
 {
     m_findings += {
         .line = line, .column = column, .severity = severity, .rule = rule.toString(), .message = message};
+    if (m_transcript)
+        m_transcript->said.push_back({column, m_findings.back().rule, severity, message});
+}
+
+void Report::addName(const NameUse &use)
+{
+    m_names.uses += use;
+}
+
+void Report::addPart(const QString &name, int line, int column, bool isSet)
+{
+    addName({NameUse::partScope, name, line, column, isSet});
+    if (m_transcript)
+        m_transcript->partUses.push_back({name, column, isSet});
+}
+
+void Report::addUnknownName()
+{
+    m_names.areAllKnown = false;
+    if (m_transcript)
+        m_transcript->namesUnknown = true;
+}
+
+void Report::askedFile(const std::optional<LineTranscript::AskedFile> &asked)
+{
+    if (!m_transcript)
+        return;
+    if (asked)
+        m_transcript->askedFiles.push_back(*asked);
+    else
+        m_transcript->isKept = false;
+}
+
+void Report::repeat(const LineTranscript &transcript, int line)
+{
+    for (const LineTranscript::Said &said : transcript.said)
+        m_findings += {.line = line,
+            .column = said.column,
+            .severity = said.severity,
+            .rule = said.rule,
+            .message = said.message};
+    for (const LineTranscript::PartUse &use : transcript.partUses)
+        addName({NameUse::partScope, use.name, line, use.column, use.isSet});
+    if (transcript.namesUnknown)
+        m_names.areAllKnown = false;
 }
 
 void Report::suppress(int line, const QString &rule)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/findings/finding.h"
+#include "check/findings/line_transcript.h"
 #include "check/findings/name_use.h"
 
 namespace plum {
@@ -25,15 +26,26 @@ public:
 
     // Where names stand, for those who look for them. Each scope has variables of its own.
     int beginScope() { return m_names.scopes++; }
-    void addName(const NameUse &use) { m_names.uses += use; }
+    void addName(const NameUse &use);
+    // A part's name.
+    void addPart(const QString &name, int line, int column, bool isSet);
     // Some line names its variable by a value.
-    void addUnknownName() { m_names.areAllKnown = false; }
+    void addUnknownName();
     const NameUses &names() const { return m_names; }
+
+    // The line that is being judged depends on a file, which is as `asked` says; nothing: on one that is not
+    // there.
+    void askedFile(const std::optional<LineTranscript::AskedFile> &asked);
+
+    // From here on everything is written into the transcript of one line, too; null: no more.
+    void record(LineTranscript *transcript) { m_transcript = transcript; }
+    void repeat(const LineTranscript &transcript, int line);
 
 private:
     bool isSuppressed(const Finding &finding) const;
 
     Findings m_findings;
+    LineTranscript *m_transcript = nullptr;
     NameUses m_names;
     QList<std::pair<int, QString>> m_suppressed;
 };

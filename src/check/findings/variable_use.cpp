@@ -2,66 +2,173 @@
 
 #include "check/findings/nearest_word.h"
 
-#include <algorithm>
-
 namespace plum {
 
 using namespace Qt::StringLiterals;
 
-void VariableUse::set(const QString &name, int line, int column, std::optional<QString> value)
-{
-    m_sets[name] += {line, column, std::move(value)};
-}
+namespace {
 
-void VariableUse::read(const QString &name, int line, int column)
+QString otherCase(const QString &name, const QStringList &known)
 {
-    m_reads[name] += {line, column, {}};
-}
-
-void VariableUse::addLoop(int firstLine, int lastLine)
-{
-    m_loops += {firstLine, lastLine};
-}
-
-std::optional<QString> VariableUse::constant(const QString &name, int line) const
-{
-    const auto places = m_sets.constFind(name);
-    if (m_setsUnknown || places == m_sets.constEnd())
-        return {};
-    // The lines come in order, so the nearest one is near the end.
-    const auto nearest = std::find_if(
-        places->crbegin(), places->crend(), [line](const Place &place) { return place.line < line; });
-    return nearest == places->crend() ? std::nullopt : nearest->value;
-}
-
-// Whether a line above sets it, or one below in a loop around both.
-bool VariableUse::maySetBefore(const QString &name, int line) const
-{
-    const auto places = m_sets.constFind(name);
-    return places != m_sets.constEnd() && std::ranges::any_of(*places, [&](const Place &place) {
-        return place.line < line || std::ranges::any_of(m_loops, [&](const std::pair<int, int> &loop) {
-            return loop.first <= line && line <= loop.second && loop.first <= place.line
-                && place.line <= loop.second;
-        });
-    });
-}
-
-QString VariableUse::otherCase(const QString &name) const
-{
-    for (const QString &other : m_sets.keys()) {
+    for (const QString &other : known) {
         if (other != name && other.compare(name, Qt::CaseInsensitive) == 0)
             return other;
     }
     return {};
 }
 
+} // namespace
+
+void VariableUse::clear()
+{
+    for (const Place &place : m_places)
+        m_variables[static_cast<std::size_t>(place.name)] = {};
+    m_places.clear();
+    m_doubts.clear();
+    m_loops.clear();
+    m_setsUnknown = false;
+}
+
+void VariableUse::add(int name, int line, int column, bool isSet, const std::optional<QString> &value)
+{
+    const auto index = static_cast<std::size_t>(name);
+    if (index >= m_variables.size())
+        m_variables.resize(static_cast<std::size_t>(m_names.count()));
+    Variable &variable = m_variables[index];
+    const int here = static_cast<int>(m_places.size());
+    m_places.push_back({name, line, column, isSet, isSet ? variable.lastSet : nowhere, value});
+    if (!isSet) {
+        variable.isRead = true;
+        return;
+    }
+    variable.lastSet = here;
+    if (variable.firstSet == nowhere)
+        variable.firstSet = here;
+}
+
+VariableUse::Variable VariableUse::variable(int name) const
+{
+    const auto index = static_cast<std::size_t>(name);
+    return index < m_variables.size() ? m_variables[index] : Variable();
+}
+
+void VariableUse::set(const QString &name, int line, int column, const std::optional<QString> &value)
+{
+    const int number = m_names.numberOf(name);
+    add(number, line, column, true, value);
+    if (m_transcript)
+        m_transcript->uses.push_back({number, column, true, value});
+}
+
+void VariableUse::read(const QString &name, int line, int column)
+{
+    const int number = m_names.numberOf(name);
+    add(number, line, column, false, {});
+    if (m_transcript)
+        m_transcript->uses.push_back({number, column, false, {}});
+}
+
+bool VariableUse::isSet(const QString &name) const
+{
+    const int number = m_names.numberOf(name);
+    const bool answer = variable(number).firstSet != nowhere;
+    // What the line itself has set is no question to the lines above.
+    if (m_transcript && std::ranges::none_of(m_transcript->uses, [number](const LineTranscript::Use &use) {
+            return use.isSet && use.name == number;
+        }))
+        m_transcript->askedSets.push_back({number, answer});
+    return answer;
+}
+
+void VariableUse::doubt(const QString &name, const QString &message)
+{
+    const int number = m_names.numberOf(name);
+    m_doubts.insert(number, message);
+    if (m_transcript)
+        m_transcript->doubts.push_back({number, message});
+}
+
+void VariableUse::setSomething()
+{
+    m_setsUnknown = true;
+    if (m_transcript)
+        m_transcript->setsUnknown = true;
+}
+
+std::optional<QString> VariableUse::constant(const QString &name, int line) const
+{
+    const int number = m_names.numberOf(name);
+    std::optional<QString> value = constantOf(number, line);
+    if (m_transcript)
+        m_transcript->askedConstants.push_back({number, value});
+    return value;
+}
+
+std::optional<QString> VariableUse::constantOf(int name, int line) const
+{
+    if (m_setsUnknown)
+        return {};
+    int nearest = variable(name).lastSet;
+    while (nearest != nowhere && place(nearest).line >= line)
+        nearest = place(nearest).setBefore;
+    return nearest == nowhere ? std::nullopt : place(nearest).value;
+}
+
+bool VariableUse::answersAsBefore(const LineTranscript &transcript, int line) const
+{
+    return std::ranges::all_of(transcript.askedSets, [&](const LineTranscript::AskedSet &asked) {
+        return (variable(asked.name).firstSet != nowhere) == asked.isSet;
+    }) && std::ranges::all_of(transcript.askedConstants, [&](const LineTranscript::AskedConstant &asked) {
+        return constantOf(asked.name, line) == asked.value;
+    });
+}
+
+void VariableUse::repeat(const LineTranscript &transcript, int line)
+{
+    for (const LineTranscript::Use &use : transcript.uses)
+        add(use.name, line, use.column, use.isSet, use.value);
+    for (const LineTranscript::Doubt &doubt : transcript.doubts)
+        m_doubts.insert(doubt.name, doubt.message);
+    m_setsUnknown = m_setsUnknown || transcript.setsUnknown;
+}
+
+// Whether a line above sets it, or one below in a loop around both.
+bool VariableUse::maySetBefore(int name, int line) const
+{
+    const Variable known = variable(name);
+    if (known.firstSet == nowhere)
+        return false;
+    if (place(known.firstSet).line < line)
+        return true;
+    for (const auto &[first, last] : m_loops) {
+        if (line < first || line > last)
+            continue;
+        for (int at = known.lastSet; at != nowhere; at = place(at).setBefore) {
+            if (first <= place(at).line && place(at).line <= last)
+                return true;
+        }
+    }
+    return false;
+}
+
+// In the order in which they are first set, so that what is suggested does not change from time to time.
+QStringList VariableUse::namesThatAreSet() const
+{
+    QStringList names;
+    for (std::size_t index = 0; index < m_places.size(); ++index) {
+        const Place &each = m_places[index];
+        if (each.isSet && variable(each.name).firstSet == static_cast<int>(index))
+            names += m_names.name(each.name);
+    }
+    return names;
+}
+
 void VariableUse::report(Report &report, Unset unset) const
 {
-    for (auto it = m_reads.constBegin(); it != m_reads.constEnd(); ++it) {
-        for (const Place &place : it.value()) {
-            if (!m_setsUnknown && !maySetBefore(it.key(), place.line))
-                reportUnset(report, it.key(), place, unset);
-        }
+    const QStringList known = namesThatAreSet();
+    for (const Place &each : m_places) {
+        if (!each.isSet && !m_setsUnknown && !maySetBefore(each.name, each.line))
+            reportUnset(report, each, unset, known);
     }
     reportUnread(report);
     addNames(report);
@@ -70,43 +177,40 @@ void VariableUse::report(Report &report, Unset unset) const
 void VariableUse::addNames(Report &report) const
 {
     const int scope = report.beginScope();
-    const auto add = [&](const QHash<QString, QList<Place>> &uses, bool isSet) {
-        for (auto it = uses.constBegin(); it != uses.constEnd(); ++it) {
-            for (const Place &place : it.value())
-                report.addName({scope, it.key(), place.line, place.column, isSet});
-        }
-    };
-    add(m_sets, true);
-    add(m_reads, false);
+    for (const Place &each : m_places)
+        report.addName({scope, m_names.name(each.name), each.line, each.column, each.isSet});
     if (m_setsUnknown)
         report.addUnknownName();
 }
 
-void VariableUse::reportUnset(Report &report, const QString &name, const Place &place, Unset unset) const
+void VariableUse::reportUnset(Report &report, const Place &where, Unset unset, const QStringList &known) const
 {
     const QString consequence = unset == Unset::IsItsName ? u"here it stands for its own name"_s
                                                           : u"reading it here ends the run"_s;
-    if (m_sets.contains(name))
-        report.add(place.line, place.column, u"never-set",
+    const QString &name = m_names.name(where.name);
+    if (variable(where.name).firstSet != nowhere)
+        report.add(where.line, where.column, u"never-set",
             u"\"%1\" is set only further down; %2."_s.arg(name, consequence));
-    else if (const QString other = otherCase(name); !other.isEmpty())
-        report.add(place.line, place.column, u"name-case",
+    else if (const QString other = otherCase(name, known); !other.isEmpty())
+        report.add(where.line, where.column, u"name-case",
             u"\"%1\" is never set, \"%2\" is: letter case counts."_s.arg(name, other));
     else
-        report.add(place.line, place.column, u"never-set",
-            u"No line sets \"%1\"; %2.%3"_s.arg(name, consequence, didYouMean(name, m_sets.keys())));
+        report.add(where.line, where.column, u"never-set",
+            u"No line sets \"%1\"; %2.%3"_s.arg(name, consequence, didYouMean(name, known)));
 }
 
 void VariableUse::reportUnread(Report &report) const
 {
-    for (auto it = m_sets.constBegin(); it != m_sets.constEnd(); ++it) {
-        if (m_reads.contains(it.key()))
+    for (std::size_t index = 0; index < m_places.size(); ++index) {
+        const Place &each = m_places[index];
+        const Variable known = variable(each.name);
+        if (!each.isSet || known.isRead || known.firstSet != static_cast<int>(index))
             continue;
-        const Place &place = it->front();
-        if (const auto doubt = m_doubts.constFind(it.key()); doubt != m_doubts.constEnd())
-            report.add(place.line, place.column, u"odd-value", *doubt);
+        if (const auto doubt = m_doubts.constFind(each.name); doubt != m_doubts.constEnd())
+            report.add(each.line, each.column, u"odd-value", *doubt);
         else
-            report.add(place.line, place.column, u"never-read", u"No line reads \"%1\"."_s.arg(it.key()));
+            report.add(each.line, each.column, u"never-read",
+                u"No line reads \"%1\"."_s.arg(m_names.name(each.name)));
     }
 }
 

@@ -29,9 +29,9 @@ public:
     {
     }
 
-    Linked link(const QString &path, QStringView text)
+    Linked link(const QString &path, Parsed parsed)
     {
-        addFile(path, text);
+        addFile(path, std::move(parsed));
         for (std::size_t file = 0; file < m_trees.size(); ++file)
             collect(int(file));
         if (m_mistakes.isEmpty())
@@ -47,11 +47,10 @@ private:
         m_mistakes += {m_program->files[file], at.line, at.column, reason};
     }
 
-    void addFile(const QString &path, QStringView text)
+    void addFile(const QString &path, Parsed parsed)
     {
         const int file = int(m_trees.size());
         m_program->files += path;
-        Parsed parsed = parse(text, m_use.vocabulary);
         for (const Mistake &mistake : parsed.mistakes)
             fail(file, mistake.at, mistake.reason);
         m_trees.push_back(std::move(parsed.tree));
@@ -99,7 +98,7 @@ private:
             return;
         m_used.insert(value.text);
         if (const std::optional<QString> text = m_use.load(value.text))
-            addFile(value.text, *text);
+            addFile(value.text, parse(*text, m_use.vocabulary));
         else
             fail(file, value.at, MistakeWords::tr("%1 cannot be read").arg(value.text));
     }
@@ -129,7 +128,12 @@ private:
 
 Linked link(const QString &path, QStringView text, const LinkNeeds &needs)
 {
-    return Linker(needs).link(path, text);
+    return link(path, parse(text, needs.vocabulary), needs);
+}
+
+Linked link(const QString &path, Parsed parsed, const LinkNeeds &needs)
+{
+    return Linker(needs).link(path, std::move(parsed));
 }
 
 } // namespace plum::edition2

@@ -99,4 +99,7 @@ struct Linked
 // The program points into the vocabulary, which outlives it.
 Linked link(const QString &path, QStringView text, const LinkNeeds &needs);
 
+// The same for a script that has been parsed.
+Linked link(const QString &path, Parsed parsed, const LinkNeeds &needs);
+
 } // namespace plum::edition2

@@ -39,7 +39,9 @@ void OpenScript::replaceAll(const QString &with)
 
 void OpenScript::examine(const ScriptCheck &check)
 {
-    m_examined = check.examine(m_text.toUtf8(), m_folder);
+    if (!m_memory)
+        m_memory = std::make_shared<ScriptMemory>();
+    m_examined = check.examine(m_text.toUtf8(), m_folder, *m_memory);
 }
 
 // One pass over the text: it is made anew with every key that somebody presses.

@@ -71,6 +71,7 @@ private:
     QList<qsizetype> m_starts; // of m_lines, in the text
     QList<qsizetype> m_editorStarts;
     ScriptCheck::Examined m_examined;
+    std::shared_ptr<ScriptMemory> m_memory; // of copies, too: they are of the same script
 };
 
 } // namespace plum::kit
