@@ -2,6 +2,7 @@
 
 #include "engine/conversions.h"
 #include "engine/editions/run_observer.h"
+#include "engine/editions/run_view.h"
 #include "engine/launcher.h"
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
@@ -17,6 +18,77 @@ namespace {
 
 // The pause before each line keeps the desktop and the user interface able to follow a script.
 constexpr double linePause = 10;
+
+// A run of edition 1 before line `index` of the run list, or at that line when it has failed.
+class ListView final : public RunView
+{
+public:
+    ListView(RunState &state, const ArgumentReader &reader, const std::shared_ptr<const RunLimit> &limit,
+        int index)
+        : m_state(state)
+        , m_reader(reader)
+        , m_limit(limit)
+        , m_index(index)
+    {
+    }
+
+    int edition() const override { return 1; }
+    int depth() const override { return 1; }
+    RunPlace place(int) const override { return {{}, m_index + 1}; }
+    QString name(int frame) const override;
+    QString text(int frame) const override;
+    QStringList variables(int frame) const override;
+    QString variable(int frame, const QString &name) const override;
+    void setVariable(int frame, const QString &name, const QString &value) override;
+    Evaluation evaluate(int frame, const QString &expression) override;
+
+private:
+    RunState &m_state;
+    const ArgumentReader &m_reader;
+    const std::shared_ptr<const RunLimit> &m_limit;
+    int m_index;
+};
+
+QString ListView::name(int) const
+{
+    const QString &path = m_state.runctx[0];
+    const qsizetype separator = std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
+    return m_state.currentKeyword.isEmpty() ? path.sliced(separator + 1) : m_state.currentKeyword;
+}
+
+QString ListView::text(int) const
+{
+    return m_state.runlist.value(m_index);
+}
+
+QStringList ListView::variables(int) const
+{
+    return m_state.vardict.names();
+}
+
+QString ListView::variable(int, const QString &name) const
+{
+    return m_state.vardict.GetVar(name);
+}
+
+void ListView::setVariable(int, const QString &name, const QString &value)
+{
+    m_state.vardict.SetVar(name, value);
+}
+
+Evaluation ListView::evaluate(int, const QString &expression)
+{
+    const Aside aside(m_state, m_limit);
+    try {
+        // As a piece of a line, in which the loop has put commas aside.
+        QString piece = expression;
+        QString value
+            = m_reader.EvalArg(piece.replace(commaEscape, commaPlaceholder), UnknownVariable::IsItsName);
+        return {value, aside.refused()};
+    } catch (const RunTimeError &error) {
+        return {.problem = error.description()};
+    }
+}
 
 } // namespace
 
@@ -87,6 +159,9 @@ RunLoop::Outcome RunLoop::observed(int index, CurrentLine &line)
 {
     using LineEnd = RunObserver::LineEnd;
     RunObserver &observer = *m_state.observer;
+    ListView view(m_state, m_reader, line.limit, index);
+    if (observer.holdsRuns())
+        observer.standsBefore(view);
     observer.lineBegins({m_state.currentKeyword, {}, index + 1, m_state.runlist.value(index)});
     try {
         const Outcome outcome = carryOut(index, line);
@@ -94,6 +169,9 @@ RunLoop::Outcome RunLoop::observed(int index, CurrentLine &line)
         return outcome;
     } catch (const RunTimeError &error) {
         observer.lineEnds(LineEnd::Failed, error.description());
+        // A line around the one that has failed fails with it.
+        if (!error.line() && observer.holdsRuns())
+            observer.hasFailed(view, error.description(), false);
         throw;
     } catch (const RunStopped &) {
         observer.lineEnds(LineEnd::Stopped, {});

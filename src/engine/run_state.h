@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <utility>
 
 namespace plum {
 
@@ -63,6 +64,36 @@ struct RunState
     QString droppedPath;
 
     bool endsWithRun() const { return runctx[1] == QLatin1StringView("jb"); }
+};
+
+// While it lives, what is worked out is not the run's: nobody hears of it, and a refusal does not count. What
+// the run may not look at is refused all the same.
+class Aside
+{
+public:
+    Aside(RunState &state, std::shared_ptr<const RunLimit> limit)
+        : m_state(state)
+        , m_observer(std::exchange(state.observer, nullptr))
+        , m_limit(std::exchange(state.limit, std::move(limit)))
+        , m_refused(std::exchange(state.refused, {}))
+    {
+    }
+    ~Aside()
+    {
+        m_state.observer = m_observer;
+        m_state.limit = std::move(m_limit);
+        m_state.refused = std::move(m_refused);
+    }
+    Q_DISABLE_COPY_MOVE(Aside)
+
+    // Why something was refused meanwhile; empty when nothing was.
+    const QString &refused() const { return m_state.refused; }
+
+private:
+    RunState &m_state;
+    RunObserver *m_observer;
+    std::shared_ptr<const RunLimit> m_limit;
+    QString m_refused;
 };
 
 } // namespace plum

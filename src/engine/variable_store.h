@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QHash>
-#include <QString>
+#include <QStringList>
 
 namespace plum {
 
@@ -23,6 +23,16 @@ public:
 
     bool contains(const QString &name) const { return m_values.contains({name}); }
     qsizetype size() const { return m_values.size(); }
+
+    // Sorted.
+    QStringList names() const
+    {
+        QStringList all;
+        for (auto value = m_values.keyBegin(); value != m_values.keyEnd(); ++value)
+            all += value->text;
+        all.sort();
+        return all;
+    }
     void removeAll() { m_values.clear(); }
 
 private:

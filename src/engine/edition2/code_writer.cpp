@@ -39,7 +39,7 @@ CodeWriter::CodeWriter(Program &program, const LinkNeeds &needs, Fail fail)
 void CodeWriter::writeScript(const Tree &tree)
 {
     write(tree.statements);
-    m_program.instructions.push_back({.step = Step::End});
+    m_program.instructions.push_back({.step = Step::End, .isImplied = true});
 }
 
 void CodeWriter::writePart(const Section &section, Part &part)
@@ -47,7 +47,9 @@ void CodeWriter::writePart(const Section &section, Part &part)
     m_file = part.file;
     part.entry = here();
     write(section.body);
-    add(Step::Return, section.head).single.push_back({});
+    Instruction &end = add(Step::Return, section.head);
+    end.single.push_back({});
+    end.isImplied = true;
 }
 
 Instruction &CodeWriter::add(Step step, const Line &line)
@@ -59,7 +61,9 @@ Instruction &CodeWriter::add(Step step, const Line &line)
 
 int CodeWriter::addJump(int target, const Line &line)
 {
-    add(Step::Jump, line).target = target;
+    Instruction &jump = add(Step::Jump, line);
+    jump.target = target;
+    jump.isImplied = true;
     return here() - 1;
 }
 
@@ -299,10 +303,12 @@ void CodeWriter::writeTry(const Statement &block)
 {
     const Section &failed = block.sections.back();
     const int begin = here();
-    add(Step::BeginTry, block.sections.front().head).name = nameIn(bind(failed.head), 0);
+    Instruction &start = add(Step::BeginTry, block.sections.front().head);
+    start.name = nameIn(bind(failed.head), 0);
+    start.isImplied = true;
     ++m_tries;
     write(block.sections.front().body);
-    add(Step::EndTry, block.line);
+    add(Step::EndTry, block.line).isImplied = true;
     --m_tries;
     const int end = addJump(0, block.line);
     land(begin);

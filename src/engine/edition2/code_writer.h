@@ -17,6 +17,8 @@ public:
     void writeScript(const Tree &tree);
     void writePart(const Section &section, Part &part);
 
+    static Operand operandOf(const Value &value);
+
 private:
     // A repetition around the lines that are being written.
     struct Repetition
@@ -47,7 +49,6 @@ private:
 
     BoundLine bind(const Line &line) const;
     static Operand operandOf(const BoundValue &bound);
-    static Operand operandOf(const Value &value);
 
     Program &m_program;
     const LinkNeeds &m_use;

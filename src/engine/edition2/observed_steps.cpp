@@ -1,10 +1,12 @@
 // Steps of the runner that somebody hears of.
 
-#include "engine/edition2/runner_run.h"
+#include "engine/edition2/runner_view.h"
 #include "engine/run_state.h"
 #include "platform/stop_signal.h"
 
 #include <QScopeGuard>
+
+#include <algorithm>
 
 namespace plum::edition2 {
 
@@ -12,9 +14,42 @@ bool Runner::observedStep(const std::shared_ptr<Run> &run)
 {
     const Instruction &next = run->program->instructions[std::size_t(run->frame().next)];
     RunObserver &observer = *m_use.state.observer;
+    if (observer.holdsRuns())
+        standBefore(run, next);
     if (!RunTelling::isOfInterest(next))
         return step(run);
     return m_telling.passes(observer, next) ? passedStep(run, next, observer) : toldStep(run, next, observer);
+}
+
+// The first pass of a repetition begins with the line that has just begun it.
+void Runner::standBefore(const std::shared_ptr<Run> &run, const Instruction &instruction)
+{
+    const bool isFirstPass = instruction.step == Step::NextPass && run->frame().loops.back().done == 0;
+    if (instruction.isImplied || isFirstPass)
+        return;
+    View view(*this, *run, std::size_t(run->frame().next));
+    try {
+        m_use.state.observer->standsBefore(view);
+    } catch (RunStopped &stopped) {
+        stopped.setPlace(run->placeOf(instruction));
+        throw;
+    }
+}
+
+void Runner::tellOfFailure(Run &run, const Failure &failure)
+{
+    if (!m_use.state.observer || !m_use.state.observer->holdsRuns() || failure.gaveUp)
+        return;
+    const bool isCaught = std::ranges::any_of(
+        run.position.frames, [](const RunPosition::Frame &frame) { return !frame.tries.empty(); });
+    const std::size_t index = std::size_t(run.frame().next) - 1;
+    View view(*this, run, index);
+    try {
+        m_use.state.observer->hasFailed(view, failure.reason, isCaught);
+    } catch (RunStopped &stopped) {
+        stopped.setPlace(run.placeOf(run.program->instructions[index]));
+        throw;
+    }
 }
 
 bool Runner::toldStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer)

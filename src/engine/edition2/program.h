@@ -62,6 +62,7 @@ struct Instruction
     std::vector<Operand> repeated = {};
     int file = 0;
     Position at = {};
+    bool isImplied = false; // stands for no line: the way from the end of a block, or out of a part
 };
 
 struct Part

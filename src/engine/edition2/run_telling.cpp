@@ -50,7 +50,7 @@ void RunTelling::begin(
     const QString &file = program.files[instruction.file];
     m_fields = 0;
     observer.lineBegins({keyword, instruction.file == 0 ? QString() : file, instruction.at.line,
-        m_texts.value(file).value(instruction.at.line - 1)});
+        text(file, instruction.at.line)});
 }
 
 } // namespace plum::edition2

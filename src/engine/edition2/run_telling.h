@@ -17,6 +17,9 @@ class RunTelling
 public:
     void keepText(const QString &path, const QStringList &lines) { m_texts.insert(path, lines); }
 
+    // A line of a file, from 1.
+    QString text(const QString &path, int line) const { return m_texts.value(path).value(line - 1); }
+
     // Jumps and the bounds of blocks say nothing of their own.
     static bool isOfInterest(const Instruction &instruction);
 

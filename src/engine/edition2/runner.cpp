@@ -136,12 +136,12 @@ void Runner::stepUntilDone(const std::shared_ptr<Run> &run)
             }
             return;
         } catch (const Failure &failure) {
+            tellOfFailure(*run, failure);
             recover(*run, failure);
         } catch (RunStopped &stopped) {
             const Instruction &last
                 = run->program->instructions[std::size_t(std::max(run->frame().next, 1)) - 1];
-            stopped.setPlace({run->script.keyword, last.at.line - 1,
-                last.file == 0 ? QString() : run->program->files[last.file]});
+            stopped.setPlace(run->placeOf(last));
             throw;
         }
     }
@@ -182,7 +182,7 @@ void Runner::recover(Run &run, const Failure &failure)
         setVariable(frame, caught.variable, failure.reason);
 }
 
-QString Runner::textOf(const Run &run, const Operand &operand) const
+QString Runner::textOf(const RunPosition::Frame &frame, const Operand &operand) const
 {
     switch (operand.kind) {
     case Operand::Kind::Nothing:
@@ -190,7 +190,7 @@ QString Runner::textOf(const Run &run, const Operand &operand) const
     case Operand::Kind::Constant:
         return operand.text;
     case Operand::Kind::Variable:
-        if (const QString *value = run.frame().variables.find(operand.text))
+        if (const QString *value = frame.variables.find(operand.text))
             return *value;
         throw Failure{MistakeWords::tr("%1 was never set").arg(operand.text), 0, operand.at};
     case Operand::Kind::Reference: {
@@ -201,7 +201,7 @@ QString Runner::textOf(const Run &run, const Operand &operand) const
     case Operand::Kind::Template: {
         QString text;
         for (const Operand &piece : operand.pieces)
-            text += textOf(run, piece);
+            text += textOf(frame, piece);
         return text;
     }
     }
@@ -217,7 +217,7 @@ void Runner::requireAllowed(Position at) const
 
 QString Runner::valueOf(const Run &run, const Operand &operand) const
 {
-    QString text = textOf(run, operand);
+    QString text = textOf(run.frame(), operand);
     if (operand.field && text.isEmpty() && !takesEmptyText(*operand.field)) {
         if (operand.field->isRequired())
             throw Failure{u"%1 is empty"_s.arg(operand.field->name), 0, operand.at};

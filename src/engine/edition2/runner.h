@@ -82,6 +82,7 @@ public:
 private:
     struct Run;
     struct Failure;
+    class View;
 
     Linked link(const ScriptStart &script);
     void goOn(const std::shared_ptr<Run> &run);
@@ -90,6 +91,8 @@ private:
     bool observedStep(const std::shared_ptr<Run> &run);
     bool toldStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer);
     bool passedStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer);
+    void standBefore(const std::shared_ptr<Run> &run, const Instruction &instruction);
+    void tellOfFailure(Run &run, const Failure &failure);
     void setVariable(RunPosition::Frame &frame, const QString &name, const QString &value);
     bool isHolding(const Run &run, const Instruction &instruction) const;
     bool callHandler(const std::shared_ptr<Run> &run, const Instruction &instruction);
@@ -104,7 +107,7 @@ private:
 
     void requireAllowed(Position at) const;
     QString valueOf(const Run &run, const Operand &operand) const;
-    QString textOf(const Run &run, const Operand &operand) const;
+    QString textOf(const RunPosition::Frame &frame, const Operand &operand) const;
 
     Needs m_use;
     ScriptVocabulary m_vocabulary; // made with the first script

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/edition2/runner.h"
+#include "platform/stop_signal.h"
 
 // What only the runner's own sources see of it.
 namespace plum::edition2 {
@@ -12,6 +13,11 @@ struct Runner::Run
     std::shared_ptr<const Program> program;
     RunPosition position;
     Next waitsAs = Next::GoOn;
+
+    RunStopped::Place placeOf(const Instruction &at) const
+    {
+        return {script.keyword, at.at.line - 1, at.file == 0 ? QString() : program->files[at.file]};
+    }
 
     RunPosition::Frame &frame() { return position.frames.back(); }
     const RunPosition::Frame &frame() const { return position.frames.back(); }

@@ -4,6 +4,8 @@
 
 namespace plum {
 
+class RunView;
+
 // A line of a script as it is carried out.
 struct RunLine
 {
@@ -30,8 +32,16 @@ public:
 
     virtual ~RunObserver() = default;
 
+    // Whether it is told of what comes next and of failures, where it may hold the run. No virtual function:
+    // it is asked for before each line.
+    bool holdsRuns() const { return m_holdsRuns; }
+
     // A script begins. `script`: the app's keyword, or the file of one on the command line.
     virtual void runBegins(const QString &script) = 0;
+
+    // A line comes next. Whoever does not come back from here holds the run; who leaves with RunStopped ends
+    // it.
+    virtual void standsBefore(RunView &) { }
 
     virtual void lineBegins(const RunLine &line) = 0;
 
@@ -50,11 +60,24 @@ public:
     // The innermost line is over. `reason`: why it failed. A failure may be caught by the script.
     virtual void lineEnds(LineEnd how, const QString &reason) = 0;
 
+    // The line has failed, and nothing has come of that yet; it can be held as above. `isCaught`: the script
+    // goes on behind it.
+    virtual void hasFailed(RunView &, const QString & /*reason*/, bool /*isCaught*/) { }
+
     // So many lines were not told of, since they followed each other too fast: lines that only compute.
     virtual void linesPassed(qint64 count) = 0;
 
     // Whether no line may be passed over, whatever that costs.
     virtual bool wantsEveryLine() const { return false; }
+
+protected:
+    explicit RunObserver(bool holdsRuns = false)
+        : m_holdsRuns(holdsRuns)
+    {
+    }
+
+private:
+    bool m_holdsRuns;
 };
 
 } // namespace plum

@@ -1553,6 +1553,10 @@
         <translation>这一行不是 UTF-8</translation>
     </message>
     <message>
+        <source>this is not one value</source>
+        <translation>这不是一个值</translation>
+    </message>
+    <message>
         <source>%1 was never set</source>
         <translation>%1 从未设定</translation>
     </message>
