@@ -1,4 +1,4 @@
-// The client of `plumkit lsp`, and commands that run the script in front in a terminal.
+// The client of `plumkit lsp`, the way to `plumkit debug`, and commands that run the script in front in a terminal.
 'use strict';
 const vscode = require('vscode');
 const {LanguageClient} = require('vscode-languageclient/node');
@@ -9,19 +9,43 @@ function plumkit() {
     return vscode.workspace.getConfiguration('plum').get('plumkit');
 }
 
-// Runs what is on the screen, so it is saved before.
+// The script on the screen, saved; nothing when there is none.
+async function savedScript() {
+    const document = vscode.window.activeTextEditor?.document;
+    if (document?.languageId !== 'plum' || !(await document.save()) || document.isUntitled)
+        return undefined;
+    return document;
+}
+
 async function runInTerminal(verb) {
-    const editor = vscode.window.activeTextEditor;
-    if (!editor || editor.document.languageId !== 'plum')
+    const script = await savedScript();
+    if (!script)
         return;
-    if (!(await editor.document.save()) || editor.document.isUntitled)
-        return;
-    const execution = new vscode.ProcessExecution(plumkit(), [verb, editor.document.fileName]);
-    const folder = vscode.workspace.getWorkspaceFolder(editor.document.uri) ?? vscode.TaskScope.Workspace;
+    const execution = new vscode.ProcessExecution(plumkit(), [verb, script.fileName]);
+    const folder = vscode.workspace.getWorkspaceFolder(script.uri) ?? vscode.TaskScope.Workspace;
     const task = new vscode.Task({type: 'plum', verb}, folder, verb, 'Plum', execution);
     task.presentationOptions = {clear: true};
     await vscode.tasks.executeTask(task);
 }
+
+function debugging(program) {
+    return {type: 'plum', request: 'launch', name: 'Debug', program};
+}
+
+async function debug() {
+    const script = await savedScript();
+    if (script)
+        await vscode.debug.startDebugging(vscode.workspace.getWorkspaceFolder(script.uri), debugging(script.fileName));
+}
+
+const debugAdapters = {
+    createDebugAdapterDescriptor: () => new vscode.DebugAdapterExecutable(plumkit(), ['debug']),
+};
+
+// Without a launch.json the script in front is meant.
+const debugConfigurations = {
+    resolveDebugConfiguration: (folder, configuration) => configuration.type ? configuration : debugging('${file}'),
+};
 
 async function start() {
     const command = plumkit();
@@ -38,6 +62,9 @@ async function activate(context) {
     context.subscriptions.push(
         vscode.commands.registerCommand('plum.run', () => runInTerminal('run')),
         vscode.commands.registerCommand('plum.dry', () => runInTerminal('dry')),
+        vscode.commands.registerCommand('plum.debug', debug),
+        vscode.debug.registerDebugAdapterDescriptorFactory('plum', debugAdapters),
+        vscode.debug.registerDebugConfigurationProvider('plum', debugConfigurations),
         vscode.workspace.onDidChangeConfiguration(async change => {
             if (!change.affectsConfiguration('plum.plumkit'))
                 return;

@@ -47,7 +47,11 @@ DryRun::DryRun(const Places &places, Print print, Print printError)
     screen.pixels.assign(static_cast<std::size_t>(screenSize.width()) * screenSize.height(), 0);
     m_http.answer.status = fetched;
     m_programs.result.outcome = ProgramResult::Outcome::Ended;
-    m_waiter.onWait = [this] { m_stop.check(); };
+    m_waiter.onWait = [this] {
+        if (m_breathe)
+            m_breathe();
+        m_stop.check();
+    };
 }
 
 DryRun::~DryRun() = default;
@@ -85,6 +89,8 @@ Status DryRun::run(const DryOptions &options)
         }
         return error.gaveUp() ? Stopped : Failed;
     } catch (const RunStopped &) {
+        if (m_eventsLeft > 0)
+            return Stopped;
         m_printError(u"plumkit: %1 did not end within %2 events"_s.arg(options.file).arg(options.mostEvents));
         return TimedOut;
     }

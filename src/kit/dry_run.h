@@ -34,6 +34,15 @@ public:
     // Comes back when the run has ended, in whichever way.
     Status run(const DryOptions &options);
 
+    // Who hears what the run does, before it begins.
+    void setObserver(RunObserver &observer) { m_scripts.state().observer = &observer; }
+
+    // Called often while the run goes on; may raise the signal.
+    void setBreath(std::function<void()> breathe) { m_breathe = std::move(breathe); }
+
+    // Ends the run, in any thread.
+    StopSignal &stopSignal() { return m_stop; }
+
     // The desktop, to be furnished before the run.
     recording::RecordingPlatform &desktop() { return m_recording; }
 
@@ -85,6 +94,7 @@ private:
     recording::RecordingStorePage m_storePage;
     recording::RecordingNotices m_notices;
     ScriptSystem m_scripts;
+    std::function<void()> m_breathe;
     QString m_typed;
     QStringList m_answers;
     std::optional<Shown> m_shown;

@@ -1,30 +1,28 @@
 #include "kit/editor_session.h"
 
 #include "kit/lsp/language_server.h"
-#include "kit/lsp/message_stream.h"
+#include "kit/messages/message_stream.h"
 #include "kit/run_options.h"
 
 #include <QFile>
 
 namespace plum::kit {
 
-int serveEditor(const ScriptVocabulary &vocabulary)
+int serveEditor(const ScriptVocabulary &vocabulary, const TalkFiles &files)
 {
     LanguageServer server(vocabulary);
     QFile input;
     QFile output;
-    constexpr int standardInput = 0;
-    constexpr int standardOutput = 1;
     // Without a buffer: a message is to be read as soon as it is there.
-    if (!input.open(standardInput, QIODevice::ReadOnly | QIODevice::Unbuffered)
-        || !output.open(standardOutput, QIODevice::WriteOnly | QIODevice::Unbuffered))
+    if (!input.open(files.input, QIODevice::ReadOnly | QIODevice::Unbuffered)
+        || !output.open(files.output, QIODevice::WriteOnly | QIODevice::Unbuffered))
         return Unusable;
     MessageStream messages(input, output);
     while (!server.hasEnded()) {
-        const std::optional<QJsonObject> message = messages.read();
-        if (!message)
+        const ReceivedMessage message = messages.read();
+        if (message.kind != ReceivedMessage::Kind::Message)
             break;
-        for (const QJsonObject &answer : server.answer(*message))
+        for (const QJsonObject &answer : server.answer(message.content))
             messages.write(answer);
     }
     return server.status();

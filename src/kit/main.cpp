@@ -2,6 +2,7 @@
 #include "check/textmate_grammar.h"
 #include "kit/app_commands.h"
 #include "kit/check_command.h"
+#include "kit/debug_session.h"
 #include "kit/dry_run.h"
 #include "kit/editor_session.h"
 #include "kit/launcher_commands.h"
@@ -20,6 +21,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace plum::kit;
@@ -33,6 +35,7 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
   plumkit check [options] FILE...         says what is wrong with scripts before they run
   plumkit sheet [options] FILE|FOLDER     says what a script may do
   plumkit upgrade [options] FILE          writes a script of edition 1 as one of edition 2
+  plumkit debug                           runs a script step by step for an editor, by the debug adapter protocol
   plumkit lsp                             talks to an editor by the language server protocol
   plumkit reference [options]             prints all commands, for people or for editors
   plumkit new [options] KEYWORD           makes a new app
@@ -122,6 +125,19 @@ constexpr char lspUsage[]
 in scripts as they are typed, completion, and what commands are for. docs/editors.md says how editors are told of it.
 
   plumkit lsp
+)";
+
+constexpr char debugUsage[]
+    = R"(Runs a script for an editor that can debug, on standard input and output by the debug adapter protocol:
+breakpoints, steps, variables, what the arguments of a line come to. docs/editors.md says how editors are told of it, and
+what they can say about the run.
+
+  plumkit debug
+
+Ends with status
+  0    when the editor has ended the talk; the run's own status it has been told
+  1    when the talk broke off
+  2    when there are options
 )";
 
 constexpr char referenceUsage[] = R"(Prints every command of the language with its fields.
@@ -266,18 +282,40 @@ int pack(int argc, char **argv, const QStringList &arguments)
     return packFolder(options, ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
 }
 
-int talkToEditor(int argc, char **argv, const QStringList &arguments)
+// A command whose standard streams carry messages. A status when that is not to be.
+std::optional<int> refuseToTalk(const QStringList &arguments, const char *help)
 {
     if (arguments == QStringList(u"--help"_s)) {
-        std::fputs(lspUsage, stdout);
+        std::fputs(help, stdout);
         return Done;
     }
     // Clients like to say what they talk over.
     if (!arguments.isEmpty() && arguments != QStringList(u"--stdio"_s))
-        return refuse(u"there is no option %1"_s.arg(arguments.first()), lspUsage);
+        return refuse(u"there is no option %1"_s.arg(arguments.first()), help);
+    return {};
+}
+
+int talkToEditor(int argc, char **argv, const QStringList &arguments)
+{
+    if (const std::optional<int> status = refuseToTalk(arguments, lspUsage))
+        return *status;
+    const plum::TalkFiles files = plum::takeStandardStreams();
     plum::prepareEnvironment(false);
     const QApplication application(argc, argv);
-    return serveEditor(ScriptRun(QFile::decodeName(argv[0]), false).vocabulary());
+    return serveEditor(ScriptRun(QFile::decodeName(argv[0]), false).vocabulary(), files);
+}
+
+int talkToDebugger(int argc, char **argv, const QStringList &arguments)
+{
+    if (const std::optional<int> status = refuseToTalk(arguments, debugUsage))
+        return *status;
+    const plum::TalkFiles files = plum::takeStandardStreams();
+    const plum::StartEnvironment environment = plum::prepareEnvironment(false);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"plumkit"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+    plum::installTranslation(application);
+    DebugSession(QFile::decodeName(argv[0]), environment.hasDesktop, files).serve();
 }
 
 int reference(int argc, char **argv, const QStringList &arguments)
@@ -375,6 +413,8 @@ int main(int argc, char **argv)
         return pack(argc, argv, arguments);
     if (command == "upgrade"_L1)
         return upgradeEdition(argc, argv, arguments);
+    if (command == "debug"_L1)
+        return talkToDebugger(argc, argv, arguments);
     if (command == "lsp"_L1)
         return talkToEditor(argc, argv, arguments);
     if (command == "reference"_L1)

@@ -23,12 +23,6 @@ namespace {
 // How long a run that is to end may take to get to it.
 constexpr std::chrono::seconds grace{2};
 
-void print(const QString &line)
-{
-    std::fprintf(stderr, "%s\n", qUtf8Printable(line));
-    std::fflush(stderr);
-}
-
 } // namespace
 
 ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
@@ -46,7 +40,11 @@ ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
           .searches = &m_flight.recorder})
 {
     m_scripts.state().observer = &m_flight.recorder;
-    QObject::connect(&m_stop, &StopSignal::raised, &m_stop, [this] { end(Stopped); });
+    // A run that is followed and has ended may hear of its stop once more.
+    QObject::connect(&m_stop, &StopSignal::raised, &m_stop, [this] {
+        if (!m_isEnding)
+            end(Stopped);
+    });
     m_hand.gate().onPause([this](InputPause pause) {
         print(m_file
             + (pause.reason == InputPause::Reason::Hand
@@ -59,6 +57,22 @@ ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
 ScriptRun::~ScriptRun()
 {
     delete m_box;
+}
+
+void ScriptRun::setFollower(Follower follower)
+{
+    m_scripts.state().observer = &follower.observer;
+    m_follower.emplace(std::move(follower));
+}
+
+void ScriptRun::print(const QString &line) const
+{
+    if (m_follower) {
+        m_follower->print(line);
+        return;
+    }
+    std::fprintf(stderr, "%s\n", qUtf8Printable(line));
+    std::fflush(stderr);
 }
 
 void ScriptRun::start(const RunOptions &options)
@@ -91,9 +105,10 @@ void ScriptRun::endAfter(std::chrono::milliseconds patience)
         print(late);
         end(TimedOut);
     });
-    std::thread([patience, late] {
+    std::thread([patience, line = late.toUtf8()] {
         std::this_thread::sleep_for(patience + grace);
-        print(late);
+        std::fprintf(stderr, "%s\n", line.constData());
+        std::fflush(stderr);
         std::_Exit(TimedOut);
     }).detach();
 }
@@ -140,11 +155,24 @@ void ScriptRun::writeTrace(Status status)
         writeFlightPage(lastFlightPath(), flightPage(log));
 }
 
+void ScriptRun::letGo()
+{
+    if (std::exchange(m_hasLetGo, true))
+        return;
+    m_hand.setWatching(false);
+    if (m_box)
+        m_box->hide();
+    m_platform->releaseDesktop();
+}
+
 // Without unwinding: a script may be anywhere inside nested waits.
 void ScriptRun::end(Status status)
 {
+    m_isEnding = true;
     // A long page takes a while, which keys are not to stay down for.
-    m_platform->releaseDesktop();
+    letGo();
+    if (m_follower)
+        m_follower->ended(status);
     writeTrace(status);
     std::fflush(nullptr);
     std::_Exit(status);

@@ -14,6 +14,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace plum {
 class shurubox;
@@ -25,6 +26,16 @@ namespace plum::kit {
 class ScriptRun final : public Launcher
 {
 public:
+    // Who follows the run from outside of the process.
+    struct Follower
+    {
+        RunObserver &observer;
+        std::function<void(const QString &line)> print; // in place of standard error
+
+        // The run is over, and nothing of it is held any more. Does not come back.
+        std::function<void(Status)> ended;
+    };
+
     // Without a desktop a tip is printed and goes, and a question is given up.
     ScriptRun(const QString &programPath, bool hasDesktop);
     ~ScriptRun() override;
@@ -32,6 +43,17 @@ public:
 
     // The words that a script may use, for who looks at one without running it.
     ScriptVocabulary vocabulary() { return m_scripts.vocabulary(); }
+
+    Paths &paths() { return m_platform->paths(); }
+
+    // Before the start. There is no trace of a run that is followed.
+    void setFollower(Follower follower);
+
+    // Ends the run, in any thread.
+    StopSignal &stopSignal() { return m_stop; }
+
+    // Gives back what the run holds of the desktop, once.
+    void letGo();
 
     // Returns only while the script waits for the user.
     void start(const RunOptions &options);
@@ -56,6 +78,7 @@ private:
     };
 
     [[noreturn]] void end(Status status);
+    void print(const QString &line) const;
     void writeTrace(Status status);
     [[noreturn]] void fail(const QString &place, const QString &reason);
     void endAfter(std::chrono::milliseconds patience);
@@ -75,6 +98,9 @@ private:
     QString m_trace;
     QString m_failure;
     QPointer<shurubox> m_box;
+    std::optional<Follower> m_follower;
+    bool m_isEnding = false;
+    bool m_hasLetGo = false;
     RunTicket m_asking = 0;
     bool m_waits = false;
     bool m_isQuestion = false;

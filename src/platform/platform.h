@@ -86,6 +86,17 @@ struct StartEnvironment
 // itself. Called first of all.
 void prepareStandardStreams();
 
+// Files by their numbers, over which a process talks to the one that has started it.
+struct TalkFiles
+{
+    int input = 0;
+    int output = 1;
+};
+
+// Keeps standard input and output for a talk of bytes. What the process prints from now on goes to standard
+// error, and programs that it starts have no part in the talk.
+TalkFiles takeStandardStreams();
+
 // Chooses the system's way to the display (Qt reads it when the application object is made).
 // `needsDesktop` is false for a script start, which can do without one.
 StartEnvironment prepareEnvironment(bool needsDesktop);

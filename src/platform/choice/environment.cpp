@@ -3,6 +3,10 @@
 #include "platform/linux/platform_module.h"
 #include "platform/platform.h"
 
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace plum {
 
 using namespace Qt::StringLiterals;
@@ -45,6 +49,21 @@ QString missingDesktop(DesktopKind kind)
 
 void prepareStandardStreams()
 {
+}
+
+TalkFiles takeStandardStreams()
+{
+    constexpr int lowest = 3; // behind the standard streams
+    const TalkFiles files{
+        fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, lowest), fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, lowest)};
+    if (const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC); nothing >= 0) {
+        dup2(nothing, STDIN_FILENO);
+        close(nothing);
+    }
+    dup2(STDERR_FILENO, STDOUT_FILENO);
+    // Who listened may be gone; that must not end the process with keys down.
+    std::signal(SIGPIPE, SIG_IGN);
+    return files;
 }
 
 StartEnvironment prepareEnvironment(bool needsDesktop)

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdio>
+#include <fcntl.h>
+#include <io.h>
 #include <qt_windows.h>
 #include <utility>
 
@@ -25,6 +27,17 @@ bool leadsSomewhere(DWORD stream)
     return handle && handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_UNKNOWN;
 }
 
+// A copy of a standard stream that is not handed on, in bytes as they are.
+int takenStream(int stream)
+{
+    const int taken = _dup(stream);
+    if (taken < 0)
+        return taken;
+    _setmode(taken, _O_BINARY);
+    SetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(taken)), HANDLE_FLAG_INHERIT, 0);
+    return taken;
+}
+
 } // namespace
 
 void prepareStandardStreams()
@@ -38,6 +51,20 @@ void prepareStandardStreams()
         if (!isSet[i])
             static_cast<void>(std::freopen("CONOUT$", "w", files[i]));
     }
+}
+
+TalkFiles takeStandardStreams()
+{
+    constexpr int input = 0;
+    constexpr int output = 1;
+    constexpr int errors = 2;
+    const TalkFiles files{takenStream(input), takenStream(output)};
+    if (const int nothing = _open("NUL", _O_RDONLY); nothing >= 0) {
+        _dup2(nothing, input);
+        _close(nothing);
+    }
+    _dup2(errors, output);
+    return files;
 }
 
 StartEnvironment prepareEnvironment(bool needsDesktop)

@@ -1,4 +1,4 @@
-#include "kit/lsp/message_stream.h"
+#include "kit/messages/message_stream.h"
 
 #include <QJsonDocument>
 
@@ -12,29 +12,35 @@ constexpr qint64 longestMessage = qint64(1) << 26; // bytes
 
 } // namespace
 
-std::optional<QJsonObject> MessageStream::read()
+ReceivedMessage MessageStream::read()
 {
+    using Kind = ReceivedMessage::Kind;
     qint64 length = -1;
     for (;;) {
         const QByteArray line = m_from.readLine(longestHeader);
         if (!line.endsWith('\n'))
-            return {};
+            return {line.size() + 1 < longestHeader ? Kind::End : Kind::NoMessage};
         if (line.trimmed().isEmpty())
             break;
-        if (line.startsWith(lengthHeader))
-            length = line.sliced(lengthHeader.size()).trimmed().toLongLong();
+        if (line.startsWith(lengthHeader)) {
+            bool isNumber = false;
+            length = line.sliced(lengthHeader.size()).trimmed().toLongLong(&isNumber);
+            length = isNumber ? length : -1;
+        }
     }
     if (length < 0 || length > longestMessage)
-        return {};
+        return {Kind::NoMessage};
     QByteArray content;
     while (content.size() < length) {
         const QByteArray more = m_from.read(length - content.size());
         if (more.isEmpty())
-            return {};
+            return {Kind::End};
         content += more;
     }
     const QJsonDocument document = QJsonDocument::fromJson(content);
-    return document.isObject() ? std::optional(document.object()) : std::nullopt;
+    if (!document.isObject())
+        return {Kind::NoObject};
+    return {Kind::Message, document.object()};
 }
 
 void MessageStream::write(const QJsonObject &message)
