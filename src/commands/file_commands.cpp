@@ -6,6 +6,7 @@
 #include "commands/path_resolution.h"
 #include "commands/store_page.h"
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
 #include "engine/text_files.h"
@@ -141,7 +142,7 @@ void FileCommands::open(const CommandCall &call)
     const QString parameters = fieldOrEmpty(call, 1);
     const std::optional<ShowState> state = showStateOf(fieldOrEmpty(call, 2));
     if (!path.isEmpty() && state && !m_use.shell.open(path, parameters, *state))
-        call.fail(u"%1 cannot be opened"_s.arg(written));
+        call.fail(Reason::tr("%1 cannot be opened").arg(written));
 }
 
 void FileCommands::callProgram(const CommandCall &call)
@@ -152,7 +153,7 @@ void FileCommands::callProgram(const CommandCall &call)
     if (fieldOrEmpty(call, 2) == "html"_L1)
         prepareBrowser(fieldOrEmpty(call, 3));
     if (!m_use.shell.open(path, parameters, ShowState::Hidden))
-        call.fail(u"%1 cannot be started"_s.arg(written));
+        call.fail(Reason::tr("%1 cannot be started").arg(written));
     m_use.storePage.layOut();
     m_use.storePage.showLoadingPicture();
 }
@@ -211,7 +212,7 @@ void FileCommands::read(const CommandCall &call)
 void FileCommands::requireFile(const CommandCall &call, const QString &written) const
 {
     if (call.edition() == Edition::Two && !m_use.files.isReadable(resolved(written)))
-        call.fail(u"%1 cannot be read"_s.arg(written));
+        call.fail(Reason::tr("%1 cannot be read").arg(written));
 }
 
 void FileCommands::save(const CommandCall &call)
@@ -220,21 +221,21 @@ void FileCommands::save(const CommandCall &call)
     const QString name = fieldOrEmpty(call, 1);
     QString mode = fieldOrEmpty(call, 2);
     if (call.edition() == Edition::Two && !call.variables().contains(name)) {
-        call.fail(u"%1 was never set"_s.arg(name));
+        call.fail(Reason::tr("%1 was never set").arg(name));
         return;
     }
     // Kept: the empty mode is handed on as a word that no write knows, so nothing is written.
     if (call.edition() == Edition::One && mode.isEmpty())
         mode = u"覆盖"_s;
     if (!WriteText(path, call.variables().GetVar(name), mode, m_use.paths, m_use.codec))
-        call.fail(u"%1 cannot be written"_s.arg(path));
+        call.fail(Reason::tr("%1 cannot be written").arg(path));
 }
 
 void FileCommands::write(const CommandCall &call)
 {
     const QString path = resolved(call.arg(0));
     if (!writeExactly(path, call.arg(1), call.arg(2) == "append"_L1, m_use.paths, m_use.codec))
-        call.fail(u"%1 cannot be written"_s.arg(call.arg(0)));
+        call.fail(Reason::tr("%1 cannot be written").arg(call.arg(0)));
 }
 
 void FileCommands::exists(const CommandCall &call)
@@ -249,7 +250,7 @@ void FileCommands::list(const CommandCall &call)
     const QString pattern = call.arg(1);
     const QDir folder(m_use.paths.toSystem(path));
     if (path.isEmpty() || !m_use.paths.mayRead(folder.path()) || !folder.exists()) {
-        call.fail(u"there is no folder %1"_s.arg(call.arg(0)));
+        call.fail(Reason::tr("there is no folder %1").arg(call.arg(0)));
         return;
     }
     const QStringList names
@@ -264,11 +265,11 @@ void FileCommands::move(const CommandCall &call)
     const bool isAllowed
         = m_use.paths.mayRead(from) && m_use.paths.mayWrite(from) && m_use.paths.mayWrite(to);
     if (!isAllowed || !QFileInfo(from).isFile())
-        call.fail(u"there is no file %1"_s.arg(call.arg(0)));
+        call.fail(Reason::tr("there is no file %1").arg(call.arg(0)));
     else if (QFileInfo::exists(to))
-        call.fail(u"%1 is there already"_s.arg(call.arg(1)));
+        call.fail(Reason::tr("%1 is there already").arg(call.arg(1)));
     else if (!QFile::rename(from, to))
-        call.fail(u"%1 cannot be moved to %2"_s.arg(call.arg(0), call.arg(1)));
+        call.fail(Reason::tr("%1 cannot be moved to %2").arg(call.arg(0), call.arg(1)));
 }
 
 } // namespace plum

@@ -2,6 +2,7 @@
 
 #include "commands/key_names.h"
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/waiter.h"
 #include "platform/clipboard.h"
 #include "platform/keyboard.h"
@@ -71,7 +72,7 @@ NamedKey KeyboardCommands::keyOf(const CommandCall &call, const QString &name) c
         return {name, virtualKeyOf(name)};
     const std::optional<NamedKey> key = keyNamed(name);
     if (!key)
-        call.fail(u"there is no key called \"%1\""_s.arg(name));
+        call.fail(Reason::tr("there is no key called \"%1\"").arg(name));
     return key.value_or(NamedKey{});
 }
 
@@ -124,7 +125,7 @@ void KeyboardCommands::type(const CommandCall &call)
         if (end < text.size() && (text[end].isLowSurrogate() || text[end] == u'\n'))
             ++end;
         if (!m_keyboard.typeText(QStringView(text).sliced(from, end - from))) {
-            call.fail(u"the text holds a character that no key types"_s);
+            call.fail(Reason::tr("the text holds a character that no key types"));
             return;
         }
         m_waiter.Wait(typePause);

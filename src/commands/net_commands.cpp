@@ -2,6 +2,7 @@
 
 #include "commands/fields.h"
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/helper_programs.h"
 #include "engine/script_folders.h"
 #include "http/file_upload.h"
@@ -116,7 +117,7 @@ void NetCommands::download(const CommandCall &call)
     const QString program = m_use.folders.downloadHelper();
     const QString fields = QStringList{url, folder, name, label}.join(downloadFieldSeparator);
     if (!m_use.shell.startHelper(program, fields, ShowState::Normal))
-        call.fail(u"the download helper does not start: %1"_s.arg(program));
+        call.fail(Reason::tr("the download helper does not start: %1").arg(program));
 }
 
 void NetCommands::request(const CommandCall &call)
@@ -128,14 +129,14 @@ void NetCommands::request(const CommandCall &call)
         .body = call.arg(3).toUtf8(),
         .milliseconds = toInt32(written.isEmpty() ? usualTime : QStringView(written))};
     if (!isToken(QLatin1StringView(request.method))) {
-        call.fail(u"\"%1\" is no method"_s.arg(call.arg(0)));
+        call.fail(Reason::tr("\"%1\" is no method").arg(call.arg(0)));
         return;
     }
     bool hasType = false;
     for (const QString &line : call.arg(2).split(QRegularExpression(u"[\r\n]+"_s), Qt::SkipEmptyParts)) {
         const QString name = line.section(u':', 0, 0).trimmed();
         if (!line.contains(u':') || !isToken(name)) {
-            call.fail(u"\"%1\" is no header"_s.arg(line));
+            call.fail(Reason::tr("\"%1\" is no header").arg(line));
             return;
         }
         hasType = hasType || name.compare("content-type"_L1, Qt::CaseInsensitive) == 0;
@@ -147,9 +148,10 @@ void NetCommands::request(const CommandCall &call)
     const HttpReply reply = m_use.http.request(request);
     const QString statusVariable = call.arg(5);
     if (reply.status == 0)
-        call.fail(u"nothing answers at %1 within %2 ms"_s.arg(request.url).arg(request.milliseconds));
+        call.fail(
+            Reason::tr("nothing answers at %1 within %2 ms").arg(request.url).arg(request.milliseconds));
     else if (statusVariable.isEmpty() && (reply.status < 200 || reply.status > 299))
-        call.fail(u"%1 answers with status %2"_s.arg(request.url).arg(reply.status));
+        call.fail(Reason::tr("%1 answers with status %2").arg(request.url).arg(reply.status));
     if (const QString answer = call.arg(4); !answer.isEmpty())
         call.setVariable(answer, responseText(reply, m_use.codec));
     if (!statusVariable.isEmpty())

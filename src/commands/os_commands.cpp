@@ -5,6 +5,7 @@
 #include "commands/point_actions.h"
 #include "commands/screen_fields.h"
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/launcher.h"
 #include "engine/run_state.h"
 #include "engine/run_time_error.h"
@@ -114,17 +115,17 @@ void OsCommands::findPicture(const CommandCall &call)
     const bool exists = call.edition() == Edition::One ? m_use.search.requirePicture(fields.target)
                                                        : m_use.search.hasPicture(fields.target);
     if (!exists) {
-        call.fail(u"there is no picture %1"_s.arg(fields.written));
+        call.fail(Reason::tr("there is no picture %1").arg(fields.written));
         return;
     }
-    searchAndAct(call, fields, u"the picture %1 is not on the screen"_s.arg(fields.written),
+    searchAndAct(call, fields, Reason::tr("the picture %1 is not on the screen").arg(fields.written),
         [&](const ScreenArea &area) { return m_use.search.FindPic(area, fields.target, pictureTolerance); });
 }
 
 void OsCommands::findColour(const CommandCall &call)
 {
     const SearchFields fields = searchFields(call);
-    searchAndAct(call, fields, u"the colour %1 is not on the screen"_s.arg(fields.written),
+    searchAndAct(call, fields, Reason::tr("the colour %1 is not on the screen").arg(fields.written),
         [&](const ScreenArea &area) {
             return m_use.search.FindColor(area, Channels::fromText(fields.target));
         });
@@ -174,13 +175,13 @@ void OsCommands::tellFailure(const CommandCall &call, const QString &what)
 void OsCommands::lockScreen(const CommandCall &call)
 {
     if (m_use.session.lockScreen() == Session::Outcome::Unavailable)
-        tellFailure(call, u"the screen was not locked: no service on this machine locks it"_s);
+        tellFailure(call, Reason::tr("the screen was not locked: no service on this machine locks it"));
 }
 
 void OsCommands::turnMonitorOff(const CommandCall &call)
 {
     if (m_use.session.monitorOff() == Session::Outcome::Unavailable)
-        tellFailure(call, u"the monitor was not switched off: this display has no power control"_s);
+        tellFailure(call, Reason::tr("the monitor was not switched off: this display has no power control"));
 }
 
 void OsCommands::logOff(const CommandCall &)
@@ -208,16 +209,17 @@ void OsCommands::run(const CommandCall &call)
         = m_use.programs.run(isName ? path : m_use.paths.toSystem(path), call.list(), longestRun);
     using enum ProgramResult::Outcome;
     if (result.outcome == NotStarted)
-        call.fail(u"%1 cannot be started"_s.arg(written));
+        call.fail(Reason::tr("%1 cannot be started").arg(written));
     else if (result.outcome == TimedOut)
-        call.fail(u"%1 did not end within %2 s"_s.arg(written).arg(longestRun / 1000));
+        call.fail(Reason::tr("%1 did not end within %2 s").arg(written).arg(longestRun / 1000));
     else if (result.outcome == TooMuchOutput)
-        call.fail(u"%1 wrote more than %2 MB"_s.arg(written).arg(ProgramRunner::largestOutput >> 20));
+        call.fail(
+            Reason::tr("%1 wrote more than %2 MB").arg(written).arg(ProgramRunner::largestOutput >> 20));
 
     const int status = result.outcome == Crashed ? crashed : result.status;
     const QString statusVariable = call.arg(3);
     if (statusVariable.isEmpty() && status != 0)
-        call.fail(u"%1 ended with status %2"_s.arg(written).arg(status));
+        call.fail(Reason::tr("%1 ended with status %2").arg(written).arg(status));
     QString output = m_use.codec.fromSystem(result.output);
     while (output.endsWith(u'\n') || output.endsWith(u'\r'))
         output.chop(1);
@@ -236,7 +238,7 @@ void OsCommands::minimiseByTitle(const CommandCall &call)
         : call.arg(0);
     const WindowHandle window = m_use.windows.byTitle(title);
     if (window == 0)
-        call.fail(u"there is no window with the title \"%1\""_s.arg(title));
+        call.fail(Reason::tr("there is no window with the title \"%1\"").arg(title));
     m_use.windows.minimise(window);
 }
 

@@ -1,6 +1,7 @@
 #include "commands/webbox_commands.h"
 
 #include "commands/fields.h"
+#include "engine/editions/reason.h"
 #include "engine/helper_programs.h"
 #include "engine/script_folders.h"
 #include "platform/shell.h"
@@ -41,7 +42,7 @@ void WebboxCommands::show(QLatin1StringView marker, const CommandCall &call)
     // The fields are joined as they are; a separator inside the first one is the script's own affair.
     const QString fields = marker + browserFieldSeparator + content + browserFieldSeparator + title;
     if (!m_shell.startHelper(program, fields, ShowState::Normal))
-        call.fail(QStringLiteral("the browser helper does not start: %1").arg(program));
+        call.fail(Reason::tr("the browser helper does not start: %1").arg(program));
 }
 
 } // namespace plum

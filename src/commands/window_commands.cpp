@@ -2,6 +2,7 @@
 
 #include "commands/fields.h"
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/run_time_error.h"
 #include "engine/text_functions.h"
 
@@ -121,7 +122,7 @@ WindowHandle WindowCommands::presentWindow(const CommandCall &call) const
 {
     const WindowHandle window = handleField(call);
     if (call.edition() == Edition::Two && m_windows.rectangle(window).isNull()) {
-        call.fail(u"the window %1 is gone"_s.arg(call.arg(1)));
+        call.fail(Reason::tr("the window %1 is gone").arg(call.arg(1)));
         return 0;
     }
     return window;
@@ -130,7 +131,7 @@ WindowHandle WindowCommands::presentWindow(const CommandCall &call) const
 void WindowCommands::storeHandle(const CommandCall &call, WindowHandle window)
 {
     if (window == 0)
-        call.fail(u"there is no such window"_s);
+        call.fail(Reason::tr("there is no such window"));
     resumeNext([&] { call.setVariable(call.arg(1), QString::number(window)); });
 }
 
@@ -138,7 +139,7 @@ void WindowCommands::storePart(const CommandCall &call, const std::function<QStr
 {
     const QRect rectangle = m_windows.rectangle(handleField(call));
     if (rectangle.isNull())
-        call.fail(u"the window %1 is gone"_s.arg(fieldOrEmpty(call, 1)));
+        call.fail(Reason::tr("the window %1 is gone").arg(fieldOrEmpty(call, 1)));
     resumeNext([&] { call.setVariable(call.arg(2), part(rectangle)); });
 }
 

@@ -35,32 +35,39 @@ constexpr int rangeNotSatisfiable = 416;
 struct Words
 {
     int key;
-    QStringView text;
+    const char *text;
 };
 
 constexpr std::array statusWords{
-    Words{401, u"The server wants a name and a password for this file."},
-    Words{403, u"The server does not give this file away."},
-    Words{404, u"The server does not have this file."},
-    Words{410, u"The server does not have this file any more."},
-    Words{429, u"The server is asked too often. Try again later."},
+    Words{401,
+        QT_TRANSLATE_NOOP("plum::FileDownload", "The server wants a name and a password for this file.")},
+    Words{403, QT_TRANSLATE_NOOP("plum::FileDownload", "The server does not give this file away.")},
+    Words{404, QT_TRANSLATE_NOOP("plum::FileDownload", "The server does not have this file.")},
+    Words{410, QT_TRANSLATE_NOOP("plum::FileDownload", "The server does not have this file any more.")},
+    Words{429, QT_TRANSLATE_NOOP("plum::FileDownload", "The server is asked too often. Try again later.")},
 };
 
 constexpr std::array endWords{
-    Words{int(HttpExchange::End::NoAddress), u"This is no address of a file on the web."},
-    Words{int(HttpExchange::End::Unreachable), u"The server cannot be reached."},
-    Words{int(HttpExchange::End::Untrusted), u"The server could not prove who it is."},
-    Words{int(HttpExchange::End::TooSlow), u"The server says nothing any more."},
-    Words{int(HttpExchange::End::Cut), u"The connection broke."},
-    Words{int(HttpExchange::End::NotHttp), u"What answers there is no web server."},
+    Words{int(HttpExchange::End::NoAddress),
+        QT_TRANSLATE_NOOP("plum::FileDownload", "This is no address of a file on the web.")},
+    Words{int(HttpExchange::End::Unreachable),
+        QT_TRANSLATE_NOOP("plum::FileDownload", "The server cannot be reached.")},
+    Words{int(HttpExchange::End::Untrusted),
+        QT_TRANSLATE_NOOP("plum::FileDownload", "The server could not prove who it is.")},
+    Words{int(HttpExchange::End::TooSlow),
+        QT_TRANSLATE_NOOP("plum::FileDownload", "The server says nothing any more.")},
+    Words{int(HttpExchange::End::Cut), QT_TRANSLATE_NOOP("plum::FileDownload", "The connection broke.")},
+    Words{int(HttpExchange::End::NotHttp),
+        QT_TRANSLATE_NOOP("plum::FileDownload", "What answers there is no web server.")},
     Words{int(HttpExchange::End::Astray),
-        u"The address leads round in circles or to where no file can be fetched."},
+        QT_TRANSLATE_NOOP(
+            "plum::FileDownload", "The address leads round in circles or to where no file can be fetched.")},
 };
 
 template <size_t Size> QString wordsFor(const std::array<Words, Size> &words, int key)
 {
     const auto found = std::ranges::find(words, key, &Words::key);
-    return found == words.end() ? QString() : found->text.toString();
+    return found == words.end() ? QString() : FileDownload::tr(found->text);
 }
 
 QString answerWords(int status)
@@ -68,8 +75,8 @@ QString answerWords(int status)
     constexpr int serverErrors = 500;
     if (const QString words = wordsFor(statusWords, status); !words.isEmpty())
         return words;
-    return status >= serverErrors ? u"The server has a problem of its own (%1)."_s.arg(status)
-                                  : u"The server does not give this file (%1)."_s.arg(status);
+    return status >= serverErrors ? FileDownload::tr("The server has a problem of its own (%1).").arg(status)
+                                  : FileDownload::tr("The server does not give this file (%1).").arg(status);
 }
 
 QUrl addressOf(const QString &url)
@@ -234,7 +241,7 @@ void FileDownload::onAnswer()
     if (status == rangeNotSatisfiable)
         return complete(); // goesOn() has seen that everything is there
     if (!openPartial(status == ok))
-        return end(DownloadStatus::NoFile, u"The file cannot be written."_s);
+        return end(DownloadStatus::NoFile, tr("The file cannot be written."));
     m_done = m_resumedAt;
     m_sinceStart.start();
     Q_EMIT Status(DownloadStatus::Receiving);
@@ -279,7 +286,7 @@ bool FileDownload::openPartial(bool anew)
 void FileDownload::onPiece(const QByteArray &piece)
 {
     if (m_partial.write(piece) != piece.size())
-        return end(DownloadStatus::NoFile, u"There is no room left on the disk."_s);
+        return end(DownloadStatus::NoFile, tr("There is no room left on the disk."));
     m_done += piece.size();
     m_received += piece.size();
     const double seconds = static_cast<double>(m_sinceStart.elapsed()) / 1000;
@@ -311,7 +318,7 @@ void FileDownload::complete()
     const QString name
         = firstName(m_target, [this](const QString &path) { return !QFileInfo::exists(system(path)); });
     if (!QFile::rename(system(m_partialPath), system(name)))
-        return end(DownloadStatus::Failed, u"The finished file could not be put in its place."_s);
+        return end(DownloadStatus::Failed, tr("The finished file could not be put in its place."));
     QFile::remove(system(m_versionPath));
     end(DownloadStatus::Complete, {});
 }

@@ -1,12 +1,11 @@
 #include "engine/input_commands.h"
 
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/launcher.h"
 #include "engine/text_functions.h"
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -93,7 +92,7 @@ void InputCommands::enterPiece(const CommandCall &call)
     const QStringList pieces = split(typed, call.arg(0));
     const qint32 index = toInt32(toDouble(number) - 1);
     if (call.edition() == Edition::Two && (index < 0 || index >= pieces.size())) {
-        call.fail(u"there is no piece %1 of what was typed behind the keyword"_s.arg(number));
+        call.fail(Reason::tr("there is no piece %1 of what was typed behind the keyword").arg(number));
         return;
     }
     const QString value = pieceAt(pieces, index);

@@ -1,5 +1,6 @@
 #include "engine/print_commands.h"
 
+#include "engine/editions/reason.h"
 #include "engine/helper_programs.h"
 #include "engine/script_folders.h"
 #include "platform/shell.h"
@@ -23,7 +24,7 @@ void PrintCommands::html(const CommandCall &call)
     const QString title = call.arg(1);
     const QString program = m_folders.browserHelper();
     if (!m_shell.startHelper(program, page + browserFieldSeparator + title, ShowState::Normal))
-        call.fail(QStringLiteral("the browser helper does not start: %1").arg(program));
+        call.fail(Reason::tr("the browser helper does not start: %1").arg(program));
 }
 
 } // namespace plum

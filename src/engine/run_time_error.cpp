@@ -1,24 +1,31 @@
 #include "engine/run_time_error.h"
 
+#include <QCoreApplication>
+
 namespace plum {
 
 namespace {
+
+struct Descriptions
+{
+    Q_DECLARE_TR_FUNCTIONS(plum::RunTimeError)
+};
 
 QString classicDescription(RunTimeError::Number number)
 {
     switch (number) {
     case RunTimeError::InvalidProcedureCall:
-        return QStringLiteral("Invalid procedure call or argument");
+        return Descriptions::tr("Invalid procedure call or argument");
     case RunTimeError::Overflow:
-        return QStringLiteral("Overflow");
+        return Descriptions::tr("Overflow");
     case RunTimeError::SubscriptOutOfRange:
-        return QStringLiteral("Subscript out of range");
+        return Descriptions::tr("Subscript out of range");
     case RunTimeError::DivisionByZero:
-        return QStringLiteral("Division by zero");
+        return Descriptions::tr("Division by zero");
     case RunTimeError::TypeMismatch:
-        return QStringLiteral("Type mismatch");
+        return Descriptions::tr("Type mismatch");
     case RunTimeError::FileNotFound:
-        return QStringLiteral("File not found");
+        return Descriptions::tr("File not found");
     }
     Q_UNREACHABLE();
 }

@@ -1,13 +1,12 @@
 #include "engine/text_commands.h"
 
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/text_functions.h"
 
 #include <QRegularExpression>
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -96,14 +95,15 @@ void TextCommands::splitInto(const CommandCall &call)
 {
     const QString separator = call.arg(1);
     if (separator.isEmpty()) {
-        call.fail(u"the separator is empty"_s);
+        call.fail(Reason::tr("the separator is empty"));
         return;
     }
     const QString text = call.arg(0);
     const QStringList pieces = text.split(separator);
     const QStringList variables = call.list();
     if (pieces.size() < variables.size()) {
-        call.fail(u"there are %1 pieces for %2 variables"_s.arg(pieces.size()).arg(variables.size()));
+        call.fail(
+            Reason::tr("there are %1 pieces for %2 variables").arg(pieces.size()).arg(variables.size()));
         return;
     }
     for (qsizetype i = 0; i < variables.size(); ++i) {
@@ -121,7 +121,7 @@ void TextCommands::piece(const CommandCall &call)
     if (index >= 0 && index < pieces.size())
         call.setVariable(call.arg(3), pieces[index]);
     else
-        call.fail(u"there is no piece %1; there are %2"_s.arg(number).arg(pieces.size()));
+        call.fail(Reason::tr("there is no piece %1; there are %2").arg(number).arg(pieces.size()));
 }
 
 void TextCommands::find(const CommandCall &call)
@@ -131,7 +131,7 @@ void TextCommands::find(const CommandCall &call)
     if (at >= 0)
         call.setVariable(call.arg(2), QString::number(at + 1));
     else
-        call.fail(u"the text does not hold \"%1\""_s.arg(part));
+        call.fail(Reason::tr("the text does not hold \"%1\"").arg(part));
 }
 
 void TextCommands::trim(const CommandCall &call)
@@ -153,7 +153,8 @@ void TextCommands::match(const CommandCall &call)
 {
     const QRegularExpression pattern(call.arg(1), QRegularExpression::UseUnicodePropertiesOption);
     if (!pattern.isValid()) {
-        call.fail(u"the pattern is wrong at character %1: %2"_s.arg(pattern.patternErrorOffset() + 1)
+        call.fail(Reason::tr("the pattern is wrong at character %1: %2")
+                      .arg(pattern.patternErrorOffset() + 1)
                       .arg(pattern.errorString()));
         return;
     }
@@ -161,8 +162,8 @@ void TextCommands::match(const CommandCall &call)
     if (found.hasMatch())
         call.setVariable(call.arg(2), found.captured(pattern.captureCount() > 0 ? 1 : 0));
     else
-        call.fail(found.isValid() ? u"the text does not match %1"_s.arg(pattern.pattern())
-                                  : u"the pattern takes too long for this text"_s);
+        call.fail(found.isValid() ? Reason::tr("the text does not match %1").arg(pattern.pattern())
+                                  : Reason::tr("the pattern takes too long for this text"));
 }
 
 } // namespace plum

@@ -1,6 +1,7 @@
 #include "flight/flight_page.h"
 
 #include "flight/flight_log.h"
+#include "flight/flight_words.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -20,12 +21,12 @@ constexpr double lineWidth = 1000; // of the time line
 constexpr std::size_t mostBars = 2000;
 
 constexpr char16_t head[] = uR"(<!DOCTYPE html>
-<html lang="en">
+<html lang="%3">
 <head>
 <meta charset="utf-8">
 <meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline'">
 <meta name="viewport" content="width=device-width">
-<title>What happened: %1</title>
+<title>%1</title>
 <style>
 :root { color-scheme: light dark; }
 body { font: 15px/1.45 system-ui, sans-serif; margin: 2rem; }
@@ -41,13 +42,13 @@ svg { width: 100%; height: 2.5rem; background: #8882; }
 </style>
 </head>
 <body>
-<h1>What happened: %1</h1>
+<h1>%1</h1>
 <p>%2</p>
 )";
 
 constexpr char16_t tableHead[] = uR"(<table>
-<thead><tr><th scope="col" class="n">s</th><th scope="col" class="n">ms</th><th scope="col">Line</th><th scope="col">Script</th>
-<th scope="col">Came to</th><th scope="col">Did</th><th scope="col">Set</th></tr></thead>
+<thead><tr><th scope="col" class="n">s</th><th scope="col" class="n">ms</th><th scope="col">%1</th><th scope="col">%2</th>
+<th scope="col">%3</th><th scope="col">%4</th><th scope="col">%5</th></tr></thead>
 <tbody>
 )";
 
@@ -61,18 +62,29 @@ QString milliseconds(qint64 microseconds)
     return QString::number(double(microseconds) / 1e3, 'f', 1);
 }
 
+// What is said of each end of a line, and the class that its row has.
+struct EndWords
+{
+    const char *text;
+    QStringView rowClass;
+};
+
+constexpr std::array<EndWords, 4> endWords{EndWords{"", u""},
+    EndWords{QT_TRANSLATE_NOOP("plum::FlightWords", "waits"), u""},
+    EndWords{QT_TRANSLATE_NOOP("plum::FlightWords", "failed"), u"failed"},
+    EndWords{QT_TRANSLATE_NOOP("plum::FlightWords", "stopped"), u"stopped"}};
+
 QString wordFor(const FlightEntry &entry)
 {
     if (!entry.end)
-        return u"goes on"_s;
-    static constexpr std::array<QStringView, 4> words{u"", u"waits", u"failed", u"stopped"};
-    return words[static_cast<std::size_t>(*entry.end)].toString();
+        return FlightWords::tr("goes on");
+    const char *text = endWords[static_cast<std::size_t>(*entry.end)].text;
+    return *text == 0 ? QString() : FlightWords::tr(text);
 }
 
 QString classOf(const FlightEntry &entry)
 {
-    const QString word = wordFor(entry);
-    return word == "failed"_L1 || word == "stopped"_L1 ? word : QString();
+    return entry.end ? endWords[static_cast<std::size_t>(*entry.end)].rowClass.toString() : QString();
 }
 
 QString code(const QString &text)
@@ -84,7 +96,8 @@ QString deedsOf(const FlightEntry &entry)
 {
     QStringList deeds;
     if (entry.moreDeeds > 0)
-        deeds += u"<span class=\"quiet\">%1 before these</span>"_s.arg(entry.moreDeeds);
+        deeds += u"<span class=\"quiet\">%1</span>"_s.arg(
+            FlightWords::tr("%1 before these").arg(entry.moreDeeds));
     for (const FlightEntry::Deed &deed : entry.deeds)
         deeds += u"<span class=\"quiet\">%1</span> %2"_s.arg(seconds(deed.at), deed.what.toHtmlEscaped());
     if (const QString word = wordFor(entry); !word.isEmpty())
@@ -97,8 +110,8 @@ QString rowOf(const FlightEntry &entry)
 {
     QString row;
     if (entry.passedBefore > 0)
-        row += u"<tr class=\"quiet\"><td colspan=\"7\">%1 lines that only compute were not written down</td></tr>\n"_s
-                   .arg(entry.passedBefore);
+        row += u"<tr class=\"quiet\"><td colspan=\"7\">%1</td></tr>\n"_s.arg(
+            FlightWords::tr("%1 lines that only compute were not written down").arg(entry.passedBefore));
     QStringList fields;
     for (const QString &field : entry.fields)
         fields += code(field);
@@ -135,19 +148,19 @@ QString timeLine(const std::deque<FlightEntry> &entries)
         to = std::max(to, endOf(entry));
     const double scale = lineWidth / double(to - from);
     QString svg
-        = u"<svg viewBox=\"0 0 1000 40\" preserveAspectRatio=\"none\" role=\"img\" aria-label=\"Time line, %1 s\">\n"_s
-              .arg(seconds(to - from));
+        = u"<svg viewBox=\"0 0 1000 40\" preserveAspectRatio=\"none\" role=\"img\" aria-label=\"%1\">\n"_s
+              .arg(FlightWords::tr("Time line, %1 s").arg(seconds(to - from)));
     for (std::size_t index = first; index < entries.size(); ++index) {
         const FlightEntry &entry = entries[index];
         const double x = double(entry.begun - from) * scale;
         // A gap shows where the next one begins.
         const double width = std::max(1.0, double(endOf(entry) - entry.begun) * scale - 1);
-        svg += u"<rect class=\"bar %1\" x=\"%2\" width=\"%3\" y=\"%4\" height=\"10\"><title>line %5</title></rect>\n"_s
+        svg += u"<rect class=\"bar %1\" x=\"%2\" width=\"%3\" y=\"%4\" height=\"10\"><title>%5</title></rect>\n"_s
                    .arg(classOf(entry))
                    .arg(x, 0, 'f', 2)
                    .arg(width, 0, 'f', 2)
                    .arg(std::min(entry.depth, 3) * 10)
-                   .arg(entry.line.number);
+                   .arg(FlightWords::tr("line %1").arg(entry.line.number));
     }
     return svg + u"</svg>\n"_s;
 }
@@ -156,14 +169,20 @@ QString timeLine(const std::deque<FlightEntry> &entries)
 
 QString flightPage(const FlightLog &log)
 {
-    const QString said = log.outcome().isEmpty() ? u"The run is done, or goes on."_s : log.outcome();
-    QString page = QString::fromUtf16(head).arg(log.script().toHtmlEscaped(), said.toHtmlEscaped());
+    const QString said
+        = log.outcome().isEmpty() ? FlightWords::tr("The run is done, or goes on.") : log.outcome();
+    const QString title = FlightWords::tr("What happened: %1").arg(log.script());
+    //: The language of the page, as HTML names it.
+    const QString language = FlightWords::tr("en");
+    QString page = QString::fromUtf16(head).arg(title.toHtmlEscaped(), said.toHtmlEscaped(), language);
+    const auto paragraph = [](const QString &text) { return u"<p>"_s + text + u"</p>\n"_s; };
     if (log.entries().empty())
-        return page + u"<p>No line has been carried out.</p>\n</body>\n</html>\n"_s;
+        return page + paragraph(FlightWords::tr("No line has been carried out.")) + u"</body>\n</html>\n"_s;
     page += timeLine(log.entries());
     if (log.forgotten() > 0)
-        page += u"<p>%1 earlier lines were given up for these.</p>\n"_s.arg(log.forgotten());
-    page += QString::fromUtf16(tableHead);
+        page += paragraph(FlightWords::tr("%1 earlier lines were given up for these.").arg(log.forgotten()));
+    page += QString::fromUtf16(tableHead).arg(FlightWords::tr("Line"), FlightWords::tr("Script"),
+        FlightWords::tr("Came to"), FlightWords::tr("Did"), FlightWords::tr("Set"));
     for (const FlightEntry &entry : log.entries())
         page += rowOf(entry);
     return page + u"</tbody>\n</table>\n</body>\n</html>\n"_s;

@@ -1,5 +1,6 @@
 #include "flight/flight_recorder.h"
 
+#include "flight/flight_words.h"
 #include "search/nearest_miss.h"
 
 #include <utility>
@@ -31,7 +32,8 @@ QString textOf(const QRect &area, const NearestMiss &miss)
         pixels += u"%1:%2"_s.arg(pixel.column).arg(pixel.row);
     if (static_cast<qsizetype>(miss.differing) > pixels.size())
         pixels += u"…"_s;
-    return u"nearest miss at %1: %2 of %3 pixels differ (red %4, green %5, blue %6), in the picture at %7"_s
+    return FlightWords::tr(
+        "nearest miss at %1: %2 of %3 pixels differ (red %4, green %5, blue %6), in the picture at %7")
         .arg(textOf(area, miss.at))
         .arg(miss.differing)
         .arg(miss.compared)
@@ -46,7 +48,7 @@ QString textOf(const QRect &area, const NearestMiss &miss)
 void FlightRecorder::runBegins(const QString &script)
 {
     if (!m_open.empty()) {
-        deed(u"another run begins: %1"_s.arg(script));
+        deed(FlightWords::tr("another run begins: %1").arg(script));
         return;
     }
     m_log.begin(script);
@@ -136,7 +138,7 @@ void FlightRecorder::deed(const QString &what)
 
 void FlightRecorder::refused(const QString &sentence)
 {
-    deed(u"refused: "_s + sentence);
+    deed(FlightWords::tr("refused: %1").arg(sentence));
 }
 
 void FlightRecorder::lineEnds(LineEnd how, const QString &reason)
@@ -155,15 +157,15 @@ void FlightRecorder::lineEnds(LineEnd how, const QString &reason)
 void FlightRecorder::colourSearched(const QRect &area, Channels colour, std::optional<Position> found)
 {
     const QString name = u"%1"_s.arg(colour.pixel(), 6, 16, QChar(u'0')).toUpper();
-    deed(found ? u"colour %1 in %2: seen at %3"_s.arg(name, textOf(area), textOf(area, *found))
-               : u"colour %1 in %2: not seen"_s.arg(name, textOf(area)));
+    deed(found ? FlightWords::tr("colour %1 in %2: seen at %3").arg(name, textOf(area), textOf(area, *found))
+               : FlightWords::tr("colour %1 in %2: not seen").arg(name, textOf(area)));
 }
 
 void FlightRecorder::pictureSearched(const QRect &area, const QString &path, const ScreenRegion &region,
     const PictureTemplate &picture, std::optional<Position> found)
 {
     if (found)
-        deed(u"picture %1 in %2: seen at %3"_s.arg(path, textOf(area), textOf(area, *found)));
+        deed(FlightWords::tr("picture %1 in %2: seen at %3").arg(path, textOf(area), textOf(area, *found)));
     else
         missed(area, path, region, picture);
 }
@@ -171,7 +173,7 @@ void FlightRecorder::pictureSearched(const QRect &area, const QString &path, con
 void FlightRecorder::missed(
     const QRect &area, const QString &path, const ScreenRegion &region, const PictureTemplate &picture)
 {
-    deed(u"picture %1 in %2: not seen"_s.arg(path, textOf(area)));
+    deed(FlightWords::tr("picture %1 in %2: not seen").arg(path, textOf(area)));
     // The first time in any case; a script that waits for a picture misses it over and over.
     const qint64 begun = now();
     if (m_missed.contains(path) && m_missTime * missShare > begun)
@@ -179,7 +181,7 @@ void FlightRecorder::missed(
     m_missed.insert(path);
     const std::optional<NearestMiss> miss = findNearestMiss(region, picture);
     m_missTime += now() - begun;
-    deed(miss ? textOf(area, *miss) : u"nothing in there is like it"_s);
+    deed(miss ? textOf(area, *miss) : FlightWords::tr("nothing in there is like it"));
 }
 
 } // namespace plum

@@ -1,5 +1,6 @@
 #include "guard/guard.h"
 
+#include "engine/editions/reason.h"
 #include "engine/editions/run_observer.h"
 #include "engine/launcher.h"
 #include "engine/text_functions.h"
@@ -47,7 +48,7 @@ const Scope *Guard::scopeOf(Effect effect) const
 
 bool Guard::refuse(Effect effect, const QString &what)
 {
-    m.state.refused = u"not allowed for %1: %2"_s.arg(limit()->keyword, deedText(effect, what));
+    m.state.refused = Reason::tr("not allowed for %1: %2").arg(limit()->keyword, deedText(effect, what));
     if (m.state.observer)
         m.state.observer->refused(m.state.refused);
     // A repetition would say it a thousand times in one run.
@@ -175,7 +176,7 @@ bool Guard::allowsPage(const QString &html)
     if (!limit() || !html.contains(u'<'))
         return true;
     const Scope *scope = scopeOf(Effect::Contact);
-    return (scope && scope->anything) || refuse(Effect::Contact, u"whoever a page leads to"_s);
+    return (scope && scope->anything) || refuse(Effect::Contact, Reason::tr("whoever a page leads to"));
 }
 
 bool Guard::mayOpen(const Scope &scope, const QString &target)

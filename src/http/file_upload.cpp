@@ -1,5 +1,6 @@
 #include "http/file_upload.h"
 
+#include "engine/editions/reason.h"
 #include "http/http_client.h"
 #include "http/http_text.h"
 #include "http/multipart_body.h"
@@ -29,7 +30,7 @@ QString FileUpload::UploadFile(
     const QString &url, const QString &filePath, const QString &contentType, const QString &fieldName)
 {
     const QString boundary = MakeBoundary();
-    m_problem = u"%1 cannot be read"_s.arg(filePath);
+    m_problem = Reason::tr("%1 cannot be read").arg(filePath);
     if (!check(filePath))
         return m_lastResponse;
     std::unique_ptr<QIODevice> file = ReadFileBytes(m_paths.toSystem(filePath));
@@ -41,7 +42,7 @@ QString FileUpload::UploadFile(
     const HttpReply reply
         = m_http.post(url, TextToBytes(u"multipart/form-data; boundary="_s + boundary, m_codec), *body);
     if (reply.status == 0) {
-        m_problem = u"nothing answers at %1"_s.arg(url);
+        m_problem = Reason::tr("nothing answers at %1").arg(url);
     } else {
         m_problem.clear();
         m_lastResponse = responseText(reply, m_codec);

@@ -1,5 +1,6 @@
 #include "http/http_text.h"
 
+#include "engine/editions/reason.h"
 #include "http/http_client.h"
 #include "http/text_detection.h"
 #include "platform/text_codec.h"
@@ -39,9 +40,9 @@ FetchedText fetchText(HttpClient &client, TextCodec &codec, const QString &url)
 {
     const HttpReply reply = client.get(url);
     if (reply.status == 0)
-        return {{}, u"nothing answers at %1"_s.arg(url)};
+        return {{}, Reason::tr("nothing answers at %1").arg(url)};
     if (reply.status != statusOk)
-        return {{}, u"%1 answers with status %2"_s.arg(url).arg(reply.status)};
+        return {{}, Reason::tr("%1 answers with status %2").arg(url).arg(reply.status)};
     return {BytesToText(reply.body, codec), {}};
 }
 

@@ -1,11 +1,10 @@
 #include "platform/script_evaluation.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QScopeGuard>
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -51,7 +50,7 @@ JavaScript::Result ScriptEvaluation::await(
         // comes out of there, or the process ends.
         ScriptEvaluation *left = evaluation.release();
         connect(left, &QThread::finished, left, &QObject::deleteLater);
-        return {false, u"The evaluation was given up."_s};
+        return {false, QCoreApplication::translate("plum::Reason", "The evaluation was given up.")};
     }
     evaluation->wait();
     return evaluation->m_result;

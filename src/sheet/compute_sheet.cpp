@@ -3,6 +3,7 @@
 #include "engine/edition2/program.h"
 #include "engine/edition2/script_text.h"
 #include "engine/editions/later_edition.h"
+#include "engine/editions/reason.h"
 #include "engine/text_files.h"
 #include "sheet/edition1_walk.h"
 #include "sheet/edition2_walk.h"
@@ -14,8 +15,6 @@
 #include <QStringDecoder>
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -89,7 +88,7 @@ ComputedSheet computeSheet(const ScriptSource &source, const ScriptVocabulary &v
             [&files](const QString &file) { return files.load(file); }, computed.problem);
         break;
     default:
-        computed.problem = u"it asks for edition %1 of the language"_s.arg(edition);
+        computed.problem = Reason::tr("it asks for edition %1 of the language").arg(edition);
     }
     computed.contentHash = files.result();
     return computed;

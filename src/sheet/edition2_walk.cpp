@@ -1,5 +1,6 @@
 #include "sheet/edition2_walk.h"
 
+#include "engine/editions/reason.h"
 #include "sheet/effect_collector.h"
 #include "sheet/objects.h"
 
@@ -343,7 +344,7 @@ Sheet effectsOf(const QString &text, const ScriptVocabulary &vocabulary,
         = link(QString(), text, {vocabulary, [&marks](const QString &name) { return marks.of(name); }, load});
     if (!linked.program) {
         const ScriptMistake &first = linked.mistakes.front();
-        problem = u"line %1: %2"_s.arg(first.line).arg(first.reason);
+        problem = Reason::tr("line %1: %2").arg(first.line).arg(first.reason);
         return {};
     }
     return Walk(*linked.program, marks).sheet();

@@ -22,64 +22,69 @@ struct Words
     Q_DECLARE_TR_FUNCTIONS(plum::Sheet)
 };
 
-// How an effect is said. In the sentence %1 is what it is about. Deeds are part of errors, which scripts see:
-// they are in English.
+// How an effect is said. In the sentence %1 is what it is about.
 struct Phrase
 {
     Effect effect;
     const char *sentence;
     const char *anything;
     const char *given;
-    QStringView deed; // what a run was not allowed
+    const char *deed; // what a run was not allowed
 };
 
 constexpr std::array phrases{
     Phrase{Effect::SeeScreen, QT_TRANSLATE_NOOP("plum::Sheet", "Sees the screen."), "", "",
-        u"looking at the screen"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "looking at the screen")},
     Phrase{Effect::SeeClipboard, QT_TRANSLATE_NOOP("plum::Sheet", "Reads the text on the clipboard."), "", "",
-        u"reading the clipboard"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "reading the clipboard")},
     Phrase{Effect::SeeWindows, QT_TRANSLATE_NOOP("plum::Sheet", "Sees which windows are open, and where."),
-        "", "", u"looking at windows"},
+        "", "", QT_TRANSLATE_NOOP("plum::Sheet", "looking at windows")},
     Phrase{Effect::SeePointer, QT_TRANSLATE_NOOP("plum::Sheet", "Sees where the mouse pointer is."), "", "",
-        u"looking where the pointer is"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "looking where the pointer is")},
     Phrase{Effect::ReadFile, QT_TRANSLATE_NOOP("plum::Sheet", "Reads %1."),
         QT_TRANSLATE_NOOP("plum::Sheet", "any file that you can read"),
-        QT_TRANSLATE_NOOP("plum::Sheet", "the file that you type or drop"), u"reading %1"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "the file that you type or drop"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "reading %1")},
     Phrase{Effect::WriteFile, QT_TRANSLATE_NOOP("plum::Sheet", "Writes %1."),
         QT_TRANSLATE_NOOP("plum::Sheet", "any file that you can write"),
-        QT_TRANSLATE_NOOP("plum::Sheet", "the file that you type or drop"), u"writing %1"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "the file that you type or drop"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "writing %1")},
     Phrase{Effect::Contact, QT_TRANSLATE_NOOP("plum::Sheet", "Contacts %1."),
         QT_TRANSLATE_NOOP("plum::Sheet", "any server"),
-        QT_TRANSLATE_NOOP("plum::Sheet", "the address that you type"), u"contacting %1"},
-    Phrase{Effect::Keys, QT_TRANSLATE_NOOP("plum::Sheet", "Presses keys%1."), "", "", u"pressing keys"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "the address that you type"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "contacting %1")},
+    Phrase{Effect::Keys, QT_TRANSLATE_NOOP("plum::Sheet", "Presses keys%1."), "", "",
+        QT_TRANSLATE_NOOP("plum::Sheet", "pressing keys")},
     Phrase{Effect::Paste, QT_TRANSLATE_NOOP("plum::Sheet", "Types %1."),
         QT_TRANSLATE_NOOP("plum::Sheet", "text"), QT_TRANSLATE_NOOP("plum::Sheet", "what you type"),
-        u"typing"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "typing")},
     Phrase{Effect::Mouse, QT_TRANSLATE_NOOP("plum::Sheet", "Moves the mouse and clicks%1."), "", "",
-        u"moving the mouse or clicking"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "moving the mouse or clicking")},
     Phrase{Effect::SetClipboard, QT_TRANSLATE_NOOP("plum::Sheet", "Puts text on the clipboard."), "", "",
-        u"changing the clipboard"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "changing the clipboard")},
     Phrase{Effect::ChangeWindows, QT_TRANSLATE_NOOP("plum::Sheet", "Moves, hides or closes %1."),
         QT_TRANSLATE_NOOP("plum::Sheet", "windows of other programs"),
-        QT_TRANSLATE_NOOP("plum::Sheet", "the window that you name"), u"changing windows"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "the window that you name"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "changing windows")},
     Phrase{Effect::Run, QT_TRANSLATE_NOOP("plum::Sheet", "Starts or opens %1."),
         QT_TRANSLATE_NOOP("plum::Sheet", "any program: it can then do everything that you can"),
-        QT_TRANSLATE_NOOP("plum::Sheet", "what you type or drop"), u"starting %1"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "what you type or drop"),
+        QT_TRANSLATE_NOOP("plum::Sheet", "starting %1")},
     Phrase{Effect::Evaluate,
         QT_TRANSLATE_NOOP(
             "plum::Sheet", "Evaluates JavaScript, which on Windows can do everything that you can."),
-        "", "", u"evaluating JavaScript"},
+        "", "", QT_TRANSLATE_NOOP("plum::Sheet", "evaluating JavaScript")},
     Phrase{Effect::LockScreen, QT_TRANSLATE_NOOP("plum::Sheet", "Locks the screen."), "", "",
-        u"locking the screen"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "locking the screen")},
     Phrase{Effect::SwitchMonitorOff, QT_TRANSLATE_NOOP("plum::Sheet", "Switches the monitor off."), "", "",
-        u"switching the monitor off"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "switching the monitor off")},
     Phrase{Effect::LogOff, QT_TRANSLATE_NOOP("plum::Sheet", "Logs you off without asking programs."), "", "",
-        u"logging you off"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "logging you off")},
     Phrase{Effect::ShutDown,
         QT_TRANSLATE_NOOP("plum::Sheet", "Switches the machine off without asking programs."), "", "",
-        u"switching the machine off"},
+        QT_TRANSLATE_NOOP("plum::Sheet", "switching the machine off")},
     Phrase{Effect::Restart, QT_TRANSLATE_NOOP("plum::Sheet", "Restarts the machine without asking programs."),
-        "", "", u"restarting the machine"},
+        "", "", QT_TRANSLATE_NOOP("plum::Sheet", "restarting the machine")},
 };
 
 const Phrase &phraseOf(Effect effect)
@@ -186,8 +191,8 @@ QString objectText(Effect effect, const QString &object)
 
 QString deedText(Effect effect, const QString &what)
 {
-    const QStringView deed = phraseOf(effect).deed;
-    return deed.contains(u"%1") ? deed.arg(shown(what)) : deed.toString();
+    const QString deed = Words::tr(phraseOf(effect).deed);
+    return deed.contains("%1"_L1) ? deed.arg(shown(what)) : deed;
 }
 
 QStringList sentences(const Sheet &sheet, Sentences which)

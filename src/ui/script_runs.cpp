@@ -195,7 +195,9 @@ void ScriptRuns::fail(const RunTimeError &error)
             + error.description() + u" ("_s + line + u')');
         return;
     }
-    const QString place = u"%1, line %2:"_s.arg(m_state->currentKeyword).arg(number);
+    const QString place = QCoreApplication::translate("plum::ScriptRuns", "%1, line %2:")
+                              .arg(m_state->currentKeyword)
+                              .arg(number);
     m.report(head + u' ' + error.description() + u" ("_s + place + u' ' + line + u')');
     m.wentWrong(error.description());
     m.showMessage({.text = head + u"\n\n"_s + error.description() + u"\n\n"_s + place + u'\n' + line,

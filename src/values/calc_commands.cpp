@@ -1,11 +1,10 @@
 #include "values/calc_commands.h"
 
+#include "engine/editions/reason.h"
 #include "engine/variable_store.h"
 #include "values/expression.h"
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -44,7 +43,7 @@ void CalcCommands::set(const CommandCall &call)
     if (result.value)
         call.setVariable(call.arg(0), numberText(*result.value));
     else
-        call.fail(u"%1, at character %2 of the expression"_s.arg(result.problem).arg(result.column));
+        call.fail(Reason::tr("%1, at character %2 of the expression").arg(result.problem).arg(result.column));
 }
 
 } // namespace plum

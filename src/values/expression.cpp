@@ -1,6 +1,7 @@
 #include "values/expression.h"
 
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/run_time_error.h"
 
 #include <algorithm>
@@ -62,7 +63,7 @@ public:
     {
         const double value = comparison();
         if (!atEnd())
-            fail(u"an operator is missing before \"%1\""_s.arg(here()));
+            fail(Reason::tr("an operator is missing before \"%1\"").arg(here()));
         return value;
     }
 
@@ -73,7 +74,7 @@ private:
             : m_calculator(calculator)
         {
             if (++m_calculator.m_depth > deepest)
-                m_calculator.fail(u"the expression is nested too deeply"_s);
+                m_calculator.fail(Reason::tr("the expression is nested too deeply"));
         }
         ~Deeper() { --m_calculator.m_depth; }
         Q_DISABLE_COPY_MOVE(Deeper)
@@ -144,7 +145,7 @@ private:
     {
         const double value = factor();
         if (value == 0)
-            failAt(at, u"division by zero"_s);
+            failAt(at, Reason::tr("division by zero"));
         return value;
     }
 
@@ -168,13 +169,13 @@ private:
             return value;
         }
         if (atEnd())
-            fail(u"a number is missing"_s);
+            fail(Reason::tr("a number is missing"));
         const QChar c = m_text[m_at];
         if (isDigit(c) || c == u'.')
             return number();
         if (isNameStart(c))
             return named();
-        fail(u"a number is missing before \"%1\""_s.arg(here()));
+        fail(Reason::tr("a number is missing before \"%1\"").arg(here()));
     }
 
     double number()
@@ -195,7 +196,7 @@ private:
         if (count == 0 || (m_at < m_text.size() && isNamePart(m_text[m_at]))) {
             while (m_at < m_text.size() && isNamePart(m_text[m_at]))
                 ++m_at;
-            failAt(from, u"\"%1\" is not a number"_s.arg(m_text.sliced(from, m_at - from)));
+            failAt(from, Reason::tr("\"%1\" is not a number").arg(m_text.sliced(from, m_at - from)));
         }
         return finite(written.toDouble(), from);
     }
@@ -213,7 +214,7 @@ private:
         try {
             return toDouble(text);
         } catch (const RunTimeError &) {
-            failAt(from, u"%1 is \"%2\", which is not a number"_s.arg(name, text.left(mostShown)));
+            failAt(from, Reason::tr("%1 is \"%2\", which is not a number").arg(name, text.left(mostShown)));
         }
     }
 
@@ -227,7 +228,7 @@ private:
             return rounded();
         if (name == u"length")
             return length();
-        failAt(from, u"there is no function \"%1\""_s.arg(name));
+        failAt(from, Reason::tr("there is no function \"%1\"").arg(name));
     }
 
     template <typename Choose> double extreme(Choose choose)
@@ -250,7 +251,7 @@ private:
             const qsizetype at = m_at;
             digits = comparison();
             if (isKnown(digits) && (digits != std::floor(digits) || digits < 0 || digits > mostDigits))
-                failAt(at, u"round takes 0 to 15 digits"_s);
+                failAt(at, Reason::tr("round takes 0 to 15 digits"));
         }
         expectClosing();
         if (!isKnown(digits))
@@ -278,16 +279,16 @@ private:
                 return m_values == Values::Unknown ? unknown : static_cast<double>(text.size());
             }
         }
-        failAt(from, u"length takes one reference, such as set.name"_s);
+        failAt(from, Reason::tr("length takes one reference, such as set.name"));
     }
 
     QString referenced(QStringView name, qsizetype from) const
     {
         if (!name.contains(u'.'))
-            failAt(from, u"\"%1\" is no reference; write set.%1"_s.arg(name));
+            failAt(from, Reason::tr("\"%1\" is no reference; write set.%1").arg(name));
         const std::optional<QString> text = m_textOf(name);
         if (!text)
-            failAt(from, u"%1 was never set"_s.arg(name));
+            failAt(from, Reason::tr("%1 was never set").arg(name));
         return *text;
     }
 
@@ -309,7 +310,8 @@ private:
     {
         skipBlanks();
         if (!take(u")"))
-            fail(atEnd() ? u"a \")\" is missing"_s : u"a \")\" is missing before \"%1\""_s.arg(here()));
+            fail(atEnd() ? Reason::tr("a \")\" is missing")
+                         : Reason::tr("a \")\" is missing before \"%1\"").arg(here()));
     }
 
     void skipBlanks()
@@ -344,7 +346,7 @@ private:
     double finite(double value, qsizetype at) const
     {
         if (isKnown(value) && !std::isfinite(value))
-            failAt(at, u"the result is too large"_s);
+            failAt(at, Reason::tr("the result is too large"));
         return value;
     }
 

@@ -1,5 +1,7 @@
 #include "values/json_path.h"
 
+#include "engine/editions/reason.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -51,7 +53,7 @@ Steps stepsOf(const QString &path)
         if (path[at] == u'[') {
             const std::optional<Step> step = bracketStep(path, at);
             if (!step)
-                return {{}, u"the path makes no sense from \"%1\" on"_s.arg(path.sliced(from))};
+                return {{}, Reason::tr("the path makes no sense from \"%1\" on").arg(path.sliced(from))};
             found.steps += *step;
             continue;
         }
@@ -61,7 +63,7 @@ Steps stepsOf(const QString &path)
         while (at < path.size() && path[at] != u'.' && path[at] != u'[')
             ++at;
         if (at == begin)
-            return {{}, u"the path makes no sense from \"%1\" on"_s.arg(path.sliced(from))};
+            return {{}, Reason::tr("the path makes no sense from \"%1\" on").arg(path.sliced(from))};
         found.steps += path.sliced(begin, at - begin);
     }
     return found;
@@ -111,7 +113,7 @@ QString written(const Step &step)
 {
     if (const auto *name = std::get_if<QString>(&step))
         return u"\"%1\""_s.arg(*name);
-    return u"element %1"_s.arg(std::get<qint64>(step));
+    return Reason::tr("element %1").arg(std::get<qint64>(step));
 }
 
 } // namespace
@@ -127,13 +129,13 @@ JsonFinding followJsonPath(const QString &json, const QString &path)
     QJsonParseError error;
     const QJsonArray wrapped = QJsonDocument::fromJson('[' + json.toUtf8() + ']', &error).array();
     if (error.error != QJsonParseError::NoError || wrapped.size() != 1)
-        return {{}, u"the text is not JSON"_s};
+        return {{}, Reason::tr("the text is not JSON")};
 
     QJsonValue value = wrapped[0];
     for (const Step &step : steps.steps) {
         value = next(value, step);
         if (value.isUndefined())
-            return {{}, u"there is no %1 (path %2)"_s.arg(written(step), path)};
+            return {{}, Reason::tr("there is no %1 (path %2)").arg(written(step), path)};
     }
     return {textOf(value), {}};
 }

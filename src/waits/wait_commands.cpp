@@ -3,6 +3,7 @@
 #include "commands/path_resolution.h"
 #include "commands/screen_fields.h"
 #include "engine/conversions.h"
+#include "engine/editions/reason.h"
 #include "engine/run_state.h"
 #include "platform/paths.h"
 #include "platform/screen.h"
@@ -75,11 +76,11 @@ bool WaitCommands::waitUntil(const CommandCall &call, int timeField, const QStri
     const double time = toDouble(written.isEmpty() ? usualTime : QStringView(written));
     if (m_use.patience.waitUntil(static_cast<qint64>(std::max(time, 0.0)), look, listen))
         return true;
-    call.fail(u"%1 within %2 ms"_s.arg(missing, QString::number(time, 'f', 0)));
+    call.fail(Reason::tr("%1 within %2 ms").arg(missing, QString::number(time, 'f', 0)));
     return false;
 }
 
-void WaitCommands::place(const CommandCall &call, const QString &awaited, const ScreenArea &area,
+void WaitCommands::place(const CommandCall &call, const QString &missing, const ScreenArea &area,
     const std::function<std::optional<Position>()> &search)
 {
     std::optional<Position> found;
@@ -87,7 +88,7 @@ void WaitCommands::place(const CommandCall &call, const QString &awaited, const 
         found = search();
         return found.has_value();
     };
-    if (!waitUntil(call, 2, u"%1 was not seen"_s.arg(awaited), look))
+    if (!waitUntil(call, 2, missing, look))
         return;
     if (const QString variable = call.arg(3); !variable.isEmpty())
         call.setVariable(variable, u"%1:%2"_s.arg(found->x + area.x).arg(found->y + area.y));
@@ -98,14 +99,15 @@ void WaitCommands::picture(const CommandCall &call)
     const QString written = call.arg(0);
     const QString path = ResolvePath(written, m_use.state, m_use.folders);
     if (!m_use.search.hasPicture(path)) {
-        call.fail(u"there is no picture %1"_s.arg(written));
+        call.fail(Reason::tr("there is no picture %1").arg(written));
         return;
     }
     const ScreenArea area = areaOf(call.arg(1), m_use.screen);
-    place(call, u"the picture "_s + written, area, [&]() -> std::optional<Position> {
-        return m_use.search.hasPicture(path) ? m_use.search.FindPic(area, path, pictureTolerance)
-                                             : std::nullopt;
-    });
+    place(
+        call, Reason::tr("the picture %1 was not seen").arg(written), area, [&]() -> std::optional<Position> {
+            return m_use.search.hasPicture(path) ? m_use.search.FindPic(area, path, pictureTolerance)
+                                                 : std::nullopt;
+        });
 }
 
 void WaitCommands::colour(const CommandCall &call)
@@ -113,7 +115,8 @@ void WaitCommands::colour(const CommandCall &call)
     const QString text = call.arg(0);
     const Channels wanted = Channels::fromText(text);
     const ScreenArea area = areaOf(call.arg(1), m_use.screen);
-    place(call, u"the colour "_s + text, area, [&] { return m_use.search.FindColor(area, wanted); });
+    place(call, Reason::tr("the colour %1 was not seen").arg(text), area,
+        [&] { return m_use.search.FindColor(area, wanted); });
 }
 
 void WaitCommands::window(const CommandCall &call)
@@ -124,7 +127,7 @@ void WaitCommands::window(const CommandCall &call)
         found = m_use.windows.byTitle(title);
         return found != 0;
     };
-    if (!waitUntil(call, 1, u"no window had the title \"%1\""_s.arg(title), look,
+    if (!waitUntil(call, 1, Reason::tr("no window had the title \"%1\"").arg(title), look,
             [&] { return m_use.windows.newsOfTitles(); }))
         return;
     if (const QString variable = call.arg(2); !variable.isEmpty())
@@ -135,7 +138,7 @@ void WaitCommands::gone(const CommandCall &call)
 {
     const WindowHandle window = toInt32(call.arg(0));
     waitUntil(
-        call, 1, u"the window %1 did not go"_s.arg(window),
+        call, 1, Reason::tr("the window %1 did not go").arg(window),
         [&] { return m_use.windows.rectangle(window).isNull(); },
         [&] { return m_use.windows.newsOfEnd(window); });
 }
@@ -145,11 +148,11 @@ void WaitCommands::file(const CommandCall &call)
     const QString path = ResolvePath(call.arg(0), m_use.state, m_use.folders);
     const QString file = m_use.paths.toSystem(path);
     if (!m_use.paths.mayRead(file)) {
-        call.fail(u"%1 cannot be waited for"_s.arg(call.arg(0)));
+        call.fail(Reason::tr("%1 cannot be waited for").arg(call.arg(0)));
         return;
     }
     waitUntil(
-        call, 1, u"%1 did not come"_s.arg(call.arg(0)), [&] { return QFileInfo::exists(file); },
+        call, 1, Reason::tr("%1 did not come").arg(call.arg(0)), [&] { return QFileInfo::exists(file); },
         [&] { return std::make_unique<FileNews>(file); });
 }
 
@@ -157,7 +160,7 @@ void WaitCommands::change(const CommandCall &call)
 {
     const ScreenArea area = areaOf(call.arg(0), m_use.screen);
     const std::vector<quint32> before = pixelsOf(m_use.screen, area);
-    waitUntil(call, 1, u"nothing changed"_s, [&] { return pixelsOf(m_use.screen, area) != before; });
+    waitUntil(call, 1, Reason::tr("nothing changed"), [&] { return pixelsOf(m_use.screen, area) != before; });
 }
 
 } // namespace plum

@@ -47,7 +47,7 @@ private:
     void file(const CommandCall &call);
     void change(const CommandCall &call);
 
-    void place(const CommandCall &call, const QString &awaited, const ScreenArea &area,
+    void place(const CommandCall &call, const QString &missing, const ScreenArea &area,
         const std::function<std::optional<Position>()> &search);
     bool waitUntil(const CommandCall &call, int timeField, const QString &missing,
         const std::function<bool()> &look, const Patience::Listen &listen = {}) const;

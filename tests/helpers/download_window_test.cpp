@@ -1,12 +1,15 @@
 #include "helpers/download/download_window.h"
+#include "look/translations.h"
 #include "platform/linux/file_paths.h"
 #include "support/temporary_files.h"
 #include "support/test_server.h"
 #include "support/wait_until.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -116,6 +119,21 @@ TEST_F(DownloadWindowTest, ShowsHowFarItIsAndCompletes)
     EXPECT_EQ(text(*window, u"state"_s), u"Complete."_s);
     EXPECT_EQ(window->findChild<QPushButton *>(u"end"_s)->text(), u"Close"_s);
     EXPECT_EQ(target.read(u"sub/file.bin"_s), content);
+}
+
+TEST_F(DownloadWindowTest, SpeaksTheLanguageOfTheSession)
+{
+    const QList<QTranslator *> before = qApp->findChildren<QTranslator *>();
+    plum::installTranslation(*qApp, QLocale(QLocale::Chinese, QLocale::China));
+    const auto window = open(nginx.address(u"none.bin"_s));
+    EXPECT_EQ(window->findChild<QPushButton *>(u"again"_s)->text(), u"重试"_s);
+    EXPECT_TRUE(waitUntil([&] { return text(*window, u"state"_s) == u"服务器上没有此文件。"_s; }))
+        << text(*window, u"state"_s).toStdString();
+    EXPECT_EQ(window->findChild<QPushButton *>(u"end"_s)->text(), u"关闭"_s);
+    for (QTranslator *each : qApp->findChildren<QTranslator *>()) {
+        if (!before.contains(each))
+            delete each;
+    }
 }
 
 TEST_F(DownloadWindowTest, NeverOverwritesAFile)

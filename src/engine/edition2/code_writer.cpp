@@ -222,9 +222,10 @@ void CodeWriter::writePartRun(const Line &line)
     }
     if (bound.repeated.size() != wanted) {
         m_fail(m_file, line.at,
-            u"part %1 takes %2 %3, not %4"_s.arg(name)
+            (wanted == 1 ? MistakeWords::tr("part %1 takes %2 value, not %3")
+                         : MistakeWords::tr("part %1 takes %2 values, not %3"))
+                .arg(name)
                 .arg(wanted)
-                .arg(wanted == 1 ? u"value"_s : u"values"_s)
                 .arg(bound.repeated.size()));
         return;
     }

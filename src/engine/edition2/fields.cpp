@@ -94,7 +94,7 @@ public:
                 for (const std::size_t end = endOfRepeated(index, next); next < end; ++next)
                     addRepeated(field, values[next]);
                 if (field.isRequired() && !field.mayRepeat && m_bound.repeated.empty())
-                    fail(m_line.end(), u"%1 is missing"_s.arg(field.name));
+                    fail(m_line.end(), MistakeWords::tr("%1 is missing").arg(field.name));
                 continue;
             }
             const Value *value = next < values.size() ? &values[next++] : nullptr;
@@ -123,7 +123,7 @@ private:
     void addRepeated(const Field &field, const Value &value)
     {
         if (isEmpty(field, value))
-            fail(value.at, u"%1 is missing"_s.arg(field.name));
+            fail(value.at, MistakeWords::tr("%1 is missing").arg(field.name));
         else
             check(field, value);
         m_bound.repeated.push_back({&field, &value});
@@ -133,7 +133,7 @@ private:
     {
         if (!value || isEmpty(field, *value)) {
             if (field.isRequired())
-                fail(value ? value->at : m_line.end(), u"%1 is missing"_s.arg(field.name));
+                fail(value ? value->at : m_line.end(), MistakeWords::tr("%1 is missing").arg(field.name));
             m_bound.single.push_back({&field, nullptr});
             return;
         }

@@ -220,7 +220,7 @@ QString Runner::valueOf(const Run &run, const Operand &operand) const
     QString text = textOf(run.frame(), operand);
     if (operand.field && text.isEmpty() && !takesEmptyText(*operand.field)) {
         if (operand.field->isRequired())
-            throw Failure{u"%1 is empty"_s.arg(operand.field->name), 0, operand.at};
+            throw Failure{MistakeWords::tr("%1 is empty").arg(operand.field->name), 0, operand.at};
     } else if (operand.field) {
         if (const QString problem = problemWith(*operand.field, text); !problem.isEmpty())
             throw Failure{problem, 0, operand.at};

@@ -1,5 +1,7 @@
 #include "engine/editions/script_error.h"
 
+#include "engine/editions/mistake_words.h"
+
 #include <QStringList>
 
 namespace plum {
@@ -22,7 +24,8 @@ QString ScriptError::toText() const
 {
     QStringList lines;
     for (const ScriptMistake &mistake : m_mistakes) {
-        lines += u"%1, line %2, column %3: %4"_s.arg(m_app)
+        lines += MistakeWords::tr("%1, line %2, column %3: %4")
+                     .arg(m_app)
                      .arg(mistake.line)
                      .arg(mistake.column)
                      .arg(mistake.reason);

@@ -26,15 +26,15 @@ constexpr int windowWidth = 420; // pixels
 struct StatusText
 {
     DownloadStatus status;
-    QStringView text;
+    const char *text;
 };
 
 // The ends that are failures have words of their own.
 constexpr std::array statusTexts{
-    StatusText{DownloadStatus::Sending, u"Sending the request..."},
-    StatusText{DownloadStatus::Receiving, u"Receiving..."},
-    StatusText{DownloadStatus::Paused, u"Paused."},
-    StatusText{DownloadStatus::Complete, u"Complete."},
+    StatusText{DownloadStatus::Sending, QT_TRANSLATE_NOOP("plum::DownloadWindow", "Sending the request...")},
+    StatusText{DownloadStatus::Receiving, QT_TRANSLATE_NOOP("plum::DownloadWindow", "Receiving...")},
+    StatusText{DownloadStatus::Paused, QT_TRANSLATE_NOOP("plum::DownloadWindow", "Paused.")},
+    StatusText{DownloadStatus::Complete, QT_TRANSLATE_NOOP("plum::DownloadWindow", "Complete.")},
 };
 
 QLabel *namedLabel(const QString &name, QWidget *parent)
@@ -54,8 +54,8 @@ DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths)
     , m_state(namedLabel(u"state"_s, this))
     , m_bar(new QProgressBar(this))
     , m_figures(namedLabel(u"figures"_s, this))
-    , m_again(new QPushButton(u"Try again"_s, this))
-    , m_end(new QPushButton(u"Cancel"_s, this))
+    , m_again(new QPushButton(tr("Try again"), this))
+    , m_end(new QPushButton(tr("Cancel"), this))
 {
     setWindowTitle(request.label);
     setMinimumWidth(windowWidth);
@@ -87,8 +87,8 @@ DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths)
 void DownloadWindow::start()
 {
     if (!m_request.staysInFolder(m_paths)) {
-        m_state->setText(u"The file name leads out of the folder. Nothing was downloaded."_s);
-        m_end->setText(u"Close"_s);
+        m_state->setText(tr("The file name leads out of the folder. Nothing was downloaded."));
+        m_end->setText(tr("Close"));
         return;
     }
     QString target = m_request.target;
@@ -101,7 +101,7 @@ void DownloadWindow::start()
 void DownloadWindow::showStatus(DownloadStatus status)
 {
     const auto text = std::ranges::find(statusTexts, status, &StatusText::status);
-    m_state->setText(text == statusTexts.end() ? m_download.problem() : text->text.toString());
+    m_state->setText(text == statusTexts.end() ? m_download.problem() : tr(text->text));
     m_complete = status == DownloadStatus::Complete;
     if (!isOnTheWay(status))
         m_bar->setRange(0, 100); // which may have been a bar that only shows that something happens
@@ -109,7 +109,7 @@ void DownloadWindow::showStatus(DownloadStatus status)
         m_bar->setValue(m_bar->maximum());
     const bool busy = m_download.isBusy();
     m_again->setVisible(!busy && !m_complete);
-    m_end->setText(busy ? u"Cancel"_s : u"Close"_s);
+    m_end->setText(busy ? tr("Cancel") : tr("Close"));
 }
 
 void DownloadWindow::showProgress(
@@ -118,8 +118,8 @@ void DownloadWindow::showProgress(
     const bool isKnown = percent >= 0;
     m_bar->setRange(0, isKnown ? 100 : 0);
     m_bar->setValue(static_cast<int>(std::floor(percent)));
-    m_figures->setText((isKnown ? u"%1 of %2"_s.arg(done, total) : done)
-        + (speed.isEmpty() ? QString() : u", %1/s"_s.arg(speed)));
+    m_figures->setText((isKnown ? tr("%1 of %2").arg(done, total) : done)
+        + (speed.isEmpty() ? QString() : tr(", %1/s").arg(speed)));
 }
 
 void DownloadWindow::endOrClose()

@@ -1,4 +1,5 @@
 #include "helpers/download/download_window.h"
+#include "look/translations.h"
 #include "platform/platform.h"
 
 #include <QApplication>
@@ -26,6 +27,7 @@ int main(int argc, char **argv)
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"download"_s);
+    plum::installTranslation(application);
     const auto platform = plum::createPlatform(QFile::decodeName(argv[0]));
     plum::DownloadWindow window(*request, platform->paths());
     platform->onEndRequested([&window] { window.close(); });

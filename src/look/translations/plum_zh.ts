@@ -1181,6 +1181,82 @@
         <source>Contacts nobody.</source>
         <translation>不与任何人联系。</translation>
     </message>
+    <message>
+        <source>looking at the screen</source>
+        <translation>查看屏幕</translation>
+    </message>
+    <message>
+        <source>reading the clipboard</source>
+        <translation>读取剪贴板</translation>
+    </message>
+    <message>
+        <source>looking at windows</source>
+        <translation>查看窗口</translation>
+    </message>
+    <message>
+        <source>looking where the pointer is</source>
+        <translation>查看指针的位置</translation>
+    </message>
+    <message>
+        <source>reading %1</source>
+        <translation>读取 %1</translation>
+    </message>
+    <message>
+        <source>writing %1</source>
+        <translation>写入 %1</translation>
+    </message>
+    <message>
+        <source>contacting %1</source>
+        <translation>联系 %1</translation>
+    </message>
+    <message>
+        <source>pressing keys</source>
+        <translation>按键</translation>
+    </message>
+    <message>
+        <source>typing</source>
+        <translation>输入文字</translation>
+    </message>
+    <message>
+        <source>moving the mouse or clicking</source>
+        <translation>移动鼠标或点击</translation>
+    </message>
+    <message>
+        <source>changing the clipboard</source>
+        <translation>改变剪贴板</translation>
+    </message>
+    <message>
+        <source>changing windows</source>
+        <translation>改变窗口</translation>
+    </message>
+    <message>
+        <source>starting %1</source>
+        <translation>启动 %1</translation>
+    </message>
+    <message>
+        <source>evaluating JavaScript</source>
+        <translation>执行 JavaScript</translation>
+    </message>
+    <message>
+        <source>locking the screen</source>
+        <translation>锁定屏幕</translation>
+    </message>
+    <message>
+        <source>switching the monitor off</source>
+        <translation>关闭显示器</translation>
+    </message>
+    <message>
+        <source>logging you off</source>
+        <translation>注销</translation>
+    </message>
+    <message>
+        <source>switching the machine off</source>
+        <translation>关机</translation>
+    </message>
+    <message>
+        <source>restarting the machine</source>
+        <translation>重新启动计算机</translation>
+    </message>
 </context>
 <context>
     <name>plum::ErrorCause</name>
@@ -1576,6 +1652,26 @@
         <source>this script asks for edition %1 of the language, and this Plum knows edition %2 at most</source>
         <translation>这个脚本要求语言的第 %1 版，而这个 Plum 最多懂第 %2 版</translation>
     </message>
+    <message>
+        <source>part %1 takes %2 value, not %3</source>
+        <translation>部分 %1 要 %2 个值，不是 %3 个</translation>
+    </message>
+    <message>
+        <source>part %1 takes %2 values, not %3</source>
+        <translation>部分 %1 要 %2 个值，不是 %3 个</translation>
+    </message>
+    <message>
+        <source>%1 is missing</source>
+        <translation>缺少 %1</translation>
+    </message>
+    <message>
+        <source>%1 is empty</source>
+        <translation>%1 是空的</translation>
+    </message>
+    <message>
+        <source>%1, line %2, column %3: %4</source>
+        <translation>%1，第 %2 行第 %3 列：%4</translation>
+    </message>
 </context>
 <context>
     <name>plum::Program</name>
@@ -1635,6 +1731,698 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
     <message>
         <source>The run was stopped.</source>
         <translation>运行被停止了。</translation>
+    </message>
+    <message>
+        <source>%1, line %2:</source>
+        <translation>%1，第 %2 行：</translation>
+    </message>
+</context>
+<context>
+    <name>plum::DownloadWindow</name>
+    <message>
+        <source>Sending the request...</source>
+        <translation>正在发送请求...</translation>
+    </message>
+    <message>
+        <source>Receiving...</source>
+        <translation>正在接收...</translation>
+    </message>
+    <message>
+        <source>Paused.</source>
+        <translation>已暂停。</translation>
+    </message>
+    <message>
+        <source>Complete.</source>
+        <translation>已完成。</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>The file name leads out of the folder. Nothing was downloaded.</source>
+        <translation>文件名指向文件夹之外。什么也没有下载。</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>, %1/s</source>
+        <translation>，每秒 %1</translation>
+    </message>
+</context>
+<context>
+    <name>plum::FileDownload</name>
+    <message>
+        <source>The server wants a name and a password for this file.</source>
+        <translation>服务器要求提供用户名和密码才能下载此文件。</translation>
+    </message>
+    <message>
+        <source>The server does not give this file away.</source>
+        <translation>服务器不提供此文件。</translation>
+    </message>
+    <message>
+        <source>The server does not have this file.</source>
+        <translation>服务器上没有此文件。</translation>
+    </message>
+    <message>
+        <source>The server does not have this file any more.</source>
+        <translation>服务器上已不再有此文件。</translation>
+    </message>
+    <message>
+        <source>The server is asked too often. Try again later.</source>
+        <translation>对服务器的请求过于频繁。请稍后再试。</translation>
+    </message>
+    <message>
+        <source>This is no address of a file on the web.</source>
+        <translation>这不是网上文件的地址。</translation>
+    </message>
+    <message>
+        <source>The server cannot be reached.</source>
+        <translation>无法连接到服务器。</translation>
+    </message>
+    <message>
+        <source>The server could not prove who it is.</source>
+        <translation>服务器无法证明自己的身份。</translation>
+    </message>
+    <message>
+        <source>The server says nothing any more.</source>
+        <translation>服务器不再有回应。</translation>
+    </message>
+    <message>
+        <source>The connection broke.</source>
+        <translation>连接中断了。</translation>
+    </message>
+    <message>
+        <source>What answers there is no web server.</source>
+        <translation>那里应答的不是网页服务器。</translation>
+    </message>
+    <message>
+        <source>The address leads round in circles or to where no file can be fetched.</source>
+        <translation>该地址转来转去回到原处，或指向无法取得文件的地方。</translation>
+    </message>
+    <message>
+        <source>The server has a problem of its own (%1).</source>
+        <translation>服务器自身出了问题（%1）。</translation>
+    </message>
+    <message>
+        <source>The server does not give this file (%1).</source>
+        <translation>服务器不提供此文件（%1）。</translation>
+    </message>
+    <message>
+        <source>The file cannot be written.</source>
+        <translation>无法写入文件。</translation>
+    </message>
+    <message>
+        <source>There is no room left on the disk.</source>
+        <translation>磁盘空间已满。</translation>
+    </message>
+    <message>
+        <source>The finished file could not be put in its place.</source>
+        <translation>下载完成的文件无法放到应放的位置。</translation>
+    </message>
+</context>
+<context>
+    <name>plum::FlightWords</name>
+    <message>
+        <source>waits</source>
+        <translation>等待</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>失败</translation>
+    </message>
+    <message>
+        <source>stopped</source>
+        <translation>已停止</translation>
+    </message>
+    <message>
+        <source>goes on</source>
+        <translation>仍在继续</translation>
+    </message>
+    <message>
+        <source>%1 before these</source>
+        <translation>此前还有 %1 项</translation>
+    </message>
+    <message>
+        <source>%1 lines that only compute were not written down</source>
+        <translation>%1 行只做计算，没有记录</translation>
+    </message>
+    <message>
+        <source>Time line, %1 s</source>
+        <translation>时间线，%1 秒</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>第 %1 行</translation>
+    </message>
+    <message>
+        <source>The run is done, or goes on.</source>
+        <translation>运行已完成，或仍在继续。</translation>
+    </message>
+    <message>
+        <source>What happened: %1</source>
+        <translation>发生了什么：%1</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The language of the page, as HTML names it.</extracomment>
+        <translation>zh-CN</translation>
+    </message>
+    <message>
+        <source>No line has been carried out.</source>
+        <translation>没有执行过任何一行。</translation>
+    </message>
+    <message>
+        <source>%1 earlier lines were given up for these.</source>
+        <translation>为记下这些，更早的 %1 行已舍去。</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>行</translation>
+    </message>
+    <message>
+        <source>Script</source>
+        <translation>脚本</translation>
+    </message>
+    <message>
+        <source>Came to</source>
+        <translation>得到</translation>
+    </message>
+    <message>
+        <source>Did</source>
+        <translation>做了</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>设置了</translation>
+    </message>
+    <message>
+        <source>left down</source>
+        <translation>左键按下</translation>
+    </message>
+    <message>
+        <source>left up</source>
+        <translation>左键放开</translation>
+    </message>
+    <message>
+        <source>right down</source>
+        <translation>右键按下</translation>
+    </message>
+    <message>
+        <source>right up</source>
+        <translation>右键放开</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <translation>、</translation>
+    </message>
+    <message>
+        <source> (not possible)</source>
+        <translation>（无法做到）</translation>
+    </message>
+    <message>
+        <source>clipboard read: %1 characters, %2</source>
+        <translation>读取剪贴板：%1 个字符，%2</translation>
+    </message>
+    <message>
+        <source>clipboard set: %1 characters, %2</source>
+        <translation>写入剪贴板：%1 个字符，%2</translation>
+    </message>
+    <message>
+        <source>clipboard cleared</source>
+        <translation>清空剪贴板</translation>
+    </message>
+    <message>
+        <source>JavaScript of %1 characters: %2</source>
+        <translation>%1 个字符的 JavaScript：%2</translation>
+    </message>
+    <message>
+        <source>evaluated</source>
+        <translation>已求值</translation>
+    </message>
+    <message>
+        <source>failed, %1</source>
+        <translation>失败，%1</translation>
+    </message>
+    <message>
+        <source>key %1 %2</source>
+        <translation>按键 %1 %2</translation>
+    </message>
+    <message>
+        <source>up</source>
+        <translation>放开</translation>
+    </message>
+    <message>
+        <source>down</source>
+        <translation>按下</translation>
+    </message>
+    <message>
+        <source>typed %1 characters</source>
+        <translation>输入了 %1 个字符</translation>
+    </message>
+    <message>
+        <source>every key let go</source>
+        <translation>放开所有按键</translation>
+    </message>
+    <message>
+        <source>pointer to %1:%2</source>
+        <translation>指针移到 %1:%2</translation>
+    </message>
+    <message>
+        <source>button %1</source>
+        <translation>鼠标%1</translation>
+    </message>
+    <message>
+        <source>every button let go</source>
+        <translation>放开所有鼠标键</translation>
+    </message>
+    <message>
+        <source>screen locked</source>
+        <translation>锁定屏幕</translation>
+    </message>
+    <message>
+        <source>monitor switched off</source>
+        <translation>关闭显示器</translation>
+    </message>
+    <message>
+        <source>log off</source>
+        <translation>注销</translation>
+    </message>
+    <message>
+        <source>shut down</source>
+        <translation>关机</translation>
+    </message>
+    <message>
+        <source>restart</source>
+        <translation>重新启动</translation>
+    </message>
+    <message>
+        <source>window %1 %2</source>
+        <translation>窗口 %1 %2</translation>
+    </message>
+    <message>
+        <source>asked to close</source>
+        <translation>被要求关闭</translation>
+    </message>
+    <message>
+        <source>activated</source>
+        <translation>被激活</translation>
+    </message>
+    <message>
+        <source>hidden</source>
+        <translation>被隐藏</translation>
+    </message>
+    <message>
+        <source>shown</source>
+        <translation>被显示</translation>
+    </message>
+    <message>
+        <source>minimised</source>
+        <translation>被最小化</translation>
+    </message>
+    <message>
+        <source>maximised</source>
+        <translation>被最大化</translation>
+    </message>
+    <message>
+        <source>window %1 moved to %2:%3</source>
+        <translation>窗口 %1 移到 %2:%3</translation>
+    </message>
+    <message>
+        <source>fetched to this desktop</source>
+        <translation>被带到此桌面</translation>
+    </message>
+    <message>
+        <source>kept above all others</source>
+        <translation>保持在最前</translation>
+    </message>
+    <message>
+        <source>opened %1 %2</source>
+        <translation>打开 %1 %2</translation>
+    </message>
+    <message>
+        <source> (failed)</source>
+        <translation>（失败）</translation>
+    </message>
+    <message>
+        <source>started %1 %2</source>
+        <translation>启动 %1 %2</translation>
+    </message>
+    <message>
+        <source>nearest miss at %1: %2 of %3 pixels differ (red %4, green %5, blue %6), in the picture at %7</source>
+        <translation>最接近之处在 %1：%3 个像素中有 %2 个不同（红 %4、绿 %5、蓝 %6），在图片的 %7</translation>
+    </message>
+    <message>
+        <source>another run begins: %1</source>
+        <translation>另一次运行开始：%1</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>colour %1 in %2: seen at %3</source>
+        <translation>%2 中的颜色 %1：在 %3 看到</translation>
+    </message>
+    <message>
+        <source>colour %1 in %2: not seen</source>
+        <translation>%2 中的颜色 %1：没有看到</translation>
+    </message>
+    <message>
+        <source>picture %1 in %2: seen at %3</source>
+        <translation>%2 中的图片 %1：在 %3 看到</translation>
+    </message>
+    <message>
+        <source>picture %1 in %2: not seen</source>
+        <translation>%2 中的图片 %1：没有看到</translation>
+    </message>
+    <message>
+        <source>nothing in there is like it</source>
+        <translation>其中没有与之相似的</translation>
+    </message>
+</context>
+<context>
+    <name>plum::Reason</name>
+    <message>
+        <source>%1 cannot be opened</source>
+        <translation>无法打开 %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>无法启动 %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 无法读取</translation>
+    </message>
+    <message>
+        <source>%1 was never set</source>
+        <translation>%1 从未设定</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written</source>
+        <translation>无法写入 %1</translation>
+    </message>
+    <message>
+        <source>there is no folder %1</source>
+        <translation>没有文件夹 %1</translation>
+    </message>
+    <message>
+        <source>there is no file %1</source>
+        <translation>没有文件 %1</translation>
+    </message>
+    <message>
+        <source>%1 is there already</source>
+        <translation>%1 已经存在</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to %2</source>
+        <translation>无法把 %1 移到 %2</translation>
+    </message>
+    <message>
+        <source>there is no key called &quot;%1&quot;</source>
+        <translation>没有名为“%1”的键</translation>
+    </message>
+    <message>
+        <source>the text holds a character that no key types</source>
+        <translation>文字中有按键无法输入的字符</translation>
+    </message>
+    <message>
+        <source>the download helper does not start: %1</source>
+        <translation>下载助手无法启动：%1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no method</source>
+        <translation>“%1”不是请求方法</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no header</source>
+        <translation>“%1”不是请求头</translation>
+    </message>
+    <message>
+        <source>nothing answers at %1 within %2 ms</source>
+        <translation>%1 在 %2 毫秒内没有应答</translation>
+    </message>
+    <message>
+        <source>%1 answers with status %2</source>
+        <translation>%1 应答的状态为 %2</translation>
+    </message>
+    <message>
+        <source>there is no picture %1</source>
+        <translation>没有图片 %1</translation>
+    </message>
+    <message>
+        <source>the picture %1 is not on the screen</source>
+        <translation>屏幕上没有图片 %1</translation>
+    </message>
+    <message>
+        <source>the colour %1 is not on the screen</source>
+        <translation>屏幕上没有颜色 %1</translation>
+    </message>
+    <message>
+        <source>the screen was not locked: no service on this machine locks it</source>
+        <translation>屏幕没有锁定：这台计算机上没有锁屏服务</translation>
+    </message>
+    <message>
+        <source>the monitor was not switched off: this display has no power control</source>
+        <translation>显示器没有关闭：此显示无法控制电源</translation>
+    </message>
+    <message>
+        <source>%1 did not end within %2 s</source>
+        <translation>%1 在 %2 秒内没有结束</translation>
+    </message>
+    <message>
+        <source>%1 wrote more than %2 MB</source>
+        <translation>%1 写出的内容超过 %2 MB</translation>
+    </message>
+    <message>
+        <source>%1 ended with status %2</source>
+        <translation>%1 以状态 %2 结束</translation>
+    </message>
+    <message>
+        <source>there is no window with the title &quot;%1&quot;</source>
+        <translation>没有标题为“%1”的窗口</translation>
+    </message>
+    <message>
+        <source>the browser helper does not start: %1</source>
+        <translation>浏览器助手无法启动：%1</translation>
+    </message>
+    <message>
+        <source>the window %1 is gone</source>
+        <translation>窗口 %1 已消失</translation>
+    </message>
+    <message>
+        <source>there is no such window</source>
+        <translation>没有这样的窗口</translation>
+    </message>
+    <message>
+        <source>there is no piece %1 of what was typed behind the keyword</source>
+        <translation>关键词之后的输入没有第 %1 段</translation>
+    </message>
+    <message>
+        <source>the separator is empty</source>
+        <translation>分隔符是空的</translation>
+    </message>
+    <message>
+        <source>there are %1 pieces for %2 variables</source>
+        <translation>有 %1 段，却有 %2 个变量</translation>
+    </message>
+    <message>
+        <source>there is no piece %1; there are %2</source>
+        <translation>没有第 %1 段；共有 %2 段</translation>
+    </message>
+    <message>
+        <source>the text does not hold &quot;%1&quot;</source>
+        <translation>文字中没有“%1”</translation>
+    </message>
+    <message>
+        <source>the pattern is wrong at character %1: %2</source>
+        <translation>正则表达式在第 %1 个字符处有误：%2</translation>
+    </message>
+    <message>
+        <source>the text does not match %1</source>
+        <translation>文字与 %1 不匹配</translation>
+    </message>
+    <message>
+        <source>the pattern takes too long for this text</source>
+        <translation>该正则表达式对这段文字耗时过长</translation>
+    </message>
+    <message>
+        <source>not allowed for %1: %2</source>
+        <translation>不允许 %1 这样做：%2</translation>
+    </message>
+    <message>
+        <source>whoever a page leads to</source>
+        <translation>页面通向的任何一方</translation>
+    </message>
+    <message>
+        <source>nothing answers at %1</source>
+        <translation>%1 没有应答</translation>
+    </message>
+    <message>
+        <source>The value is no text.</source>
+        <translation>该值不是文字。</translation>
+    </message>
+    <message>
+        <source>The evaluation was given up.</source>
+        <translation>求值已放弃。</translation>
+    </message>
+    <message>
+        <source>This system has no script engine.</source>
+        <translation>此系统没有脚本引擎。</translation>
+    </message>
+    <message>
+        <source>it asks for edition %1 of the language</source>
+        <translation>它要求语言的第 %1 版</translation>
+    </message>
+    <message>
+        <source>%1, at character %2 of the expression</source>
+        <translation>%1，在表达式的第 %2 个字符处</translation>
+    </message>
+    <message>
+        <source>an operator is missing before &quot;%1&quot;</source>
+        <translation>“%1”之前缺少运算符</translation>
+    </message>
+    <message>
+        <source>the expression is nested too deeply</source>
+        <translation>表达式嵌套过深</translation>
+    </message>
+    <message>
+        <source>division by zero</source>
+        <translation>除数为零</translation>
+    </message>
+    <message>
+        <source>a number is missing</source>
+        <translation>缺少数字</translation>
+    </message>
+    <message>
+        <source>a number is missing before &quot;%1&quot;</source>
+        <translation>“%1”之前缺少数字</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number</source>
+        <translation>“%1”不是数</translation>
+    </message>
+    <message>
+        <source>%1 is &quot;%2&quot;, which is not a number</source>
+        <translation>%1 是“%2”，不是数字</translation>
+    </message>
+    <message>
+        <source>there is no function &quot;%1&quot;</source>
+        <translation>没有函数“%1”</translation>
+    </message>
+    <message>
+        <source>length takes one reference, such as set.name</source>
+        <translation>length 要一个引用，例如 set.name</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no reference; write set.%1</source>
+        <translation>“%1”不是引用；请写 set.%1</translation>
+    </message>
+    <message>
+        <source>a &quot;)&quot; is missing</source>
+        <translation>缺少“)”</translation>
+    </message>
+    <message>
+        <source>a &quot;)&quot; is missing before &quot;%1&quot;</source>
+        <translation>“%1”之前缺少“)”</translation>
+    </message>
+    <message>
+        <source>the result is too large</source>
+        <translation>结果过大</translation>
+    </message>
+    <message>
+        <source>the path makes no sense from &quot;%1&quot; on</source>
+        <translation>路径从“%1”起没有意义</translation>
+    </message>
+    <message>
+        <source>the text is not JSON</source>
+        <translation>文字不是 JSON</translation>
+    </message>
+    <message>
+        <source>there is no %1 (path %2)</source>
+        <translation>没有 %1（路径 %2）</translation>
+    </message>
+    <message>
+        <source>%1 within %2 ms</source>
+        <translation>%2 毫秒内%1</translation>
+    </message>
+    <message>
+        <source>no window had the title &quot;%1&quot;</source>
+        <translation>没有标题为“%1”的窗口</translation>
+    </message>
+    <message>
+        <source>the window %1 did not go</source>
+        <translation>窗口 %1 没有消失</translation>
+    </message>
+    <message>
+        <source>%1 cannot be waited for</source>
+        <translation>无法等待 %1</translation>
+    </message>
+    <message>
+        <source>%1 did not come</source>
+        <translation>%1 没有出现</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>第 %1 行：%2</translation>
+    </message>
+    <message>
+        <source>round takes 0 to 15 digits</source>
+        <translation>round 要 0 到 15 位数</translation>
+    </message>
+    <message>
+        <source>element %1</source>
+        <translation>元素 %1</translation>
+    </message>
+    <message>
+        <source>the picture %1 was not seen</source>
+        <translation>没有看到图片 %1</translation>
+    </message>
+    <message>
+        <source>the colour %1 was not seen</source>
+        <translation>没有看到颜色 %1</translation>
+    </message>
+    <message>
+        <source>nothing changed</source>
+        <translation>没有任何变化</translation>
+    </message>
+</context>
+<context>
+    <name>plum::RunTimeError</name>
+    <message>
+        <source>Invalid procedure call or argument</source>
+        <translation>无效的过程调用或参数</translation>
+    </message>
+    <message>
+        <source>Overflow</source>
+        <translation>溢出</translation>
+    </message>
+    <message>
+        <source>Subscript out of range</source>
+        <translation>下标越界</translation>
+    </message>
+    <message>
+        <source>Division by zero</source>
+        <translation>除数为零</translation>
+    </message>
+    <message>
+        <source>Type mismatch</source>
+        <translation>类型不匹配</translation>
+    </message>
+    <message>
+        <source>File not found</source>
+        <translation>找不到文件</translation>
     </message>
 </context>
 </TS>

@@ -3,14 +3,13 @@
 #include "modules/js/classic_text.h"
 #include "platform/script_evaluation.h"
 
+#include <QCoreApplication>
 #include <QJSEngine>
 #include <QMutex>
 
 #include <memory>
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -59,7 +58,7 @@ private:
             return {false, value.toString()};
         const std::optional<QString> text = texts.of(value);
         if (!text || engine.isInterrupted())
-            return {false, u"The value is no text."_s};
+            return {false, QCoreApplication::translate("plum::Reason", "The value is no text.")};
         return {true, *text};
     }
 

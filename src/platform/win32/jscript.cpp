@@ -6,6 +6,7 @@
 #include "platform/win32/script_host.h"
 #include "platform/win32/text/wide_text.h"
 
+#include <QCoreApplication>
 #include <QMutex>
 
 #include <memory>
@@ -15,7 +16,6 @@
 
 namespace plum {
 
-using namespace Qt::StringLiterals;
 using Microsoft::WRL::ComPtr;
 
 namespace {
@@ -62,7 +62,7 @@ protected:
                 engineClass, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IActiveScript), &engine))
             || FAILED(engine.As(&parser)) || FAILED(engine->SetScriptSite(&host))
             || FAILED(parser->InitNew()))
-            return {false, u"This system has no script engine."_s};
+            return {false, QCoreApplication::translate("plum::Reason", "This system has no script engine.")};
         publish(engine.Get());
         JavaScript::Result result = evaluateIn(*parser.Get(), host);
         publish(nullptr);
@@ -103,7 +103,9 @@ private:
         if (FAILED(evaluated))
             return {false, host.error().isEmpty() ? description : host.error()};
         const std::optional<QString> text = textOf(value);
-        return text ? JavaScript::Result{true, *text} : JavaScript::Result{false, u"The value is no text."_s};
+        return text
+            ? JavaScript::Result{true, *text}
+            : JavaScript::Result{false, QCoreApplication::translate("plum::Reason", "The value is no text.")};
     }
 
     const QString m_program;
