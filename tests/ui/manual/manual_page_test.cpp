@@ -46,20 +46,39 @@ QStringList linksOf(const QTextDocument &document)
     return links;
 }
 
+QStringList allOf(const QString &page, const QString &pattern)
+{
+    const QRegularExpression expression(
+        pattern, QRegularExpression::DotMatchesEverythingOption | QRegularExpression::MultilineOption);
+    QStringList all;
+    for (auto found = expression.globalMatch(page); found.hasNext();)
+        all += found.next().captured();
+    return all;
+}
+
 // The examples of a page, with what the tests do with them.
 QStringList examplesOf(const QString &page)
 {
-    static const QRegularExpression example(
-        u"(<!--[^>]*-->\\n)?```plum\\n.*?```"_s, QRegularExpression::DotMatchesEverythingOption);
-    QStringList examples;
-    for (auto found = example.globalMatch(page); found.hasNext();)
-        examples += found.next().captured();
-    return examples;
+    return allOf(page, u"(<!--[^>]*-->\\n)?```plum(-check)?\\n.*?```"_s);
 }
 
-// Those that are there in Chinese, too.
-const QStringList inBoth{
-    u"scripting.md"_s, u"edition-1.md"_s, u"tasks.md"_s, u"editors.md"_s, u"store.md"_s, u"security.md"_s};
+// The commands of the reference with their fields and words, and the rules of the checker.
+QStringList namesOf(const QString &page)
+{
+    return allOf(page, u"^(##+ `?[a-z][^`\\n]*|- [a-z ]+:|  - `[^`]+`)"_s);
+}
+
+// Figures, which change with what they count.
+QStringList figuresOf(const QString &page)
+{
+    QStringList figures = allOf(page, u"[0-9]{4,}|[0-9]+,[0-9]{3}"_s);
+    figures.sort();
+    return figures;
+}
+
+// Every page is there in English and in Chinese.
+const QStringList inBoth{u"scripting.md"_s, u"commands.md"_s, u"checks.md"_s, u"edition-1.md"_s,
+    u"tasks.md"_s, u"editors.md"_s, u"store.md"_s, u"security.md"_s};
 
 QString inChinese(QString page)
 {
@@ -68,7 +87,7 @@ QString inChinese(QString page)
 
 QStringList allPages()
 {
-    QStringList pages{u"checks.md"_s, u"commands.md"_s};
+    QStringList pages;
     for (const QString &page : inBoth)
         pages += {page, inChinese(page)};
     return pages;
@@ -121,6 +140,17 @@ TEST(ManualPage, bothLanguagesHaveTheSameExamplesAndSections)
         EXPECT_EQ(english.count(rows), chinese.count(rows));
         EXPECT_EQ(english.count(items), chinese.count(items));
         EXPECT_NE(english, chinese);
+    }
+}
+
+TEST(ManualPage, bothLanguagesNameTheSameCommandsAndRules)
+{
+    for (const QString &page : {u"commands.md"_s, u"checks.md"_s}) {
+        SCOPED_TRACE(page.toStdString());
+        const QStringList english = namesOf(manualPage(page));
+        EXPECT_GT(english.size(), 40);
+        EXPECT_EQ(english, namesOf(manualPage(inChinese(page))));
+        EXPECT_EQ(figuresOf(manualPage(page)), figuresOf(manualPage(inChinese(page))));
     }
 }
 
