@@ -142,8 +142,11 @@ void LauncherUi::connectWindow()
         m_window->footer().setStanding(tr("Dropped: %1").arg(m_runs.state().droppedPath.toHtmlEscaped()));
     });
     connect(window, &frmSet::hotkeyRequested, m_summons.get(), &LauncherSummons::showHotkeyWindow);
+    // The launcher may have been fetched from behind a tip or a question, which is the step before.
     connect(window, &frmSet::hideRequested, this, [this] {
-        if (canReturn())
+        if (m_questions.isAsking())
+            m_questions.bringForward();
+        else if (canReturn())
             hideLauncher();
     });
     connect(window, &frmSet::stopRequested, this, &LauncherUi::requestStop);

@@ -107,6 +107,14 @@ bool Questions::isAsking() const
     return !m_box.isNull();
 }
 
+void Questions::bringForward()
+{
+    if (!m_box)
+        return;
+    m_box->raise();
+    m_box->activateWindow();
+}
+
 void Questions::dropOfScript()
 {
     m_waitingOfScript.reset();

@@ -44,6 +44,9 @@ public:
     // A box is open.
     bool isAsking() const;
 
+    // Gives the open box the keyboard, which another window has taken from it.
+    void bringForward();
+
     // Closes the tip or question of a script, if there is one. Nobody hears of it.
     void dropOfScript();
     bool isAskingOfScript() const;

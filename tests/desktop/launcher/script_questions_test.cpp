@@ -186,4 +186,25 @@ TEST_F(TypedInputTest, whatIsTypedAfterTheKeywordIsTheInput)
     EXPECT_TRUE(isRunning());
 }
 
+// Somebody has fetched the launcher meanwhile, which then has the keyboard.
+TEST_F(LauncherDesktop, escLeadsFromTheLauncherBackToTheTip)
+{
+    writeApp(u"ask"_s, {u"os.tips \"Hello\""_s});
+    startLauncher();
+    hands->type(u"ask"_s);
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(getsFocus(u"shurubox/tipsbox"_s));
+    QProcess second;
+    server().start(second, programFolder() + u"/plum"_s, {});
+    ASSERT_TRUE(second.waitForFinished());
+    ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
+    hands->key(u"Escape"_s);
+    ASSERT_TRUE(shows(u"frmSet/Text8"_s, {}));
+    hands->key(u"Escape"_s);
+    ASSERT_TRUE(getsFocus(u"shurubox/tipsbox"_s));
+    EXPECT_TRUE(isShown(u"frmSet/frmSet"_s));
+    hands->key(u"Escape"_s);
+    EXPECT_TRUE(disappears(u"shurubox/shurubox"_s));
+}
+
 } // namespace plum
