@@ -1,10 +1,4 @@
-#include "desktop/support/launcher_desktop.h"
-#include "desktop/support/screen_reader.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <iostream>
+#include "desktop/support/heard_desktop.h"
 
 namespace plum {
 
@@ -12,44 +6,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Somebody who has only the keyboard, and hears what the launcher says.
-class AfternoonTest : public LauncherDesktop
+// The first afternoon with the launcher.
+class AfternoonTest : public HeardDesktop
 {
 protected:
     void SetUp() override
     {
-        LauncherDesktop::SetUp();
+        HeardDesktop::SetUp();
         ASSERT_TRUE(QFile::remove(programFolder() + u"/config/load/set.ini"_s));
-        reader.emplace(server());
-        qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-    }
-
-    void TearDown() override
-    {
-        reader.reset();
-        LauncherDesktop::TearDown();
-        qunsetenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON");
-    }
-
-    bool hears(const QString &role, const QString &beginning, const QString &state = {})
-    {
-        const bool isHeard = eventually([&] {
-            return std::ranges::any_of(reader->look(), [&](const Node &node) {
-                return node.role == role && node.name.startsWith(beginning)
-                    && (state.isEmpty() || node.is(state));
-            });
-        });
-        if (!isHeard) {
-            for (const Node &node : reader->look())
-                std::cerr << node.role.toStdString() << " \"" << node.name.toStdString() << "\" "
-                          << node.states.join(u' ').toStdString() << '\n';
-        }
-        return isHeard;
-    }
-
-    bool hearsNoMore(const QString &role, const QString &beginning)
-    {
-        return eventually([&] { return reader->find(role, beginning).role.isEmpty(); });
     }
 
     // A box with these words, which Enter closes.
@@ -95,22 +59,6 @@ protected:
             return reader->find(u"label"_s, u"Install this app"_s).role.isEmpty();
         }));
     }
-
-    // Goes on with Tab until the control has the keyboard.
-    void tabTo(const QString &role, const QString &name)
-    {
-        constexpr int mostStops = 20;
-        for (int stop = 0; stop < mostStops && !reader->find(role, name).is(u"focused"_s); ++stop)
-            hands->key(u"Tab"_s);
-        expectKeyboardAt(role, name);
-    }
-
-    void expectKeyboardAt(const QString &role, const QString &name)
-    {
-        ASSERT_TRUE(hears(role, name, u"focused"_s)) << name.toStdString();
-    }
-
-    std::optional<ScreenReader> reader;
 };
 
 } // namespace
@@ -187,6 +135,12 @@ TEST_F(AfternoonTest, anAppIsInstalledUpdatedAndDeleted)
     openPackage();
     ASSERT_TRUE(hears(u"label"_s, u"chess  already exists"_s));
     expectKeyboardAt(u"text"_s, u"Keyword"_s);
+    tabTo(u"push button"_s, u"Cancel"_s);
+    hands->key(u"space"_s);
+    ASSERT_TRUE(hearsNoMore(u"label"_s, u"chess  already exists"_s));
+    openPackage();
+    ASSERT_TRUE(hears(u"label"_s, u"chess  already exists"_s));
+    expectKeyboardAt(u"text"_s, u"Keyword"_s);
     tabTo(u"push button"_s, u"Replace the existing app"_s);
     hands->key(u"space"_s);
     ASSERT_TRUE(hears(u"label"_s, u"Install this app in place of the one that is there?"_s));
@@ -231,6 +185,36 @@ TEST_F(AfternoonTest, aHotkeyIsChosenAndTheLauncherIsLostAndFound)
     ASSERT_TRUE(hearsNoMore(u"text"_s, u"Keyword"_s));
     hands->key(u"ctrl+j"_s);
     expectKeyboardAt(u"text"_s, u"Keyword"_s);
+}
+
+// Neither a hotkey nor a tray icon brings it back.
+TEST_F(AfternoonTest, theLauncherThatAnAppHidIsFoundByStartingPlumAgain)
+{
+    writeApp(u"away"_s, {u"me.hide"_s});
+    startLauncher();
+    hands->type(u"away"_s);
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(hears(u"label"_s, u"Plum is hidden. Start it again to bring it back"_s));
+    ASSERT_TRUE(hearsNoMore(u"text"_s, u"Keyword"_s));
+    QProcess second;
+    server().start(second, programFolder() + u"/plum"_s, {});
+    ASSERT_TRUE(second.waitForFinished());
+    expectKeyboardAt(u"text"_s, u"Keyword"_s);
+}
+
+TEST_F(AfternoonTest, inAChineseSessionEvenTheReasonOfAFailureIsChinese)
+{
+    writeApp(u"notes"_s, {u"//edition:2"_s, u"file.read \"none.txt\",all,text"_s});
+    qputenv("LC_ALL", "zh_CN.UTF-8");
+    startLauncher();
+    qputenv("LC_ALL", "C.UTF-8");
+    expectKeyboardAt(u"text"_s, u"关键词"_s);
+    hands->type(u"notes"_s);
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(hears(u"label"_s, u"notes，第 2 行第 1 列：none.txt 无法读取"_s));
+    ASSERT_TRUE(hears(u"push button"_s, u"确定"_s, u"focused"_s));
+    hands->key(u"Return"_s);
+    expectKeyboardAt(u"text"_s, u"关键词"_s);
 }
 
 TEST_F(AfternoonTest, menusAreReadAndEveryNodeHasAName)

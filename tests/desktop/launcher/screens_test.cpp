@@ -43,6 +43,22 @@ protected:
             << " at " << place.x() << ',' << place.y() << ' ' << place.width() << 'x' << place.height();
     }
 
+    void expectInside(const QString &path)
+    {
+        const Control control = stillControl(path);
+        EXPECT_TRUE(see(control.window + u'/' + control.window).place.contains(control.place))
+            << path.toStdString();
+    }
+
+    // What opening a package on the desktop does.
+    void writeRequest()
+    {
+        write(u"config/load/requests/1.request"_s, (folder() + u"/chess.wfp"_s).toUtf8());
+        QProcess second;
+        server().start(second, programFolder() + u"/plum"_s, {});
+        ASSERT_TRUE(second.waitForFinished());
+    }
+
     // Esc, until the window is gone.
     void leave(const QString &name)
     {
@@ -120,12 +136,37 @@ TEST_P(SmallScreenTest, everyWindowOfTheLauncherFits)
     ASSERT_TRUE(appears(u"shurubox/tipsbox"_s));
     expectWhole(u"shurubox"_s);
 
-    // What opening a package on the desktop does.
-    write(u"config/load/requests/1.request"_s, (folder() + u"/chess.wfp"_s).toUtf8());
-    QProcess second;
-    server().start(second, programFolder() + u"/plum"_s, {});
-    ASSERT_TRUE(second.waitForFinished());
+    writeRequest();
     expectWhole(u"asks"_s);
+}
+
+TEST_P(SmallScreenTest, theQuestionForANameFits)
+{
+    writeApp(u"chess"_s);
+    startLauncher();
+    writeRequest();
+    ASSERT_TRUE(appears(u"shurubox/renamebox"_s));
+    expectWhole(u"shurubox"_s);
+    expectInside(u"shurubox/cancel"_s);
+    expectInside(u"shurubox/Label3"_s);
+    leave(u"shurubox"_s);
+}
+
+// Also where it cannot fetch its page, which here nobody serves.
+TEST_P(SmallScreenTest, theStoreFits)
+{
+    startLauncher();
+    const Control launcher = see(u"frmSet/frmSet"_s);
+    click(u"frmSet/store"_s);
+    QRect place;
+    EXPECT_TRUE(eventually([&] {
+        const xcb_window_t store = view->windowTitled("Plum", static_cast<xcb_window_t>(launcher.id));
+        if (store == XCB_NONE || !view->isViewable(store))
+            return false;
+        place = view->clientRectangle(store);
+        return QRect(QPoint(), GetParam().pixels).contains(place);
+    })) << place.x()
+        << ',' << place.y() << ' ' << place.width() << 'x' << place.height();
 }
 
 TEST_F(MonitorsTest, theLauncherComesUpWhereThePointerIs)
