@@ -4,8 +4,12 @@
 #include "ui/launcher_bench.h"
 
 #include "engine/launcher.h"
+#include "engine/run_time_error.h"
+#include "helpers/download/download_window.h"
+#include "helpers/store_window/plain_store_form.h"
 #include "library/install_offer.h"
 #include "look/translations.h"
+#include "store/download_texts.h"
 #include "ui/install_dialog.h"
 #include "ui/lists/keyword_list.h"
 
@@ -37,28 +41,49 @@ void useDarkPalette()
     QApplication::setPalette(palette);
 }
 
+// What the user of the pictures has written; an app in another language says the same in it.
+struct OwnTexts
+{
+    QString date, mail, notes, shot, script, question, name, tip;
+};
+
+const OwnTexts english{u"Types today's date where the caret is"_s, u"mail NAME writes a greeting to NAME"_s,
+    u"Keeps a line of text in notes.txt"_s, u"Finds a colour on the screen"_s,
+    u"note.down \"hello, world\"\r\n// asks, and greets by name\r\ninput.text \"who\",\"Your name?\"\r\n"
+    "set.greeting \"Dear\"\r\nnote.down Hello +?+, you are +?+!+(set.who+set.greeting)\r\n"
+    "note.unknown os.path_desktop\r\n"_s,
+    u"Your name?"_s, u"Ann"_s, u"Dear Ann,\nthe report is ready.\n亲爱的安，报告已经准备好了。"_s};
+
+const OwnTexts chinese{u"在光标处输入今天的日期"_s, u"mail 姓名 给此人写一句问候"_s,
+    u"把一行文字记到 notes.txt"_s, u"在屏幕上寻找一种颜色"_s,
+    u"note.down \"你好，世界\"\r\n// 询问姓名，并问候此人\r\ninput.text \"who\",\"您叫什么名字？\"\r\n"
+    "set.greeting \"亲爱的\"\r\nnote.down 你好，+?++?+！+(set.greeting+set.who)\r\n"
+    "note.unknown os.path_desktop\r\n"_s,
+    u"您叫什么名字？"_s, u"安"_s, u"亲爱的安，\n报告已经准备好了。"_s};
+
 class Painter : public LauncherBench
 {
 public:
-    Painter(QString folderName, QString suffix)
+    Painter(QString folderName, QString suffix, const OwnTexts &texts)
         : m_target(std::move(folderName))
         , m_suffix(std::move(suffix))
+        , m_texts(texts)
     {
     }
 
     void paintAll()
     {
         const std::pair<QString, QByteArray> apps[]{
-            {u"date"_s, "//guide:Types today's date where the caret is\r\n"},
-            {u"mail"_s, "//guide:mail NAME writes a greeting to NAME\r\n"},
-            {u"notes"_s, "//guide:Keeps a line of text in notes.txt\r\n"},
+            {u"date"_s, guide(m_texts.date)},
+            {u"mail"_s, guide(m_texts.mail)},
+            {u"notes"_s, guide(m_texts.notes)},
             {u"piano"_s, ""},
-            {u"shot"_s, "//guide:Finds a colour on the screen\r\n"},
+            {u"shot"_s, guide(m_texts.shot)},
             {u"weather"_s, "//guide:https://example.org/weather\r\n"},
             {u"你好"_s, "//guide:打开网页\r\n"},
         };
         for (const auto &[keyword, guide] : apps)
-            folder.addApp(keyword, guide + script);
+            folder.addApp(keyword, guide + m_texts.script.toUtf8());
         QImage icon(64, 64, QImage::Format_ARGB32);
         icon.fill(Qt::transparent);
         QPainter painter(&icon);
@@ -95,10 +120,10 @@ public:
         save("hotkey", hotkeyWindow);
         hotkeyWindow->hide();
 
-        ui.showInput(u"Your name?"_s, u"who"_s);
-        type(inBox("Text1"), u"Ann"_s);
+        ui.showInput(m_texts.question, u"who"_s);
+        type(inBox("Text1"), m_texts.name);
         save("input", topLevel("shurubox"));
-        ui.showTip(u"Dear Ann,\nthe report is ready.\n亲爱的安，报告已经准备好了。"_s);
+        ui.showTip(m_texts.tip);
         save("tip", topLevel("shurubox"));
         topLevel("shurubox")->close();
         QApplication::processEvents();
@@ -109,9 +134,37 @@ public:
         save("name-details", topLevel("shurubox"));
         topLevel("shurubox")->close();
         saveDialogs();
+        saveStore();
     }
 
 private:
+    // The store's window with what stands around its page, and the helper that downloads for scripts.
+    void saveStore()
+    {
+        PlainStoreForm form(QUrl(u"https://store.example/plum/download/"_s));
+        form.setApps({QJsonObject{{u"keyword"_s, u"mail"_s}, {u"version"_s, u"1.0"_s}},
+            QJsonObject{{u"keyword"_s, u"shot"_s}, {u"version"_s, u"1.0"_s}, {u"newest"_s, u"1.2"_s}}});
+        form.bringUp();
+        const QString title = downloadTitle(DownloadStatus::Receiving).toString();
+        form.setCaption(title, meaningOf(title));
+        form.setProgress({{u"percent"_s, 40}, {u"total"_s, u"1.25 MB"_s}, {u"done"_s, u"512 KB"_s},
+            {u"speed"_s, u"230 KB"_s}});
+        save("store-download", &form);
+        form.setCaption({});
+        form.setFailed(u"chess"_s);
+        save("store-failed", &form);
+        save("menu-installed", form.findChild<QMenu *>(u"installedmenu"_s));
+        form.hide();
+        const DownloadRequest request{.url = u"https://files.example/report.zip"_s,
+            .target = u"\\report.zip"_s,
+            .label = u"report.zip"_s,
+            .name = u"..\\report.zip"_s}; // which is refused: nothing is fetched for a picture
+        DownloadWindow download(request, platform.paths());
+        download.show();
+        download.start();
+        save("download", &download);
+    }
+
     void saveDialogs()
     {
         ui.window()->showKeys();
@@ -126,12 +179,15 @@ private:
         user.rest();
         saveBox("message", [] { MessageBoxes().showMessage({.text = u"Successfully"_s}); });
         saveBox("error", [] {
-            MessageBoxes().showMessage({.text = u"Run-time error '13':\n\nType mismatch: \"abc\" is not a "
-                                                "number of milliseconds"_s,
-                .icon = MessageIcon::Critical});
+            const RunTimeError error(RunTimeError::TypeMismatch, ErrorCause::NotMilliseconds, u"abc"_s);
+            MessageBoxes().showMessage(
+                {.text = u"Run-time error '13':\n\n"_s + error.description(), .icon = MessageIcon::Critical});
         });
         saveBox("delete", [] { MessageBoxes().askToDelete(u"确定删除?"_s, u"提示"_s, u"mail"_s); });
-        saveBox("unsaved", [] { MessageBoxes::askUnsaved(u"\"mail\" is not saved."_s); });
+        saveBox("unsaved", [] {
+            MessageBoxes::askUnsaved(
+                QCoreApplication::translate("plum::AppActions", "%1 is not saved.").arg(u"\"mail\""_s));
+        });
     }
 
     // `show` waits until the box is closed.
@@ -175,12 +231,11 @@ private:
             qFatal("cannot write %s", qUtf8Printable(path));
     }
 
-    const QByteArray script = "note.down \"hello, world\"\r\n// asks, and greets by name\r\n"
-                              "input.text \"who\",\"Your name?\"\r\nset.greeting \"Dear\"\r\n"
-                              "note.down Hello +?+, you are +?+!+(set.who+set.greeting)\r\n"
-                              "note.unknown os.path_desktop\r\n";
+    static QByteArray guide(const QString &text) { return "//guide:" + text.toUtf8() + "\r\n"; }
+
     QString m_target;
     QString m_suffix;
+    const OwnTexts &m_texts;
 };
 
 } // namespace
@@ -196,10 +251,12 @@ int main(int argc, char **argv)
         useDarkPalette();
         suffix = u"-dark"_s;
     }
-    if (arguments.contains(u"zh"_s)) {
+    const bool isChinese = arguments.contains(u"zh"_s);
+    if (isChinese) {
         plum::installTranslation(application, QLocale(QLocale::Chinese, QLocale::China));
         suffix += u"-zh"_s;
     }
-    Painter(QDir::current().absoluteFilePath(arguments.value(1)), suffix).paintAll();
+    Painter(QDir::current().absoluteFilePath(arguments.value(1)), suffix, isChinese ? chinese : english)
+        .paintAll();
     return 0;
 }
