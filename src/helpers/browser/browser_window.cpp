@@ -1,5 +1,6 @@
 #include "helpers/browser/browser_window.h"
 
+#include <QScreen>
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
@@ -10,7 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize windowSize(1024, 720); // pixels
+constexpr QSize usualSize(1024, 720); // pixels
+constexpr QSize frame(16, 48); // what the window manager puts around it, at most
 
 } // namespace
 
@@ -19,7 +21,7 @@ BrowserWindow::BrowserWindow(const BrowserRequest &request)
 {
     m_view->setObjectName(u"view"_s);
     setCentralWidget(m_view);
-    resize(windowSize);
+    resize(usualSize.boundedTo(screen()->availableSize() - frame));
     confine();
 
     setWindowTitle(request.title);

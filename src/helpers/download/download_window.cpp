@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -21,7 +22,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int windowWidth = 420; // pixels
+constexpr int usualWidth = 420; // pixels
+constexpr int frame = 16; // what the window manager puts around it, at most
 
 struct StatusText
 {
@@ -58,7 +60,8 @@ DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths)
     , m_end(new QPushButton(tr("Cancel"), this))
 {
     setWindowTitle(request.label);
-    setMinimumWidth(windowWidth);
+    setMinimumWidth(std::min(usualWidth, screen()->availableSize().width() - frame));
+    m_state->setWordWrap(true);
     m_bar->setObjectName(u"bar"_s);
     m_bar->setRange(0, 100);
     m_bar->setValue(0);
@@ -69,6 +72,7 @@ DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths)
     auto *label = namedLabel(u"label"_s, this);
     label->setText(request.label);
     label->setToolTip(request.url);
+    label->setWordWrap(true);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_again);

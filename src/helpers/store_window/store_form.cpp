@@ -224,6 +224,8 @@ void StoreForm::setApps(const QJsonArray &apps)
 void StoreForm::setFailed(const QString &keyword)
 {
     m_failed = keyword;
+    // A page that failed offers the same word.
+    m_again->setAccessibleName(tr("Retry %1").arg(keyword));
     m_again->setVisible(!keyword.isEmpty());
     if (!keyword.isEmpty())
         showFailed();

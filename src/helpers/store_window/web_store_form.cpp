@@ -9,6 +9,7 @@
 #include <QHideEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QStackedLayout>
 #include <QVBoxLayout>
@@ -71,6 +72,7 @@ void WebStoreForm::buildPages()
     m_retry = new QPushButton(tr("Retry"), loadimgbox);
     m_retry->setObjectName(u"retry"_s);
     m_retry->setProperty("primary", true);
+    m_retry->hide();
     connect(m_retry, &QPushButton::clicked, this, &WebStoreForm::reload);
     m_retry->setAutoDefault(true); // Enter presses it, too
     auto *picture = new QVBoxLayout(loadimgbox);
@@ -172,7 +174,8 @@ void WebStoreForm::openPageWindow(StorePageView *page)
     page->setParent(window);
     window->setPage(page);
     window->setContextMenuPolicy(Qt::NoContextMenu);
-    window->resize(usualBrowserSize);
+    constexpr QSize frame(16, 48); // what the window manager puts around it, at most
+    window->resize(usualBrowserSize.boundedTo(window->screen()->availableSize() - frame));
     // The page chooses the words, but not that the window looks like another.
     const auto nameAfter
         = [window](const QString &title) { window->setWindowTitle(tr("%1 (store page)").arg(title)); };

@@ -655,6 +655,10 @@
         <source>Download</source>
         <translation>下载</translation>
     </message>
+    <message>
+        <source>Retry %1</source>
+        <translation>重试 %1</translation>
+    </message>
 </context>
 <context>
     <name>plum::WebStoreForm</name>

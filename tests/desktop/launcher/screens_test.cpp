@@ -43,11 +43,26 @@ protected:
             << " at " << place.x() << ',' << place.y() << ' ' << place.width() << 'x' << place.height();
     }
 
+    // The same of another program's window, with what the window manager puts around it.
+    void expectWholeWindow(const QByteArray &title, xcb_window_t otherThan = XCB_NONE)
+    {
+        QRect place;
+        EXPECT_TRUE(eventually([&] {
+            const xcb_window_t window = view->windowTitled(title, otherThan);
+            if (window == XCB_NONE || !view->isViewable(window))
+                return false;
+            place = view->frameRectangle(window);
+            return QRect(QPoint(), GetParam().pixels).contains(place);
+        })) << title.toStdString()
+            << " at " << place.x() << ',' << place.y() << ' ' << place.width() << 'x' << place.height();
+    }
+
     void expectInside(const QString &path)
     {
-        const Control control = stillControl(path);
-        EXPECT_TRUE(see(control.window + u'/' + control.window).place.contains(control.place))
-            << path.toStdString();
+        EXPECT_TRUE(eventually([&] {
+            const Control control = see(path);
+            return control.shown && see(control.window + u'/' + control.window).place.contains(control.place);
+        })) << path.toStdString();
     }
 
     // What opening a package on the desktop does.
@@ -59,11 +74,14 @@ protected:
         ASSERT_TRUE(second.waitForFinished());
     }
 
-    // Esc, until the window is gone.
+    // With Esc, to the launcher.
     void leave(const QString &name)
     {
+        ASSERT_TRUE(eventually([&] { return view->hasKeyboard(see(name + u'/' + name).id); }))
+            << name.toStdString();
         hands->key(u"Escape"_s);
-        EXPECT_TRUE(disappears(name + u'/' + name)) << name.toStdString();
+        ASSERT_TRUE(disappears(name + u'/' + name)) << name.toStdString();
+        ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s)) << name.toStdString();
     }
 };
 
@@ -106,7 +124,6 @@ TEST_P(SmallScreenTest, everyWindowOfTheLauncherFits)
     expectWhole(u"keysheet"_s);
     leave(u"keysheet"_s);
 
-    ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
     for (int i = 0; i < 3; ++i)
         hands->key(u"Tab"_s);
     ASSERT_TRUE(getsFocus(u"frmSet/menuimg"_s));
@@ -114,7 +131,6 @@ TEST_P(SmallScreenTest, everyWindowOfTheLauncherFits)
     expectWhole(u"hotkey"_s);
     leave(u"hotkey"_s);
 
-    ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
     hands->key(u"ctrl+n"_s);
     ASSERT_TRUE(appears(u"frmSet/addeditbox"_s));
     expectWhole(u"frmSet"_s);
@@ -156,17 +172,33 @@ TEST_P(SmallScreenTest, theQuestionForANameFits)
 TEST_P(SmallScreenTest, theStoreFits)
 {
     startLauncher();
-    const Control launcher = see(u"frmSet/frmSet"_s);
-    click(u"frmSet/store"_s);
-    QRect place;
-    EXPECT_TRUE(eventually([&] {
-        const xcb_window_t store = view->windowTitled("Plum", static_cast<xcb_window_t>(launcher.id));
-        if (store == XCB_NONE || !view->isViewable(store))
-            return false;
-        place = view->clientRectangle(store);
-        return QRect(QPoint(), GetParam().pixels).contains(place);
-    })) << place.x()
-        << ',' << place.y() << ' ' << place.width() << 'x' << place.height();
+    hands->key(u"Tab"_s);
+    hands->key(u"Tab"_s);
+    ASSERT_TRUE(getsFocus(u"frmSet/store"_s));
+    hands->key(u"Return"_s);
+    expectWholeWindow("Plum", see(u"frmSet/frmSet"_s).id);
+}
+
+TEST_P(SmallScreenTest, theDownloadHelperFits)
+{
+    QProcess download;
+    server().start(download, QStringLiteral(PLUM_DOWNLOAD_HELPER),
+        {u"http://127.0.0.1:8642/none@@@%1@@@../none@@@A download"_s.arg(programFolder())});
+    expectWholeWindow("A download");
+    download.terminate();
+    EXPECT_TRUE(download.waitForFinished(60'000));
+}
+
+TEST_P(SmallScreenTest, theBrowserHelperFits)
+{
+    const QString program = QStringLiteral(PLUM_BROWSER_HELPER);
+    if (program.isEmpty())
+        GTEST_SKIP() << "built without a browser engine: pages open in the default browser";
+    QProcess browser;
+    server().start(browser, program, {u"_tarnwick_html_|||<h1>Hi</h1>|||A page"_s});
+    expectWholeWindow("A page");
+    browser.terminate();
+    EXPECT_TRUE(browser.waitForFinished(60'000));
 }
 
 TEST_F(MonitorsTest, theLauncherComesUpWhereThePointerIs)

@@ -68,7 +68,7 @@ TEST_F(StoreControlsTest, whatFailedIsTriedAgainWithTheKeyboard)
     ASSERT_TRUE(hears(u"frame"_s, u"Plum"_s));
     order(R"({"verb":"failed","keyword":"alpha"})");
     ASSERT_TRUE(hears(u"label"_s, u"alpha was not installed"_s));
-    tabTo(u"push button"_s, u"Retry"_s);
+    tabTo(u"push button"_s, u"Retry alpha"_s);
     hands->key(u"Return"_s);
     EXPECT_TRUE(tells(R"({"verb":"retry"})"));
     hands->key(u"Escape"_s);

@@ -55,14 +55,34 @@ protected:
         ASSERT_TRUE(hears(role, name, QStringLiteral("focused"))) << name.toStdString();
     }
 
-    // Goes on with Tab until the control has the keyboard.
+    // Goes on with Tab until the control has the keyboard, each time from where the key before has led.
     void tabTo(const QString &role, const QString &name)
     {
         constexpr int mostStops = 20;
-        for (int stop = 0; stop < mostStops && !reader->find(role, name).is(QStringLiteral("focused"));
-             ++stop)
+        QStringList stop;
+        ASSERT_TRUE(eventually([&] { return !(stop = stops()).isEmpty(); }));
+        for (int i = 0; i < mostStops && !reader->find(role, name).is(QStringLiteral("focused")); ++i) {
             hands->key(QStringLiteral("Tab"));
+            const QStringList before = stop;
+            ASSERT_TRUE(eventually([&] {
+                stop = stops();
+                return !stop.isEmpty() && stop != before;
+            })) << before.join(u' ').toStdString();
+        }
         expectKeyboardAt(role, name);
+    }
+
+    // What has the keyboard, by place and name; a page and what is in it both have it.
+    QStringList stops()
+    {
+        QStringList all;
+        int place = 0;
+        for (const Node &node : reader->look()) {
+            ++place;
+            if (node.is(QStringLiteral("focused")))
+                all += QString::number(place) + u' ' + node.role + u' ' + node.name;
+        }
+        return all;
     }
 
     std::optional<ScreenReader> reader;
