@@ -25,6 +25,7 @@ FIXED = {
     "Download completed",
     "%1:%2: run-time error %3: ",  # a place that editors find
     "can not finf",  # of a picture's file
+    "%1 as %2",  # which plumkit prints
     "Which text?", "On the clipboard: {text}",  # a script
 }
 
