@@ -25,7 +25,11 @@ protected:
         HeardDesktop::TearDown();
     }
 
-    void order(const QByteArray &line) { m_window.write(line + '\n'); }
+    void order(const QByteArray &line)
+    {
+        m_window.write(line + '\n');
+        m_window.waitForBytesWritten();
+    }
 
     // What the window has told the launcher so far has this in it.
     bool tells(const QByteArray &words)
