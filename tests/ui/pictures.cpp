@@ -17,6 +17,7 @@
 #include <QComboBox>
 #include <QMenu>
 #include <QPainter>
+#include <QPushButton>
 #include <QTimer>
 
 namespace {
@@ -153,7 +154,7 @@ private:
         form.setCaption({});
         form.setFailed(u"chess"_s);
         save("store-failed", &form);
-        save("menu-installed", form.findChild<QMenu *>(u"installedmenu"_s));
+        save("menu-installed", form.findChild<QPushButton *>(u"installed"_s)->menu());
         form.hide();
         const DownloadRequest request{.url = u"https://files.example/report.zip"_s,
             .target = u"\\report.zip"_s,
