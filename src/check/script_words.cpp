@@ -239,6 +239,43 @@ QList<ScriptWords::Suggestion> ScriptWords::suggestions(
     return found;
 }
 
+// A head is written in two words; in quotes, a text is one word up to its end.
+qsizetype ScriptWords::wordStart(const QString &before)
+{
+    const auto isNoBlank = [](QChar c) { return c != u' '; };
+    const qsizetype head = std::ranges::find_if(before, isNoBlank) - before.cbegin();
+    const qsizetype blank = before.indexOf(u' ', head);
+    if (blank < 0)
+        return std::max(head, before.indexOf(u'.', head) + 1);
+    const Arguments arguments = argumentsIn(before.sliced(blank + 1));
+    if (arguments.endsInQuotes)
+        return before.lastIndexOf(u'"') + 1;
+    const auto isEnd = [](QChar c) { return c == u' ' || c == u',' || c == u'"'; };
+    const auto last = std::find_if(before.crbegin(), before.crend(), isEnd);
+    return last.base() - before.cbegin();
+}
+
+// Quotes that are missing come with the suggestion.
+bool ScriptWords::goesOn(const Suggestion &suggestion, const QString &word)
+{
+    const bool addsQuote = suggestion.text.startsWith(u'"') && !word.startsWith(u'"');
+    return QStringView(suggestion.text).sliced(addsQuote ? 1 : 0).startsWith(word, Qt::CaseInsensitive);
+}
+
+ScriptWords::Completion ScriptWords::completion(
+    const QStringList &lines, const QString &before, Edition edition, const QString &folder) const
+{
+    Completion found{wordStart(before), {}};
+    const QString word = before.sliced(found.start);
+    for (const Suggestion &suggestion : suggestions(lines, before, edition, folder)) {
+        if (!word.isEmpty() && suggestion.text == word)
+            return {found.start, {}};
+        if (goesOn(suggestion, word))
+            found.suggestions += suggestion;
+    }
+    return found;
+}
+
 std::optional<ScriptWords::Argument> ScriptWords::argumentAt(
     const QString &line, qsizetype column, Edition edition) const
 {

@@ -39,6 +39,21 @@ public:
     QList<Suggestion> suggestions(
         const QStringList &lines, const QString &before, Edition edition, const QString &folder = {}) const;
 
+    // The same, narrowed down to what begins as the word in front of the caret does.
+    struct Completion
+    {
+        qsizetype start = 0; // of that word, in the line
+        QList<Suggestion> suggestions; // nothing when the word is one of them already
+    };
+    Completion completion(
+        const QStringList &lines, const QString &before, Edition edition, const QString &folder = {}) const;
+
+    // Whether a suggestion begins as `word` does, in any letter case.
+    static bool goesOn(const Suggestion &suggestion, const QString &word);
+
+    // Where the word in front of the caret begins that a suggestion takes the place of.
+    static qsizetype wordStart(const QString &before);
+
     // The sentence and the fields of the command whose head is at `column` of a line (from 0); empty where
     // there is none.
     QString explanation(const QString &line, qsizetype column, Edition edition) const;

@@ -153,17 +153,17 @@ QList<qsizetype> ScriptFile::origins(const QStringList &texts) const
     return origins;
 }
 
-QByteArray ScriptFile::withText(const QString &shown, LineEnds lineEnds, TextCodec &codec) const
+QList<ScriptFile::Written> ScriptFile::written(const QString &shown, LineEnds lineEnds) const
 {
     const QStringList texts = shown.split(lineEnd);
     const QList<qsizetype> from = origins(texts);
     // An empty last line that is new is the line end of the one before.
     const bool endsAlready = texts.size() > 1 && texts.last().isEmpty() && from.last() < 0;
     const QByteArray lastEnd = m_lines.isEmpty() || endsAlready ? QByteArray() : m_lines.last().end;
-    QByteArray bytes = m_mark;
+    QList<Written> lines;
     for (qsizetype i = 0; i < texts.size(); ++i) {
         const Line *line = from[i] >= 0 ? &m_lines[from[i]] : nullptr;
-        bytes += line ? line->bytes : encoded(texts[i], codec);
+        Written each{texts[i], line, {}};
         // A line that was changed where it stands keeps its end.
         if (!line && texts.size() == m_lines.size())
             line = &m_lines[i];
@@ -171,13 +171,35 @@ QByteArray ScriptFile::withText(const QString &shown, LineEnds lineEnds, TextCod
         const QByteArray end = isLast ? lastEnd : line ? line->end : QByteArray();
         const bool keeps = lineEnds == LineEnds::Kept && !end.isEmpty();
         if (keeps)
-            bytes += end;
+            each.end = end;
         else if (!isLast || !end.isEmpty())
-            bytes += "\r\n";
+            each.end = "\r\n";
+        lines += each;
     }
+    return lines;
+}
+
+QByteArray ScriptFile::withText(const QString &shown, LineEnds lineEnds, TextCodec &codec) const
+{
+    const QList<Written> lines = written(shown, lineEnds);
+    QByteArray bytes = m_mark;
+    for (const Written &line : lines)
+        bytes += (line.kept ? line.kept->bytes : encoded(line.text, codec)) + line.end;
     // Lines in two encodings side by side would be read as something else.
-    const QString meant = lastEnd.isEmpty() ? shown : shown + lineEnd;
+    const QString meant = lines.last().end.isEmpty() ? shown : shown + lineEnd;
     return asEdited(codec.fromSystem(bytes)) == meant ? bytes : codec.toSystem(meant);
+}
+
+QString ScriptFile::textWith(const QString &shown, LineEnds lineEnds) const
+{
+    QString text;
+    text.reserve(shown.size());
+    for (const Written &line : written(shown, lineEnds)) {
+        text += line.text;
+        const bool isUsual = line.end.isEmpty() || line.end.endsWith('\n') || line.end.endsWith('\r');
+        text += isUsual ? QString::fromLatin1(line.end) : QString(QChar::ParagraphSeparator);
+    }
+    return text;
 }
 
 } // namespace plum

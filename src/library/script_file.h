@@ -33,6 +33,9 @@ public:
     // CR LF, and the last one ends as the last one did.
     QByteArray withText(const QString &shown, LineEnds lineEnds, TextCodec &codec) const;
 
+    // The same as a text, without a mark.
+    QString textWith(const QString &shown, LineEnds lineEnds) const;
+
 private:
     struct Line
     {
@@ -41,6 +44,15 @@ private:
         QByteArray end; // empty for a last line without one
     };
 
+    // A line of the editor's text on its way into the file.
+    struct Written
+    {
+        QString text;
+        const Line *kept = nullptr; // the line that it was, if it is unchanged
+        QByteArray end;
+    };
+
+    QList<Written> written(const QString &shown, LineEnds lineEnds) const;
     void split(const QByteArray &bytes, TextCodec &codec);
     QByteArray encoded(const QString &text, TextCodec &codec) const;
 

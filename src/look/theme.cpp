@@ -20,6 +20,8 @@ const Theme &light()
         .comment = QColor(0x567058),
         .string = QColor(0x9a4b12),
         .variable = QColor(0x1f5f99),
+        .error = QColor(0xc62828),
+        .warning = QColor(0xa66a00),
         .isDark = false};
     return theme;
 }
@@ -38,6 +40,8 @@ const Theme &dark()
         .comment = QColor(0x8fae92),
         .string = QColor(0xe6a97a),
         .variable = QColor(0x8cc0ee),
+        .error = QColor(0xff7b72),
+        .warning = QColor(0xe3b341),
         .isDark = true};
     return theme;
 }
@@ -66,6 +70,9 @@ QLineEdit:disabled, QLineEdit[readOnly="true"] { color: @quiet; background: @hov
 QLineEdit#Text8 { font-size: 16pt; padding: 9px 12px; border-radius: 8px; }
 QLineEdit#Text8:focus { padding: 8px 11px; }
 QListView { background: transparent; border: none; outline: 0; }
+QListView#completions { background: @field; border: 1px solid @border; border-radius: 4px; padding: 2px; }
+QListView#completions::item { padding: 2px 8px; }
+QListView#completions::item:selected { background: @accent; color: @onAccent; }
 QLabel#hint { border: 2px solid transparent; border-radius: 5px; }
 QLabel#hint:focus { border-color: @accent; }
 QComboBox QAbstractItemView {

@@ -21,6 +21,8 @@ struct Theme
     QColor comment;
     QColor string;
     QColor variable;
+    QColor error; // marks in a script, as the next: 3 to 1
+    QColor warning;
     bool isDark = false;
 
     static Theme of(const QPalette &palette);

@@ -10,6 +10,8 @@
 #include "ui/lists/app_faces.h"
 #include "ui/message_boxes.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 namespace plum {
@@ -73,6 +75,7 @@ void AppActions::editApp(const QString &keyword)
 {
     m_opened = m.appLibrary.scriptFile(keyword, u"main.wf"_s);
     m.window.editPanel().openForEditing(keyword, m_opened.shown());
+    m.window.editPanel().checkAs(m_opened, m.appLibrary.folders().appOnDisk(keyword).value_or(QString()));
     m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
 }
@@ -90,6 +93,7 @@ void AppActions::editDotScript(const QString &keyword)
     m.setScriptPath(m.appLibrary.appPath(keyword, u".main.wf"_s));
     m_opened = m.appLibrary.scriptFile(keyword, u".main.wf"_s);
     m.window.editPanel().openDotScript(keyword, m_opened.shown());
+    m.window.editPanel().checkAs(m_opened, m.appLibrary.folders().appOnDisk(keyword).value_or(QString()));
     m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
 }
@@ -104,6 +108,7 @@ void AppActions::editFile(const QString &systemPath)
     }
     m_opened = m.appLibrary.scriptAt(systemPath);
     m.window.editPanel().openFile(systemPath, m_opened.shown());
+    m.window.editPanel().checkAs(m_opened, QFileInfo(systemPath).absolutePath());
     m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
     m.window.showEditPanel();
 }

@@ -89,6 +89,10 @@ TEST_P(ContrastTest, controlsStandOutFromEveryGround)
 {
     for (const QColor &ground : {theme.window, theme.field, theme.hover})
         EXPECT_GE(contrast(theme.border, ground), forControls) << qPrintable(ground.name());
+    for (const QColor &mark : {theme.error, theme.warning, theme.quiet}) {
+        EXPECT_GE(contrast(mark, theme.field), forControls) << qPrintable(mark.name());
+        EXPECT_GE(contrast(mark, theme.window), forControls) << qPrintable(mark.name());
+    }
 }
 
 TEST_P(ContrastTest, thePlaceholderOnTheScreenCanBeRead)

@@ -1,4 +1,4 @@
-#include "ui/frm_set_fixture.h"
+#include "ui/editor_fixture.h"
 
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/script_editor.h"
@@ -12,29 +12,6 @@ namespace plum {
 
 using namespace Qt::StringLiterals;
 using recording::bytesOf;
-
-namespace {
-
-// The launcher with an app that is open in the editor.
-class EditorTest : public FrmSetTest
-{
-protected:
-    void edit(const QByteArray &script)
-    {
-        folder.addApp(u"app"_s, script);
-        recording::writeBytes(folder.configTxt(), "app\r\n");
-        start();
-        rightClick("List", 0);
-        listAction("editok")->trigger();
-        if (QWidget *menu = topLevel("list2you"))
-            menu->hide();
-    }
-
-    bool isEditing() { return find("addeditbox")->isVisible(); }
-    QByteArray saved() { return bytesOf(folder.apps(u"app/main.wf"_s)); }
-};
-
-} // namespace
 
 TEST_F(EditorTest, backWithUnsavedTextMayBeTakenBack)
 {

@@ -10,6 +10,7 @@
 #include "library/install_offer.h"
 #include "look/translations.h"
 #include "store/download_texts.h"
+#include "ui/editing/script_editor.h"
 #include "ui/install_dialog.h"
 #include "ui/lists/keyword_list.h"
 
@@ -108,6 +109,8 @@ public:
 
         rightClickFirst();
         choose("editok");
+        waitUntil([&] { return find<ScriptEditor>("Text4")->findingCount(Severity::Error) > 0; });
+        find<ScriptEditor>("Text4")->goToFinding(true);
         save("editor", ui.window());
         click(find("Image9"));
         choose("editname");

@@ -36,10 +36,8 @@ QJsonObject rangeOf(const OpenScript &script, const NameUse &use)
 
 QJsonObject rangeOf(const OpenScript &script, const Finding &finding)
 {
-    const EditorPlace from = script.toEditor(finding.line, finding.column);
-    const QString line = script.editorLine(from.line);
-    const qsizetype comma = line.indexOf(u',', from.character);
-    return toJson(from, {from.line, static_cast<int>(comma < 0 ? line.size() : comma)});
+    const OpenScript::EditorRange range = script.rangeOf(finding);
+    return toJson(range.from, range.to);
 }
 
 QJsonObject toJson(const OpenScript &script, const Finding &finding)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kit/lsp/open_script.h"
+#include "check/open_script.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

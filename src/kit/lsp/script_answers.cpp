@@ -164,7 +164,7 @@ QJsonValue ScriptAnswers::completion(const OpenScript &script, const QJsonObject
             item[u"documentation"_s] = suggestion.sentence;
         // A path is no word, so editors have to be told how much of it is there already.
         if (suggestion.kind == ScriptWords::Kind::File && !suggestion.text.startsWith(u'"')) {
-            const auto written = static_cast<int>(before.size() - before.lastIndexOf(u'"') - 1);
+            const auto written = static_cast<int>(before.size() - ScriptWords::wordStart(before));
             item[u"textEdit"_s] = QJsonObject{{u"newText"_s, suggestion.text},
                 {u"range"_s, kit::toJson({place.line, place.character - written}, place)}};
         }

@@ -60,7 +60,22 @@
     </message>
 </context>
 <context>
+    <name>plum::CompletionList</name>
+    <message>
+        <source>Suggestions</source>
+        <translation>建议</translation>
+    </message>
+</context>
+<context>
     <name>plum::EditPanel</name>
+    <message>
+        <source>(%1 more in this line)</source>
+        <translation>（此行另有 %1 处）</translation>
+    </message>
+    <message>
+        <source>Errors: %1 · warnings: %2 · hints: %3 · F8 goes to the next one</source>
+        <translation>错误：%1 · 警告：%2 · 提示：%3 · 按 F8 转到下一处</translation>
+    </message>
     <message>
         <source>Keyword, without blanks</source>
         <translation>关键词，不含空格</translation>
@@ -233,6 +248,18 @@
 </context>
 <context>
     <name>plum::KeySheet</name>
+    <message>
+        <source>what was found next or before, in the editor</source>
+        <translation>编辑器中：下一处或上一处发现的问题</translation>
+    </message>
+    <message>
+        <source>Ctrl+Space, Alt+Down</source>
+        <translation>Ctrl+空格、Alt+下</translation>
+    </message>
+    <message>
+        <source>what can stand here, in the editor; Enter or Tab takes it</source>
+        <translation>编辑器中：此处可以写什么；回车或 Tab 选用</translation>
+    </message>
     <message>
         <source>Keys</source>
         <translation>按键</translation>

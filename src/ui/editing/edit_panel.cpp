@@ -30,6 +30,9 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     , Text4(new ScriptEditor(vocabulary, this))
     , m_file(new QLabel(this))
     , m_lineEnds(new QLabel(this))
+    , m_note(new QLabel(this))
+    , m_advisor(
+          vocabulary, [this] { return Text4->script(); }, this)
 {
     setObjectName(u"addeditbox"_s);
     Label5->setObjectName(u"Label5"_s);
@@ -61,7 +64,18 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     column->addWidget(Text7);
     column->addWidget(m_file);
     column->addWidget(Text4, 1);
+    column->addWidget(m_note);
     column->addWidget(m_lineEnds);
+    m_note->setObjectName(u"findings"_s);
+    m_note->setProperty("quiet", true);
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->setWordWrap(true);
+    m_note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // The text does not move with what there is to say.
+    QSizePolicy room = m_note->sizePolicy();
+    room.setRetainSizeWhenHidden(true);
+    m_note->setSizePolicy(room);
+    m_note->hide();
     m_file->setObjectName(u"file"_s);
     m_lineEnds->setObjectName(u"lineEnds"_s);
     for (QLabel *label : {m_file, m_lineEnds}) {
@@ -73,6 +87,19 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     connect(m_lineEnds, &QLabel::linkActivated, this, &EditPanel::mendLineEnds);
     connect(m_file, &QLabel::linkActivated, this, &EditPanel::beginWithGuide);
     connect(Text4, &QPlainTextEdit::textChanged, this, &EditPanel::showFile);
+    connect(Text4, &QPlainTextEdit::textChanged, &m_advisor, &ScriptAdvisor::noteChange);
+    connect(Text4, &QPlainTextEdit::cursorPositionChanged, this, &EditPanel::showNote);
+    connect(Text4, &ScriptEditor::suggestionNoteChanged, this, &EditPanel::showNote);
+    connect(&m_advisor, &ScriptAdvisor::found, this, [this](const ShownFindings &findings) {
+        Text4->setFindings(findings);
+        showNote();
+    });
+    const auto goToFinding = [this](const char *key, bool next) {
+        connect(new QShortcut(QKeySequence(QLatin1StringView(key)), this), &QShortcut::activated, Text4,
+            [this, next] { Text4->goToFinding(next); });
+    };
+    goToFinding("F8", true);
+    goToFinding("Shift+F8", false);
 
     connect(Image5, &PictureButton::clicked, this, &EditPanel::saveRequested);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &EditPanel::saveRequested);
@@ -101,6 +128,7 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
     Text4->setScript(script);
     m_mendsLineEnds = false;
     m_lineEnds->hide();
+    checkAs({}, {});
     m_run->setVisible(mode == Mode::Add || mode == Mode::Edit);
     showFile();
     // Leaving an opened second script changes nothing, so its way back is called hiding.
@@ -141,6 +169,13 @@ QString EditPanel::script() const
 void EditPanel::appendScriptLine(const QString &line)
 {
     Text4->appendScriptLine(line);
+}
+
+void EditPanel::checkAs(const ScriptFile &file, const QString &folder)
+{
+    m_target = {.file = file, .folder = folder};
+    Text4->setFolder(folder);
+    m_advisor.setTarget(m_target);
 }
 
 void EditPanel::showLine(int line)
@@ -194,6 +229,32 @@ void EditPanel::mendLineEnds()
 {
     m_mendsLineEnds = true;
     m_lineEnds->setText(tr("Saving ends every line in CR LF."));
+    m_target.lineEnds = ScriptFile::LineEnds::Mended;
+    m_advisor.setTarget(m_target);
+}
+
+void EditPanel::showNote()
+{
+    const QStringList findings = Text4->findingsAtCaret();
+    if (const QString all = findings.join(u'\n'); Text4->accessibleDescription() != all)
+        Text4->setAccessibleDescription(all);
+    const int errors = Text4->findingCount(Severity::Error);
+    const int warnings = Text4->findingCount(Severity::Warning);
+    const int hints = Text4->findingCount(Severity::Hint);
+    QString note = Text4->suggestionNote();
+    if (note.isEmpty())
+        note = findings.value(0);
+    if (findings.size() > 1 && note == findings.first())
+        note += u' ' + tr("(%1 more in this line)").arg(findings.size() - 1);
+    if (note.isEmpty() && errors + warnings + hints > 0)
+        note = tr("Errors: %1 · warnings: %2 · hints: %3 · F8 goes to the next one")
+                   .arg(errors)
+                   .arg(warnings)
+                   .arg(hints);
+    m_note->setVisible(!note.isEmpty());
+    m_note->setMinimumHeight(2 * m_note->fontMetrics().lineSpacing());
+    if (m_note->text() != note)
+        m_note->setText(note);
 }
 
 void EditPanel::takeFocus()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/editing/script_advisor.h"
+
 #include <QWidget>
 
 class QLabel;
@@ -39,6 +41,9 @@ public:
     QString script() const;
     void appendScriptLine(const QString &line);
 
+    // What becomes of the text when it is saved; the checker looks at that.
+    void checkAs(const ScriptFile &file, const QString &folder);
+
     // Marks a line, counted from 0, and shows it.
     void showLine(int line);
 
@@ -70,6 +75,7 @@ private:
     void showFile();
     void beginWithGuide();
     void mendLineEnds();
+    void showNote();
 
     Mode m_mode = Mode::Add;
     bool m_mendsLineEnds = false;
@@ -80,6 +86,9 @@ private:
     ScriptEditor *Text4; // the script
     QLabel *m_file; // which file is shown
     QLabel *m_lineEnds; // what is odd about them, and what saving does about it
+    QLabel *m_note; // about what is marked in the list of suggestions, or was found in the caret's line
+    ScriptAdvisor m_advisor;
+    ScriptAdvisor::Target m_target;
     PictureButton *m_run = nullptr;
     QWidget *Image9; // back
 };

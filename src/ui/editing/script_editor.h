@@ -1,14 +1,25 @@
 #pragma once
 
+#include "look/theme.h"
+#include "ui/editing/shown_finding.h"
+
 #include <QPlainTextEdit>
+#include <QTextBlock>
+#include <QTextCursor>
+
+#include <optional>
+#include <span>
+#include <vector>
 
 namespace plum {
 
+class LineNumbers;
+class ScriptCompleter;
 class ScriptHighlighter;
 class ScriptVocabulary;
-struct Theme;
 
-// The script editor `Text4`. Its lines end in CR LF wherever its text leaves it.
+// The script editor `Text4`: with the numbers of its lines, a line under what the checker has found, and a
+// list of what can stand at the caret. Its lines end in CR LF wherever its text leaves it.
 class ScriptEditor final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -22,6 +33,33 @@ public:
     // Adds one line behind the text.
     void appendScriptLine(const QString &line);
 
+    // In the order of their places. They move with the text around them.
+    void setFindings(const ShownFindings &findings);
+    int findingCount(Severity severity) const;
+
+    // What was found in the line of the caret: the gravest first, of those what is at the caret itself.
+    QStringList findingsAtCaret() const;
+
+    // About what is marked in the list of suggestions; empty when nothing is.
+    QString suggestionNote() const;
+
+    // Where the script lies, as the system writes it; empty when that is not known.
+    void setFolder(const QString &folder);
+
+    // Puts the caret to the next finding or to the one before, around the ends of the text.
+    void goToFinding(bool next);
+
+    // A line that can be seen, in pixels of the viewport.
+    struct Row
+    {
+        int line = 0; // from 0
+        qreal top = 0;
+        qreal height = 0;
+        std::optional<Severity> severity; // the gravest of what was found in it
+    };
+    std::vector<Row> rows() const;
+
+    const Theme &theme() const { return m_theme; }
     void setTheme(const Theme &theme);
 
     // What an empty editor shows as a beginning, and what Tab then inserts.
@@ -29,14 +67,40 @@ public:
 
 Q_SIGNALS:
     void filesDropped(const QStringList &paths);
+    void suggestionNoteChanged();
 
 protected:
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
     bool focusNextPrevChild(bool next) override;
+    void changeEvent(QEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
+    struct Mark
+    {
+        QTextCursor place; // what is underlined is selected
+        Severity severity;
+        QString sentence;
+
+        int begin() const { return place.selectionStart(); }
+    };
+
+    void placeNumbers();
+    void underline(QPainter &painter, const QTextBlock &block, const Mark &mark) const;
+    std::span<const Mark> marksOf(const QTextBlock &block) const;
+
+    Theme m_theme;
     ScriptHighlighter *m_highlighter;
+    LineNumbers *m_numbers;
+    ScriptCompleter *m_completer;
+    std::vector<Mark> m_marks;
 };
 
 } // namespace plum

@@ -119,6 +119,28 @@ TEST_F(AfternoonTest, anAppIsCreatedRunFailsIsMendedAndRenamed)
     ASSERT_TRUE(hearsNoMore(u"list item"_s, u"count"_s));
 }
 
+TEST_F(AfternoonTest, aMistakeIsHeardWhileItIsTypedAndAWordIsOffered)
+{
+    startLauncher();
+    hands->type(u"count"_s);
+    ASSERT_TRUE(hears(u"label"_s, u"No app has this keyword. Create it? (Ctrl+N)"_s));
+    hands->key(u"ctrl+n"_s);
+    expectKeyboardAt(u"text"_s, u"Script"_s);
+    hands->type(u"mouse.clik"_s);
+    const QString sentence = u"mouse has no command \"clik\""_s;
+    ASSERT_TRUE(hears(u"label"_s, sentence));
+    EXPECT_TRUE(
+        eventually([&] { return reader->find(u"text"_s, u"Script"_s).description.startsWith(sentence); }));
+    hands->key(u"BackSpace"_s);
+    hands->key(u"BackSpace"_s);
+    hands->type(u"i"_s);
+    ASSERT_TRUE(hears(u"list item"_s, u"click"_s, u"selected"_s));
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(eventually([&] { return reader->find(u"text"_s, u"Script"_s).text == u"mouse.click"_s; }));
+    EXPECT_TRUE(hearsNoMore(u"label"_s, sentence));
+    expectKeyboardAt(u"text"_s, u"Script"_s);
+}
+
 TEST_F(AfternoonTest, anAppIsInstalledUpdatedAndDeleted)
 {
     startLauncher();

@@ -1,10 +1,10 @@
-#include "kit/lsp/open_script.h"
+#include "check/open_script.h"
 
 #include "engine/editions/later_edition.h"
 
 #include <algorithm>
 
-namespace plum::kit {
+namespace plum {
 
 namespace {
 
@@ -107,6 +107,14 @@ OpenScript::ScriptPlace OpenScript::fromEditor(EditorPlace place) const
     return {line + 1, static_cast<int>(offset - m_starts[line]) + 1};
 }
 
+OpenScript::EditorRange OpenScript::rangeOf(const Finding &finding) const
+{
+    const EditorPlace from = toEditor(finding.line, finding.column);
+    const QString line = editorLine(from.line);
+    const qsizetype comma = line.indexOf(u',', from.character);
+    return {from, {from.line, static_cast<int>(comma < 0 ? line.size() : comma)}};
+}
+
 qsizetype OpenScript::endOfEditorLine(int line) const
 {
     if (line + 1 >= m_editorStarts.size())
@@ -127,4 +135,4 @@ qsizetype OpenScript::offsetOf(EditorPlace place) const
     return std::clamp<qsizetype>(start + place.character, start, endOfEditorLine(place.line));
 }
 
-} // namespace plum::kit
+} // namespace plum

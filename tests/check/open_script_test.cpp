@@ -1,10 +1,10 @@
-#include "kit/lsp/open_script.h"
+#include "check/open_script.h"
 #include "support/dice.h"
 #include "support/printers.h"
 
 #include <gtest/gtest.h>
 
-namespace plum::kit {
+namespace plum {
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -63,4 +63,4 @@ TEST(OpenScript, translatesEveryPlaceBack)
 }
 
 } // namespace
-} // namespace plum::kit
+} // namespace plum

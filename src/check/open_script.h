@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-namespace plum::kit {
+namespace plum {
 
 // A place as editors count: lines from 0, and UTF-16 code units in the line from 0.
 struct EditorPlace
@@ -59,9 +59,19 @@ public:
     };
     ScriptPlace fromEditor(EditorPlace place) const;
 
+    // What of a finding's line is shown to be meant: from its place to the next comma, or to the line's end.
+    struct EditorRange
+    {
+        EditorPlace from;
+        EditorPlace to; // in the same line
+    };
+    EditorRange rangeOf(const Finding &finding) const;
+
+    // In the text.
+    qsizetype offsetOf(EditorPlace place) const;
+
 private:
     void readLines();
-    qsizetype offsetOf(EditorPlace place) const;
     qsizetype endOfEditorLine(int line) const;
 
     QString m_folder;
@@ -74,4 +84,4 @@ private:
     std::shared_ptr<ScriptMemory> m_memory; // of copies, too: they are of the same script
 };
 
-} // namespace plum::kit
+} // namespace plum

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QWidget>
+
+namespace plum {
+
+class ScriptEditor;
+
+// The numbers of the lines, beside the script editor, and what was found in a line as a mark of its own
+// shape.
+class LineNumbers final : public QWidget
+{
+public:
+    explicit LineNumbers(ScriptEditor &editor);
+
+    // Pixels that the numbers of all lines need.
+    int neededWidth() const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    ScriptEditor &m_editor;
+};
+
+} // namespace plum
