@@ -35,16 +35,26 @@ void ClipboardChannel::checkresout()
 {
     if (!m_enabled)
         return;
+    // Taking a page away is news too, also where another program's later change makes it come to nothing.
+    if (m_isTaking) {
+        m_hasNews = true;
+        return;
+    }
     const QString text = m_clipboard.text();
     const bool isLast = text.startsWith(lastPage);
     if (!isLast && !text.startsWith(moreWillFollow))
         return;
 
+    m_isTaking = true;
+    m_hasNews = false;
     if (text.size() <= largestMessage)
         Q_EMIT pageArrived(text.sliced(isLast ? lastPage.size() : moreWillFollow.size()));
     m_clipboard.clear();
+    m_isTaking = false;
     if (isLast)
         setEnabled(false);
+    else if (m_hasNews && m_clipboard.text() != text)
+        checkresout();
 }
 
 } // namespace plum

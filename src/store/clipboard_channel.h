@@ -33,6 +33,8 @@ private:
 
     Clipboard &m_clipboard;
     bool m_enabled = true;
+    bool m_isTaking = false; // a page
+    bool m_hasNews = false; // since then
 };
 
 } // namespace plum

@@ -57,6 +57,41 @@ TEST(ClipboardChannel, APageFromBeforeTheStartArrives)
     EXPECT_TRUE(platform.clipboard().content.isEmpty());
 }
 
+TEST(ClipboardChannel, APageThatCannotBeTakenAwayArrivesOnce)
+{
+    // The system may refuse a change when another program's was later; news of the try comes all the same.
+    class Refusing final : public plum::Clipboard
+    {
+    public:
+        QString text() override { return content; }
+        void setText(const QString &) override { Q_EMIT changed(); }
+        void clear() override
+        {
+            ++tries;
+            if (tries < 100)
+                Q_EMIT changed();
+        }
+        void outliveProcess() override { }
+
+        QString content = u"##tarnwick:sending##stays"_s;
+        int tries = 0; // ended, so that this test fails and does not crash
+    };
+    Refusing clipboard;
+    plum::ClipboardChannel channel(clipboard);
+    QStringList pages;
+    QObject::connect(&channel, &plum::ClipboardChannel::pageArrived, &channel, [&](const QString &html) {
+        pages += html;
+        if (pages.size() == 2)
+            clipboard.content = u"##tarnwick:send##last"_s; // while the one before is being taken
+    });
+    Q_EMIT clipboard.changed();
+    EXPECT_EQ(pages, QStringList{u"stays"_s});
+    EXPECT_TRUE(channel.isEnabled());
+    Q_EMIT clipboard.changed();
+    EXPECT_EQ(pages, (QStringList{u"stays"_s, u"stays"_s, u"last"_s}));
+    EXPECT_FALSE(channel.isEnabled());
+}
+
 TEST(ClipboardChannel, SwitchedOffBeforeItLooksItLeavesThePageAlone)
 {
     plum::recording::RecordingPlatform platform;

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int readTime = 1000; // milliseconds
-constexpr int newsTime = 250; // milliseconds
+constexpr int newsTime = 1000; // milliseconds; on a loaded machine Qt hears late
 constexpr int changeAttempts = 3;
 
 // Null without a graphical application.
