@@ -1,32 +1,20 @@
-#include "store_bench.h"
-
-#include "archive/zip_writer.h"
-
-#include <gtest/gtest.h>
+#include "store_test.h"
 
 using namespace Qt::StringLiterals;
 using plum::DownloadStatus;
 using plum::InstallFlag;
-using plum::test::StoreBench;
 
 namespace {
 
 // What has failed once, and what is wanted once more.
-class StoreRetry : public testing::Test
+class StoreRetry : public plum::test::StoreTest
 {
 protected:
     void arrive(const QString &name, const QByteArray &script)
     {
-        plum::ZipWriter archive;
-        archive.add(u"main.wf"_s, script, QDateTime::currentDateTime());
-        bench.files.write(name + u".wfp"_s, archive.finish());
-        Q_EMIT bench.transfers.indexArrived({});
-        bench.transfers.end(DownloadStatus::Complete);
+        putPackage(name, script);
+        complete();
     }
-
-    QByteArray script(const QString &app) { return bench.files.read(u"config/apps/%1/main.wf"_s.arg(app)); }
-
-    StoreBench bench;
 };
 
 } // namespace

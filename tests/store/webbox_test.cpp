@@ -1,6 +1,5 @@
-#include "store_bench.h"
+#include "store_test.h"
 
-#include "archive/zip_writer.h"
 #include "store/download_texts.h"
 #include "store_index/store_index.h"
 #include "support/file_size_limit.h"
@@ -17,19 +16,9 @@ using plum::test::StoreBench;
 
 namespace {
 
-class Store : public testing::Test
+class Store : public plum::test::StoreTest
 {
 protected:
-    // A package as the downloader would leave it in the program folder.
-    QByteArray putPackage(const QString &name, const QByteArray &script)
-    {
-        plum::ZipWriter archive;
-        archive.add(u"main.wf"_s, script, QDateTime::currentDateTime());
-        archive.add(u"pictures/a.txt"_s, "picture", QDateTime::currentDateTime());
-        bench.files.write(name + u".wfp"_s, archive.finish());
-        return archive.finish();
-    }
-
     QByteArray indexOf(const QString &name, const QByteArray &package)
     {
         plum::StoreIndex index;
@@ -38,13 +27,6 @@ protected:
             .size = package.size(),
             .checksum = QCryptographicHash::hash(package, QCryptographicHash::Sha256)});
         return index.toJson();
-    }
-
-    // The downloader reports a complete package, and the index arrives.
-    void complete(const QByteArray &index = {})
-    {
-        Q_EMIT bench.transfers.indexArrived(index);
-        bench.transfers.end(DownloadStatus::Complete);
     }
 
     void follow(const QString &link) { Q_EMIT bench.view.packageFollowed(QUrl(link)); }
@@ -59,15 +41,11 @@ protected:
         bench.host.agree();
     }
 
-    QByteArray script(const QString &app) { return bench.files.read(u"config/apps/%1/main.wf"_s.arg(app)); }
-
     static QStringList startOf(const QString &name, const QString &url)
     {
         return {u"target %1.wfp"_s.arg(name), u"url "_s + url,
             u"index http://localhost/plum/download/index.json"_s, u"GetStart"_s};
     }
-
-    StoreBench bench;
 };
 
 const QStringList success{u"message installed successfully (system-modal)"_s};
