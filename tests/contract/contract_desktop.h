@@ -38,6 +38,9 @@ public:
 
     // The program ends at once, without a word to its window.
     virtual void kill() = 0;
+
+    // A program that hangs, which the key H brings about, goes on.
+    virtual void goOn() = 0;
 };
 
 // A task of another program that uses the ports as well, or Qt in their place.

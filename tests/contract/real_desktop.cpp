@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
 
 #include <gtest/gtest.h>
@@ -52,9 +53,11 @@ class RealWindow final : public PeerWindow
 {
 public:
     RealWindow(const QString &logPath, const QString &title, const QRect &inside)
-        : m_run(logPath,
-            {u"window"_s, title,
-                u"%1,%2,%3,%4"_s.arg(inside.x()).arg(inside.y()).arg(inside.width()).arg(inside.height())})
+        : m_going(logPath + u".goes-on"_s)
+        , m_run(logPath,
+              {u"window"_s, title,
+                  u"%1,%2,%3,%4"_s.arg(inside.x()).arg(inside.y()).arg(inside.width()).arg(inside.height()),
+                  m_going})
     {
     }
 
@@ -67,8 +70,10 @@ public:
     QStringList seen(const QStringList &words) override { return m_run.log().seen(words); }
     void forget() override { m_run.log().forget(); }
     void kill() override { m_run.kill(); }
+    void goOn() override { EXPECT_TRUE(QFile(m_going).open(QIODevice::WriteOnly)); }
 
 private:
+    const QString m_going;
     Run m_run;
 };
 

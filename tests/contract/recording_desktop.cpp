@@ -36,6 +36,7 @@ public:
     QRect inside() override { return frame().adjusted(border, caption, -border, -border); }
     QStringList seen(const QStringList &) override { return {}; }
     void forget() override { }
+    void goOn() override { }
 
     void kill() override
     {

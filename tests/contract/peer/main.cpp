@@ -7,6 +7,7 @@
 #include "support/event_log.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QPainter>
 #include <QThread>
 #include <QTimer>
@@ -16,8 +17,8 @@
 
 // Another program on the same desktop. The first argument is the file for what it has to say, the second its
 // task:
-//   window TITLE X,Y,W,H    shows a window and writes down what reaches it; the key H makes it hang for a
-//   while
+//   window TITLE X,Y,W,H FILE    shows a window and writes down what reaches it; the key H makes it hang
+//   until there is the file
 //
 //   copy FILE               puts the file's text on the clipboard, not through the port, and stays
 //
@@ -39,14 +40,13 @@ using plum::test::EventLog;
 
 namespace {
 
-constexpr unsigned long hangs = 4000; // milliseconds
-
 class Window final : public QWidget
 {
 public:
-    Window(EventLog &log, const QString &title, const QRect &inside)
+    Window(EventLog &log, const QString &title, const QRect &inside, const QString &going)
         : m_log(log)
         , m_wanted(inside)
+        , m_going(going)
     {
         setWindowTitle(title);
         setGeometry(inside);
@@ -71,7 +71,8 @@ protected:
     {
         if (event->key() == Qt::Key_H) {
             m_log.write(u"hangs"_s);
-            QThread::msleep(hangs);
+            while (!QFile::exists(m_going))
+                QThread::msleep(5);
         }
     }
 
@@ -97,6 +98,7 @@ private:
 
     EventLog &m_log;
     QRect m_wanted;
+    QString m_going;
     plum::WindowHandle m_handle = 0;
     QTimer m_look;
     QString m_said;
@@ -134,7 +136,8 @@ int main(int argc, char **argv)
     }
     if (task == "window"_L1) {
         application.installEventFilter(&log);
-        Window window(log, arguments.value(3), plum::test::rectangleFromText(arguments.value(4)));
+        Window window(
+            log, arguments.value(3), plum::test::rectangleFromText(arguments.value(4)), arguments.value(5));
         window.show();
         return QApplication::exec();
     }
