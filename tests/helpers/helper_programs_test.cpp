@@ -12,6 +12,7 @@
 
 using namespace Qt::StringLiterals;
 using plum::test::Nginx;
+using plum::test::patience;
 using plum::test::TemporaryFiles;
 using plum::test::waitUntil;
 
@@ -96,7 +97,7 @@ protected:
     ~HelperPrograms() override
     {
         helper.terminate();
-        if (!helper.waitForFinished())
+        if (!helper.waitForFinished(patience))
             helper.kill();
     }
 
@@ -104,7 +105,7 @@ protected:
     {
         helper.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         server.start(helper, program, {commandLine});
-        ASSERT_TRUE(helper.waitForStarted());
+        ASSERT_TRUE(helper.waitForStarted(patience));
     }
 
     TemporaryFiles home;
@@ -129,9 +130,10 @@ TEST_F(HelperPrograms, ADownloadThatWasKilledResumes)
 
     start(downloadProgram, commandLine);
     ASSERT_TRUE(waitUntil([&] { return target.read(u"file.bin.dl"_s).size() > 100'000; }));
-    EXPECT_TRUE(ScreenReader(server.display()).titles().contains(u"The label"_s));
+    const ScreenReader screen(server.display());
+    EXPECT_TRUE(waitUntil([&] { return screen.titles().contains(u"The label"_s); }));
     helper.kill();
-    ASSERT_TRUE(helper.waitForFinished());
+    ASSERT_TRUE(helper.waitForFinished(patience));
     const qsizetype arrived = target.read(u"file.bin.dl"_s).size();
     ASSERT_LT(arrived, content.size());
 
@@ -142,14 +144,14 @@ TEST_F(HelperPrograms, ADownloadThatWasKilledResumes)
     EXPECT_TRUE(nginx.log().contains("206 " + QByteArray::number(content.size() - arrived) + ' '))
         << nginx.log().toStdString();
     helper.terminate();
-    ASSERT_TRUE(helper.waitForFinished());
+    ASSERT_TRUE(helper.waitForFinished(patience));
     EXPECT_EQ(helper.exitCode(), 0);
 }
 
 TEST_F(HelperPrograms, DownloadWithoutFieldsSaysHowToUseIt)
 {
     start(downloadProgram, u"nonsense"_s);
-    ASSERT_TRUE(helper.waitForFinished());
+    ASSERT_TRUE(helper.waitForFinished(patience));
     EXPECT_EQ(helper.exitCode(), 1);
 }
 
@@ -166,9 +168,9 @@ TEST_F(HelperPrograms, TheBrowserShowsAnAddressUnderItsTitle)
     start(browserProgram, u"_tarnwick_url_|||"_s + nginx.address(u"page.html"_s) + u"|||The title"_s);
     const ScreenReader screen(server.display());
     ASSERT_TRUE(waitUntil([&] { return screen.pixelsOf(0x1266cc) > manyPixels; }));
-    EXPECT_TRUE(screen.titles().contains(u"The title"_s));
+    EXPECT_TRUE(waitUntil([&] { return screen.titles().contains(u"The title"_s); }));
     helper.terminate();
-    ASSERT_TRUE(helper.waitForFinished());
+    ASSERT_TRUE(helper.waitForFinished(patience));
     EXPECT_EQ(helper.exitCode(), 0);
 }
 
@@ -183,7 +185,7 @@ TEST_F(HelperPrograms, TheBrowserShowsHtmlOfWebboxAndOfPrint)
         ASSERT_TRUE(waitUntil([&] { return screen.pixelsOf(0xcc6612) > manyPixels; }));
         EXPECT_TRUE(waitUntil([&] { return screen.titles().contains(u"own title"_s); }));
         helper.terminate();
-        ASSERT_TRUE(helper.waitForFinished());
+        ASSERT_TRUE(helper.waitForFinished(patience));
     }
 }
 

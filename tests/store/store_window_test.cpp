@@ -32,6 +32,7 @@ protected:
     {
         ASSERT_TRUE(screen.isReady());
         screen.useAsDisplay();
+        qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
         platform.paths().folder = files.folder();
         QDir::setCurrent(files.folder());
         QObject::connect(&view, &plum::StoreView::pageCompleted, &view, [this] { ++completed; });
@@ -117,6 +118,20 @@ protected:
         });
     }
 
+    // To be called before the window is first shown: from then on hasKeyboard() knows.
+    void openEyes()
+    {
+        eyesPort = static_cast<quint16>(plum::test::freePort());
+        qputenv("QTWEBENGINE_REMOTE_DEBUGGING", QByteArray::number(eyesPort));
+    }
+
+    // The page of that address has the keyboard; the browser's process takes it a little after its window.
+    bool pageGetsKeyboard(const QString &address) const
+    {
+        const plum::PageEyes page(eyesPort, address);
+        return waitUntil([&] { return hasFocus() && page.see(u"document.hasFocus()"_s).toBool(); });
+    }
+
     bool hasEvent(const QString &line) const { return platform.log.lines().contains(line); }
     bool eventHolds(const QString &text) const { return platform.log.lines().join(u'\n').contains(text); }
 
@@ -137,6 +152,7 @@ protected:
         {shop.url(), shop.url(u"/plum/download/"_s)}}};
     int completed = 0;
     int closed = 0;
+    quint16 eyesPort = 0;
 };
 
 // A page with one link, which has the focus.
@@ -150,9 +166,11 @@ QByteArray pageWithLink(const QByteArray &attributes, const QByteArray &rest = {
 
 TEST_F(StoreWindow, SearchingAndChoosingAPackageInstallsIt)
 {
+    openEyes();
     ASSERT_TRUE(shop.serve());
     store.openStore();
-    ASSERT_TRUE(waitUntil([this] { return completed > 0 && hasFocus(); }));
+    ASSERT_TRUE(waitUntil([this] { return completed > 0; }));
+    ASSERT_TRUE(pageGetsKeyboard({}));
 
     // Past the brand and the three pages to the search; then the card's title and its button.
     press(u"Tab Tab Tab Tab Tab t i d y Tab Tab Return"_s);
@@ -298,6 +316,7 @@ TEST_F(StoreWindow, ASecondLinkTakesThePlaceOfAWindowThatIsStillComing)
     shop.addPage(u"page.html"_s,
         pageWithLink("target=_blank href=" + silent + "/first",
             "<a target=_blank href=/second.html>second</a><img src=" + silent + "/picture>"));
+    openEyes();
     ASSERT_TRUE(shop.serve());
     view.navigate(shop.url(u"/page.html"_s));
     view.showWindow();
@@ -305,7 +324,7 @@ TEST_F(StoreWindow, ASecondLinkTakesThePlaceOfAWindowThatIsStillComing)
     const QStringList pageWindows{u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"store page"_s};
     ASSERT_TRUE(pressUntil(u"Return"_s, [&] { return !xdotool(pageWindows).isEmpty(); }));
     xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Plum$"_s, u"windowactivate"_s});
-    ASSERT_TRUE(waitUntil([] { return hasFocus(); }));
+    ASSERT_TRUE(pageGetsKeyboard(u"/page.html"_s));
     press(u"Tab Return"_s);
     EXPECT_TRUE(waitUntil([] { return isVisible(u"second page (store page)"_s); }));
     EXPECT_EQ(xdotool(pageWindows).count(u'\n'), 0); // one window
@@ -341,20 +360,20 @@ TEST_F(StoreWindow, APageReadsNoFilesAndGetsNoPermissions)
 
 TEST_F(StoreWindow, APageFromTheClipboardArrivesWholeHoweverLongItIs)
 {
-    const auto port = static_cast<quint16>(plum::test::freePort());
-    qputenv("QTWEBENGINE_REMOTE_DEBUGGING", QByteArray::number(port));
+    openEyes();
     constexpr int much = 3'000'000; // characters; more than a data: address could carry
     const QByteArray html
         = "<!doctype html><p>\u4F60 \"\\\u2028</p>" + QByteArray(much, 'x') + "<script>let rule = 1</script>";
     platform.clipboard().content = u"##tarnwick:send##"_s + QString::fromUtf8(html);
     Q_EMIT platform.clipboard().changed();
     ASSERT_TRUE(waitUntil([this] { return completed > 0 && hasFocus(u"A page from another program"_s); }));
-    qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
     EXPECT_FALSE(channel.isEnabled());
-    const plum::PageEyes page(port);
-    EXPECT_EQ(page.see(u"document.querySelector('p').textContent.length"_s).toInt(), 5);
-    EXPECT_TRUE(page.see(u"document.body.textContent.length > 3e6 && rule === 1"_s).toBool());
-    EXPECT_EQ(page.see(u"document.compatMode"_s).toString(), u"CSS1Compat"_s);
+    const plum::PageEyes page(eyesPort);
+    EXPECT_TRUE(waitUntil(
+        [&] { return page.see(u"document.querySelector('p').textContent.length"_s).toInt() == 5; }));
+    EXPECT_TRUE(waitUntil(
+        [&] { return page.see(u"document.body.textContent.length > 3e6 && rule === 1"_s).toBool(); }));
+    EXPECT_TRUE(waitUntil([&] { return page.see(u"document.compatMode"_s).toString() == u"CSS1Compat"_s; }));
 }
 
 TEST_F(StoreWindow, AStoreThatDoesNotAnswerIsTriedAgainWithF5)

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 5000; // milliseconds
+constexpr int patience = 10'000; // milliseconds; a page that goes away meanwhile never answers
 
 bool connectTo(QTcpSocket &socket, quint16 port)
 {
@@ -81,7 +81,7 @@ QString PageEyes::pagePath() const
     if (!waitFor(socket, length))
         return {};
     for (const QJsonValue &target : QJsonDocument::fromJson(socket.read(length)).array()) {
-        if (target[u"type"_s] == u"page"_s)
+        if (target[u"type"_s] == u"page"_s && target[u"url"_s].toString().endsWith(m_address))
             return QUrl(target[u"webSocketDebuggerUrl"_s].toString()).path();
     }
     return {};

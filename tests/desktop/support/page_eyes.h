@@ -10,18 +10,21 @@ namespace plum {
 class PageEyes
 {
 public:
-    explicit PageEyes(quint16 port)
+    // Where there are several pages it looks into the one whose address ends in `address`.
+    explicit PageEyes(quint16 port, const QString &address = {})
         : m_port(port)
+        , m_address(address)
     {
     }
 
-    // The value of a JavaScript expression in the (only) page; undefined when there is none or it throws.
+    // The value of a JavaScript expression in the page; undefined when there is none or it throws.
     QJsonValue see(const QString &expression) const;
 
 private:
     QString pagePath() const;
 
     quint16 m_port;
+    QString m_address;
 };
 
 } // namespace plum
