@@ -3,9 +3,9 @@
 
 #include "desktop/support/launcher_desktop.h"
 #include "desktop/support/script_test.h"
+#include "support/test_server.h"
 
 #include <QImage>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 namespace plum {
@@ -68,7 +68,7 @@ protected:
         server().start(other, u"python3"_s,
             {u"-m"_s, u"http.server"_s, QString::number(port), u"--bind"_s, u"127.0.0.1"_s, u"-d"_s,
                 folder()});
-        ASSERT_TRUE(other.waitForStarted());
+        ASSERT_TRUE(other.waitForStarted(test::patience));
     }
 
     static bool answers(int port)
@@ -76,13 +76,6 @@ protected:
         QTcpSocket socket;
         socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
         return socket.waitForConnected();
-    }
-
-    static int freePort()
-    {
-        QTcpServer probe;
-        probe.listen(QHostAddress::LocalHost);
-        return probe.serverPort();
     }
 
     QString path(const QString &name) const { return folder() + u'/' + name; }
@@ -105,7 +98,7 @@ protected:
 
 TEST_F(Tasks, waitForADownloadAndRenameIt)
 {
-    const int port = freePort();
+    const int port = test::freePort();
     write(path(u"served.bin"_s), QByteArray(100'000, 'x'));
     serve(port);
     start(u"Wait for a download and rename it"_s);
@@ -130,14 +123,14 @@ TEST_F(Tasks, fillAFormFromACsv)
     server().start(other, u"sh"_s, {u"-c"_s, (form + form).arg(folder())});
     start(u"Fill a form from a CSV"_s);
     expectGoodEnd();
-    EXPECT_TRUE(other.waitForFinished());
+    EXPECT_TRUE(other.waitForFinished(test::patience));
     EXPECT_EQ(contentOf(path(u"people"_s)), "Ann|Oslo\nBjörk|Århus\n");
 }
 
 TEST_F(Tasks, tileWindows)
 {
     QProcess third;
-    const QStringList quiet{u"-geometry"_s, u"40x10+200+200"_s, u"-e"_s, u"sleep 60"_s};
+    const QStringList quiet{u"-geometry"_s, u"40x10+200+200"_s, u"-e"_s, u"sleep 600"_s};
     server().start(other, u"xterm"_s, QStringList{u"-T"_s, u"One"_s} + quiet);
     server().start(another, u"xterm"_s, QStringList{u"-T"_s, u"Two"_s} + quiet);
     server().start(third, u"xterm"_s, QStringList{u"-T"_s, u"Three"_s} + quiet);
@@ -165,7 +158,7 @@ TEST_F(Tasks, typeAUnicodeTableIntoATerminal)
     ASSERT_TRUE(eventually([&] { return QFile::exists(path(u"typed"_s)); }));
     start(heading);
     expectGoodEnd();
-    EXPECT_TRUE(other.waitForFinished());
+    EXPECT_TRUE(other.waitForFinished(test::patience));
     EXPECT_EQ(QString::fromUtf8(contentOf(path(u"typed"_s))), rows.join(u'\n') + u'\n');
 }
 
@@ -182,7 +175,7 @@ TEST_F(Tasks, watchAPixelAndReact)
 
 TEST_F(Tasks, retryUntilThePageAnswers)
 {
-    const int port = freePort();
+    const int port = test::freePort();
     write(path(u"state.txt"_s), "");
     QDir(folder()).mkdir(u"www"_s);
     write(path(u"www/state.txt"_s), "it is open");
@@ -207,7 +200,7 @@ TEST_F(Tasks, renameFilesByPattern)
 
 TEST_F(Tasks, readJson)
 {
-    const int port = freePort();
+    const int port = test::freePort();
     write(
         path(u"weather.json"_s), R"({"days": [{"name": "Mon", "high": 7}, {"name": "Tue", "high": -1.5}]})");
     serve(port);

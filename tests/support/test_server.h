@@ -1,6 +1,9 @@
 #pragma once
 
+#include "support/wait_until.h"
+
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
@@ -16,7 +19,7 @@ public:
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_process.start(QStringLiteral("python3"),
             QStringList{QStringLiteral(PLUM_TESTS_FOLDER "/support/http_server.py")} + certificateAndKey);
-        while (!m_process.canReadLine() && m_process.waitForReadyRead()) { }
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(patience)) { }
         m_port = m_process.readLine().trimmed().toInt();
         m_scheme = certificateAndKey.isEmpty() ? QStringLiteral("http") : QStringLiteral("https");
     }
@@ -39,11 +42,16 @@ private:
     int m_port = 0;
 };
 
-// A port of the loopback interface that nothing listens on right now.
+// A port of the loopback interface that nothing listens on, for a server that is given its port. The system
+// hands ports of its own range to every connection, also between this look and that server's start; these are
+// below it.
 inline int freePort()
 {
+    constexpr int first = 10'000;
+    constexpr int beyond = 32'768;
     QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
+    while (!server.listen(QHostAddress::LocalHost,
+        static_cast<quint16>(QRandomGenerator::system()->bounded(first, beyond)))) { }
     return server.serverPort();
 }
 
