@@ -63,7 +63,8 @@ TEST(ProgramRunner, HasNoInput)
 
 TEST(ProgramRunner, GivesUpAfterItsTime)
 {
-    EXPECT_EQ(sh(u"sleep 60"_s, 100).outcome, ProgramResult::Outcome::TimedOut);
+    // No process of its own: it would outlive the shell, and who reads this test's errors would wait for it.
+    EXPECT_EQ(sh(u"exec sleep 60"_s, 100).outcome, ProgramResult::Outcome::TimedOut);
 }
 
 TEST(ProgramRunner, TellsOfWhatDoesNotStartOrCrashes)
