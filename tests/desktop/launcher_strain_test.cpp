@@ -22,20 +22,6 @@ protected:
 
     bool isShown() override { return window() != XCB_NONE && view->isViewable(window()); }
     bool hasKeyboard() override { return view->isActive(window()); }
-    xcb_window_t window() { return view->windowTitled("Plum"); }
-
-    // Whether the line around the keyword box, which is at the top of the window, is drawn as that of a
-    // control with the keyboard.
-    bool keywordBoxLooksFocused()
-    {
-        constexpr uint32_t accent = 0x85326f;
-        const QPoint corner = view->clientRectangle(window()).topLeft();
-        for (int y = 30; y < 80; ++y) {
-            if (view->pixel(corner + QPoint(220, y)) == accent)
-                return true;
-        }
-        return false;
-    }
 
     void togglesAndTakesTheKeyboard()
     {
@@ -67,7 +53,6 @@ public:
 TEST_F(LauncherStrainTest, hiddenAndShownInOneGoItsKeywordBoxHasTheKeyboard)
 {
     startLauncher();
-    ASSERT_TRUE(eventually([&] { return keywordBoxLooksFocused(); }));
     for (int turn = 0; turn < 5; ++turn) {
         press(u"alt+z"_s);
         ASSERT_TRUE(eventually([&] { return !isShown(); }));

@@ -72,7 +72,7 @@ TEST_F(LauncherTest, aSecondStartFetchesTheHiddenFirstOneAndEndsSilently)
     ASSERT_TRUE(eventually([&] { return !isShown(); }));
     QProcess second;
     server().start(second, program());
-    ASSERT_TRUE(second.waitForFinished());
+    ASSERT_TRUE(second.waitForFinished(test::patience));
     EXPECT_EQ(second.exitCode(), 0);
     EXPECT_EQ(second.readAllStandardError().toStdString(), "");
     EXPECT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));

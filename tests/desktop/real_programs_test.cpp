@@ -33,7 +33,7 @@ TEST_P(RealPrograms, aTerminalGetsTheTypedText)
     ASSERT_TRUE(hasTheKeyboard("XTerm"));
     ASSERT_TRUE(eventually([&] { return QFile::exists(folder() + u"/typed"_s); }));
     run({u"keyboard.key \"h\",\"e\",\"l\",\"l\",\"o\",\"enter\""_s, u"keyboard.hotkey \"ctrl\",\"d\""_s});
-    EXPECT_TRUE(xterm.waitForFinished());
+    EXPECT_TRUE(xterm.waitForFinished(test::patience));
     EXPECT_EQ(contentOf(u"typed"_s), u"hello\n"_s);
 }
 
@@ -45,7 +45,7 @@ TEST_P(RealPrograms, aTerminalGetsLatinLettersWhileTheLayoutIsRussian)
     ASSERT_TRUE(hasTheKeyboard("XTerm"));
     ASSERT_TRUE(eventually([&] { return QFile::exists(folder() + u"/typed"_s); }));
     run({u"keyboard.key \"h\",\"e\",\"l\",\"l\",\"o\",\"enter\""_s, u"keyboard.hotkey \"ctrl\",\"d\""_s});
-    EXPECT_TRUE(xterm.waitForFinished());
+    EXPECT_TRUE(xterm.waitForFinished(test::patience));
     EXPECT_EQ(contentOf(u"typed"_s), u"hello\n"_s);
 }
 
@@ -61,7 +61,7 @@ TEST_P(RealPrograms, anEditorSavesWhatWasPasted)
         u"keyboard.hotkey \"ctrl\",\"s\""_s});
     EXPECT_TRUE(eventually([&] { return contentOf(u"note.txt"_s).startsWith(u"Äpfel, 苹果\n"_s); }));
     run({u"window.get \"active_window\",\"h\""_s, u"window.set \"close\",set.h"_s});
-    EXPECT_TRUE(mousepad.waitForFinished());
+    EXPECT_TRUE(mousepad.waitForFinished(test::patience));
 }
 
 TEST_P(RealPrograms, copiedTextIsThereForOthersWhenTheScriptHasEnded)

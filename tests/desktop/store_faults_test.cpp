@@ -178,8 +178,7 @@ protected:
     {
         begin(keyword, replaces);
         if (fault.isCutFirst) {
-            ASSERT_TRUE(eventually([this] { return hasWindow(cutOff); }));
-            EXPECT_EQ(isThere(keyword), replaces);
+            ASSERT_TRUE(eventually([&] { return hasWindow(cutOff) && isThere(keyword) == replaces; }));
             expectCleanLibrary();
             begin(keyword, replaces);
         }

@@ -38,7 +38,7 @@ public:
 
     bool waitFor(const std::function<bool()> &condition)
     {
-        QDeadlineTimer deadline(20000);
+        QDeadlineTimer deadline(60000);
         while (!condition() && !deadline.hasExpired())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
         return condition();

@@ -119,7 +119,7 @@ TEST_F(KitRuns, EndWith130AtCtrlC)
 {
     const QString script = files.write(u"some.wf"_s, "//edition:2\nos.tips \"ready\"\ntime.sleep 60000\n");
     const KitRun ended = runKit({u"run"_s, script}, [](QProcess &process) {
-        while (!process.readAll().contains("ready") && process.waitForReadyRead(30'000)) { }
+        while (!process.readAll().contains("ready") && process.waitForReadyRead(60'000)) { }
         ::kill(static_cast<pid_t>(process.processId()), SIGINT);
     });
     EXPECT_EQ(ended.status, 130);

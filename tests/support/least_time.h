@@ -6,8 +6,8 @@
 
 namespace plum::test {
 
-// The least time, in milliseconds, of some runs of `action`; one run where that takes less than `enough`. A machine
-// that stands still for a moment makes a run longer, never shorter.
+// The least time, in milliseconds, of some runs of `action`; one run where that takes less than `enough`. A
+// machine that stands still for a moment makes a run longer, never shorter.
 template <typename Action> qint64 leastTime(qint64 enough, Action action)
 {
     constexpr int runs = 5;

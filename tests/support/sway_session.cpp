@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int startTime = 30'000; // milliseconds; a loaded machine takes long
+constexpr int startTime = 60'000; // milliseconds; a loaded machine takes long
 constexpr uid_t nobody = 65534;
 
 // Written once everything is there that programs need.

@@ -6,10 +6,13 @@
 
 namespace plum::test {
 
-// Handles events until `condition` holds; false when it does not within a minute.
+// How long a test waits for what has to come: only one that fails waits so long.
+inline constexpr int patience = 60'000; // milliseconds
+
+// Handles events until `condition` holds; false when it does not for that long.
 template <typename Condition> bool waitUntil(Condition condition)
 {
-    const QDeadlineTimer deadline(60'000);
+    const QDeadlineTimer deadline(patience);
     while (!condition()) {
         if (deadline.hasExpired())
             return false;

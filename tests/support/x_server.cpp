@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int startTime = 30'000; // milliseconds; a loaded machine takes long
+constexpr int startTime = 60'000; // milliseconds; a loaded machine takes long
 
 void endWithParent(QProcess &process)
 {

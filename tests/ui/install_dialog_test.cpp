@@ -23,7 +23,7 @@ using namespace plum;
 
 namespace {
 
-constexpr auto patience = std::chrono::seconds(20);
+constexpr auto patience = std::chrono::seconds(60);
 
 bool eventually(const std::function<bool()> &condition)
 {
@@ -113,11 +113,15 @@ TEST_F(InstallDialogTest, EnterCountsOnceItHasBeenSeenForHalfASecond)
 
 TEST_F(InstallDialogTest, AClickThatBeganTooEarlyDoesNotCount)
 {
-    show();
     QWidget &install = child(u"install"_s);
-    QTest::mousePress(&install, Qt::LeftButton);
-    ASSERT_LT(sinceSeen.elapsed(), InstallDialog::ripeAfter.count())
-        << "this machine is too slow for the test";
+    // Until the press came early also where the machine stood still for a moment.
+    ASSERT_TRUE(eventually([&] {
+        dialog->hide();
+        sinceSeen.invalidate();
+        show();
+        QTest::mousePress(&install, Qt::LeftButton);
+        return !sinceSeen.hasExpired(InstallDialog::ripeAfter.count());
+    }));
     waitUntilRipe();
     QTest::mouseRelease(&install, Qt::LeftButton);
     EXPECT_EQ(agreed, -1);

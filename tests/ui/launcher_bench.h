@@ -158,7 +158,7 @@ public:
     // Lets the user interface live until `condition` holds; false when it never does.
     static bool waitUntil(const std::function<bool()> &condition)
     {
-        for (QDeadlineTimer patience(10000); !condition();) {
+        for (QDeadlineTimer patience(60000); !condition();) {
             if (patience.hasExpired())
                 return false;
             QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);

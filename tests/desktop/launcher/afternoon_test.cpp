@@ -48,16 +48,15 @@ protected:
         write(u"config/load/requests/1.request"_s, (folder() + u"/chess.wfp"_s).toUtf8());
         QProcess second;
         server().start(second, programFolder() + u"/plum"_s, {});
-        ASSERT_TRUE(second.waitForFinished());
+        ASSERT_TRUE(second.waitForFinished(test::patience));
     }
 
-    // The dialog counts an answer from half a second on.
     void agree()
     {
-        ASSERT_TRUE(eventually([&] {
-            hands->key(u"Return"_s);
-            return reader->find(u"label"_s, u"Install this app"_s).role.isEmpty();
-        }));
+        expectKeyboardAt(u"push button"_s, u"Install"_s);
+        ASSERT_TRUE(
+            answersWhenRipe([&] { return !reader->find(u"label"_s, u"Install this app"_s).role.isEmpty(); },
+                [&] { hands->key(u"Return"_s); }));
     }
 };
 
@@ -95,6 +94,7 @@ TEST_F(AfternoonTest, anAppIsCreatedRunFailsIsMendedAndRenamed)
         }
         return false;
     }));
+    expectKeyboardAt(u"push button"_s, u"OK"_s);
     hands->key(u"Return"_s);
     ASSERT_TRUE(eventually([&] { return !isRunning(); }));
 

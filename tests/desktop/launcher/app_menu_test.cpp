@@ -238,19 +238,18 @@ TEST_F(AppMenuTest, withoutASelectedAppNothingIsLost)
     write(u"config/load/config.txt"_s, "alpha\r\n");
     startLauncher();
     // Under the last row no app is.
-    const auto openMenu
-        = [&] { hands->click(see(u"frmSet/List"_s).place.bottomLeft() + QPoint(60, -20), Hands::Right); };
-    openMenu();
-    click(u"list2you/openthisfold"_s);
+    const auto choose = [&](const QString &item) {
+        hands->click(stillControl(u"frmSet/List"_s).place.bottomLeft() + QPoint(60, -20), Hands::Right);
+        click(u"list2you/"_s + item);
+        EXPECT_TRUE(disappears(u"list2you/"_s + item)); // while it is there it takes the next click
+    };
+    choose(u"openthisfold"_s);
     EXPECT_TRUE(eventually([&] { return opened().size() == 1; }));
     EXPECT_EQ(QDir(opened().value(0)), QDir(programFolder() + u"/config/apps"_s));
-    openMenu();
-    click(u"list2you/shuoming"_s);
+    choose(u"shuoming"_s);
     answer(u"Guide does not exist"_s);
-    openMenu();
-    click(u"list2you/delthis"_s);
-    openMenu();
-    click(u"list2you/editname"_s);
+    choose(u"delthis"_s);
+    choose(u"editname"_s);
     EXPECT_TRUE(getsFocus(u"frmSet/Text12"_s));
     EXPECT_FALSE(isShown(u"message/message"_s));
     EXPECT_TRUE(exists(u"alpha"_s));

@@ -1,4 +1,5 @@
 #include "desktop/support/launcher_desktop.h"
+#include "support/wait_until.h"
 
 #include <QDir>
 #include <QUrl>
@@ -51,10 +52,15 @@ protected:
         // A hand is never quite still, and each move asks the window under it once more. An answer may still
         // be that of a window on the way, so it has to hold for some moves.
         constexpr int enough = 15;
+        constexpr int mostMoves = 150; // then the hand leaves the window and comes again, which offers anew
         const QPoint there = view->pointer();
         int moves = 0;
         ASSERT_TRUE(eventually([&] {
-            hands->moveTo(there + QPoint(++moves % 2, 0));
+            if (++moves > mostMoves) {
+                hands->moveTo(sourceArea.center());
+                moves = 0;
+            }
+            hands->moveTo(there + QPoint(moves % 2, 0));
             hasSaid("taken");
             return moves > enough && m_said.endsWith("taken\n");
         })) << path.toStdString()
@@ -83,15 +89,21 @@ protected:
             return view->isViewable(view->windowTitled("Drag source")) && source == before;
         }));
         const QPoint from = source.center();
-        m_source.readAllStandardOutput();
-        m_said.clear();
-        hands->pull(from, to);
         // A window manager may keep a press for itself when it makes the window the one in front.
-        if (!sourceSays("dragging")) {
-            hands->release();
+        constexpr int attempts = 5;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            if (attempt > 0)
+                hands->release();
+            m_source.readAllStandardOutput();
+            m_said.clear();
             hands->pull(from, to);
-            ASSERT_TRUE(sourceSays("dragging")) << path.toStdString();
+            const QDeadlineTimer patience(test::patience / attempts);
+            while (!patience.hasExpired()) {
+                if (hasSaid("dragging"))
+                    return;
+            }
         }
+        FAIL() << "no drag to " << path.toStdString();
     }
 
     bool hasSaid(const QByteArray &word)

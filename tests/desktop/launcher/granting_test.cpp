@@ -59,8 +59,9 @@ TEST_F(GrantingTest, anAppRunsUnderWhatWasAgreedToAndAsksWhenItChanges)
     run(u"shy"_s, u' ' + programFolder());
     ASSERT_TRUE(appears(u"shurubox/tipsbox"_s));
     EXPECT_EQ(textOf(u"shurubox/tipsbox"_s), u"here is "_s);
-    EXPECT_TRUE(textOf(u"frmSet/hint"_s).contains(u"not allowed for shy: reading"_s))
-        << textOf(u"frmSet/hint"_s).toStdString();
+    EXPECT_TRUE(eventually([&] {
+        return textOf(u"frmSet/hint"_s).contains(u"not allowed for shy: reading"_s);
+    })) << textOf(u"frmSet/hint"_s).toStdString();
     hands->key(u"Escape"_s);
     ASSERT_TRUE(disappears(u"shurubox/shurubox"_s));
 
@@ -85,7 +86,7 @@ TEST_F(GrantingTest, theMenuTellsWhatAnAppMayDoAndTakesItBack)
     click(u"asks/cancel"_s);
     ASSERT_TRUE(disappears(u"asks/asks"_s));
     EXPECT_FALSE(isShown(u"shurubox/shurubox"_s));
-    EXPECT_TRUE(read(u"config/load/grants.json"_s).contains("taken back"));
+    EXPECT_TRUE(eventually([&] { return read(u"config/load/grants.json"_s).contains("taken back"); }));
 }
 
 TEST_F(GrantingTest, anAppThatTheUserEditsIsTheUsersOwn)

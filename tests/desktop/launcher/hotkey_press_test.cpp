@@ -206,7 +206,7 @@ TEST_P(HotkeyPressTest, aPressAndATextWhilePlumStartsAreForIt)
             return;
         }
         launcher().terminate();
-        ASSERT_TRUE(launcher().waitForFinished());
+        ASSERT_TRUE(launcher().waitForFinished(test::patience));
     }
     FAIL() << "the hotkey is registered after the window is shown";
 }

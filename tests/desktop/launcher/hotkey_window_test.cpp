@@ -169,14 +169,8 @@ TEST_F(HotkeyWindowTest, itsBackgroundDragsIt)
 {
     startLauncher();
     openWindow();
-    const QRect before = see(u"hotkey/hotkey"_s).place;
-    const QPoint grip = before.bottomLeft() + QPoint(8, -8);
-    hands->drag(grip, grip + QPoint(70, 90));
-    // The way to where the drag is noticed does not count, as everywhere.
-    EXPECT_TRUE(eventually([&] {
-        const QPoint missing = before.topLeft() + QPoint(70, 90) - see(u"hotkey/hotkey"_s).place.topLeft();
-        return missing.manhattanLength() < 30;
-    }));
+    const QRect before = stillControl(u"hotkey/hotkey"_s).place;
+    dragWindow(u"hotkey"_s, before.bottomLeft() + QPoint(8, -8), {70, 90});
 }
 
 TEST_F(HotkeyWindowTest, aCombinationOfAnotherProgramIsSaidInWords)

@@ -150,25 +150,15 @@ TEST_F(KeywordBoxTest, activatingTheLauncherFocusesTheKeywordBox)
 TEST_F(KeywordBoxTest, theTitleAndThePanelsDragTheWindow)
 {
     startLauncher();
-    const auto dragBy = [&](QPoint grip, QPoint way) {
-        const QPoint before = see(u"frmSet/frmSet"_s).place.topLeft();
-        hands->drag(grip, grip + way);
-        // The way to where the drag is noticed does not count, as everywhere.
-        EXPECT_TRUE(eventually([&] {
-            const QPoint missing = before + way - see(u"frmSet/frmSet"_s).place.topLeft();
-            return missing.manhattanLength() < way.manhattanLength() / 6;
-        }));
-    };
-    dragBy(see(u"frmSet/title"_s).middle(), {150, 60});
-    dragBy(see(u"frmSet/okbox"_s).place.topLeft() + QPoint(5, 200), {-90, 40});
+    dragWindow(u"frmSet"_s, stillControl(u"frmSet/title"_s).middle(), {150, 60});
+    dragWindow(u"frmSet"_s, stillControl(u"frmSet/okbox"_s).place.topLeft() + QPoint(5, 200), {-90, 40});
 
     chooseForApp(u"mail"_s, u"editok"_s);
-    ASSERT_TRUE(appears(u"frmSet/addeditbox"_s));
-    dragBy(see(u"frmSet/addeditbox"_s).place.topLeft() + QPoint(5, 200), {60, -50});
+    dragWindow(u"frmSet"_s, stillControl(u"frmSet/addeditbox"_s).place.topLeft() + QPoint(5, 200), {60, -50});
     click(u"frmSet/Image9"_s);
     chooseForApp(u"mail"_s, u"editname"_s);
-    ASSERT_TRUE(appears(u"frmSet/editnamebox"_s));
-    dragBy(see(u"frmSet/editnamebox"_s).place.bottomLeft() + QPoint(20, -8), {-80, 90});
+    dragWindow(
+        u"frmSet"_s, stillControl(u"frmSet/editnamebox"_s).place.bottomLeft() + QPoint(20, -8), {-80, 90});
 }
 
 TEST_F(KeywordBoxTest, eachPanelStandsInTheMiddleOfTheScreen)

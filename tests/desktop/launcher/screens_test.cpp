@@ -71,7 +71,7 @@ protected:
         write(u"config/load/requests/1.request"_s, (folder() + u"/chess.wfp"_s).toUtf8());
         QProcess second;
         server().start(second, programFolder() + u"/plum"_s, {});
-        ASSERT_TRUE(second.waitForFinished());
+        ASSERT_TRUE(second.waitForFinished(test::patience));
     }
 
     // With Esc, to the launcher.

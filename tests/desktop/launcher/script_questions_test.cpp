@@ -152,9 +152,8 @@ TEST_P(ScriptQuestionsTest, otherKeysAndADragKeepTheBox)
     ASSERT_TRUE(getsFocus(u"shurubox/tipsbox"_s));
     for (const QString &key : {u"a"_s, u"F5"_s, u"Tab"_s})
         hands->key(key);
-    const QRect before = see(u"shurubox/shurubox"_s).place;
-    hands->drag(before.bottomLeft() + QPoint(6, -6), before.bottomLeft() + QPoint(106, 74));
-    EXPECT_TRUE(eventually([&] { return see(u"shurubox/shurubox"_s).place.x() > before.x() + 60; }));
+    const QRect before = stillControl(u"shurubox/shurubox"_s).place;
+    dragWindow(u"shurubox"_s, before.bottomLeft() + QPoint(6, -6), {100, 80});
     EXPECT_EQ(textOf(u"shurubox/tipsbox"_s), u"Stay"_s);
     EXPECT_TRUE(isShown(u"shurubox/shurubox"_s));
     EXPECT_EQ(results(), "");

@@ -65,7 +65,7 @@ bool DesktopTest::startBus()
     m_bus.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
     QByteArray address;
-    while (!address.endsWith('\n') && m_bus.waitForReadyRead())
+    while (!address.endsWith('\n') && m_bus.waitForReadyRead(test::patience))
         address += m_bus.readAllStandardOutput();
     qputenv("DBUS_SESSION_BUS_ADDRESS", address.trimmed());
     return address.endsWith('\n');
@@ -129,7 +129,7 @@ QByteArray DesktopTest::outputOf(const QString &program, const QStringList &argu
 {
     QProcess process;
     m_server->start(process, program, arguments);
-    EXPECT_TRUE(process.waitForFinished()) << program.toStdString();
+    EXPECT_TRUE(process.waitForFinished(test::patience)) << program.toStdString();
     EXPECT_EQ(process.exitCode(), 0) << program.toStdString() << process.readAllStandardError().toStdString();
     return process.readAllStandardOutput();
 }
@@ -138,7 +138,7 @@ QByteArray DesktopTest::clipboardText()
 {
     QProcess xclip;
     m_server->start(xclip, u"xclip"_s, {u"-o"_s, u"-selection"_s, u"clipboard"_s});
-    EXPECT_TRUE(xclip.waitForFinished());
+    EXPECT_TRUE(xclip.waitForFinished(test::patience));
     return xclip.readAllStandardOutput();
 }
 

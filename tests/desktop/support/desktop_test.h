@@ -4,6 +4,7 @@
 #include "desktop/support/probe.h"
 #include "desktop/support/server_view.h"
 #include "support/printers.h"
+#include "support/wait_until.h"
 #include "support/x_server.h"
 
 #include <QTemporaryDir>

@@ -1,9 +1,10 @@
 #include "desktop/support/eyes.h"
 
+#include "support/wait_until.h"
+
 #include <QDeadlineTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QThread>
 
 namespace plum {
 
@@ -11,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 20'000; // milliseconds
+using test::patience;
 
 QRect rectangle(const QJsonValue &value)
 {
@@ -53,9 +54,11 @@ std::vector<Control> Eyes::look()
         m_socket.connectToServer(m_path);
         if (m_socket.waitForConnected(patience))
             break;
-        if (deadline.hasExpired())
+        constexpr int lookAgain = 5; // milliseconds
+        const bool hasEnded
+            = m_program.waitForFinished(lookAgain) || m_program.state() == QProcess::NotRunning;
+        if (hasEnded || deadline.hasExpired())
             return {};
-        QThread::msleep(5); // the program is still coming up
     }
     m_socket.write("look\n");
     while (!m_socket.canReadLine()) {

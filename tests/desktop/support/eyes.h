@@ -2,6 +2,7 @@
 
 #include <QJsonObject>
 #include <QLocalSocket>
+#include <QProcess>
 #include <QRect>
 #include <QStringList>
 
@@ -37,8 +38,10 @@ struct Control
 class Eyes
 {
 public:
-    explicit Eyes(const QString &socket)
-        : m_path(socket)
+    // `program` makes the socket while it comes up.
+    Eyes(QProcess &program, const QString &socket)
+        : m_program(program)
+        , m_path(socket)
     {
     }
 
@@ -50,6 +53,7 @@ public:
     Control see(const QString &path);
 
 private:
+    QProcess &m_program;
     QString m_path;
     QLocalSocket m_socket;
 };

@@ -31,9 +31,6 @@ public:
     // Presses at `from` and moves in small steps to `to`.
     void pull(QPoint from, QPoint to);
 
-    // The same, and lets go there.
-    void drag(QPoint from, QPoint to);
-
     // A key with its modifiers, e.g. "Return" or "alt+z".
     void key(const QString &combination);
 

@@ -21,7 +21,7 @@ protected:
     void TearDown() override
     {
         m_launcher.terminate();
-        EXPECT_TRUE(m_launcher.waitForFinished());
+        EXPECT_TRUE(m_launcher.waitForFinished(test::patience));
         DesktopTest::TearDown();
     }
 
@@ -38,11 +38,27 @@ protected:
         file.write(content);
     }
 
-    // Starts the launcher and waits until it is shown and has the keyboard.
+    // Starts the launcher and waits until it is shown and has the keyboard, and has drawn that: before, a
+    // press of its hotkey would fetch it.
     void startLauncher()
     {
         server().start(m_launcher, program());
-        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard(); }));
+        ASSERT_TRUE(eventually([&] { return isShown() && hasKeyboard() && keywordBoxLooksFocused(); }));
+    }
+
+    xcb_window_t window() { return view->windowTitled("Plum"); }
+
+    // Whether the line around the keyword box, which is at the top of the window, is drawn as that of a
+    // control with the keyboard.
+    bool keywordBoxLooksFocused()
+    {
+        constexpr uint32_t accent = 0x85326f;
+        const QPoint corner = view->clientRectangle(window()).topLeft();
+        for (int y = 30; y < 80; ++y) {
+            if (view->pixel(corner + QPoint(220, y)) == accent)
+                return true;
+        }
+        return false;
     }
 
     virtual bool isShown() = 0;

@@ -1,6 +1,10 @@
 #include "desktop/support/launcher_desktop.h"
 
 #include <QDir>
+#include <QThread>
+
+#include <iostream>
+#include <utility>
 
 namespace plum {
 
@@ -22,11 +26,33 @@ void LauncherDesktop::prepare(const QString &windowManager, QSize screen)
 
 void LauncherDesktop::TearDown()
 {
+    if (HasFailure())
+        tellOfFailure();
     m_launcher.terminate();
-    EXPECT_TRUE(m_launcher.state() == QProcess::NotRunning || m_launcher.waitForFinished());
+    EXPECT_TRUE(m_launcher.state() == QProcess::NotRunning || m_launcher.waitForFinished(test::patience));
     m_eyes.reset();
     hands.reset();
     DesktopTest::TearDown();
+}
+
+// What may say why: whether the launcher is alive, what it shows and what it said.
+void LauncherDesktop::tellOfFailure()
+{
+    const bool hasEnded = m_launcher.waitForFinished(1) || m_launcher.state() == QProcess::NotRunning;
+    std::cerr << "the launcher "
+              << (!hasEnded                                               ? "runs"
+                         : m_launcher.exitStatus() == QProcess::CrashExit ? "crashed"
+                                                                          : "ended")
+              << "; it said \"" << m_launcher.readAllStandardError().toStdString() << "\"\n";
+    if (hasEnded || !m_eyes)
+        return;
+    for (const Control &each : m_eyes->look()) {
+        if (each.shown && (each.focus || each.id != 0 || !each.text.isEmpty()))
+            std::cerr << each.window.toStdString() << '/' << each.name.toStdString()
+                      << (each.focus ? " (focus)" : "") << ' ' << each.place.x() << ',' << each.place.y()
+                      << ' ' << each.place.width() << 'x' << each.place.height() << " \""
+                      << each.text.toStdString() << "\"\n";
+    }
 }
 
 void LauncherDesktop::write(const QString &name, const QByteArray &content)
@@ -76,12 +102,12 @@ void LauncherDesktop::startProgram(const QStringList &arguments)
     qputenv("PLUM_EYES", QFile::encodeName(socket));
     qputenv("QT_QPA_GENERIC_PLUGINS", "eyes");
     qputenv("QT_PLUGIN_PATH", PLUM_EYES_PLUGINS);
-    m_eyes.emplace(socket);
+    m_eyes.emplace(m_launcher, socket);
     server().start(m_launcher, programFolder() + u"/plum"_s, arguments);
     for (const char *variable : {"PLUM_EYES", "QT_QPA_GENERIC_PLUGINS", "QT_PLUGIN_PATH"})
         qunsetenv(variable);
     qputenv("PATH", path);
-    ASSERT_TRUE(m_launcher.waitForStarted());
+    ASSERT_TRUE(m_launcher.waitForStarted(test::patience));
 }
 
 void LauncherDesktop::startLauncher()
@@ -182,12 +208,38 @@ void LauncherDesktop::answerQuestion(const QString &prompt, const QString &text)
 void LauncherDesktop::agreeToInstall(const QString &keyword)
 {
     ASSERT_TRUE(shows(u"asks/keyword"_s, keyword));
-    ASSERT_TRUE(appears(u"asks/asks"_s)); // the text is there before the window is
+    EXPECT_TRUE(answersWhenRipe([this] { return isShown(u"asks/asks"_s); },
+        [this] { hands->click(stillControl(u"asks/install"_s).middle()); }));
+}
+
+void LauncherDesktop::dragWindow(const QString &name, QPoint grip, QPoint way)
+{
+    // The program itself may be told where its window is when the drag is over.
+    const xcb_window_t window = stillControl(name + u'/' + name).id;
+    const auto place = [&] { return view->clientRectangle(window).topLeft(); };
+    const QPoint before = place();
+    const QPoint there = grip + way;
+    hands->pull(grip, there);
+    // The way to where the drag is noticed does not count, as everywhere, and where the launcher or the
+    // window manager stood still that may be all of it.
+    int moves = 0;
     EXPECT_TRUE(eventually([&] {
-        if (const Control install = see(u"asks/install"_s); install.shown)
-            hands->click(install.middle());
-        return !isShown(u"asks/asks"_s);
+        hands->moveTo(there + QPoint(++moves % 2 * 30, 0));
+        return place() != before;
     }));
+    hands->moveTo(there);
+    QPoint behind = before;
+    EXPECT_TRUE(eventually([&] {
+        QThread::msleep(100);
+        const QPoint earlier = std::exchange(behind, place());
+        return behind == earlier;
+    }));
+    constexpr QPoint further{-60, -40};
+    constexpr int lost = 25; // pixels; the window may still have been on its way, or be held at an edge
+    hands->moveTo(there + further);
+    EXPECT_TRUE(eventually([&] { return (place() - behind - further).manhattanLength() < lost; }));
+    hands->release();
+    EXPECT_TRUE(eventually([&] { return see(name + u'/' + name).place.topLeft() == place(); }));
 }
 
 } // namespace plum

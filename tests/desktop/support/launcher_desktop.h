@@ -100,8 +100,11 @@ protected:
     // Waits for a script's question, types the answer and confirms it.
     void answerQuestion(const QString &prompt, const QString &text);
 
-    // Waits for the dialog about that package and clicks on Install until it has counted.
+    // Waits for the dialog about that package and clicks on Install.
     void agreeToInstall(const QString &keyword);
+
+    // Drags a window of the launcher by a place of its background, and waits until it follows the hand.
+    void dragWindow(const QString &name, QPoint grip, QPoint way);
 
     // Empties the keyword box with keys; it has the keyboard already.
     void clearEntry();
@@ -112,6 +115,8 @@ protected:
     std::optional<Hands> hands;
 
 private:
+    void tellOfFailure();
+
     QProcess m_launcher;
     int m_starts = 0;
     std::optional<Eyes> m_eyes;

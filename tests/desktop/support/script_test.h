@@ -16,13 +16,13 @@ protected:
         script.write(lines.join(QStringLiteral("\r\n")).toUtf8());
         script.close();
         Base::server().start(m_program, QStringLiteral(PLUM_PROGRAM), {path()});
-        ASSERT_TRUE(m_program.waitForStarted());
+        ASSERT_TRUE(m_program.waitForStarted(test::patience));
     }
 
     // Waits for the program's end, which has to be a good one.
     void expectGoodEnd()
     {
-        EXPECT_TRUE(m_program.waitForFinished());
+        EXPECT_TRUE(m_program.waitForFinished(test::patience));
         EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(m_program.exitCode(), 0);
         EXPECT_EQ(m_program.readAllStandardError().toStdString(), "");

@@ -39,9 +39,10 @@ QPoint StoreDesktop::pageOrigin()
 {
     // The page tells where in it the pointer is; the pointer's place on the screen is known. What the page
     // tells may be late, so two places must say the same.
-    m_page->see(u"addEventListener('mousemove', e => window.seenAt = [e.clientX, e.clientY]), 1"_s);
     const QRect screen = view->clientRectangle(view->root());
     const auto originSeenFrom = [&](QPoint point) {
+        // A page that is written or loaded anew hears nothing of what was asked before, so each look asks.
+        m_page->see(u"(window.onmousemove = e => window.seenAt = [e.clientX, e.clientY]), 1"_s);
         hands->moveTo(point);
         const QJsonArray seen = m_page->see(u"window.seenAt"_s).toArray();
         return point - QPoint(seen[0].toInt(), seen[1].toInt());
@@ -60,19 +61,19 @@ void StoreDesktop::clickInPage(const QString &selector)
         = u"(() => { const r = document.querySelector('%1').getBoundingClientRect();"
           " return [Math.round(r.x + r.width / 2), Math.round(r.y + r.height / 2)]; })()"_s.arg(selector);
     const QPoint origin = pageOrigin();
-    const QJsonArray at = m_page->see(middle).toArray();
-    ASSERT_EQ(at.size(), 2) << selector.toStdString();
+    QJsonArray at;
+    ASSERT_TRUE(eventually([&] {
+        at = m_page->see(middle).toArray();
+        return at.size() == 2;
+    })) << selector.toStdString();
     hands->click(origin + QPoint(at[0].toInt(), at[1].toInt()));
 }
 
 void StoreDesktop::agreeWithEnter()
 {
     ASSERT_TRUE(getsFocus(u"asks/install"_s));
-    EXPECT_TRUE(eventually([&] {
-        if (hasFocus(u"asks/install"_s))
-            hands->key(u"Return"_s);
-        return !isShown(u"asks/asks"_s);
-    }));
+    EXPECT_TRUE(
+        answersWhenRipe([this] { return isShown(u"asks/asks"_s); }, [this] { hands->key(u"Return"_s); }));
 }
 
 void StoreDesktop::bringUpLauncher()

@@ -21,7 +21,7 @@ protected:
     // Some window has this title.
     bool hasWindow(const QString &title) { return view->windowTitled(title.toUtf8()) != XCB_NONE; }
 
-    // Waits until the dialog has the keyboard, and presses Enter until it has counted.
+    // Waits until the dialog has the keyboard, and presses Enter.
     void agreeWithEnter();
 
     // Gives the launcher the keyboard, as a task bar does.

@@ -20,7 +20,7 @@ namespace {
 
 constexpr quint8 enter = 13;
 constexpr quint8 alt = 18;
-constexpr int seenTime = 2000; // milliseconds, far more than it takes to be seen
+constexpr int seenTime = 5000; // milliseconds, far more than it takes to be seen
 
 // The real program on a sway of its own, worked and seen through the ports of the test's own process.
 class ProgramOnSway : public testing::Test
@@ -43,7 +43,7 @@ protected:
     void TearDown() override
     {
         m_program.terminate();
-        EXPECT_TRUE(m_program.state() == QProcess::NotRunning || m_program.waitForFinished());
+        EXPECT_TRUE(m_program.state() == QProcess::NotRunning || m_program.waitForFinished(test::patience));
     }
 
     QString folder() const { return m_folder.path(); }

@@ -2,6 +2,7 @@
 #include "platform/global_hotkey.h"
 #include "platform/keyboard.h"
 #include "platform/x11/connection/x11_connection.h"
+#include "support/wait_until.h"
 #include "x11_test.h"
 
 #include <QEventLoop>
@@ -212,6 +213,7 @@ TEST_F(HotkeyTest, aKeyThatIsHeldFiresOnce)
     ASSERT_TRUE(hotkey().registerHotkey(GlobalHotkey::Alt, 'Z'));
     send(XCB_KEY_PRESS, altLeft);
     send(XCB_KEY_PRESS, z);
+    ASSERT_TRUE(waitUntil([&] { return fired == 1; }));
     // Long enough for some twenty repetitions.
     QEventLoop loop;
     QTimer::singleShot(250, &loop, &QEventLoop::quit);
@@ -283,7 +285,7 @@ TEST_F(HotkeyTest, aProgramThatHangsDoesNotKeepTheKeyboard)
         [&] {
             return received[window] == std::vector<xcb_keycode_t>{altLeft, q};
         },
-        20'000));
+        test::patience));
     EXPECT_EQ(fired, 0);
     EXPECT_TRUE(waitUntil([&] { return fired == 1; }));
 }
@@ -332,8 +334,8 @@ TEST_F(HotkeyTest, unregisteringSetsTheKeyboardFree)
     press({altLeft, z});
     press({q});
     hotkey().unregisterHotkey();
-    EXPECT_TRUE(
-        other.waitUntil([&] { return !received[window].empty() && received[window].back() == q; }, 20'000));
+    EXPECT_TRUE(other.waitUntil(
+        [&] { return !received[window].empty() && received[window].back() == q; }, test::patience));
 }
 
 TEST_F(HotkeyTest, theTimeOfAPressIsComparable)

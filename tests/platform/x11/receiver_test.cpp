@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 20'000; // milliseconds; only a test that fails waits so long
+constexpr int patience = 60'000; // milliseconds; only a test that fails waits so long
 
 class ReceiverTest : public X11Test
 {

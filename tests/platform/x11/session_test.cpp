@@ -37,7 +37,7 @@ public:
         m_daemon.start(u"dbus-daemon"_s,
             {u"--session"_s, u"--nofork"_s, u"--print-address"_s,
                 u"--address=unix:dir="_s + m_folder.path()});
-        if (m_daemon.waitForReadyRead(30'000))
+        if (m_daemon.waitForReadyRead(60'000))
             m_address = m_daemon.readLine().trimmed();
     }
     ~PrivateBus()

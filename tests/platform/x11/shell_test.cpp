@@ -390,7 +390,7 @@ TEST_F(ManagedShellTest, aWindowGetsItsStateAlsoWhenTheProcessEndsBeforeItIsTher
     openWindow(ShowState::Minimised);
     platform->releaseDesktop();
     // No event of this process has a part in it any more.
-    for (QDeadlineTimer patience(10000); state() != 3 && !patience.hasExpired();)
+    for (QDeadlineTimer patience(60000); state() != 3 && !patience.hasExpired();)
         QThread::msleep(5);
     EXPECT_EQ(state(), 3U);
 }
