@@ -1,5 +1,5 @@
 #include "kit/lsp/language_server.h"
-#include "kit/lsp/message_stream.h"
+#include "kit/messages/message_stream.h"
 #include "support/script_bench.h"
 
 #include <QBuffer>
@@ -59,11 +59,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     kit::MessageStream messages(from, to);
     kit::LanguageServer server(vocabulary);
     while (!server.hasEnded()) {
-        const std::optional<QJsonObject> message = messages.read();
-        if (!message)
+        const kit::ReceivedMessage message = messages.read();
+        if (message.kind != kit::ReceivedMessage::Kind::Message)
             break;
-        const QList<QJsonObject> answers = server.answer(*message);
-        expectAnswers(*message, answers);
+        const QList<QJsonObject> answers = server.answer(message.content);
+        expectAnswers(message.content, answers);
         for (const QJsonObject &answer : answers)
             messages.write(answer);
     }

@@ -1,14 +1,29 @@
 #include "desktop/eyes/snapshot.h"
 
 #include <QGenericPlugin>
+#include <QGuiApplication>
 #include <QLocalServer>
 #include <QLocalSocket>
+
+#include <cstdlib>
+#include <xcb/xcb.h>
 
 // Eyes for a test inside a program that does not know it is tested: a plugin of Qt, loaded by
 // QT_QPA_GENERIC_PLUGINS, that answers each line on the local socket PLUM_EYES with what the program shows.
 // It never touches anything.
 
 namespace plum::eyes {
+
+// What the program shows holds for the X server, too, once this returns: Qt sends what it wants of the server
+// a little later, and a press that came between would meet a menu that the program believes closed.
+static void waitForServer()
+{
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11)
+        return;
+    xcb_connection_t *connection = x11->connection();
+    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+}
 
 class Eyes final : public QObject
 {
@@ -20,7 +35,9 @@ public:
             connect(asking, &QLocalSocket::readyRead, asking, [asking] {
                 while (asking->canReadLine()) {
                     asking->readLine();
-                    asking->write(snapshot() + '\n');
+                    const QByteArray seen = snapshot();
+                    waitForServer();
+                    asking->write(seen + '\n');
                 }
             });
         });
