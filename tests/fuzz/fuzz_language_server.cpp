@@ -25,8 +25,8 @@ void expectPlaces(const QJsonObject &published)
 {
     for (const QJsonValue &diagnostic : published[u"params"_s][u"diagnostics"_s].toArray()) {
         const QJsonValue range = diagnostic[u"range"_s];
-        const kit::EditorPlace from = kit::placeFrom(range[u"start"_s]);
-        const kit::EditorPlace to = kit::placeFrom(range[u"end"_s]);
+        const EditorPlace from = kit::placeFrom(range[u"start"_s]);
+        const EditorPlace to = kit::placeFrom(range[u"end"_s]);
         if (from.line < 0 || from.character < 0 || to.line != from.line || to.character < from.character)
             qFatal("a finding has no place in the script");
     }
