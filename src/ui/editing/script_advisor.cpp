@@ -1,5 +1,7 @@
 #include "ui/editing/script_advisor.h"
 
+#include <QThreadPool>
+
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -46,6 +48,19 @@ ShownFindings findingsOf(const OpenScript &script)
     return found;
 }
 
+// One thread for all editors, as long as the process lasts: when a thread ends, MinGW's run time frees its
+// variables before it destroys them, those of Qt's regular expressions among them.
+QThreadPool &checkersThread()
+{
+    static QThreadPool *const thread = [] {
+        auto *const made = new QThreadPool;
+        made->setMaxThreadCount(1);
+        made->setExpiryTimeout(-1);
+        return made;
+    }();
+    return *thread;
+}
+
 } // namespace
 
 ScriptAdvisor::ScriptAdvisor(
@@ -54,7 +69,6 @@ ScriptAdvisor::ScriptAdvisor(
     , m_check(vocabulary)
     , m_shown(std::move(shown))
 {
-    m_thread.setMaxThreadCount(1);
     m_pause.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &ScriptAdvisor::look);
 }
@@ -62,7 +76,7 @@ ScriptAdvisor::ScriptAdvisor(
 // The thread uses what belongs to this object.
 ScriptAdvisor::~ScriptAdvisor()
 {
-    m_thread.waitForDone();
+    m_idle->acquire();
 }
 
 void ScriptAdvisor::setTarget(Target target)
@@ -83,7 +97,8 @@ void ScriptAdvisor::look()
     if (m_isLooking)
         return; // take() looks again
     m_isLooking = true;
-    m_thread.start([this, target = m_target, shown = m_shown(), text = m_text] {
+    m_idle->acquire();
+    checkersThread().start([this, idle = m_idle, target = m_target, shown = m_shown(), text = m_text] {
         if (m_script.folder() != target.folder)
             m_script = OpenScript(target.folder, {});
         m_script.replaceAll(target.file.textWith(shown, target.lineEnds));
@@ -91,6 +106,7 @@ void ScriptAdvisor::look()
         const ShownFindings findings = findingsOf(m_script);
         QMetaObject::invokeMethod(
             this, [this, text, findings] { take(text, findings); }, Qt::QueuedConnection);
+        idle->release();
     });
 }
 

@@ -5,15 +5,16 @@
 #include "ui/editing/shown_finding.h"
 
 #include <QObject>
-#include <QThreadPool>
+#include <QSemaphore>
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 
 namespace plum {
 
-// Lets the checker look at a script while somebody types it. It looks when the typing pauses, in a thread of
-// its own, so that no key waits for it; what it says of a text that has changed meanwhile is dropped.
+// Lets the checker look at a script while somebody types it. It looks when the typing pauses, in another
+// thread, so that no key waits for it; what it says of a text that has changed meanwhile is dropped.
 class ScriptAdvisor final : public QObject
 {
     Q_OBJECT
@@ -51,7 +52,8 @@ private:
     int m_text = 0; // counts the texts; what is found in an earlier one is out of date
     bool m_isLooking = false;
     OpenScript m_script; // the thread's
-    QThreadPool m_thread;
+    // Taken while the thread uses what belongs to this object; the thread lets go of it last.
+    std::shared_ptr<QSemaphore> m_idle = std::make_shared<QSemaphore>(1);
 };
 
 } // namespace plum
