@@ -49,7 +49,7 @@ bool isClose(const QString &keyword, const QString &typed)
 
 } // namespace
 
-void AppLists::filter(const QString &typed)
+QStringList AppLists::matches(const QString &typed) const
 {
     const QStringList all = List.stringList();
     QStringList found = all.filter(typed, Qt::CaseSensitive);
@@ -59,7 +59,12 @@ void AppLists::filter(const QString &typed)
                 found += keyword;
         }
     }
-    List2.setStringList(found);
+    return found;
+}
+
+void AppLists::filter(const QString &typed)
+{
+    List2.setStringList(matches(typed));
 }
 
 void AppLists::append(const QString &keyword)

@@ -20,8 +20,11 @@ public:
 
     ListOrder order = ListOrder::Saved;
 
-    // Fills `List2` with the keywords that hold `typed` anywhere, letter case counting. In the order of use,
-    // those follow that hold it in other letter case, or whose words begin with its letters.
+    // The keywords that hold `typed` anywhere, letter case counting. In the order of use, those follow that
+    // hold it in other letter case, or whose words begin with its letters.
+    QStringList matches(const QString &typed) const;
+
+    // Fills `List2` with them.
     void filter(const QString &typed);
 
     void append(const QString &keyword);

@@ -5,9 +5,9 @@
 #include "look/picture_button.h"
 #include "look/window_nodes.h"
 #include "ui/controls/file_entry.h"
-#include "ui/controls/footer.h"
 #include "ui/lists/keyword_list.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
@@ -82,9 +82,20 @@ MainPanel::MainPanel(AppLists &lists, AppFaces &faces, QWidget *parent)
     connect(List, &KeywordList::runRequested, this, &MainPanel::runFromList);
     connect(List2, &KeywordList::runRequested, this, &MainPanel::runFromList2);
     connect(List2, &KeywordList::editRequested, this, &MainPanel::editDotScriptRequested);
-    connect(m_footer, &Footer::createRequested, this, [this] { Q_EMIT newAppRequested(Text8->text()); });
+    connect(m_footer, &Footer::createRequested, this, [this] { Q_EMIT newAppRequested(typedKeyword()); });
+    connect(m_footer, &Footer::lookRequested, this, &MainPanel::lookForTyped);
+    connect(m_footer, &Footer::deselectRequested, this, [this] {
+        List2->clearSelection();
+        Text8->focusAtEnd();
+    });
     connect(m_footer, &Footer::hotkeyRequested, this, &MainPanel::hotkeyRequested);
     makeShortcuts();
+}
+
+MainPanel::~MainPanel()
+{
+    // The keyword box gives the keyboard up when nothing else of the panel is there any more.
+    qApp->disconnect(this);
 }
 
 QSize MainPanel::sizeHint() const
@@ -129,6 +140,7 @@ void MainPanel::connectKeywordBox()
     connect(Text8, &FileEntry::downPressed, this, &MainPanel::moveIntoList);
     connect(Text8, &FileEntry::fileDropped, this, &MainPanel::fileDroppedOnKeywordBox);
     Text8->installEventFilter(new KeyForPanel(Text8));
+    connect(qApp, &QApplication::focusChanged, this, &MainPanel::tellHindrance);
     connect(List2->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainPanel::updateMark);
     connect(&m_lists.List2, &QAbstractItemModel::modelReset, this, &MainPanel::updateMark);
     connect(&m_lists.List2, &QAbstractItemModel::dataChanged, this, &MainPanel::updateMark);
@@ -195,31 +207,63 @@ QString MainPanel::selectedKeyword() const
     return m_marker == ListMarker::List ? List->text() : List2->text();
 }
 
+QString MainPanel::typedKeyword() const
+{
+    return Text8->text().section(u' ', 0, 0);
+}
+
 void MainPanel::filter()
 {
     // What follows a blank is meant for the script; the keyword is complete by then.
     if (Text8->text().contains(u' ')) {
-        showMatches();
+        tellHindrance();
         return;
     }
     m_stack->setCurrentWidget(List2);
     m_lists.filter(Text8->text());
     Text8->setFocus();
-    showMatches();
+    tellHindrance();
 }
 
 void MainPanel::refilter()
 {
     if (!Text8->text().isEmpty() && !Text8->text().contains(u' '))
         m_lists.filter(Text8->text());
-    showMatches();
+    tellHindrance();
 }
 
-// Says so when no app matches what is typed.
-void MainPanel::showMatches()
+// Filters by the keyword that stands before a blank.
+void MainPanel::lookForTyped()
 {
-    const QString typed = Text8->text();
-    m_footer->setFindsNothing(!typed.isEmpty() && !typed.contains(u' ') && m_lists.List2.rowCount() == 0);
+    m_stack->setCurrentWidget(List2);
+    m_lists.filter(typedKeyword());
+    Text8->focusAtEnd();
+    tellHindrance();
+}
+
+Footer::Hindrance MainPanel::hindrance() const
+{
+    using Hindrance = Footer::Hindrance;
+    if (m_lists.List2.rowCount() > 0) {
+        // In a list, Enter runs what is selected there.
+        const QWidget *at = window()->focusWidget();
+        const bool isForgotten = at != List && at != List2 && !List2->text().isEmpty();
+        return isForgotten ? Hindrance::Selected : Hindrance::None;
+    }
+    if (Text8->text().isEmpty())
+        return Hindrance::None;
+    if (typedKeyword().isEmpty())
+        return Hindrance::NoKeyword;
+    const bool isLookedFor = !Text8->text().contains(u' ');
+    return isLookedFor || m_lists.matches(typedKeyword()).isEmpty() ? Hindrance::NoApp
+                                                                    : Hindrance::NotLookedFor;
+}
+
+// Says beforehand where Enter in the keyword box will run nothing; otherwise a marked row says what.
+void MainPanel::tellHindrance()
+{
+    const Footer::Hindrance found = hindrance();
+    m_footer->setHindrance(found, found == Footer::Hindrance::Selected ? List2->text() : typedKeyword());
 }
 
 void MainPanel::startAnew()
@@ -239,6 +283,7 @@ void MainPanel::updateMark()
 {
     List->mark(keywordOfEnter());
     List2->mark(keywordOfEnter());
+    tellHindrance();
 }
 
 QString MainPanel::keywordAtHand() const
@@ -258,8 +303,8 @@ void MainPanel::makeShortcuts()
         connect(shortcut, &QShortcut::activated, this, action);
     };
     add(QKeySequence(u"Ctrl+N"_s), [this] {
-        const bool isNew = !Text8->text().contains(u' ') && m_lists.List2.rowCount() == 0;
-        Q_EMIT newAppRequested(isNew ? Text8->text() : QString());
+        const bool isNew = hindrance() == Footer::Hindrance::NoApp;
+        Q_EMIT newAppRequested(isNew ? typedKeyword() : QString());
     });
     add(QKeySequence(u"Ctrl+E"_s), [this] { Q_EMIT editRequested(keywordAtHand()); });
     add(QKeySequence(Qt::Key_F5), [this] {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/controls/footer.h"
+
 #include <QWidget>
 
 class QStackedLayout;
@@ -9,7 +11,6 @@ namespace plum {
 class AppFaces;
 class AppLists;
 class FileEntry;
-class Footer;
 class KeywordList;
 
 // Which of the two lists the user pointed at last.
@@ -26,6 +27,7 @@ class MainPanel final : public QWidget
 
 public:
     MainPanel(AppLists &lists, AppFaces &faces, QWidget *parent);
+    ~MainPanel() override;
 
     QSize sizeHint() const override;
 
@@ -78,8 +80,11 @@ private:
     void connectKeywordBox();
     void connectList(KeywordList &list, ListMarker marker);
     void makeShortcuts();
+    QString typedKeyword() const;
     void filter();
-    void showMatches();
+    void lookForTyped();
+    Footer::Hindrance hindrance() const;
+    void tellHindrance();
     void updateMark();
     QString keywordOfEnter() const;
     void runFirst();

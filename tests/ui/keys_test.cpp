@@ -68,6 +68,73 @@ TEST_F(KeysTest, aKeywordThatNoAppHasIsOfferedAsANewOne)
     EXPECT_EQ(listed("List2"), QStringList(u"zz"_s));
 }
 
+TEST_F(KeysTest, aTextThatCameWithItsBlankSaysThatEnterRunsNothingAndOffersToLook)
+{
+    addApps({u"one"_s, u"mail"_s});
+    start();
+    find<QLineEdit>("Text8")->insert(u"mail Ann"_s);
+    EXPECT_TRUE(hint().startsWith(u"Enter runs nothing yet."_s));
+    EXPECT_TRUE(hint().contains(u"Look for \"mail\""_s));
+    key(text8(), Qt::Key_Return);
+    EXPECT_TRUE(said().isEmpty());
+    find("hint")->setFocus();
+    key(find("hint"), Qt::Key_Return);
+    EXPECT_EQ(listed("List2"), QStringList(u"mail"_s));
+    EXPECT_TRUE(inFront("List2"));
+    EXPECT_TRUE(list("List2")->isMarked(u"mail"_s));
+    EXPECT_TRUE(keywordBoxHasFocus());
+    EXPECT_EQ(typed(), u"mail Ann"_s);
+    EXPECT_FALSE(hint().contains(u"Enter"_s));
+    key(text8(), Qt::Key_Return);
+    EXPECT_EQ(said(), QStringList(u"note mail"_s));
+}
+
+TEST_F(KeysTest, aTextThatCameWithItsBlankAndNoAppsKeywordOffersToMakeTheApp)
+{
+    addApps({u"mail"_s});
+    start();
+    find<QLineEdit>("Text8")->insert(u"zz Ann"_s);
+    EXPECT_TRUE(hint().startsWith(u"No app has this keyword."_s));
+    press(QKeySequence(u"Ctrl+N"_s));
+    EXPECT_EQ(find<QLineEdit>("Text7")->text(), u"zz"_s);
+}
+
+TEST_F(KeysTest, aTextThatBeginsWithABlankSaysWhereTheKeywordBelongs)
+{
+    addApps({u"mail"_s});
+    start();
+    find<QLineEdit>("Text8")->insert(u" mail"_s);
+    EXPECT_EQ(hint(), u"Enter runs nothing: the keyword comes before the first blank."_s);
+}
+
+TEST_F(KeysTest, aResultThatStaysSelectedSaysThatEnterInTheKeywordBoxRunsNothing)
+{
+    addApps({u"mail"_s, u"main"_s});
+    start();
+    type(text8(), u"ma"_s);
+    key(text8(), Qt::Key_Down);
+    EXPECT_FALSE(hint().contains(u"Enter"_s)) << "it runs the selected one";
+    key(list("List2"), Qt::Key_Left);
+    EXPECT_TRUE(keywordBoxHasFocus());
+    EXPECT_TRUE(hint().startsWith(u"Enter in the keyword box runs nothing while \"mail\" is selected."_s));
+    find("hint")->setFocus();
+    key(find("hint"), Qt::Key_Return);
+    EXPECT_TRUE(keywordBoxHasFocus());
+    EXPECT_FALSE(hint().contains(u"Enter"_s));
+    key(text8(), Qt::Key_Return);
+    EXPECT_EQ(said(), QStringList(u"note mail"_s));
+}
+
+TEST_F(KeysTest, theLineSaysAKeywordAsItIsWrittenAndNotAllOfALongOne)
+{
+    addApps({u"<b>"_s, QString(60, u'k')});
+    start();
+    find<QLineEdit>("Text8")->insert(u"<b> x"_s);
+    EXPECT_TRUE(hint().contains(u"Look for \"&lt;b&gt;\""_s));
+    find<QLineEdit>("Text8")->setText(QString(60, u'k') + u" x"_s);
+    EXPECT_TRUE(hint().contains(u'"' + QString(40, u'k') + u"…\""_s));
+}
+
 TEST_F(KeysTest, theRowThatEnterWouldRunIsMarkedAndNotSelected)
 {
     addApps({u"one"_s, u"mail"_s, u"main"_s});

@@ -156,6 +156,26 @@
         <translation>新建一个？(Ctrl+N)</translation>
     </message>
     <message>
+        <source>Enter runs nothing: the keyword comes before the first blank.</source>
+        <translation>按 Enter 不会运行：关键词应在第一个空格之前。</translation>
+    </message>
+    <message>
+        <source>Enter runs nothing yet.</source>
+        <translation>现在按 Enter 不会运行。</translation>
+    </message>
+    <message>
+        <source>Look for "%1"</source>
+        <translation>查找“%1”</translation>
+    </message>
+    <message>
+        <source>Enter in the keyword box runs nothing while "%1" is selected.</source>
+        <translation>已选中“%1”，在关键词框里按 Enter 不会运行。</translation>
+    </message>
+    <message>
+        <source>Deselect it</source>
+        <translation>取消选中</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>停止</translation>
     </message>

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::seconds timeToCome{30}; // the user may be somewhere else
+constexpr qsizetype mostShown = 40; // characters of what was typed
 
 } // namespace
 
@@ -83,10 +84,35 @@ void Footer::setDownload(const QString &plainText)
     refresh();
 }
 
-void Footer::setFindsNothing(bool findsNothing)
+void Footer::setHindrance(Hindrance hindrance, const QString &keyword)
 {
-    m_findsNothing = findsNothing;
+    const QString shown
+        = (keyword.size() > mostShown ? keyword.first(mostShown) + u'…' : keyword).toHtmlEscaped();
+    // A text that is set again forgets the link that Tab has gone to.
+    if (m_hindrance == hindrance && m_keyword == shown)
+        return;
+    m_hindrance = hindrance;
+    m_keyword = shown;
     refresh();
+}
+
+// To what is typed.
+QString Footer::answer() const
+{
+    switch (m_hindrance) {
+    case Hindrance::None:
+        break;
+    case Hindrance::NoApp:
+        return tr("No app has this keyword.") + richLink(u"new"_s, tr("Create it? (Ctrl+N)"));
+    case Hindrance::NoKeyword:
+        return tr("Enter runs nothing: the keyword comes before the first blank.");
+    case Hindrance::NotLookedFor:
+        return tr("Enter runs nothing yet.") + richLink(u"look"_s, tr("Look for \"%1\"").arg(m_keyword));
+    case Hindrance::Selected:
+        return tr("Enter in the keyword box runs nothing while \"%1\" is selected.").arg(m_keyword)
+            + richLink(u"deselect"_s, tr("Deselect it"));
+    }
+    return {};
 }
 
 void Footer::refresh()
@@ -103,8 +129,8 @@ void Footer::refresh()
         line = m_download;
     else if (m_passes.isActive())
         line = m_passing;
-    else if (m_findsNothing)
-        line = tr("No app has this keyword.") + richLink(u"new"_s, tr("Create it? (Ctrl+N)"));
+    else if (m_hindrance != Hindrance::None)
+        line = answer();
     setText(line);
     setVisible(!line.isEmpty());
 }
@@ -131,6 +157,10 @@ void Footer::follow(const QString &link)
 {
     if (link == "new"_L1)
         Q_EMIT createRequested();
+    else if (link == "look"_L1)
+        Q_EMIT lookRequested();
+    else if (link == "deselect"_L1)
+        Q_EMIT deselectRequested();
     else if (link == "on"_L1)
         Q_EMIT goOnRequested();
     else if (link == "stop"_L1)

@@ -39,11 +39,22 @@ public:
     // Empty when nothing is downloaded.
     void setDownload(const QString &plainText);
 
-    // Whether what is typed matches no app. A link offers to make one.
-    void setFindsNothing(bool findsNothing);
+    // What keeps Enter in the keyword box from running an app. Nothing on an empty box.
+    enum class Hindrance {
+        None,
+        NoApp, // has the keyword. A link offers to make one
+        NoKeyword, // stands before the first blank
+        NotLookedFor, // text with a blank came at once, and filters nothing. A link offers to look
+        Selected, // a result is. A link offers to let it go
+    };
+
+    // `keyword` is the one that was not looked for, or that is selected.
+    void setHindrance(Hindrance hindrance, const QString &keyword = {});
 
 Q_SIGNALS:
     void createRequested();
+    void lookRequested();
+    void deselectRequested();
     void goOnRequested();
     void stopRequested();
     void stoppedLineRequested();
@@ -57,6 +68,7 @@ protected:
 
 private:
     void refresh();
+    QString answer() const;
     void follow(const QString &link);
 
     QString m_standing;
@@ -64,7 +76,8 @@ private:
     QString m_running;
     QString m_download;
     QTimer m_passes; // while a passing word is shown
-    bool m_findsNothing = false;
+    Hindrance m_hindrance = Hindrance::None;
+    QString m_keyword; // that the hindrance is about
     bool m_waitsForHand = false;
     int m_updates = 0;
 };
