@@ -15,6 +15,7 @@ struct Message
     QString title = {}; // empty: the program's own name
     MessageIcon icon = MessageIcon::None;
     bool systemModal = false; // stands above every other window until it is answered
+    QString meaning = {}; // what a text that is fixed says, in the session's language; empty where it is that
 };
 
 // What scripts want of the program around them.

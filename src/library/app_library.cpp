@@ -3,6 +3,7 @@
 #include "engine/launcher.h"
 #include "library/app_list_file.h"
 #include "library/app_lists.h"
+#include "library/fixed_texts.h"
 #include "library/package_installer.h"
 #include "library/safe_file.h"
 #include "platform/paths.h"
@@ -93,7 +94,7 @@ bool AppLibrary::exists(const QString &keyword) const
 
 void AppLibrary::say(const QString &text) const
 {
-    m.dialogs.showMessage({.text = text, .systemModal = true});
+    m.dialogs.showMessage({.text = text, .systemModal = true, .meaning = meaningOfFixed(text)});
 }
 
 // A folder could not be made: the keyword explains it, or only the system knows.
@@ -115,7 +116,8 @@ bool AppLibrary::CreateApp(const QString &keyword, const QString &scriptText)
         return false;
     }
     if (exists(keyword)) {
-        m.dialogs.showMessage({.text = u"The Keyword already exists, whether it is renamed ?"_s});
+        const QString text = u"The Keyword already exists, whether it is renamed ?"_s;
+        m.dialogs.showMessage({.text = text, .meaning = meaningOfFixed(text)});
         return false;
     }
     const auto change = m_folders.fault(keyword) == KeywordFault::None

@@ -7,6 +7,7 @@
 #include "search/pixel_kernels.h"
 #include "search/search_observer.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace plum {
@@ -62,7 +63,8 @@ bool ScreenSearch::requirePicture(const QString &path)
         return true;
     m_use.launcher.showMessage({.text = u"image"_s + path + u"can not finf"_s,
         .title = u"ERR : Wrong !"_s,
-        .icon = MessageIcon::Critical});
+        .icon = MessageIcon::Critical,
+        .meaning = QCoreApplication::translate("plum::ScreenSearch", "There is no picture %1.").arg(path)});
     return false;
 }
 

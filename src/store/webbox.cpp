@@ -1,6 +1,7 @@
 #include "store/webbox.h"
 
 #include "engine/launcher.h"
+#include "library/fixed_texts.h"
 #include "library/package_installer.h"
 #include "platform/shell.h"
 #include "store/clipboard_channel.h"
@@ -83,7 +84,7 @@ bool webbox::isUsable(const QString &name) const
         return false;
     if (isPackageName(name))
         return true;
-    m_use.host.showMessage({.text = keywordMessage(KeywordFault::Forbidden), .systemModal = true});
+    sayFixed(keywordMessage(KeywordFault::Forbidden));
     return false;
 }
 
@@ -257,8 +258,13 @@ bool webbox::install()
     else if (!result)
         sayFailed(result);
     else if (!m_whenUpdated)
-        m_use.host.showMessage({.text = u"installed successfully"_s, .systemModal = true});
+        sayFixed(u"installed successfully"_s);
     return fault == IndexFault::None && result;
+}
+
+void webbox::sayFixed(const QString &text) const
+{
+    m_use.host.showMessage({.text = text, .systemModal = true, .meaning = meaningOfFixed(text)});
 }
 
 void webbox::sayFailed(const InstallResult &result)

@@ -152,6 +152,7 @@ private:
     void takeIndex(const QByteArray &index);
     void installWhenReady();
     bool install();
+    void sayFixed(const QString &text) const;
     void sayFailed(const InstallResult &result);
     void sayWhy(const QString &error);
 

@@ -2,6 +2,7 @@
 
 #include "engine/launcher.h"
 #include "library/app_library.h"
+#include "library/fixed_texts.h"
 #include "platform/shell.h"
 #include "ui/controls/footer.h"
 #include "ui/editing/edit_panel.h"
@@ -137,9 +138,11 @@ void AppActions::showGuide(const QString &keyword)
 {
     const AppGuide guide = m.appLibrary.guide(keyword);
     switch (guide.kind) {
-    case AppGuide::Kind::None:
-        m.messages.showMessage({.text = u"Guide does not exist"_s, .systemModal = true});
+    case AppGuide::Kind::None: {
+        const QString text = u"Guide does not exist"_s;
+        m.messages.showMessage({.text = text, .systemModal = true, .meaning = meaningOfFixed(text)});
         break;
+    }
     case AppGuide::Kind::Text:
         m.messages.showMessage({.text = guide.content});
         break;

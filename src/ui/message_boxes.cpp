@@ -47,6 +47,7 @@ void MessageBoxes::showMessage(const Message &message)
 {
     Box box(message.icon == MessageIcon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon,
         message.title, message.text, QMessageBox::Ok);
+    box.setInformativeText(message.meaning);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, message.systemModal);
     m_messages.push_back(&box);
     box.exec();

@@ -1,5 +1,6 @@
 #include "ui/shurubox.h"
 
+#include "library/fixed_texts.h"
 #include "look/moveit.h"
 #include "look/picture_button.h"
 #include "platform/shell.h"
@@ -55,11 +56,6 @@ QVBoxLayout *columnOf(QWidget *panel)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(10);
     return column;
-}
-
-QString takenText(const QString &name)
-{
-    return name + u"  already exists"_s;
 }
 
 QHBoxLayout *headRow(QLabel *heading, PictureButton *picture)
@@ -169,7 +165,14 @@ QWidget *shurubox::makeNamePanel()
     QVBoxLayout *column = columnOf(panel);
     column->addLayout(headRow(label({}, tr("Choose a keyword for this package"), panel), Image2));
     column->addWidget(Text4);
-    column->addWidget(Label6);
+    auto *taken = new QHBoxLayout;
+    taken->addWidget(Label6, 1);
+    m_meaning = label(u"meaning"_s, {}, panel);
+    m_meaning->setProperty("quiet", true);
+    m_meaning->setWordWrap(false);
+    m_meaning->hide();
+    taken->addWidget(m_meaning, 0, Qt::AlignTop);
+    column->addLayout(taken);
     column->addStretch();
     auto *row = new QHBoxLayout;
     row->addWidget(cancel);
@@ -187,7 +190,10 @@ QWidget *shurubox::makeNamePanel()
     });
     connect(cancel, &QPushButton::clicked, this, &QWidget::close);
     connect(entry, &QLineEdit::textChanged, this, [this](const QString &name) {
-        Label6->setText(m_library.exists(name) && !name.isEmpty() ? takenText(name) : QString());
+        if (m_library.exists(name) && !name.isEmpty())
+            tellTaken(name);
+        else
+            tell({});
     });
     connect(Label4, &QPushButton::clicked, this, [this] { bringUp(setupbox); });
     return panel;
@@ -287,15 +293,28 @@ void shurubox::closeInput()
     Q_EMIT inputClosed();
 }
 
+// What is wrong with the name; empty where nothing is.
+void shurubox::tell(const QString &fault, const QString &meaning)
+{
+    Label6->setText(fault);
+    m_meaning->setText(meaning);
+    m_meaning->setVisible(!meaning.isEmpty());
+}
+
+void shurubox::tellTaken(const QString &name)
+{
+    tell(name + u"  already exists"_s, meaningOfFixed(u"already exists"));
+}
+
 void shurubox::confirmName()
 {
     const QString name = Text4->text();
     if (m_library.exists(name)) {
-        Label6->setText(takenText(name));
+        tellTaken(name);
         return;
     }
     if (const QString fault = m_library.faultOf(name); !fault.isEmpty()) {
-        Label6->setText(fault);
+        tell(fault, meaningOfFixed(fault));
         return;
     }
     answered();

@@ -64,6 +64,8 @@ private:
     void confirmInput();
     void closeInput();
     void confirmName();
+    void tell(const QString &fault, const QString &meaning = {});
+    void tellTaken(const QString &name);
 
     void answered();
 
@@ -82,6 +84,7 @@ private:
     QLabel *m_keys; // what the keys do
     QLineEdit *Text4; // the keyword for a package
     QLabel *Label6; // says that a keyword is taken
+    QLabel *m_meaning; // the same beside it, in a language that is not English
     QLineEdit *Text2; // the package
     QLineEdit *Text3; // the keyword that it would have
     bool m_isAnswered = false;

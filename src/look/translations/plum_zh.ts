@@ -189,6 +189,52 @@
     </message>
 </context>
 <context>
+    <name>plum::FixedText</name>
+    <message>
+        <source>Successfully</source>
+        <translation>操作成功</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>出错了</translation>
+    </message>
+    <message>
+        <source>Keyword is required</source>
+        <translation>请填写关键词</translation>
+    </message>
+    <message>
+        <source>Keyword already exists</source>
+        <translation>该关键词已存在</translation>
+    </message>
+    <message>
+        <source>The Keyword already exists, whether it is renamed ?</source>
+        <translation>该关键词已存在，请换一个。</translation>
+    </message>
+    <message>
+        <source>Can not exist *[\/:*?"&lt;|&gt;]*</source>
+        <translation>不能含有 \ / : * ? " &lt; | &gt; 这些字符</translation>
+    </message>
+    <message>
+        <source>already exists</source>
+        <translation>已存在</translation>
+    </message>
+    <message>
+        <source>Guide does not exist</source>
+        <translation>没有说明</translation>
+    </message>
+    <message>
+        <source>installed successfully</source>
+        <translation>安装成功</translation>
+    </message>
+</context>
+<context>
+    <name>plum::ScreenSearch</name>
+    <message>
+        <source>There is no picture %1.</source>
+        <translation>图片 %1 不存在。</translation>
+    </message>
+</context>
+<context>
     <name>plum::InstallDialog</name>
     <message>
         <source>What it may do</source>
