@@ -5,8 +5,17 @@
 #include "look/theme.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace plum {
 
@@ -15,6 +24,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int boxPicture = 40; // logical pixels
+constexpr QSize windowFrame(10, 40); // logical pixels, what a window manager may put around a box
 
 // Looks like the program's other windows.
 class Box final : public QMessageBox
@@ -38,6 +48,65 @@ public:
         }
         if (icon == NoIcon)
             setIconPixmap(appPicture(boxPicture, devicePixelRatioF()));
+    }
+
+protected:
+    void showEvent(QShowEvent *event) override
+    {
+        QEvent measure(QEvent::LayoutRequest);
+        QMessageBox::event(&measure);
+        const QSize room = screen()->availableSize() - windowFrame;
+        if (height() > room.height() || width() > room.width())
+            letTextScroll(room);
+        QMessageBox::showEvent(event);
+    }
+
+private:
+    // A long text on a small screen must not push the buttons off it.
+    void letTextScroll(QSize room)
+    {
+        auto *grid = qobject_cast<QGridLayout *>(layout());
+        auto *text = findChild<QLabel *>(u"qt_msgbox_label"_s);
+        if (!grid || !text)
+            return;
+        int row = 0;
+        int column = 0;
+        int rows = 0;
+        int columns = 0;
+        grid->getItemPosition(grid->indexOf(text), &row, &column, &rows, &columns);
+        auto *area = new QScrollArea(this);
+        area->setObjectName(u"text"_s);
+        area->setFrameShape(QFrame::NoFrame);
+        area->setWidgetResizable(true);
+        area->setStyleSheet(u"QScrollArea { background: transparent; }"_s);
+        auto *content = new QWidget;
+        area->setWidget(content);
+        area->viewport()->setAutoFillBackground(false);
+        content->setAutoFillBackground(false);
+        auto *lines = new QVBoxLayout(content);
+        lines->setContentsMargins({});
+        for (QLabel *label : {text, findChild<QLabel *>(u"qt_msgbox_informativelabel"_s)}) {
+            if (!label)
+                continue;
+            grid->removeWidget(label);
+            lines->addWidget(label);
+            label->setWordWrap(true);
+            label->show();
+        }
+        for (QWidget *each : std::initializer_list<QWidget *>{content, area})
+            each->setAccessibleName(windowTitle());
+        // Wide enough for the box to wrap the text, which it does from half of the screen on.
+        constexpr int besideText = 110;
+        constexpr int widest = 500;
+        const int wide = std::min(room.width() - besideText, widest);
+        area->setMinimumWidth(wide);
+        const QMargins margins = grid->contentsMargins();
+        const int around = margins.top() + margins.bottom() + 2 * grid->verticalSpacing()
+            + findChild<QDialogButtonBox *>()->sizeHint().height();
+        const int bar = area->verticalScrollBar()->sizeHint().width();
+        area->setFixedHeight(std::min(room.height() - around, lines->totalHeightForWidth(wide - bar)));
+        grid->addWidget(area, 0, column, 2, 1);
+        area->show();
     }
 };
 

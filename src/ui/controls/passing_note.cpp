@@ -16,6 +16,22 @@ namespace {
 constexpr std::chrono::seconds shownFor{8};
 constexpr int noteWidth = 340; // logical pixels
 constexpr int distance = 24; // from the edges of the screen
+constexpr int longestWord = 24; // characters that fit into a line
+
+// A label breaks its lines between words alone, and a keyword may be one of 255 characters.
+QString breakable(const QString &text)
+{
+    constexpr QChar mayBreak(0x200b);
+    QString broken;
+    int run = 0;
+    for (const QChar c : text) {
+        run = c.isSpace() ? 0 : run + 1;
+        broken += c;
+        if (run > 0 && run % longestWord == 0 && !c.isHighSurrogate())
+            broken += mayBreak;
+    }
+    return broken;
+}
 
 } // namespace
 
@@ -25,8 +41,8 @@ PassingNote::PassingNote(const QString &text)
     setObjectName(u"passingnote"_s);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_DeleteOnClose);
-    setFixedWidth(noteWidth);
-    auto *label = new QLabel(text, this);
+    auto *label = new QLabel(breakable(text), this);
+    label->setAccessibleName(text);
     label->setObjectName(u"text"_s);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
@@ -39,7 +55,7 @@ PassingNote::PassingNote(const QString &text)
 void PassingNote::tell(const QString &text)
 {
     auto *note = new PassingNote(text);
-    note->adjustSize();
+    note->setFixedSize(noteWidth, note->layout()->totalHeightForWidth(noteWidth));
     const QRect screen = note->screenInUse()->availableGeometry();
     note->move(screen.bottomRight() - QPoint(note->width() + distance, note->height() + distance));
     note->show();
