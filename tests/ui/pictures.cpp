@@ -7,6 +7,7 @@
 #include "engine/run_time_error.h"
 #include "helpers/download/download_window.h"
 #include "helpers/store_window/plain_store_form.h"
+#include "library/fixed_texts.h"
 #include "library/install_offer.h"
 #include "look/translations.h"
 #include "store/download_texts.h"
@@ -181,7 +182,10 @@ private:
         save("install", &dialog);
         dialog.hide();
         user.rest();
-        saveBox("message", [] { MessageBoxes().showMessage({.text = u"Successfully"_s}); });
+        saveBox("message", [] {
+            MessageBoxes().showMessage(
+                {.text = u"Successfully"_s, .meaning = meaningOfFixed(u"Successfully")});
+        });
         saveBox("error", [] {
             const RunTimeError error(RunTimeError::TypeMismatch, ErrorCause::NotMilliseconds, u"abc"_s);
             MessageBoxes().showMessage(
