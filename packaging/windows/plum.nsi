@@ -1,10 +1,11 @@
 ; The installer for Windows: for one user, without an administrator. Installed, Plum is a program folder of its own, so
 ; the apps and settings lie beside the program; an update and the removal leave them.
-;   makensis -DVERSION=0.1.0 -DSOURCE=FOLDER -DFILES=files.nsh -DOUTPUT=Plum-Setup.exe plum.nsi
-; FOLDER is what tools/windows/layout made. files.nsh names its folders, deeper ones first, and its files, all but the
-; starter apps:
+;   makensis -DVERSION=0.1.0 -DSOURCE=FOLDER -DFILES=files.nsh -DSTARTERS=starters.nsh -DOUTPUT=Plum-Setup.exe plum.nsi
+; FOLDER is what tools/windows/layout made. files.nsh names its folders, deeper ones first, and its files, all but those
+; of the starter apps, which starters.nsh names:
 ;   !insertmacro Folder "config\module\download"
 ;   !insertmacro Each "config\module\download\download.exe"
+;   !insertmacro Starter "config\apps\hello" "main.wf"
 ; Silent: /S, with /AUTOSTART to start with Windows. The uninstaller: /S, with /LIBRARY to delete the apps too.
 
 Target amd64-unicode
@@ -100,8 +101,12 @@ Section "-Plum"
 
     ; Only a library that is made now: an app that the user deleted stays deleted.
     ${IfNot} ${FileExists} "$INSTDIR\config\apps\*.*"
-        SetOutPath "$INSTDIR\config\apps"
-        File /r "${SOURCE}\config\apps\*.*"
+        !macro Starter FOLDER FILE
+            SetOutPath "$INSTDIR\${FOLDER}"
+            File "${SOURCE}\${FOLDER}\${FILE}"
+        !macroend
+        !include "${STARTERS}"
+        !macroundef Starter
         SetOutPath "$INSTDIR"
     ${EndIf}
 

@@ -69,8 +69,8 @@ class Installer(unittest.TestCase):
         return cls.pack(folder, cls.root / f"Plum-{version}.exe")
 
     @staticmethod
-    def pack(folder, installer):
-        subprocess.run([TREE / "tools/package", "installer", folder, installer], check=True)
+    def pack(folder, installer, **environment):
+        subprocess.run([TREE / "tools/package", "installer", folder, installer], check=True, env=os.environ | environment)
         return installer
 
     def setUp(self):
@@ -179,10 +179,17 @@ class Installer(unittest.TestCase):
         self.uninstall()
         self.assertEqual(self.value(r"HKCU\Software\Classes\.wf", ""), "Other")
 
-    def test_the_same_folder_gives_the_same_bytes(self):
-        (self.root / "one/plum.exe").touch()
-        again = self.pack(self.root / "one", self.root / "Plum-again.exe")
-        self.assertEqual(again.read_bytes(), self.installers[0].read_bytes())
+    def test_the_same_files_give_the_same_bytes(self):
+        for copy in ("first", "second"):
+            shutil.copytree(self.root / "one", self.root / copy, copy_function=shutil.copyfile)
+            (self.root / copy / "config/apps/bye").mkdir()
+            for file in ("main.wf", "about.json", "bye.png"):
+                (self.root / copy / "config/apps/bye" / file).write_text(file)
+        # A file system that lists its folders in another order.
+        (self.root / "find").write_text('#!/bin/bash\nset -o pipefail\n/usr/bin/find "$@" | tac\n')
+        (self.root / "find").chmod(0o755)
+        again = self.pack(self.root / "second", self.root / "Plum-second.exe", PATH=f"{self.root}:{os.environ['PATH']}")
+        self.assertEqual(again.read_bytes(), self.pack(self.root / "first", self.root / "Plum-first.exe").read_bytes())
 
 
 if __name__ == "__main__":
