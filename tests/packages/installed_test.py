@@ -4,6 +4,7 @@
     installed_test.py BUILD_FOLDER
 """
 
+import os
 import pathlib
 import re
 import shutil
@@ -20,6 +21,12 @@ BUILD = None
 def output_of(*command, **options):
     return subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
                           **options).stdout
+
+
+def warnings_of(page):
+    return subprocess.run(["man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z", page], check=True,
+                          stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True,
+                          env={"LC_ALL": "C.UTF-8", "PATH": "/usr/bin:/bin", "MANROFFSEQ": ""}).stderr
 
 
 class Installed(unittest.TestCase):
@@ -102,9 +109,12 @@ class Installed(unittest.TestCase):
         pages = sorted(self.shared("man").glob("man*/*"))
         self.assertEqual([page.name for page in pages], ["plum-store.1", "plum.1", "plumkit.1", "wf.5"])
         for page in pages:
-            self.assertEqual(output_of("man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z", page,
-                                       env={"LC_ALL": "C.UTF-8", "PATH": "/usr/bin:/bin", "MANROFFSEQ": ""})
-                             .splitlines()[0][:2], "x ", page)
+            self.assertEqual(warnings_of(page), "", page)
+
+    def test_a_warning_of_a_manual_page_is_seen(self):
+        page = self.prefix / "wrong.1"
+        page.write_text('.TH WRONG 1\n.SH NAME\nwrong \\- is\n.nosuch macro\n')
+        self.assertIn("nosuch", warnings_of(page))
 
     def test_manual_and_completions_have_every_option_of_the_help(self):
         for program in ("plum", "plumkit", "plum-store"):
@@ -133,10 +143,48 @@ class Installed(unittest.TestCase):
                 echo "${{COMPREPLY[@]}}" """, cwd=folder).split()
         self.assertEqual(sorted(completed), ["a.wf", "apps"])
 
+    def completed_by_bash(self, *words):
+        program = words[0]
+        return output_of("bash", "-c", f"""
+            . {self.shared('bash-completion/completions')}/{program}
+            COMP_WORDS=("$@") COMP_CWORD={len(words) - 1}
+            _{program.replace('-', '_')}
+            echo "${{COMPREPLY[@]}}" """, "bash", *words).split()
+
+    def completed_by_zsh(self, *words):
+        return output_of("zsh", "-f", "-c", f"""
+            compadd() {{ shift; print -l -- "$@"; }}
+            _files() {{ }}
+            complete_it() {{ local -a words=("$@"); local CURRENT=$#; . {self.shared('zsh/vendor-completions')}/_{words[0]}; }}
+            complete_it "$@" """, "zsh", *words).split()
+
+    def completed_by_fish(self, *words):
+        with tempfile.TemporaryDirectory() as home:
+            empty = pathlib.Path(home, "empty")
+            empty.mkdir()
+            said = output_of("fish", "--no-config", "-c", f"""
+                source {self.shared('fish/vendor_completions.d')}/{words[0]}.fish
+                complete -C "{' '.join(words)}" """, cwd=empty, env={"HOME": home, "PATH": os.environ["PATH"]})
+        return [line.split("\t")[0] for line in said.splitlines()]
+
+    def test_completion_offers_commands_and_what_stands_behind_them(self):
+        for program in ("plumkit", "plum-store"):
+            commands = set(re.findall(rf"^  {program} ([a-z]+)\b", self.help_of(program), re.M))
+            self.assertGreater(len(commands), 3)
+            for complete in (self.completed_by_bash, self.completed_by_zsh, self.completed_by_fish):
+                self.assertEqual(set(complete(program, "")), commands, complete)
+        for complete in (self.completed_by_bash, self.completed_by_zsh, self.completed_by_fish):
+            self.assertLessEqual({"--timeout", "--set", "--help"}, set(complete("plumkit", "run", "--")), complete)
+            self.assertLessEqual({"show", "new", "store", "run", "stop"}, set(complete("plumkit", "launcher", "")), complete)
+            self.assertIn("--keys", complete("plum-store", "sign", "--"), complete)
+
     def test_other_shells_read_their_completions(self):
-        for shell, file in (("zsh", "zsh/vendor-completions/_plum"), ("fish", "fish/vendor_completions.d/plum.fish")):
+        for shell, folder in (("zsh", "zsh/vendor-completions"), ("fish", "fish/vendor_completions.d")):
             self.assertIsNotNone(shutil.which(shell), f"{shell} is missing")
-            self.assertEqual(output_of(shell, "-n", self.shared(file)), "")
+            files = sorted(self.shared(folder).iterdir())
+            self.assertEqual(len(files), 3)
+            for file in files:
+                self.assertEqual(output_of(shell, "-n", file), "")
 
 
 if __name__ == "__main__":
