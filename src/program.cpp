@@ -47,6 +47,7 @@ bool looksLikeLineFeedsOnly(const QStringList &lines)
 
 Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
     : m_platform(createPlatform(programPath))
+    , m_picking(*m_platform)
     , m_hand(*m_platform, m_stop, [this] { return m_scripts.state().currentKeyword; })
     , m_addresses(StoreAddresses::built())
     , m_folders(m_platform->paths())
@@ -79,7 +80,9 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
           .mayRun = [this](const QString &keyword) { return mayRun(keyword); },
           .keepWhatHappened = [this](const QString &sentence) { keepWhatHappened(sentence); },
           .showWhatHappened = [this] { showWhatHappened(); },
-          .tellSheet = [this](const QString &keyword) { tellSheet(keyword); }})
+          .tellSheet = [this](const QString &keyword) { tellSheet(keyword); },
+          .pick = [this](const PickRequest &request,
+                      std::function<void(const PickedText &)> then) { m_picking.pick(request, then); }})
     , m_channel(m_platform->clipboard())
     , m_storeWindow({.program = StoreProcess::besideThisProgram(),
           .downloadBase = m_addresses.downloadBase,

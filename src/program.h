@@ -11,6 +11,7 @@
 #include "platform/launcher_name.h"
 #include "platform/platform.h"
 #include "platform/stop_signal.h"
+#include "screen_picking.h"
 #include "script_system.h"
 #include "stopping/hand_stop.h"
 #include "store/answered_shell.h"
@@ -104,6 +105,7 @@ private:
     void takeName();
 
     std::unique_ptr<Platform> m_platform;
+    ScreenPicking m_picking;
     StopSignal m_stop;
     HandStop m_hand;
     StoreAddresses m_addresses;

@@ -84,6 +84,7 @@ public:
     WindowHandle foreground() override { return m_platform.windows().foreground(); }
     WindowHandle underPointer() override { return m_platform.windows().underPointer(); }
     WindowHandle byTitle(const QString &title) override { return m_platform.windows().byTitle(title); }
+    QString title(WindowHandle window) override { return m_platform.windows().title(window); }
     WindowHandle own(quintptr id) override { return m_platform.windows().own(id); }
     WindowHandle topLevel(WindowHandle window) override { return m_platform.windows().topLevel(window); }
     std::vector<WindowHandle> stacking() override { return m_platform.windows().stacking(); }

@@ -119,6 +119,11 @@ WindowHandle GuardedWindows::byTitle(const QString &title)
     return m_guard->allowsTitle(title) ? m_platform.windows().byTitle(title) : 0;
 }
 
+QString GuardedWindows::title(WindowHandle window)
+{
+    return m_guard->allows(Effect::SeeWindows) ? m_platform.windows().title(window) : QString();
+}
+
 std::vector<WindowHandle> GuardedWindows::stacking()
 {
     return m_guard->allows(Effect::SeeWindows) ? m_platform.windows().stacking()

@@ -107,6 +107,7 @@ public:
     WindowHandle foreground() override;
     WindowHandle underPointer() override;
     WindowHandle byTitle(const QString &title) override;
+    QString title(WindowHandle window) override;
     WindowHandle own(quintptr id) override { return m_platform.windows().own(id); }
     WindowHandle topLevel(WindowHandle window) override { return m_platform.windows().topLevel(window); }
     std::vector<WindowHandle> stacking() override;

@@ -6,6 +6,7 @@
 #include "kit/dry_run.h"
 #include "kit/editor_session.h"
 #include "kit/launcher_commands.h"
+#include "kit/pick_command.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
 #include "kit/sheet_command.h"
@@ -36,6 +37,7 @@ constexpr char usage[] = R"(Plum's tools for people who work in a terminal.
   plumkit sheet [options] FILE|FOLDER     says what a script may do
   plumkit upgrade [options] FILE          writes a script of edition 1 as one of edition 2
   plumkit debug                           runs a script step by step for an editor, by the debug adapter protocol
+  plumkit pick [options]                  picks a point or a picture of the desktop for a line
   plumkit lsp                             talks to an editor by the language server protocol
   plumkit reference [options]             prints all commands, for people or for editors
   plumkit new [options] KEYWORD           makes a new app
@@ -336,6 +338,19 @@ int reference(int argc, char **argv, const QStringList &arguments)
     return Done;
 }
 
+int pickLine(int argc, char **argv, const QStringList &arguments)
+{
+    QString problem;
+    const PickOptions options = readPickOptions(arguments, problem);
+    if (!problem.isEmpty())
+        return refuse(problem, pickUsage);
+    if (options.wantsHelp) {
+        std::fputs(pickUsage, stdout);
+        return Done;
+    }
+    return pick(argc, argv, options);
+}
+
 int upgradeEdition(int argc, char **argv, const QStringList &arguments)
 {
     QString problem;
@@ -415,6 +430,8 @@ int main(int argc, char **argv)
         return upgradeEdition(argc, argv, arguments);
     if (command == "debug"_L1)
         return talkToDebugger(argc, argv, arguments);
+    if (command == "pick"_L1)
+        return pickLine(argc, argv, arguments);
     if (command == "lsp"_L1)
         return talkToEditor(argc, argv, arguments);
     if (command == "reference"_L1)

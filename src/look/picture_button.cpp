@@ -48,6 +48,13 @@ QPainterPath outlineOf(PictureButton::Picture picture)
         line(5, 12, 19, 12);
         line(5, 16.5, 19, 16.5);
         break;
+    case PictureButton::Picture::Pick:
+        path.addEllipse(QPointF(12, 12), 5.5, 5.5);
+        line(12, 3, 12, 9);
+        line(12, 15, 12, 21);
+        line(3, 12, 9, 12);
+        line(15, 12, 21, 12);
+        break;
     case PictureButton::Picture::Run:
         path.moveTo(8, 5.5);
         path.lineTo(18.5, 12);

@@ -17,6 +17,7 @@ public:
         Confirm,
         Hotkey,
         Menu,
+        Pick,
         Run,
         Store,
     };

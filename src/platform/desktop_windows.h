@@ -39,6 +39,9 @@ public:
     // A top-level window whose title is exactly `title`; 0 when there is none.
     virtual WindowHandle byTitle(const QString &title) = 0;
 
+    // The title of the window, by which `byTitle` finds it.
+    virtual QString title(WindowHandle window) = 0;
+
     // A window of this program's own, which Qt knows under the number `id`; 0 while it is not shown. Where
     // the system and Qt have the same number for it, it is that one.
     virtual WindowHandle own(quintptr id) { return static_cast<WindowHandle>(id); }

@@ -19,6 +19,7 @@ public:
     WindowHandle foreground() override { return windows().foreground(); }
     WindowHandle underPointer() override { return windows().underPointer(); }
     WindowHandle byTitle(const QString &title) override { return windows().byTitle(title); }
+    QString title(WindowHandle window) override { return windows().title(window); }
     WindowHandle own(quintptr id) override { return windows().own(id); }
     WindowHandle topLevel(WindowHandle window) override { return windows().topLevel(window); }
     std::vector<WindowHandle> stacking() override { return windows().stacking(); }

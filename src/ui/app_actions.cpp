@@ -32,6 +32,7 @@ AppActions::AppActions(Needs needs)
     connect(&m.window, &frmSet::editDotScriptRequested, this, &AppActions::editDotScript);
     connect(&m.window, &frmSet::saveRequested, this, &AppActions::saveEdited);
     connect(&m.window, &frmSet::runEditedRequested, this, &AppActions::runEdited);
+    connect(&m.window, &frmSet::pickRequested, this, &AppActions::pickForEdited);
     connect(&m.window, &frmSet::leaveEditorRequested, this, &AppActions::leaveEditor);
     connect(&m.window, &frmSet::newAppRequested, this, &AppActions::addApp);
     connect(&m.window, &frmSet::editRequested, this, withKeyword(&AppActions::editApp));
@@ -199,6 +200,17 @@ void AppActions::runEdited()
     if ((isNew || m.window.editPanel().isModified()) && !saveEdited())
         return;
     m.run(keyword);
+}
+
+void AppActions::pickForEdited()
+{
+    EditPanel &panel = m.window.editPanel();
+    if (!m.pick)
+        return;
+    m.pick({panel.edition(), panel.folder()}, [&panel](const PickedText &picked) {
+        panel.insertLines(picked.lines, picked.note);
+        panel.takeFocus();
+    });
 }
 
 void AppActions::confirmRename()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/script_file.h"
+#include "ui/picked_text.h"
 
 #include <QObject>
 #include <QString>
@@ -30,6 +31,7 @@ public:
         MessageBoxes &messages;
         std::function<void(const QString &path)> setScriptPath; // of the script that is being looked at
         std::function<void(const QString &keyword)> run;
+        PickFromScreen pick = {};
     };
 
     explicit AppActions(Needs needs);
@@ -56,6 +58,7 @@ private:
     bool saveEdited();
     void runEdited();
     void confirmRename();
+    void pickForEdited();
     void appendDropped(const QStringList &paths);
 
     Needs m;

@@ -87,6 +87,7 @@ EditPanel &frmSet::editPanel()
     connect(addeditbox, &EditPanel::menuRequested, this, &frmSet::openSettingsMenu);
     connect(addeditbox, &EditPanel::saveRequested, this, &frmSet::saveRequested);
     connect(addeditbox, &EditPanel::runRequested, this, &frmSet::runEditedRequested);
+    connect(addeditbox, &EditPanel::pickRequested, this, &frmSet::pickRequested);
     connect(addeditbox, &EditPanel::filesDropped, this, &frmSet::filesDroppedOnEditor);
     return *addeditbox;
 }

@@ -85,6 +85,7 @@ Q_SIGNALS:
     void exitRequested();
     void saveRequested(); // of the edit panel
     void runEditedRequested();
+    void pickRequested();
     void leaveEditorRequested();
     void filesDroppedOnEditor(const QStringList &paths);
     void renameConfirmed();

@@ -101,7 +101,11 @@ void LauncherUi::start(const Desktop &desktop)
     m_summons->startHotkey(); // first of all that takes time: what is pressed from now on is not lost
     m_actions = std::make_unique<AppActions>(AppActions::Needs{*m_window, m_library, m_faces, m.shell,
         m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; },
-        [this](const QString &keyword) { run(keyword, true); }});
+        [this](const QString &keyword) { run(keyword, true); },
+        [this](const PickRequest &request, std::function<void(const PickedText &)> then) {
+            m_screenPick->begin(request, std::move(then));
+        }});
+    m_screenPick = std::make_unique<ScreenPick>(*m_window, *m_summons, m.pick);
     m_menus = std::make_unique<LauncherMenus>(LauncherMenus::Needs{*m_window, *m_actions, *m_summons,
         m_library, m.shell, m.sites, desktop.registersComponents, desktop.autostart, m.tellSheet});
     m_runDisplay = std::make_unique<RunDisplay>(

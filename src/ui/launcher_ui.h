@@ -16,6 +16,7 @@
 #include "ui/package_names.h"
 #include "ui/questions.h"
 #include "ui/run_display.h"
+#include "ui/screen_pick.h"
 #include "ui/script_runs.h"
 
 #include <QObject>
@@ -74,6 +75,8 @@ public:
         std::function<void()> showWhatHappened = {};
         // Shows what an app may do.
         std::function<void(const QString &keyword)> tellSheet = {};
+        // Shows the desktop and lets the user pick from it.
+        PickFromScreen pick = {};
     };
 
     // What the shown launcher needs beyond that; a script start has none of it.
@@ -206,6 +209,7 @@ private:
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<AppActions> m_actions;
     std::unique_ptr<LauncherSummons> m_summons;
+    std::unique_ptr<ScreenPick> m_screenPick;
     std::unique_ptr<LauncherMenus> m_menus;
     std::unique_ptr<RunDisplay> m_runDisplay;
 };

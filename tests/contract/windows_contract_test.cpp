@@ -108,6 +108,8 @@ TEST_F(WindowsPort, findsAWindowByItsWholeTitle)
     EXPECT_EQ(windows().byTitle(u"Peer windo"_s), 0);
     EXPECT_EQ(windows().byTitle(u"eer window"_s), 0);
     EXPECT_EQ(windows().byTitle(u"No such window"_s), 0);
+    EXPECT_EQ(windows().title(other->handle()), u"Überschrift 标题"_s);
+    EXPECT_EQ(windows().title(handle), u"Peer window"_s);
 }
 
 TEST_F(WindowsPort, readsTheRectangleWithTheFrame)
@@ -220,6 +222,7 @@ TEST_F(WindowsPort, doesNothingWithAWindowThatIsNot)
         windows().bringHere(none);
         windows().setTopmost(none);
         EXPECT_EQ(windows().rectangle(none), QRect()) << none;
+        EXPECT_EQ(windows().title(none), QString()) << none;
     }
     EXPECT_EQ(windows().rectangle(handle), before);
     EXPECT_EQ(windows().byTitle(u"Peer window"_s), handle);

@@ -12,7 +12,7 @@ import xml.etree.ElementTree as xml
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 # Where the sentences are that people see: windows, library, store, what is said of scripts and of their runs.
-SPOKEN = ["main.cpp", "program.cpp", "ui", "library", "look", "store", "store_index", "helpers/store_window",
+SPOKEN = ["main.cpp", "program.cpp", "ui", "picker", "library", "look", "store", "store_index", "helpers/store_window",
           "helpers/download", "download", "engine", "commands", "waits", "values", "http", "modules", "programs",
           "search", "stopping", "guard", "grants", "sheet", "flight", "transport"]
 

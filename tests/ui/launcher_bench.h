@@ -256,6 +256,8 @@ public:
     bool watchesHand = false;
     int watches = 0; // how often it began
     InputPause pause; // of the run's keys and clicks
+    PickRequest pickRequest;
+    std::function<void(const PickedText &)> pickAnswer; // once something is to be picked
     LauncherUi ui{{platform.paths(), platform.textCodec(), platform.shell(), store, installer,
         [this](const InstallOffer &offer, const std::function<void()> &install) {
             platform.log.add(
@@ -278,7 +280,11 @@ public:
         },
         [this] { platform.log.add(QStringLiteral("release keys")); }, [this] { return pause; },
         [this] { platform.log.add(QStringLiteral("goes on")); }, {}, {},
-        [this] { platform.log.add(QStringLiteral("shows what happened")); }}};
+        [this] { platform.log.add(QStringLiteral("shows what happened")); }, {},
+        [this](const PickRequest &request, std::function<void(const PickedText &)> then) {
+            pickRequest = request;
+            pickAnswer = std::move(then);
+        }}};
     RecordingWaiter waiter{platform.log};
     RecordingStorePage storePage{platform.log};
     ScriptSystem system{{.platform = platform,

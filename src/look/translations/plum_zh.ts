@@ -69,6 +69,10 @@
 <context>
     <name>plum::EditPanel</name>
     <message>
+        <source>Pick from the screen (Ctrl+P)</source>
+        <translation>从屏幕上选取 (Ctrl+P)</translation>
+    </message>
+    <message>
         <source>(%1 more in this line)</source>
         <translation>（此行另有 %1 处）</translation>
     </message>
@@ -314,6 +318,10 @@
 </context>
 <context>
     <name>plum::KeySheet</name>
+    <message>
+        <source>pick a point or a picture from the screen, in the editor</source>
+        <translation>编辑器中：从屏幕上选取点或图片</translation>
+    </message>
     <message>
         <source>what was found next or before, in the editor</source>
         <translation>编辑器中：下一处或上一处发现的问题</translation>
@@ -2520,6 +2528,96 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
     <message>
         <source>File not found</source>
         <translation>找不到文件</translation>
+    </message>
+</context>
+<context>
+    <name>plum::PickWindow</name>
+    <message>
+        <source>Pick</source>
+        <translation>选取</translation>
+    </message>
+</context>
+<context>
+    <name>plum::Picker</name>
+    <message>
+        <source>Point %1</source>
+        <translation>点 %1</translation>
+    </message>
+    <message>
+        <source>Colour %1</source>
+        <translation>颜色 %1</translation>
+    </message>
+    <message>
+        <source>No window</source>
+        <translation>没有窗口</translation>
+    </message>
+    <message>
+        <source>Window "%1", handle %2</source>
+        <translation>窗口“%1”，句柄 %2</translation>
+    </message>
+    <message>
+        <source>Its corner %1, from there %2</source>
+        <translation>左上角 %1，从那里算起 %2</translation>
+    </message>
+    <message>
+        <source>Enter takes a picture of %1 x %2 pixels</source>
+        <translation>回车截取 %1 x %2 像素的图片</translation>
+    </message>
+    <message>
+        <source>Enter sets the first corner of a picture</source>
+        <translation>回车设定图片的第一个角</translation>
+    </message>
+    <message>
+        <source>Enter writes %1</source>
+        <translation>回车写入 %1</translation>
+    </message>
+    <message>
+        <source>Tab: another line · Space: a corner of a picture · Esc: give up</source>
+        <translation>Tab：换一行 · 空格：图片的一角 · Esc：放弃</translation>
+    </message>
+    <message>
+        <source>The picture cannot be written into %1.</source>
+        <translation>图片无法写入 %1。</translation>
+    </message>
+    <message>
+        <source>Nothing of it is left to compare: it has one colour or is too small, and is found at the first place.</source>
+        <translation>没有可比较的部分：它只有一种颜色或太小，在第一个位置就会“找到”。</translation>
+    </message>
+    <message>
+        <source>The search compares %1 pixels of the %2 x %3 from %4:%5; red may be off by %6, green by %7, blue does not count.</source>
+        <translation>从 %4:%5 起比较 %2 x %3 中的 %1 个像素；红色可差 %6，绿色可差 %7，蓝色不计。</translation>
+    </message>
+    <message>
+        <source>It is not found on the main screen.</source>
+        <translation>在主屏幕上没有找到。</translation>
+    </message>
+    <message>
+        <source>It is found once on this screen.</source>
+        <translation>在此屏幕上找到一次。</translation>
+    </message>
+    <message>
+        <source>It is found %1 times on this screen; the first one counts.</source>
+        <translation>在此屏幕上找到 %1 次；以第一处为准。</translation>
+    </message>
+    <message>
+        <source>It is found a hundred times and more on this screen; the first one counts.</source>
+        <translation>在此屏幕上找到一百次以上；以第一处为准。</translation>
+    </message>
+    <message>
+        <source>The most similar other place differs in %1 of %2 pixels, at %3:%4.</source>
+        <translation>最相似的另一处在 %3:%4，%2 个像素中有 %1 个不同。</translation>
+    </message>
+    <message>
+        <source>No other place is like it.</source>
+        <translation>没有其他相似之处。</translation>
+    </message>
+    <message>
+        <source>A picture is kept in the folder of its app: save the app first.</source>
+        <translation>图片存放在应用的文件夹里：请先保存应用。</translation>
+    </message>
+    <message>
+        <source>There is no desktop that can be looked at.</source>
+        <translation>没有可以查看的桌面。</translation>
     </message>
 </context>
 </TS>

@@ -111,6 +111,7 @@ public:
     WindowHandle foreground() override { return foregroundWindow; }
     WindowHandle underPointer() override { return windowUnderPointer; }
     WindowHandle byTitle(const QString &title) override;
+    QString title(WindowHandle window) override { return titles.key(window); }
     std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle) override { return windowsAreOnScreen; }
     QRect rectangle(WindowHandle window) override { return rectangles.value(window); }

@@ -14,6 +14,7 @@ public:
     WindowHandle foreground() override { return 0; }
     WindowHandle underPointer() override { return 0; }
     WindowHandle byTitle(const QString &) override { return 0; }
+    QString title(WindowHandle) override { return {}; }
     std::vector<WindowHandle> stacking() override { return {}; }
     // What is shown counts as seen.
     bool isOnScreen(WindowHandle) override { return true; }

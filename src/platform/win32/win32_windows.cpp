@@ -7,6 +7,7 @@
 #include <dwmapi.h>
 #include <functional>
 #include <qt_windows.h>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -193,6 +194,15 @@ WindowHandle Win32Windows::topLevel(WindowHandle window)
 WindowHandle Win32Windows::byTitle(const QString &title)
 {
     return handle(FindWindowW(nullptr, wide(title)));
+}
+
+// What another program's window last told the system: nobody is waited for.
+QString Win32Windows::title(WindowHandle window)
+{
+    const HWND asked = native(window);
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(asked)) + 1, L'\0');
+    const int length = GetWindowTextW(asked, text.data(), static_cast<int>(text.size()));
+    return QString::fromWCharArray(text.data(), length);
 }
 
 std::vector<WindowHandle> Win32Windows::stacking()

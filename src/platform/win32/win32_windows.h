@@ -13,6 +13,7 @@ public:
     WindowHandle underPointer() override;
     WindowHandle topLevel(WindowHandle window) override;
     WindowHandle byTitle(const QString &title) override;
+    QString title(WindowHandle window) override;
     std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle window) override;
     QRect rectangle(WindowHandle window) override;

@@ -36,6 +36,8 @@ constexpr std::array rows{
     Row{"F8, Shift+F8", QT_TRANSLATE_NOOP("plum::KeySheet", "what was found next or before, in the editor")},
     Row{QT_TRANSLATE_NOOP("plum::KeySheet", "Ctrl+Space, Alt+Down"),
         QT_TRANSLATE_NOOP("plum::KeySheet", "what can stand here, in the editor; Enter or Tab takes it")},
+    Row{"Ctrl+P",
+        QT_TRANSLATE_NOOP("plum::KeySheet", "pick a point or a picture from the screen, in the editor")},
     Row{"F2", QT_TRANSLATE_NOOP("plum::KeySheet", "rename, in a list")},
     Row{"Del", QT_TRANSLATE_NOOP("plum::KeySheet", "delete, in a list; it asks first")},
     Row{QT_TRANSLATE_NOOP("plum::KeySheet", "Menu, Shift+F10"),

@@ -45,6 +45,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     using Picture = PictureButton::Picture;
     auto *Image5 = new PictureButton(u"Image5"_s, Picture::Confirm, tr("Save (Ctrl+S)"), this);
     auto *Image8 = new PictureButton(u"Image8"_s, Picture::Menu, tr("Menu"), this);
+    auto *pick = new PictureButton(u"pick"_s, Picture::Pick, tr("Pick from the screen (Ctrl+P)"), this);
     m_run = new PictureButton(u"run"_s, Picture::Run, tr("Save and run (F5)"), this);
     auto *back9 = new PictureButton(u"Image9"_s, Picture::Back, tr("Back"), this);
     Image9 = back9;
@@ -54,6 +55,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     head->addWidget(back9);
     head->addSpacing(6);
     head->addWidget(Label5, 1);
+    head->addWidget(pick);
     head->addWidget(m_run);
     head->addWidget(Image8);
     head->addWidget(Image5);
@@ -88,7 +90,10 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     connect(m_file, &QLabel::linkActivated, this, &EditPanel::beginWithGuide);
     connect(Text4, &QPlainTextEdit::textChanged, this, &EditPanel::showFile);
     connect(Text4, &QPlainTextEdit::textChanged, &m_advisor, &ScriptAdvisor::noteChange);
-    connect(Text4, &QPlainTextEdit::cursorPositionChanged, this, &EditPanel::showNote);
+    connect(Text4, &QPlainTextEdit::cursorPositionChanged, this, [this] {
+        m_said.clear();
+        showNote();
+    });
     connect(Text4, &ScriptEditor::suggestionNoteChanged, this, &EditPanel::showNote);
     connect(&m_advisor, &ScriptAdvisor::found, this, [this](const ShownFindings &findings) {
         Text4->setFindings(findings);
@@ -103,6 +108,9 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
 
     connect(Image5, &PictureButton::clicked, this, &EditPanel::saveRequested);
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &EditPanel::saveRequested);
+    connect(pick, &PictureButton::clicked, this, &EditPanel::pickRequested);
+    connect(new QShortcut(QKeySequence(u"Ctrl+P"_s), this), &QShortcut::activated, this,
+        &EditPanel::pickRequested);
     connect(m_run, &PictureButton::clicked, this, &EditPanel::runRequested);
     connect(
         new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, m_run, &PictureButton::click);
@@ -124,6 +132,7 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
     setAccessibleName(caption);
     Text7->setText(keyword);
     m_openedKeyword = keyword;
+    m_said.clear();
     Text7->setEnabled(mode == Mode::Add);
     Text4->setScript(script);
     m_mendsLineEnds = false;
@@ -176,6 +185,19 @@ void EditPanel::checkAs(const ScriptFile &file, const QString &folder)
     m_target = {.file = file, .folder = folder};
     Text4->setFolder(folder);
     m_advisor.setTarget(m_target);
+}
+
+Edition EditPanel::edition() const
+{
+    return Text4->edition();
+}
+
+void EditPanel::insertLines(const QStringList &lines, const QString &note)
+{
+    if (!lines.isEmpty())
+        Text4->insertLines(lines);
+    m_said = note;
+    showNote();
 }
 
 void EditPanel::showLine(int line)
@@ -242,6 +264,8 @@ void EditPanel::showNote()
     const int warnings = Text4->findingCount(Severity::Warning);
     const int hints = Text4->findingCount(Severity::Hint);
     QString note = Text4->suggestionNote();
+    if (note.isEmpty())
+        note = m_said;
     if (note.isEmpty())
         note = findings.value(0);
     if (findings.size() > 1 && note == findings.first())

@@ -44,6 +44,13 @@ public:
     // What becomes of the text when it is saved; the checker looks at that.
     void checkAs(const ScriptFile &file, const QString &folder);
 
+    // For whom something is picked from the screen.
+    Edition edition() const;
+    const QString &folder() const { return m_target.folder; }
+
+    // Puts lines below that of the caret, in its place when it is empty, and says something about them.
+    void insertLines(const QStringList &lines, const QString &note);
+
     // Marks a line, counted from 0, and shows it.
     void showLine(int line);
 
@@ -65,6 +72,7 @@ public:
 Q_SIGNALS:
     void saveRequested();
     void runRequested();
+    void pickRequested();
     void back();
     void menuRequested(QPoint globalPosition);
     void filesDropped(const QStringList &paths);
@@ -80,6 +88,7 @@ private:
     Mode m_mode = Mode::Add;
     bool m_mendsLineEnds = false;
     QString m_openedKeyword;
+    QString m_said; // until the caret moves
     QString m_filePath;
     QLabel *Label5; // what is being edited
     QLineEdit *Text7; // the keyword

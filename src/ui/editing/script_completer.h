@@ -29,6 +29,8 @@ public:
     bool isOpen() const;
     void close();
 
+    Edition edition() const;
+
     // In front of the editor: whether a key was for the list, or asks for it.
     bool takesKey(const QKeyEvent &event);
 
@@ -59,7 +61,6 @@ private:
     void show(const QList<ScriptWords::Suggestion> &suggestions, bool marksFirst);
     void take();
     Place place() const;
-    Edition edition() const;
     bool opensByItself(const ScriptWords::Completion &completion, const QString &before) const;
 
     QPlainTextEdit &m_editor;

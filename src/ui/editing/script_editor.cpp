@@ -85,6 +85,23 @@ void ScriptEditor::appendScriptLine(const QString &line)
     setTextCursor(end);
 }
 
+void ScriptEditor::insertLines(const QStringList &lines)
+{
+    QTextCursor caret = textCursor();
+    caret.beginEditBlock();
+    caret.movePosition(QTextCursor::EndOfBlock);
+    if (caret.block().length() > 1)
+        caret.insertBlock();
+    caret.insertText(lines.join(u'\n'));
+    caret.endEditBlock();
+    setTextCursor(caret);
+}
+
+Edition ScriptEditor::edition() const
+{
+    return m_completer->edition();
+}
+
 QString ScriptEditor::beginning()
 {
     return uR"(//guide:What this app does

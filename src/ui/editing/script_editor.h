@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/command_call.h"
 #include "look/theme.h"
 #include "ui/editing/shown_finding.h"
 
@@ -32,6 +33,11 @@ public:
 
     // Adds one line behind the text.
     void appendScriptLine(const QString &line);
+
+    // Puts lines below that of the caret, in its place when it is empty. One step of undo takes them back.
+    void insertLines(const QStringList &lines);
+
+    Edition edition() const;
 
     // In the order of their places. They move with the text around them.
     void setFindings(const ShownFindings &findings);

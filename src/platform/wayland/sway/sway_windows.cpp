@@ -84,6 +84,12 @@ WindowHandle SwayWindows::byTitle(const QString &title)
     return found == all.end() ? 0 : found->handle;
 }
 
+QString SwayWindows::title(WindowHandle window)
+{
+    const auto found = find(window);
+    return found ? found->title : QString();
+}
+
 // Sway knows windows by their process and title; of two that have both alike the upper one counts.
 WindowHandle SwayWindows::own(quintptr id)
 {

@@ -24,6 +24,7 @@ public:
     WindowHandle foreground() override;
     WindowHandle underPointer() override;
     WindowHandle byTitle(const QString &title) override;
+    QString title(WindowHandle window) override;
     WindowHandle own(quintptr id) override;
     std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle window) override;

@@ -63,6 +63,11 @@ WindowHandle X11Windows::byTitle(const QString &wanted)
     return 0;
 }
 
+QString X11Windows::title(WindowHandle window)
+{
+    return window == 0 ? QString() : m_facts.title(id(window));
+}
+
 std::vector<WindowHandle> X11Windows::stacking()
 {
     std::vector<WindowHandle> windows;

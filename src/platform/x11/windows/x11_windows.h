@@ -24,6 +24,7 @@ public:
     WindowHandle foreground() override;
     WindowHandle underPointer() override;
     WindowHandle byTitle(const QString &title) override;
+    QString title(WindowHandle window) override;
     std::vector<WindowHandle> stacking() override;
     bool isOnScreen(WindowHandle window) override;
     QRect rectangle(WindowHandle window) override;
