@@ -5,6 +5,7 @@
 #include "engine/run_time_error.h"
 #include "flight/flight_page.h"
 #include "library/install_offer.h"
+#include "library/launcher_options.h"
 #include "library/settings_file.h"
 #include "platform/paths.h"
 #include "ui/message_boxes.h"
@@ -111,8 +112,11 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
     , m_instance(m_folders)
     , m_requests(m_folders)
 {
-    if (m_flight)
+    if (m_flight) {
         m_scripts.state().observer = &m_flight->recorder;
+        m_flight->takePicturesWhere(
+            [this] { return wantsPictures(m_platform->paths(), m_platform->textCodec()); });
+    }
     m_scripts.starts().setLimits([this](const QString &keyword, const QByteArray &script) {
         return m_grants.limitOf(keyword, script);
     });
@@ -247,12 +251,17 @@ void Program::keepWhatHappened(const QString &sentence)
     if (!m_flight)
         return;
     m_flight->recorder.noteOutcome(sentence);
-    writeFlightPage(lastFlightPath(), flightPage(m_flight->recorder.log()));
+    writeFlightPage(lastFlightPath(), pageOfLastRun());
+}
+
+QString Program::pageOfLastRun() const
+{
+    return flightPage(m_flight->recorder.log(), m_flight->recorder.film());
 }
 
 void Program::showWhatHappened()
 {
-    writeFlightPage(lastFlightPath(), flightPage(m_flight->recorder.log()));
+    writeFlightPage(lastFlightPath(), pageOfLastRun());
     m_platform->shell().open(lastFlightPath(), {}, ShowState::Normal);
 }
 

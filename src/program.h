@@ -94,6 +94,7 @@ private:
     void tellSheet(const QString &keyword);
 
     // The page of what the last run did.
+    QString pageOfLastRun() const;
     void keepWhatHappened(const QString &sentence);
     void showWhatHappened();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flight/flight_camera.h"
 #include "flight/flight_platform.h"
 #include "flight/flight_recorder.h"
 
@@ -9,11 +10,19 @@ namespace plum {
 struct Flight
 {
     Flight(Platform &innerPlatform, Shell &innerShell)
-        : platform(innerPlatform, recorder)
+        : camera(innerPlatform)
+        , platform(innerPlatform, recorder)
         , shell(innerShell, recorder)
     {
     }
 
+    // Pictures are taken of the runs at whose beginning this says so.
+    void takePicturesWhere(std::function<bool()> areWanted)
+    {
+        recorder.setCamera(camera, std::move(areWanted));
+    }
+
+    FlightCamera camera;
     FlightRecorder recorder;
     FlightPlatform platform;
     RecordedShell shell;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/editions/run_observer.h"
+#include "flight/film.h"
 
 #include <QList>
 #include <QStringList>
@@ -31,6 +32,9 @@ struct FlightEntry
     QList<Deed> deeds = {};
     qint64 moreDeeds = 0; // that were not kept
     QList<std::pair<QString, QString>> variables = {}; // that were set, with their values
+    Film::Id before = 0; // pictures, where they are taken
+    Film::Id after = 0;
+    bool showsSearch = false; // they are of what was searched
 };
 
 // The entries of one run, the newest ones, in bounded memory.

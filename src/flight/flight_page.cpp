@@ -1,5 +1,6 @@
 #include "flight/flight_page.h"
 
+#include "flight/film_strip.h"
 #include "flight/flight_log.h"
 #include "flight/flight_words.h"
 
@@ -24,7 +25,7 @@ constexpr char16_t head[] = uR"(<!DOCTYPE html>
 <html lang="%3">
 <head>
 <meta charset="utf-8">
-<meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline'">
+<meta http-equiv="Content-Security-Policy" content="default-src 'none'; img-src data:; style-src 'unsafe-inline'">
 <meta name="viewport" content="width=device-width">
 <title>%1</title>
 <style>
@@ -39,6 +40,8 @@ code { white-space: pre-wrap; }
 .bar { fill: #7a4fbf; } .bar.failed, .bar.stopped { fill: #d63030; background: none; }
 svg { width: 100%; height: 2.5rem; background: #8882; }
 .quiet { opacity: .7; }
+.film { display: flex; gap: .8rem; overflow-x: auto; list-style: none; padding: 0; }
+figure { margin: 0; white-space: nowrap; } figcaption { max-width: 22rem; overflow: hidden; text-overflow: ellipsis; }
 </style>
 </head>
 <body>
@@ -167,7 +170,7 @@ QString timeLine(const std::deque<FlightEntry> &entries)
 
 } // namespace
 
-QString flightPage(const FlightLog &log)
+QString flightPage(const FlightLog &log, const Film &film)
 {
     const QString said
         = log.outcome().isEmpty() ? FlightWords::tr("The run is done, or goes on.") : log.outcome();
@@ -178,7 +181,7 @@ QString flightPage(const FlightLog &log)
     const auto paragraph = [](const QString &text) { return u"<p>"_s + text + u"</p>\n"_s; };
     if (log.entries().empty())
         return page + paragraph(FlightWords::tr("No line has been carried out.")) + u"</body>\n</html>\n"_s;
-    page += timeLine(log.entries());
+    page += timeLine(log.entries()) + filmStrip(log, film);
     if (log.forgotten() > 0)
         page += paragraph(FlightWords::tr("%1 earlier lines were given up for these.").arg(log.forgotten()));
     page += QString::fromUtf16(tableHead).arg(FlightWords::tr("Line"), FlightWords::tr("Script"),

@@ -4,10 +4,11 @@
 
 namespace plum {
 
+class Film;
 class FlightLog;
 
 // The run as one page of HTML, with nothing in it that is fetched or carried out.
-QString flightPage(const FlightLog &log);
+QString flightPage(const FlightLog &log, const Film &film);
 
 // Where the page of the last run that failed is kept: a file of the user's cache.
 QString lastFlightPath();

@@ -3,6 +3,8 @@
 #include "flight/flight_recorder.h"
 #include "flight/flight_words.h"
 
+#include <QScopeGuard>
+
 namespace plum {
 
 namespace {
@@ -87,12 +89,13 @@ void RecordedKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
 bool RecordedKeyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
     qsizetype typed = 0;
-    const bool isWhole = m_platform.keyboard().typeText(text, [&] {
+    // Also where the run is left in the middle.
+    const auto tell
+        = qScopeGuard([&] { m_recorder.deed(FlightWords::tr("typed %1 characters").arg(typed)); });
+    return m_platform.keyboard().typeText(text, [&] {
         before();
         ++typed;
     });
-    m_recorder.deed(FlightWords::tr("typed %1 characters").arg(typed));
-    return isWhole;
 }
 
 void RecordedKeyboard::releaseAll()
@@ -104,6 +107,7 @@ void RecordedKeyboard::releaseAll()
 void RecordedPointer::moveTo(QPoint point)
 {
     m_recorder.deed(FlightWords::tr("pointer to %1:%2").arg(point.x()).arg(point.y()));
+    m_recorder.noteMotion(point);
     m_platform.pointer().moveTo(point);
 }
 

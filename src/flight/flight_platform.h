@@ -61,6 +61,7 @@ class RecordedPointer final : public Recorded<Pointer>
 public:
     using Recorded::Recorded;
     QPoint position() override { return m_platform.pointer().position(); }
+    bool isAskedUnseen() const override { return m_platform.pointer().isAskedUnseen(); }
     void moveTo(QPoint point) override;
     void buttonEvent(quint32 flags) override;
     void releaseAll() override;

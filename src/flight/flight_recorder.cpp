@@ -1,5 +1,6 @@
 #include "flight/flight_recorder.h"
 
+#include "flight/flight_camera.h"
 #include "flight/flight_words.h"
 #include "search/nearest_miss.h"
 
@@ -52,6 +53,10 @@ void FlightRecorder::runBegins(const QString &script)
         return;
     }
     m_log.begin(script);
+    m_film.clear();
+    m_takesPictures = m_camera && m_arePicturesWanted();
+    if (m_takesPictures)
+        m_camera->begin();
     m_secrets.clear();
     m_secretLines.clear();
     m_missed.clear();
@@ -67,6 +72,49 @@ void FlightRecorder::lineBegins(const RunLine &line)
         .passedBefore = std::exchange(m_passed, 0),
         .begun = now()});
     m_open.push_back({id, m_secretLines.contains({line.file, line.number})});
+    if (m_takesPictures)
+        takePicture(&FlightEntry::before);
+}
+
+void FlightRecorder::setCamera(FlightCamera &camera, std::function<bool()> areWanted)
+{
+    m_camera = &camera;
+    m_arePicturesWanted = std::move(areWanted);
+}
+
+void FlightRecorder::noteMotion(QPoint to)
+{
+    if (m_takesPictures)
+        m_camera->noteMotion(to);
+}
+
+void FlightRecorder::takePicture(Film::Id FlightEntry::*when)
+{
+    FlightEntry *entry = current();
+    if (!entry || entry->showsSearch)
+        return;
+    if (std::optional<ScreenTile> tile = m_camera->aroundPointer(now()))
+        entry->*when = m_film.add(std::move(*tile));
+}
+
+// A line may search over and over: what it saw first and last counts.
+void FlightRecorder::takePicture(const ScreenRegion &searched)
+{
+    FlightEntry *entry = current();
+    if (!entry || m_open.empty())
+        return;
+    std::optional<ScreenTile> tile = m_camera->of(searched, now());
+    if (!tile)
+        return;
+    const bool isFirst = !std::exchange(entry->showsSearch, true);
+    if (isFirst)
+        entry->before = m_film.add(std::move(*tile));
+    else if (entry->after == entry->before)
+        entry->after = m_film.add(std::move(*tile));
+    else
+        entry->after = m_film.replace(entry->after, std::move(*tile));
+    if (isFirst)
+        entry->after = entry->before;
 }
 
 FlightEntry *FlightRecorder::current()
@@ -145,6 +193,8 @@ void FlightRecorder::lineEnds(LineEnd how, const QString &reason)
 {
     if (m_open.empty())
         return;
+    if (m_takesPictures)
+        takePicture(&FlightEntry::after);
     if (FlightEntry *entry = current()) {
         entry->end = how;
         entry->reason = withoutSecrets(reason);
@@ -154,8 +204,11 @@ void FlightRecorder::lineEnds(LineEnd how, const QString &reason)
     m_open.pop_back();
 }
 
-void FlightRecorder::colourSearched(const QRect &area, Channels colour, std::optional<Position> found)
+void FlightRecorder::colourSearched(
+    const QRect &area, const ScreenRegion &region, Channels colour, std::optional<Position> found)
 {
+    if (m_takesPictures)
+        takePicture(region);
     const QString name = u"%1"_s.arg(colour.pixel(), 6, 16, QChar(u'0')).toUpper();
     deed(found ? FlightWords::tr("colour %1 in %2: seen at %3").arg(name, textOf(area), textOf(area, *found))
                : FlightWords::tr("colour %1 in %2: not seen").arg(name, textOf(area)));
@@ -164,6 +217,8 @@ void FlightRecorder::colourSearched(const QRect &area, Channels colour, std::opt
 void FlightRecorder::pictureSearched(const QRect &area, const QString &path, const ScreenRegion &region,
     const PictureTemplate &picture, std::optional<Position> found)
 {
+    if (m_takesPictures)
+        takePicture(region);
     if (found)
         deed(FlightWords::tr("picture %1 in %2: seen at %3").arg(path, textOf(area), textOf(area, *found)));
     else

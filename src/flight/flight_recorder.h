@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/editions/run_observer.h"
+#include "flight/film.h"
 #include "flight/flight_log.h"
 #include "flight/secrets.h"
 #include "search/search_observer.h"
@@ -9,9 +10,12 @@
 #include <QHash>
 #include <QSet>
 
+#include <functional>
 #include <vector>
 
 namespace plum {
+
+class FlightCamera;
 
 // Keeps in memory what the run that goes on, or was the last one, has done. Answers of the user, texts of the
 // clipboard and what lines make of them are left out.
@@ -26,13 +30,20 @@ public:
     // From now on.
     void setKeeps(Keeps keeps) { m_keeps = keeps; }
 
+    // Takes the pictures of the runs at whose beginning `areWanted` says so. Without it there are none.
+    void setCamera(FlightCamera &camera, std::function<bool()> areWanted);
+
     const FlightLog &log() const { return m_log; }
+    const Film &film() const { return m_film; }
 
     // How the run has ended.
     void noteOutcome(const QString &sentence) { m_log.setOutcome(withoutSecrets(sentence)); }
 
     // What a port was asked to do.
     void deed(const QString &what);
+
+    // A run has put the pointer there.
+    void noteMotion(QPoint to);
 
     // A text that is not to be seen, from now on.
     void addSecret(const QString &text);
@@ -51,7 +62,8 @@ public:
 
     bool wantsEveryLine() const override { return !m_secrets.isEmpty(); }
 
-    void colourSearched(const QRect &area, Channels colour, std::optional<Position> found) override;
+    void colourSearched(const QRect &area, const ScreenRegion &region, Channels colour,
+        std::optional<Position> found) override;
     void pictureSearched(const QRect &area, const QString &path, const ScreenRegion &region,
         const PictureTemplate &picture, std::optional<Position> found) override;
 
@@ -65,11 +77,17 @@ private:
     qint64 now() const { return m_clock.isValid() ? m_clock.nsecsElapsed() / 1000 : 0; }
     FlightEntry *current();
     QString withoutSecrets(const QString &text) const;
+    void takePicture(Film::Id FlightEntry::*when);
+    void takePicture(const ScreenRegion &searched);
     void missed(
         const QRect &area, const QString &path, const ScreenRegion &region, const PictureTemplate &picture);
 
     Keeps m_keeps = Keeps::NoSecrets;
     FlightLog m_log;
+    Film m_film;
+    FlightCamera *m_camera = nullptr;
+    std::function<bool()> m_arePicturesWanted;
+    bool m_takesPictures = false; // of this run
     Secrets m_secrets;
     QElapsedTimer m_clock;
     std::vector<Open> m_open; // the innermost line last

@@ -73,6 +73,7 @@ class GuardedPointer final : public Guarded<Pointer>
 public:
     using Guarded::Guarded;
     QPoint position() override;
+    bool isAskedUnseen() const override { return m_platform.pointer().isAskedUnseen(); }
     void moveTo(QPoint point) override;
     void buttonEvent(quint32 flags) override;
     void releaseAll() override { m_platform.pointer().releaseAll(); }

@@ -60,6 +60,8 @@ constexpr char runUsage[] = R"(Runs a script like plum, and always ends.
   --trace FILE        writes what the run did, line by line, as a page of HTML
   --scoped            keys and clicks go only to the window that was in front when the run last activated or
                       clicked one; the run waits while another one is
+  --pictures          has pictures in that page: what was around the pointer, or where a search looked, before and
+                      after each line
   --secrets           has answers and the clipboard's texts in that page, too
   --help              shows this text
 

@@ -56,7 +56,7 @@ RunOptions readRunOptions(const QStringList &arguments, QString &problem)
     const FileAndHelp read = readOptions(arguments,
         {{.name = u"--timeout"_s, .take = takeTimeout}, settingRow(options.variables),
             textRow(u"--trace"_s, options.trace), flagRow(u"--secrets"_s, options.tracesSecrets),
-            flagRow(u"--scoped"_s, options.isScoped)},
+            flagRow(u"--scoped"_s, options.isScoped), flagRow(u"--pictures"_s, options.takesPictures)},
         problem);
     options.file = read.file;
     options.wantsHelp = read.wantsHelp;

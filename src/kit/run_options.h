@@ -24,6 +24,7 @@ struct RunOptions
     QList<std::pair<QString, QString>> variables;
     QString trace; // the file that gets what the run did; empty for none
     bool isScoped = false; // keys and clicks go to the run's own window alone
+    bool takesPictures = false; // for what is kept of the run
     bool tracesSecrets = false; // answers and the clipboard's texts, too
     bool wantsHelp = false;
 };

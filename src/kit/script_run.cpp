@@ -3,6 +3,7 @@
 #include "engine/editions/script_error.h"
 #include "engine/run_time_error.h"
 #include "flight/flight_page.h"
+#include "library/launcher_options.h"
 #include "ui/message_boxes.h"
 #include "ui/shurubox.h"
 
@@ -79,6 +80,9 @@ void ScriptRun::start(const RunOptions &options)
 {
     m_file = options.file;
     m_trace = options.trace;
+    m_flight.takePicturesWhere([this, isAskedFor = options.takesPictures] {
+        return isAskedFor || wantsPictures(m_platform->paths(), m_platform->textCodec());
+    });
     if (options.tracesSecrets)
         m_flight.recorder.setKeeps(FlightRecorder::Keeps::Everything);
     if (options.isScoped)
@@ -149,10 +153,11 @@ void ScriptRun::writeTrace(Status status)
     else if (status == TimedOut)
         m_flight.recorder.noteOutcome(u"The run did not end in time."_s);
     const FlightLog &log = m_flight.recorder.log();
-    if (!m_trace.isEmpty() && !writeFlightPage(m_trace, flightPage(log)))
+    const auto page = [&] { return flightPage(log, m_flight.recorder.film()); };
+    if (!m_trace.isEmpty() && !writeFlightPage(m_trace, page()))
         print(u"plumkit: %1 cannot be written"_s.arg(m_trace));
     else if (m_trace.isEmpty() && !log.outcome().isEmpty() && !log.entries().empty())
-        writeFlightPage(lastFlightPath(), flightPage(log));
+        writeFlightPage(lastFlightPath(), page());
 }
 
 void ScriptRun::letGo()

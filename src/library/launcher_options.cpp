@@ -20,4 +20,11 @@ LauncherOptions readLauncherOptions(const Paths &paths, TextCodec &codec)
     return options;
 }
 
+bool wantsPictures(const Paths &paths, TextCodec &codec)
+{
+    const QString pictures = SettingsFile::options(paths, codec)
+                                 .ReadSetting(QStringLiteral("recorder"), QStringLiteral("pictures"));
+    return pictures.compare(u"on", Qt::CaseInsensitive) == 0;
+}
+
 } // namespace plum

@@ -16,4 +16,7 @@ struct LauncherOptions
 // What is not there, or is no word that means something, stays as it is without the file.
 LauncherOptions readLauncherOptions(const Paths &paths, TextCodec &codec);
 
+// [recorder] pictures=on: what is kept of a run has pictures. Asked for with each run.
+bool wantsPictures(const Paths &paths, TextCodec &codec);
+
 } // namespace plum

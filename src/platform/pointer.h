@@ -23,6 +23,9 @@ public:
     // The current position. Without a desktop: 0,0.
     virtual QPoint position() = 0;
 
+    // Whether no program notices that the position was asked for.
+    virtual bool isAskedUnseen() const { return true; }
+
     // Moves the pointer. A point off the desktop is clipped to it by the system, without an error. While a
     // button of this object is down the pointer may pass points on the way, so that programs see a drag.
     virtual void moveTo(QPoint point) = 0;

@@ -27,7 +27,8 @@ std::optional<Position> ScreenSearch::FindColor(const ScreenArea &area, Channels
     const std::optional<Position> found
         = region ? findColour(*region, colour.pixel(), pixelKernels()) : std::nullopt;
     if (m_use.observer)
-        m_use.observer->colourSearched({area.x, area.y, area.width, area.height}, colour, found);
+        m_use.observer->colourSearched(
+            {area.x, area.y, area.width, area.height}, region.value_or(ScreenRegion()), colour, found);
     return found;
 }
 

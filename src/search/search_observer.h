@@ -18,9 +18,11 @@ class SearchObserver
 public:
     virtual ~SearchObserver() = default;
 
-    virtual void colourSearched(const QRect &area, Channels colour, std::optional<Position> found) = 0;
-
-    // `region` is what was seen and `picture` what was looked for; both may be read until this returns.
+    // `region` is what was seen, empty where that was nothing, and `picture` what was looked for; both may be
+    // read until this returns.
+    virtual void colourSearched(
+        const QRect &area, const ScreenRegion &region, Channels colour, std::optional<Position> found)
+        = 0;
     virtual void pictureSearched(const QRect &area, const QString &path, const ScreenRegion &region,
         const PictureTemplate &picture, std::optional<Position> found)
         = 0;

@@ -56,6 +56,7 @@ private:
         {
         }
         QPoint position() override { return m_inner.pointer().position(); }
+        bool isAskedUnseen() const override { return m_inner.pointer().isAskedUnseen(); }
         void moveTo(QPoint point) override;
         void buttonEvent(quint32 flags) override;
         void releaseAll() override { m_inner.pointer().releaseAll(); }

@@ -1,5 +1,6 @@
 #include "flight/flight_page.h"
 
+#include "flight/film.h"
 #include "flight/flight_log.h"
 #include "support/printers.h"
 
@@ -23,7 +24,7 @@ TEST(FlightPage, ShowsLinesAndCarriesNothingOut)
         .deeds = {{1'500'000, u"typed 3 characters"_s}},
         .variables = {{u"name"_s, u"<i>"_s}}});
     log.setOutcome(u"stopped \"%1\""_s);
-    const QString page = flightPage(log);
+    const QString page = flightPage(log, {});
     for (const char *shown : {"&lt;img src=x&gt;%2", "&lt;script&gt;", "no &lt;b&gt;window&lt;/b&gt;",
              "a&amp;b", "1.500</span> typed 3 characters", "name = <code>&lt;i&gt;", "stopped &quot;%1&quot;",
              "12 lines that only compute", "<td>7</td>", "<strong>failed</strong>"})
@@ -35,7 +36,7 @@ TEST(FlightPage, ShowsLinesAndCarriesNothingOut)
 
 TEST(FlightPage, SaysThatNothingHasBeenCarriedOut)
 {
-    EXPECT_TRUE(flightPage({}).contains("No line has been carried out."_L1));
+    EXPECT_TRUE(flightPage({}, {}).contains("No line has been carried out."_L1));
 }
 
 TEST(FlightPage, IsWrittenIntoAFolderThatIsNotThereYet)

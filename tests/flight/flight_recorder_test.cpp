@@ -104,6 +104,43 @@ TEST_F(FlightRecorderTest, KeepsLinesWithWhatTheyDid)
     EXPECT_EQ(log().entries().front().variables, (QList<std::pair<QString, QString>>{{u"x"_s, u"3"_s}}));
 }
 
+TEST_F(FlightRecorderTest, TakesPicturesBeforeAndAfterEachLineWhereTheyAreWanted)
+{
+    const auto paint
+        = [this](quint32 colour) { desktop.screen().pixels.assign(std::size_t(200) * 100, colour); };
+    const auto middleOf = [this](Film::Id id) {
+        const ScreenTile *tile = flight.recorder.film().find(id);
+        return tile ? tile->toImage().pixel(80, 60) & 0xffffff : 0U;
+    };
+    bool areWanted = true;
+    FlightCamera camera(desktop, [] { return 0; });
+    flight.recorder.setCamera(camera, [&] { return areWanted; });
+    desktop.pointer().at = {100, 50};
+    paint(0x111111);
+    desktop.log.onAdd = [&](const QString &event) {
+        if (event == "mouse 2"_L1)
+            paint(0x222222);
+    };
+    run("//edition:2\nmouse.l_down\nmouse.l_up\nos.find_color 00FF00,0:0:200:100,,spot\n");
+    ASSERT_GE(log().entries().size(), 3U);
+    const FlightEntry &press = log().entries()[0];
+    EXPECT_EQ(middleOf(press.before), 0x111111U);
+    EXPECT_EQ(middleOf(press.after), 0x222222U);
+    EXPECT_EQ(log().entries()[1].before, press.after) << "nothing has changed";
+    const FlightEntry &search = log().entries()[2];
+    EXPECT_TRUE(search.showsSearch);
+    ASSERT_NE(flight.recorder.film().find(search.after), nullptr);
+    EXPECT_EQ(flight.recorder.film().find(search.after)->toImage().size(), QSize(200, 100));
+    const QString page = flightPage(log(), flight.recorder.film());
+    EXPECT_TRUE(
+        page.contains("<img alt=\"before\" width=\"160\" height=\"120\" src=\"data:image/png;base64,"_L1));
+    EXPECT_TRUE(page.contains("<img alt=\"after\""_L1));
+    areWanted = false;
+    run("//edition:2\nmouse.l_down\n");
+    EXPECT_TRUE(flight.recorder.film().isEmpty());
+    EXPECT_FALSE(flightPage(log(), flight.recorder.film()).contains("<img"_L1));
+}
+
 TEST_F(FlightRecorderTest, BeginsAnewWithEachRun)
 {
     run("//edition:2\nmouse.move 1:2\n");
@@ -118,7 +155,7 @@ TEST_F(FlightRecorderTest, KeepsNoAnswerAndNothingThatIsMadeOfIt)
     scripts.starts().answer(1, {true, u"name"_s, u"Annabel"_s});
     EXPECT_TRUE(desktop.log.lines().contains(u"type Ammabel"_s))
         << desktop.log.lines().join(u'|').toStdString();
-    const QString page = flightPage(log());
+    const QString page = flightPage(log(), flight.recorder.film());
     EXPECT_FALSE(page.contains("Annabel"_L1)) << page.toStdString();
     EXPECT_FALSE(page.contains("Ammabel"_L1)) << page.toStdString();
     EXPECT_TRUE(page.contains("Hello "_L1 + Secrets::mark)) << page.toStdString();

@@ -1959,6 +1959,22 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
 <context>
     <name>plum::FlightWords</name>
     <message>
+        <source>before</source>
+        <translation>之前</translation>
+    </message>
+    <message>
+        <source>after</source>
+        <translation>之后</translation>
+    </message>
+    <message>
+        <source>Pictures</source>
+        <translation>图片</translation>
+    </message>
+    <message>
+        <source>Before and after each line: what was around the pointer, or what a search saw. One picture: nothing had changed.</source>
+        <translation>每一行之前和之后：指针周围的画面，或一次查找所看到的画面。只有一张图片：没有变化。</translation>
+    </message>
+    <message>
         <source>waits</source>
         <translation>等待</translation>
     </message>

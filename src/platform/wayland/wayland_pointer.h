@@ -16,6 +16,7 @@ public:
     explicit WaylandPointer(WaylandConnection &connection);
 
     QPoint position() override;
+    bool isAskedUnseen() const override { return false; }
     void moveTo(QPoint point) override;
     void buttonEvent(quint32 flags) override;
     void releaseAll() override;
