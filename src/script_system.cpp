@@ -80,7 +80,8 @@ struct ScriptSystem::Parts
         , upload(http, platform.paths(), platform.textCodec())
         , clicks(platform.pointer(), waiter)
         , actions({platform.pointer(), clicks, platform.clipboard(), needs.launcher})
-        , search({platform.screen(), needs.launcher, platform.paths(), needs.stop, needs.searches})
+        , search(
+              {platform.screen(), needs.launcher, platform.paths(), needs.stop, needs.searches, needs.sights})
         , engine({platform.clipboard(), platform.pointer(), shell, platform.paths(), folders,
               platform.textCodec(), needs.launcher, waiter})
     {

@@ -12,6 +12,7 @@ class InputGate;
 class Notices;
 class Platform;
 class ProgramRunner;
+class SearchAnswers;
 class SearchObserver;
 class StopSignal;
 class StorePage;
@@ -36,6 +37,7 @@ public:
         std::function<void(const QString &sentence)> refused = {};
 
         SearchObserver *searches = nullptr; // hears of searches of the screen
+        SearchAnswers *sights = nullptr; // what they find where there is no screen
 
         // What a test puts in the place of the program's own.
         Waiter *waiter = nullptr;

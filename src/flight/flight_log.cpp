@@ -11,6 +11,14 @@ qsizetype bytesOfText(const QString &text)
     return textBytes + 2 * text.size();
 }
 
+qsizetype bytesOfDeed(const FlightDeed &deed)
+{
+    qsizetype bytes = static_cast<qsizetype>(sizeof(FlightEntry::Deed));
+    for (const QString &value : deed.values)
+        bytes += bytesOfText(value);
+    return bytes;
+}
+
 } // namespace
 
 void FlightLog::begin(const QString &script)
@@ -41,6 +49,12 @@ void FlightLog::note(const QString &added, const QString &removed)
     makeRoom();
 }
 
+void FlightLog::note(const FlightDeed &added, const FlightDeed *removed)
+{
+    m_bytes += bytesOfDeed(added) - (removed ? bytesOfDeed(*removed) : 0);
+    makeRoom();
+}
+
 QString FlightLog::cut(const QString &text)
 {
     return text.size() > longestText ? text.first(longestText) + QChar(0x2026) : text;
@@ -53,7 +67,9 @@ qsizetype FlightLog::bytesOf(const FlightEntry &entry)
     for (const QString &field : entry.fields)
         bytes += bytesOfText(field);
     for (const FlightEntry::Deed &deed : entry.deeds)
-        bytes += bytesOfText(deed.what);
+        bytes += bytesOfDeed(deed.what);
+    for (const FlightEntry::Sight &sight : entry.seen)
+        bytes += bytesOfText(sight.what);
     for (const auto &[name, value] : entry.variables)
         bytes += bytesOfText(name) + bytesOfText(value);
     return bytes;

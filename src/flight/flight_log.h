@@ -2,8 +2,10 @@
 
 #include "engine/editions/run_observer.h"
 #include "flight/film.h"
+#include "flight/flight_deed.h"
 
 #include <QList>
+#include <QPoint>
 #include <QStringList>
 
 #include <deque>
@@ -18,7 +20,22 @@ struct FlightEntry
     struct Deed
     {
         qint64 at = 0;
-        QString what = {};
+        FlightDeed what = {};
+    };
+
+    // What a line found on the desktop, for who runs it where there is none.
+    struct Sight
+    {
+        enum Kind {
+            Colour,
+            Picture,
+            Window,
+        };
+
+        Kind kind = Colour;
+        QString what = {}; // RRGGBB, a path, or a title
+        QPoint at = {}; // pixels of the screen
+        qint32 window = 0;
     };
 
     RunLine line = {};
@@ -32,6 +49,7 @@ struct FlightEntry
     QList<Deed> deeds = {};
     qint64 moreDeeds = 0; // that were not kept
     QList<std::pair<QString, QString>> variables = {}; // that were set, with their values
+    QList<Sight> seen = {}; // the last ones
     Film::Id before = 0; // pictures, where they are taken
     Film::Id after = 0;
     bool showsSearch = false; // they are of what was searched
@@ -60,6 +78,7 @@ public:
 
     // Says what an entry has got, and what it has lost.
     void note(const QString &added, const QString &removed = {});
+    void note(const FlightDeed &added, const FlightDeed *removed);
 
     // What is kept of a text.
     static QString cut(const QString &text);

@@ -1,6 +1,7 @@
 #include "flight/flight_page.h"
 
 #include "flight/film_strip.h"
+#include "flight/flight_data.h"
 #include "flight/flight_log.h"
 #include "flight/flight_words.h"
 
@@ -102,7 +103,8 @@ QString deedsOf(const FlightEntry &entry)
         deeds += u"<span class=\"quiet\">%1</span>"_s.arg(
             FlightWords::tr("%1 before these").arg(entry.moreDeeds));
     for (const FlightEntry::Deed &deed : entry.deeds)
-        deeds += u"<span class=\"quiet\">%1</span> %2"_s.arg(seconds(deed.at), deed.what.toHtmlEscaped());
+        deeds += u"<span class=\"quiet\">%1</span> %2"_s.arg(
+            seconds(deed.at), deed.what.toText().toHtmlEscaped());
     if (const QString word = wordFor(entry); !word.isEmpty())
         deeds += u"<strong>%1</strong>"_s.arg(word)
             + (entry.reason.isEmpty() ? QString() : u": "_s + entry.reason.toHtmlEscaped());
@@ -188,7 +190,7 @@ QString flightPage(const FlightLog &log, const Film &film)
         FlightWords::tr("Came to"), FlightWords::tr("Did"), FlightWords::tr("Set"));
     for (const FlightEntry &entry : log.entries())
         page += rowOf(entry);
-    return page + u"</tbody>\n</table>\n</body>\n</html>\n"_s;
+    return page + u"</tbody>\n</table>\n"_s + flightData(log) + u"</body>\n</html>\n"_s;
 }
 
 QString lastFlightPath()

@@ -84,7 +84,7 @@ public:
     using Recorded::Recorded;
     WindowHandle foreground() override { return m_platform.windows().foreground(); }
     WindowHandle underPointer() override { return m_platform.windows().underPointer(); }
-    WindowHandle byTitle(const QString &title) override { return m_platform.windows().byTitle(title); }
+    WindowHandle byTitle(const QString &title) override;
     QString title(WindowHandle window) override { return m_platform.windows().title(window); }
     WindowHandle own(quintptr id) override { return m_platform.windows().own(id); }
     WindowHandle topLevel(WindowHandle window) override { return m_platform.windows().topLevel(window); }
@@ -105,9 +105,6 @@ public:
     {
         return m_platform.windows().newsOfEnd(window);
     }
-
-private:
-    void tell(const char *what, WindowHandle window);
 };
 
 class RecordedShell final : public Shell

@@ -1,14 +1,15 @@
 #include "flight/flight_recorder.h"
 
 #include "flight/flight_camera.h"
-#include "flight/flight_words.h"
 #include "search/nearest_miss.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace plum {
 
 using namespace Qt::StringLiterals;
+using Kind = FlightDeed::Kind;
 
 namespace {
 
@@ -21,27 +22,27 @@ QString textOf(const QRect &area)
 }
 
 // Where in an area, in pixels of the screen.
-QString textOf(const QRect &area, const Position &position)
+QPoint pointOf(const QRect &area, const Position &position)
 {
-    return u"%1:%2"_s.arg(area.x() + position.x).arg(area.y() + position.y);
+    return {static_cast<int>(area.x() + position.x), static_cast<int>(area.y() + position.y)};
 }
 
-QString textOf(const QRect &area, const NearestMiss &miss)
+QString textOf(const QPoint &point)
+{
+    return u"%1:%2"_s.arg(point.x()).arg(point.y());
+}
+
+FlightDeed deedOf(const QRect &area, const NearestMiss &miss)
 {
     QStringList pixels;
     for (const NearestMiss::Pixel &pixel : miss.first)
         pixels += u"%1:%2"_s.arg(pixel.column).arg(pixel.row);
     if (static_cast<qsizetype>(miss.differing) > pixels.size())
         pixels += u"…"_s;
-    return FlightWords::tr(
-        "nearest miss at %1: %2 of %3 pixels differ (red %4, green %5, blue %6), in the picture at %7")
-        .arg(textOf(area, miss.at))
-        .arg(miss.differing)
-        .arg(miss.compared)
-        .arg(miss.byChannel[2])
-        .arg(miss.byChannel[1])
-        .arg(miss.byChannel[0])
-        .arg(pixels.join(u", "));
+    return {Kind::NearestMiss,
+        {textOf(pointOf(area, miss.at)), QString::number(miss.differing), QString::number(miss.compared),
+            QString::number(miss.byChannel[2]), QString::number(miss.byChannel[1]),
+            QString::number(miss.byChannel[0]), pixels.join(u", ")}};
 }
 
 } // namespace
@@ -49,7 +50,7 @@ QString textOf(const QRect &area, const NearestMiss &miss)
 void FlightRecorder::runBegins(const QString &script)
 {
     if (!m_open.empty()) {
-        deed(FlightWords::tr("another run begins: %1").arg(script));
+        deed({Kind::AnotherRun, {script}});
         return;
     }
     m_log.begin(script);
@@ -168,25 +169,48 @@ void FlightRecorder::variableSet(const QString &name, const QString &value)
     }
 }
 
-void FlightRecorder::deed(const QString &what)
+void FlightRecorder::deed(FlightDeed what)
 {
     FlightEntry *entry = current();
     if (!entry)
         return;
-    const QString shown = withoutSecrets(what);
+    for (QString &value : what.values)
+        value = withoutSecrets(value);
     // The last ones count: they are what a line was at when it was stopped.
-    QString given;
+    std::optional<FlightDeed> given;
     if (entry->deeds.size() == FlightLog::mostDeeds) {
         given = entry->deeds.takeFirst().what;
         ++entry->moreDeeds;
     }
-    entry->deeds += {now(), shown};
-    m_log.note(shown, given);
+    entry->deeds += {now(), what};
+    m_log.note(what, given ? &*given : nullptr);
+}
+
+void FlightRecorder::seen(FlightEntry::Sight sight)
+{
+    FlightEntry *entry = current();
+    if (!entry)
+        return;
+    sight.what = withoutSecrets(sight.what);
+    // A line that waits may look over and over.
+    QString given;
+    const auto same = std::ranges::find_if(entry->seen, [&](const FlightEntry::Sight &other) {
+        return other.kind == sight.kind && other.what == sight.what;
+    });
+    if (same != entry->seen.end() || entry->seen.size() == FlightLog::mostDeeds)
+        given = entry->seen.takeAt(same == entry->seen.end() ? 0 : same - entry->seen.begin()).what;
+    entry->seen += sight;
+    m_log.note(sight.what, given);
+}
+
+QString FlightRecorder::nameOf(Channels colour)
+{
+    return u"%1"_s.arg(colour.pixel(), 6, 16, QChar(u'0')).toUpper();
 }
 
 void FlightRecorder::refused(const QString &sentence)
 {
-    deed(FlightWords::tr("refused: %1").arg(sentence));
+    deed({Kind::Refused, {sentence}});
 }
 
 void FlightRecorder::lineEnds(LineEnd how, const QString &reason)
@@ -209,9 +233,14 @@ void FlightRecorder::colourSearched(
 {
     if (m_takesPictures)
         takePicture(region);
-    const QString name = u"%1"_s.arg(colour.pixel(), 6, 16, QChar(u'0')).toUpper();
-    deed(found ? FlightWords::tr("colour %1 in %2: seen at %3").arg(name, textOf(area), textOf(area, *found))
-               : FlightWords::tr("colour %1 in %2: not seen").arg(name, textOf(area)));
+    const QString name = nameOf(colour);
+    if (!found) {
+        deed({Kind::ColourNotSeen, {name, textOf(area)}});
+        return;
+    }
+    const QPoint point = pointOf(area, *found);
+    seen({.kind = FlightEntry::Sight::Colour, .what = name, .at = point});
+    deed({Kind::ColourSeen, {name, textOf(area), textOf(point)}});
 }
 
 void FlightRecorder::pictureSearched(const QRect &area, const QString &path, const ScreenRegion &region,
@@ -219,16 +248,19 @@ void FlightRecorder::pictureSearched(const QRect &area, const QString &path, con
 {
     if (m_takesPictures)
         takePicture(region);
-    if (found)
-        deed(FlightWords::tr("picture %1 in %2: seen at %3").arg(path, textOf(area), textOf(area, *found)));
-    else
+    if (!found) {
         missed(area, path, region, picture);
+        return;
+    }
+    const QPoint point = pointOf(area, *found);
+    seen({.kind = FlightEntry::Sight::Picture, .what = path, .at = point});
+    deed({Kind::PictureSeen, {path, textOf(area), textOf(point)}});
 }
 
 void FlightRecorder::missed(
     const QRect &area, const QString &path, const ScreenRegion &region, const PictureTemplate &picture)
 {
-    deed(FlightWords::tr("picture %1 in %2: not seen").arg(path, textOf(area)));
+    deed({Kind::PictureNotSeen, {path, textOf(area)}});
     // The first time in any case; a script that waits for a picture misses it over and over.
     const qint64 begun = now();
     if (m_missed.contains(path) && m_missTime * missShare > begun)
@@ -236,7 +268,7 @@ void FlightRecorder::missed(
     m_missed.insert(path);
     const std::optional<NearestMiss> miss = findNearestMiss(region, picture);
     m_missTime += now() - begun;
-    deed(miss ? textOf(area, *miss) : FlightWords::tr("nothing in there is like it"));
+    deed(miss ? deedOf(area, *miss) : FlightDeed{Kind::NothingAlike});
 }
 
 } // namespace plum

@@ -19,7 +19,7 @@ class FlightCamera;
 
 // Keeps in memory what the run that goes on, or was the last one, has done. Answers of the user, texts of the
 // clipboard and what lines make of them are left out.
-class FlightRecorder final : public RunObserver, public SearchObserver
+class FlightRecorder : public RunObserver, public SearchObserver
 {
 public:
     enum class Keeps {
@@ -40,7 +40,13 @@ public:
     void noteOutcome(const QString &sentence) { m_log.setOutcome(withoutSecrets(sentence)); }
 
     // What a port was asked to do.
-    void deed(const QString &what);
+    void deed(FlightDeed what);
+
+    // A line has found that on the desktop.
+    void seen(FlightEntry::Sight sight);
+
+    // A colour as records name it: RRGGBB.
+    static QString nameOf(Channels colour);
 
     // A run has put the pointer there.
     void noteMotion(QPoint to);

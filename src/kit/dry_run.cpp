@@ -22,6 +22,7 @@ constexpr int fetched = 200; // what a server answers that all is well
 DryRun::DryRun(const Places &places, Print print, Print printError)
     : m_print(std::move(print))
     , m_printError(std::move(printError))
+    , m_scratchFolder(places.scratchFolder)
     , m_paths(places.paths, places.scratchFolder)
     , m_platform(m_recording, m_paths)
     , m_waiter(m_recording.log)
@@ -30,12 +31,14 @@ DryRun::DryRun(const Places &places, Print print, Print printError)
     , m_programs(m_recording.log)
     , m_storePage(m_recording.log)
     , m_notices(m_recording.log)
-    , m_scripts({.platform = m_platform,
-          .shell = m_recording.shell(),
+    , m_scripts({.platform = recorded(places),
+          .shell = m_recordedShell ? static_cast<Shell &>(*m_recordedShell) : m_recording.shell(),
           .launcher = *this,
           .storePage = m_storePage,
           .executableName = u"plumkit"_s,
           .stop = &m_stop,
+          .searches = m_replay ? &*m_replay : nullptr,
+          .sights = m_replay ? &*m_replay : nullptr,
           .waiter = &m_waiter,
           .http = &m_http,
           .programs = &m_programs,
@@ -56,11 +59,26 @@ DryRun::DryRun(const Places &places, Print print, Print printError)
 
 DryRun::~DryRun() = default;
 
+Platform &DryRun::recorded(const Places &places)
+{
+    if (!places.record)
+        return m_platform;
+    m_replay.emplace(*places.record, m_recording);
+    // What the record has left out it has left out; nothing here is kept.
+    m_replay->setKeeps(FlightRecorder::Keeps::Everything);
+    m_recordedShell.emplace(m_recording.shell(), *m_replay);
+    return m_recordedPlatform.emplace(m_platform, *m_replay);
+}
+
 Status DryRun::run(const DryOptions &options)
 {
     m_answers = options.answers;
     m_typed = QFileInfo(options.file).completeBaseName() + u' ' + options.typed;
     m_eventsLeft = options.mostEvents;
+    if (m_replay)
+        m_scripts.state().observer = &*m_replay;
+    if (options.allowsNetwork)
+        m_http.reaching = &m_network.emplace();
     m_recording.log.onAdd = [this](const QString &event) { note(event); };
     const QString path = QFileInfo(options.file).absoluteFilePath();
     // A script's own place is the real one where its name is that of a script.
@@ -73,6 +91,14 @@ Status DryRun::run(const DryOptions &options)
         m_scripts.state().vardict.SetVar(name, value);
         m_scripts.presetVariable(name, value);
     }
+    const Status status = carryOut(options, path);
+    if (m_replay)
+        printComparison();
+    return status;
+}
+
+Status DryRun::carryOut(const DryOptions &options, const QString &path)
+{
     try {
         runToItsEnd();
     } catch (const RunTimeError &error) {
@@ -109,9 +135,14 @@ void DryRun::runToItsEnd()
 // False when the run rests for ever: a question of edition 1 that was not answered.
 bool DryRun::answer(const Shown &shown)
 {
-    const bool isAnswered = shown.isQuestion && !m_answers.isEmpty();
-    const QString text = isAnswered ? m_answers.takeFirst() : QString();
-    if (shown.isQuestion)
+    std::optional<QString> given;
+    if (shown.isQuestion && !m_answers.isEmpty())
+        given = m_answers.takeFirst();
+    else if (shown.isQuestion && m_replay)
+        given = m_replay->answerFor(shown.variable);
+    const bool isAnswered = given.has_value();
+    const QString text = given.value_or(QString());
+    if (shown.isQuestion && !m_replay)
         m_print(isAnswered ? u"   answer "_s + text : u"   no answer"_s);
     if (shown.ticket != 0) {
         m_scripts.starts().answer(shown.ticket, {isAnswered, shown.variable, text});
@@ -129,9 +160,45 @@ bool DryRun::answer(const Shown &shown)
 
 void DryRun::note(const QString &event)
 {
-    m_print(u"%1: %2"_s.arg(m_scripts.state().currentLine + 1).arg(event));
+    if (!m_replay)
+        m_print(u"%1: %2"_s.arg(m_scripts.state().currentLine + 1).arg(event));
     if (--m_eventsLeft == 0)
         m_stop.raise();
+}
+
+// Copies of files stand for the files.
+QString DryRun::withoutScratch(QString text) const
+{
+    return text.remove(m_scratchFolder);
+}
+
+void DryRun::printComparison()
+{
+    const auto print = [this](QChar mark, const FlightEntry &entry) {
+        m_print(u"%1 %2: "_s.arg(mark).arg(entry.line.number) + entry.line.text);
+    };
+    const auto printOutcome = [this](const QString &head, const FlightEntry &entry) {
+        m_print(u"    "_s + head + withoutScratch(outcomeOf(entry).join(u"; "_s)));
+    };
+    // A line that only computes may have been there, unseen.
+    const bool hasGaps = m_replay->hasGaps();
+    for (const ComparedLine &line : compareRuns(m_replay->record().entries(), m_replay->log().entries())) {
+        if (!line.before && line.now->deeds.isEmpty() && hasGaps) {
+            print(u' ', *line.now);
+        } else if (!line.before) {
+            print(u'+', *line.now);
+            printOutcome(u"now: "_s, *line.now);
+        } else if (!line.now) {
+            print(u'-', *line.before);
+            printOutcome(u"was: "_s, *line.before);
+        } else if (line.differs(m_scratchFolder)) {
+            print(u'~', *line.now);
+            printOutcome(u"was: "_s, *line.before);
+            printOutcome(u"now: "_s, *line.now);
+        } else {
+            print(u' ', *line.now);
+        }
+    }
 }
 
 void DryRun::showInput(const QString &prompt, const QString &variable)

@@ -1,6 +1,10 @@
 #pragma once
 
 #include "engine/launcher.h"
+#include "flight/flight_platform.h"
+#include "http/loaded_http_client.h"
+#include "kit/replay.h"
+#include "kit/run_comparison.h"
 #include "kit/run_options.h"
 #include "kit/scratch_paths.h"
 #include "platform/recording/recording_platform.h"
@@ -23,6 +27,7 @@ public:
     {
         const Paths &paths; // the system's
         QString scratchFolder; // empty; everything that the run writes is below it
+        std::optional<FlightLog> record = {}; // of a run that this one is laid beside
     };
 
     // `print` gets each event with the number of its line in front; `printError` what is wrong, a line each.
@@ -31,7 +36,9 @@ public:
     ~DryRun() override;
     Q_DISABLE_COPY_MOVE(DryRun)
 
-    // Comes back when the run has ended, in whichever way.
+    // Comes back when the run has ended, in whichever way. Beside a recorded run it prints lines in place of
+    // events: what stands in both with a blank in front, what differs with "~", new lines with "+" and those
+    // that are not carried out any more with "-".
     Status run(const DryOptions &options);
 
     // Who hears what the run does, before it begins.
@@ -77,19 +84,28 @@ private:
         QString variable = {};
     };
 
+    Platform &recorded(const Places &places);
+    Status carryOut(const DryOptions &options, const QString &path);
     void runToItsEnd();
+    void printComparison();
+    QString withoutScratch(QString text) const;
     void note(const QString &event);
     bool answer(const Shown &shown);
 
     Print m_print;
     Print m_printError;
     recording::RecordingPlatform m_recording;
+    QString m_scratchFolder;
     ScratchPaths m_paths;
     DryPlatform m_platform;
+    std::optional<Replay> m_replay;
+    std::optional<FlightPlatform> m_recordedPlatform; // with a replay
+    std::optional<RecordedShell> m_recordedShell;
     StopSignal m_stop; // raised when there are too many events
     recording::RecordingWaiter m_waiter;
     recording::RecordingLauncher m_writer;
     recording::RecordingHttpClient m_http;
+    std::optional<LoadedHttpClient> m_network; // where it is allowed
     recording::RecordingProgramRunner m_programs;
     recording::RecordingStorePage m_storePage;
     recording::RecordingNotices m_notices;

@@ -3,9 +3,10 @@
 #include "kit/app_commands.h"
 #include "kit/check_command.h"
 #include "kit/debug_session.h"
-#include "kit/dry_run.h"
+#include "kit/dry_command.h"
 #include "kit/editor_session.h"
 #include "kit/launcher_commands.h"
+#include "kit/option_rows.h"
 #include "kit/pick_command.h"
 #include "kit/run_options.h"
 #include "kit/script_run.h"
@@ -18,7 +19,6 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdio>
 #include <memory>
@@ -73,27 +73,6 @@ plum/what-happened.html of the user's cache folder (~/.cache on Linux). Ends wit
   2    when the options are unusable or FILE cannot be read
   124  when the time was over
   130  when the run was stopped (Ctrl+C, or Esc held for 0.7 s), or a question was not answered
-)";
-
-constexpr char dryUsage[]
-    = R"(Says what a script would do, an event a line with the number of its line in front. Nothing is done: the
-desktop is made up, requests and programs are only named, waits take no time, and files are changed in copies that
-are thrown away.
-
-  plumkit dry [options] FILE
-
-  --set name=value    a variable that the script finds when it begins; may be given several times
-  --answer TEXT       answers the next question; may be given several times
-  --typed TEXT        what the user typed behind the keyword
-  --events N          gives up after N events; 100000 if nothing is said
-  --help              shows this text
-
-Ends with status
-  0    when the script came to its end
-  1    with an error of the script; it stands on standard error as FILE:line:column: sentence
-  2    when the options are unusable or FILE cannot be read
-  124  when there were more events
-  130  when a question had no answer
 )";
 
 constexpr char checkUsage[] = R"(Says what can be known about scripts before they run, a line each:
@@ -194,12 +173,6 @@ same. Ends with status
   2    when the options are unusable, FILE cannot be read or the script cannot be written
 )";
 
-int refuse(const QString &problem, const char *help)
-{
-    std::fprintf(stderr, "plumkit: %s\n\n%s", qUtf8Printable(problem), help);
-    return Unusable;
-}
-
 int run(int argc, char **argv, const QStringList &arguments)
 {
     QString problem;
@@ -218,27 +191,6 @@ int run(int argc, char **argv, const QStringList &arguments)
     ScriptRun script(QFile::decodeName(argv[0]), environment.hasDesktop);
     script.start(options);
     return QApplication::exec();
-}
-
-int dry(int argc, char **argv, const QStringList &arguments)
-{
-    QString problem;
-    const DryOptions options = readDryOptions(arguments, problem);
-    if (!problem.isEmpty())
-        return refuse(problem, dryUsage);
-    if (options.wantsHelp) {
-        std::fputs(dryUsage, stdout);
-        return Done;
-    }
-    const QCoreApplication application(argc, argv);
-    const QTemporaryDir scratch;
-    if (!scratch.isValid())
-        return refuse(u"there is no room for copies of files"_s, dryUsage);
-    const std::unique_ptr<plum::Platform> platform = plum::createPlatform(QFile::decodeName(argv[0]));
-    const auto printTo = [](std::FILE *stream) {
-        return [stream](const QString &line) { std::fprintf(stream, "%s\n", qUtf8Printable(line)); };
-    };
-    return DryRun({platform->paths(), scratch.path()}, printTo(stdout), printTo(stderr)).run(options);
 }
 
 int check(int argc, char **argv, const QStringList &arguments)
@@ -421,7 +373,7 @@ int main(int argc, char **argv)
     if (command == "run"_L1)
         return run(argc, argv, arguments);
     if (command == "dry"_L1)
-        return dry(argc, argv, arguments);
+        return sayDry(argc, argv, arguments);
     if (command == "check"_L1)
         return check(argc, argv, arguments);
     if (command == "sheet"_L1)

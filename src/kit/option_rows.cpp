@@ -1,6 +1,9 @@
 #include "kit/option_rows.h"
 
+#include "kit/run_options.h"
+
 #include <algorithm>
+#include <cstdio>
 
 namespace plum::kit {
 
@@ -28,6 +31,12 @@ FileAndHelp readOptions(const QStringList &arguments, const std::vector<OptionRo
     if (problem.isEmpty() && !read.wantsHelp && read.file.isEmpty())
         problem = u"which file?"_s;
     return read;
+}
+
+int refuse(const QString &problem, const char *help)
+{
+    std::fprintf(stderr, "plumkit: %s\n\n%s", qUtf8Printable(problem), help);
+    return Unusable;
 }
 
 } // namespace plum::kit

@@ -27,4 +27,8 @@ struct FileAndHelp
 // sentence.
 FileAndHelp readOptions(const QStringList &arguments, const std::vector<OptionRow> &rows, QString &problem);
 
+// Says on standard error what is wrong with the arguments of a command, and its help. Returns the exit
+// status.
+int refuse(const QString &problem, const char *help);
+
 } // namespace plum::kit

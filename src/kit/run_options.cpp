@@ -77,7 +77,8 @@ DryOptions readDryOptions(const QStringList &arguments, QString &problem)
     };
     const FileAndHelp read = readOptions(arguments,
         {settingRow(options.variables), {.name = u"--answer"_s, .take = takeAnswer},
-            textRow(u"--typed"_s, options.typed), {.name = u"--events"_s, .take = takeEvents}},
+            textRow(u"--typed"_s, options.typed), textRow(u"--replay"_s, options.record),
+            flagRow(u"--net"_s, options.allowsNetwork), {.name = u"--events"_s, .take = takeEvents}},
         problem);
     options.file = read.file;
     options.wantsHelp = read.wantsHelp;

@@ -35,6 +35,8 @@ struct DryOptions
     QList<std::pair<QString, QString>> variables;
     QStringList answers; // to its questions, one after the other
     QString typed; // behind the keyword
+    QString record; // the page of a run that this one is laid beside; empty for none
+    bool allowsNetwork = false; // servers are asked
     int mostEvents = 100'000;
     bool wantsHelp = false;
 };

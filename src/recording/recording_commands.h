@@ -10,7 +10,7 @@
 
 namespace plum::recording {
 
-// A server that gives one answer and remembers what was posted.
+// A server that gives one answer and remembers what was posted, or the way to the real ones.
 class RecordingHttpClient final : public HttpClient
 {
 public:
@@ -19,12 +19,12 @@ public:
     {
     }
 
-    QString unavailable() override { return problem; }
+    QString unavailable() override { return reaching ? reaching->unavailable() : problem; }
 
     HttpReply get(const QString &url) override
     {
         m_log.add(QStringLiteral("get ") + url);
-        return answer;
+        return reaching ? reaching->get(url) : answer;
     }
 
     HttpReply request(const HttpRequest &request) override
@@ -33,18 +33,27 @@ public:
                       .arg(QString::fromUtf8(request.method), request.url)
                       .arg(request.milliseconds));
         requested = request;
-        return answer;
+        return reaching ? reaching->request(request) : answer;
     }
 
     HttpReply post(const QString &url, const QByteArray &contentType, QIODevice &body) override
     {
         m_log.add(QStringLiteral("post ") + url);
+        if (reaching)
+            return reaching->post(url, contentType, body);
         postedType = contentType;
         postedBody = body.readAll();
         return answer;
     }
 
+    void giveUp() override
+    {
+        if (reaching)
+            reaching->giveUp();
+    }
+
     HttpReply answer;
+    HttpClient *reaching = nullptr; // answers in its place
     QString problem;
     HttpRequest requested;
     QByteArray postedType;

@@ -5,6 +5,7 @@
 #include "platform/stop_signal.h"
 #include "search/find_color_scan.h"
 #include "search/pixel_kernels.h"
+#include "search/search_answers.h"
 #include "search/search_observer.h"
 
 #include <QCoreApplication>
@@ -24,11 +25,12 @@ std::optional<Position> ScreenSearch::FindColor(const ScreenArea &area, Channels
 {
     const std::optional<ScreenRegion> region
         = captureRegion(m_use.screen, area.x, area.y, area.width, area.height);
-    const std::optional<Position> found
-        = region ? findColour(*region, colour.pixel(), pixelKernels()) : std::nullopt;
+    const QRect rectangle(area.x, area.y, area.width, area.height);
+    const std::optional<Position> found = m_use.answers ? m_use.answers->colourAt(rectangle, colour)
+        : region                                        ? findColour(*region, colour.pixel(), pixelKernels())
+                                                        : std::nullopt;
     if (m_use.observer)
-        m_use.observer->colourSearched(
-            {area.x, area.y, area.width, area.height}, region.value_or(ScreenRegion()), colour, found);
+        m_use.observer->colourSearched(rectangle, region.value_or(ScreenRegion()), colour, found);
     return found;
 }
 
@@ -42,12 +44,14 @@ std::optional<Position> ScreenSearch::FindPic(const ScreenArea &area, const QStr
         return {};
     const std::optional<ScreenRegion> region
         = captureRegion(m_use.screen, area.x, area.y, area.width, area.height, LayeredWindows::Ignored);
-    const std::optional<Position> found = region ? m_scan.find(*region, *picture) : std::nullopt;
+    const QRect rectangle(area.x, area.y, area.width, area.height);
+    const std::optional<Position> found = m_use.answers ? m_use.answers->pictureAt(rectangle, path)
+        : region                                        ? m_scan.find(*region, *picture)
+                                                        : std::nullopt;
     if (m_use.stop)
         m_use.stop->check();
     if (m_use.observer && region)
-        m_use.observer->pictureSearched(
-            {area.x, area.y, area.width, area.height}, path, *region, *picture, found);
+        m_use.observer->pictureSearched(rectangle, path, *region, *picture, found);
     return found;
 }
 

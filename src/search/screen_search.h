@@ -13,6 +13,7 @@ namespace plum {
 class Launcher;
 class Paths;
 class Screen;
+class SearchAnswers;
 class SearchObserver;
 class StopSignal;
 
@@ -37,6 +38,7 @@ public:
         Paths &paths;
         const StopSignal *stop = nullptr; // ends a search, and the run with it
         SearchObserver *observer = nullptr; // hears of every search
+        SearchAnswers *answers = nullptr; // knows what is found, in the place of the screen
     };
 
     explicit ScreenSearch(const Needs &needs);

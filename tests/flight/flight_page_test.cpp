@@ -21,7 +21,7 @@ TEST(FlightPage, ShowsLinesAndCarriesNothingOut)
         .end = RunObserver::LineEnd::Failed,
         .reason = u"no <b>window</b>"_s,
         .fields = {u"a&b"_s},
-        .deeds = {{1'500'000, u"typed 3 characters"_s}},
+        .deeds = {{1'500'000, {FlightDeed::Kind::Typed, {u"3"_s}}}},
         .variables = {{u"name"_s, u"<i>"_s}}});
     log.setOutcome(u"stopped \"%1\""_s);
     const QString page = flightPage(log, {});

@@ -57,7 +57,7 @@ protected:
         QStringList all;
         for (const FlightEntry &entry : log().entries()) {
             for (const FlightEntry::Deed &deed : entry.deeds)
-                all += deed.what;
+                all += deed.what.toText();
         }
         return all;
     }
@@ -189,7 +189,7 @@ TEST_F(FlightRecorderTest, KeepsEverythingWhereThatIsAskedFor)
     all.recorder.lineEnds(RunObserver::LineEnd::Done, {});
     const FlightEntry &entry = all.recorder.log().entries().front();
     EXPECT_EQ(entry.variables.front().second, u"Annabel"_s);
-    EXPECT_EQ(entry.deeds.front().what, u"clipboard set: 4 characters, text"_s);
+    EXPECT_EQ(entry.deeds.front().what.toText(), u"clipboard set: 4 characters, text"_s);
 }
 
 TEST_F(FlightRecorderTest, KeepsTheLastDeedsOfALineThatDoesManyThings)
@@ -198,10 +198,10 @@ TEST_F(FlightRecorderTest, KeepsTheLastDeedsOfALineThatDoesManyThings)
     recorder.runBegins(u"x"_s);
     recorder.lineBegins({.number = 1});
     for (int n = 0; n < 100'000; ++n)
-        recorder.deed(QString::number(n));
+        recorder.deed({FlightDeed::Kind::Typed, {QString::number(n)}});
     const FlightEntry &entry = recorder.log().entries().front();
     EXPECT_EQ(entry.deeds.size(), FlightLog::mostDeeds);
-    EXPECT_EQ(entry.deeds.last().what, u"99999"_s);
+    EXPECT_EQ(entry.deeds.last().what.values, QStringList(u"99999"_s));
     EXPECT_EQ(entry.moreDeeds, 100'000 - FlightLog::mostDeeds);
     EXPECT_LT(recorder.log().bytes(), 100'000);
 }

@@ -1,7 +1,9 @@
 #include "kit/dry_run.h"
 #include "kit_process.h"
 #include "platform/recording/recording_platform.h"
+#include "recording/recording_commands.h"
 #include "support/manual_examples.h"
+#include "support/surroundings.h"
 #include "support/temporary_files.h"
 
 #include <QDir>
@@ -243,4 +245,58 @@ TEST_F(DryRuns, OfEveryStarterAppComeToTheirEndsAndChangeNothing)
         EXPECT_FALSE(dry.printed.isEmpty()) << name.toStdString();
     }
     EXPECT_EQ(filesBelow(files.folder() + u"/program"_s), before);
+}
+
+// What the launcher does with the same apps, on the bench of their own tests.
+TEST_F(DryRuns, OfEveryStarterAppGiveTheEventsOfTheLauncher)
+{
+    struct Row
+    {
+        const char *app;
+        QString typed = {};
+        QStringList given = {};
+        QStringList answers = {};
+        QStringList afterAnswer = {}; // the bench rests at a question
+    };
+    const std::vector<Row> rows{{"calc", u"6*(7+1)"_s}, {"clip", {}, {u"clipboard on it"_s}},
+        {"corner", {}, {u"window 7 50 60 100 100"_s}},
+        {"hello", {}, {}, {u"Ann"_s},
+            {u"tip Hello Ann! Type a keyword and press Enter, and its app runs."_s}},
+        {"note", u"buy plums"_s}, {"notes"}, {"open", u"/home/me/a b.txt"_s},
+        {"page", u"http://127.0.0.1:1/"_s}, {"pointer", {}, {u"pointer 12 34"_s}},
+        {"slashes", {}, {u"clipboard C:\\a,b\\c"_s}}, {"timer", u"500"_s}, {"type", u"Hello, world"_s},
+        {"web", u"http://127.0.0.1:1/"_s}};
+    QStringList compared;
+    for (const Row &row : rows)
+        compared += QString::fromLatin1(row.app);
+    EXPECT_EQ(compared, QDir(QStringLiteral(PLUM_APPS)).entryList(QDir::Dirs | QDir::NoDotAndDotDot));
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.app);
+        const QString app = QString::fromLatin1(row.app);
+        QFile source(QStringLiteral(PLUM_APPS "/%1/main.wf").arg(app));
+        ASSERT_TRUE(source.open(QIODevice::ReadOnly));
+        const QString script = files.write(u"program/config/apps/%1/main.wf"_s.arg(app), source.readAll());
+        files.write(u"program/config/apps/note/notes.txt"_s, "buy plums\r\ncall Ann\r\n");
+        Dry dry(files.folder());
+        ASSERT_TRUE(dry.arrange(row.given));
+        dry.options.typed = row.typed;
+        dry.options.answers = row.answers;
+        EXPECT_EQ(dry.run(script), Done) << dry.errors.join(u'\n').toStdString();
+        plum::recording::ScriptBench bench;
+        bench.platform.paths().folder = files.folder() + u"/program"_s;
+        plum::recording::Surroundings around(bench, files.folder());
+        for (const QString &given : row.given)
+            around.arrange(given);
+        bench.platform.log.clear();
+        bench.http.answer.status = 200;
+        bench.launcher.keywordBox = app + u' ' + row.typed;
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(files.folder() + u"/program"_s); // where the launcher runs
+        bench.system.starts().runApp(app, plum::RunStart::ScriptPath::Kept);
+        QDir::setCurrent(before);
+        QStringList events = bench.events();
+        events.removeAll(u"wait 10"_s);
+        EXPECT_FALSE(events.isEmpty());
+        EXPECT_EQ(eventsOf(dry.printed.join(u'\n')), events + row.afterAnswer);
+    }
 }

@@ -2048,28 +2048,20 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <translation>设置了</translation>
     </message>
     <message>
-        <source>left down</source>
-        <translation>左键按下</translation>
+        <source>button left down</source>
+        <translation>鼠标左键按下</translation>
     </message>
     <message>
-        <source>left up</source>
-        <translation>左键放开</translation>
+        <source>button left up</source>
+        <translation>鼠标左键放开</translation>
     </message>
     <message>
-        <source>right down</source>
-        <translation>右键按下</translation>
+        <source>button right down</source>
+        <translation>鼠标右键按下</translation>
     </message>
     <message>
-        <source>right up</source>
-        <translation>右键放开</translation>
-    </message>
-    <message>
-        <source>, </source>
-        <translation>、</translation>
-    </message>
-    <message>
-        <source> (not possible)</source>
-        <translation>（无法做到）</translation>
+        <source>button right up</source>
+        <translation>鼠标右键放开</translation>
     </message>
     <message>
         <source>clipboard read: %1 characters, %2</source>
@@ -2084,28 +2076,20 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <translation>清空剪贴板</translation>
     </message>
     <message>
-        <source>JavaScript of %1 characters: %2</source>
-        <translation>%1 个字符的 JavaScript：%2</translation>
+        <source>JavaScript of %1 characters: evaluated</source>
+        <translation>%1 个字符的 JavaScript：已求值</translation>
     </message>
     <message>
-        <source>evaluated</source>
-        <translation>已求值</translation>
+        <source>JavaScript of %1 characters: failed, %2</source>
+        <translation>%1 个字符的 JavaScript：失败，%2</translation>
     </message>
     <message>
-        <source>failed, %1</source>
-        <translation>失败，%1</translation>
+        <source>key %1 down</source>
+        <translation>按键 %1 按下</translation>
     </message>
     <message>
-        <source>key %1 %2</source>
-        <translation>按键 %1 %2</translation>
-    </message>
-    <message>
-        <source>up</source>
-        <translation>放开</translation>
-    </message>
-    <message>
-        <source>down</source>
-        <translation>按下</translation>
+        <source>key %1 up</source>
+        <translation>按键 %1 放开</translation>
     </message>
     <message>
         <source>typed %1 characters</source>
@@ -2120,10 +2104,6 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <translation>指针移到 %1:%2</translation>
     </message>
     <message>
-        <source>button %1</source>
-        <translation>鼠标%1</translation>
-    </message>
-    <message>
         <source>every button let go</source>
         <translation>放开所有鼠标键</translation>
     </message>
@@ -2132,8 +2112,16 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <translation>锁定屏幕</translation>
     </message>
     <message>
+        <source>screen locked (not possible)</source>
+        <translation>锁定屏幕（无法做到）</translation>
+    </message>
+    <message>
         <source>monitor switched off</source>
         <translation>关闭显示器</translation>
+    </message>
+    <message>
+        <source>monitor switched off (not possible)</source>
+        <translation>关闭显示器（无法做到）</translation>
     </message>
     <message>
         <source>log off</source>
@@ -2148,56 +2136,56 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <translation>重新启动</translation>
     </message>
     <message>
-        <source>window %1 %2</source>
-        <translation>窗口 %1 %2</translation>
+        <source>window %1 asked to close</source>
+        <translation>窗口 %1 被要求关闭</translation>
     </message>
     <message>
-        <source>asked to close</source>
-        <translation>被要求关闭</translation>
+        <source>window %1 activated</source>
+        <translation>窗口 %1 被激活</translation>
     </message>
     <message>
-        <source>activated</source>
-        <translation>被激活</translation>
+        <source>window %1 hidden</source>
+        <translation>窗口 %1 被隐藏</translation>
     </message>
     <message>
-        <source>hidden</source>
-        <translation>被隐藏</translation>
+        <source>window %1 shown</source>
+        <translation>窗口 %1 被显示</translation>
     </message>
     <message>
-        <source>shown</source>
-        <translation>被显示</translation>
+        <source>window %1 minimised</source>
+        <translation>窗口 %1 被最小化</translation>
     </message>
     <message>
-        <source>minimised</source>
-        <translation>被最小化</translation>
+        <source>window %1 maximised</source>
+        <translation>窗口 %1 被最大化</translation>
     </message>
     <message>
-        <source>maximised</source>
-        <translation>被最大化</translation>
+        <source>window %1 fetched to this desktop</source>
+        <translation>窗口 %1 被带到此桌面</translation>
+    </message>
+    <message>
+        <source>window %1 kept above all others</source>
+        <translation>窗口 %1 保持在最前</translation>
     </message>
     <message>
         <source>window %1 moved to %2:%3</source>
         <translation>窗口 %1 移到 %2:%3</translation>
     </message>
     <message>
-        <source>fetched to this desktop</source>
-        <translation>被带到此桌面</translation>
+        <source>opened %1</source>
+        <translation>打开 %1</translation>
     </message>
     <message>
-        <source>kept above all others</source>
-        <translation>保持在最前</translation>
+        <source>opened %1 (failed)</source>
+        <translation>打开 %1（失败）</translation>
     </message>
     <message>
-        <source>opened %1 %2</source>
-        <translation>打开 %1 %2</translation>
+        <source>started %1</source>
+        <translation>启动 %1</translation>
     </message>
     <message>
-        <source> (failed)</source>
-        <translation>（失败）</translation>
-    </message>
-    <message>
-        <source>started %1 %2</source>
-        <translation>启动 %1 %2</translation>
+        <source>started %1 (failed)</source>
+        <translation>启动 %1（失败）</translation>
     </message>
     <message>
         <source>nearest miss at %1: %2 of %3 pixels differ (red %4, green %5, blue %6), in the picture at %7</source>
