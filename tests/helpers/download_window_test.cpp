@@ -1,4 +1,5 @@
 #include "helpers/download/download_window.h"
+#include "look/theme.h"
 #include "look/translations.h"
 #include "platform/linux/file_paths.h"
 #include "support/temporary_files.h"
@@ -6,6 +7,7 @@
 #include "support/wait_until.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -103,6 +105,36 @@ protected:
 };
 
 } // namespace
+
+TEST_F(DownloadWindowTest, LooksLikeTheOtherWindows)
+{
+    const auto window = open(nginx.address(u"file.bin"_s));
+    const plum::Theme theme = plum::Theme::of(QApplication::palette());
+    const QImage shown = window->grab().toImage();
+    EXPECT_EQ(shown.pixelColor(2, 2).rgb(), theme.window.rgb());
+    const auto *end = window->findChild<QPushButton *>(u"end"_s);
+    const QPoint middle(end->width() / 2, end->height() - 4); // below the caption
+    EXPECT_EQ(shown.pixelColor(end->mapTo(window.get(), middle)).rgb(), theme.hover.rgb());
+}
+
+TEST_F(DownloadWindowTest, GrowsWithATextOfSeveralLines)
+{
+    DownloadWindow window(DownloadRequest{.url = nginx.address(u"file.bin"_s),
+                              .target = u"\\x"_s,
+                              .label = u"My label"_s,
+                              .name = u"..\\x"_s},
+        paths);
+    window.setMinimumWidth(1);
+    window.resize(200, 1);
+    window.show();
+    window.start();
+    QApplication::processEvents();
+    const auto *state = window.findChild<QLabel *>(u"state"_s);
+    EXPECT_GT(state->heightForWidth(state->width()), 2 * state->fontMetrics().height());
+    EXPECT_GE(state->height(), state->heightForWidth(state->width()));
+    const auto *end = window.findChild<QPushButton *>(u"end"_s);
+    EXPECT_GE(end->height(), end->sizeHint().height());
+}
 
 TEST_F(DownloadWindowTest, ShowsHowFarItIsAndCompletes)
 {

@@ -1,8 +1,10 @@
 #include "helpers/download/download_window.h"
 
 #include "engine/text_functions.h"
+#include "look/theme.h"
 #include "platform/paths.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QHBoxLayout>
@@ -59,6 +61,7 @@ DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths)
     , m_again(new QPushButton(tr("Try again"), this))
     , m_end(new QPushButton(tr("Cancel"), this))
 {
+    useTheme();
     setWindowTitle(request.label);
     setMinimumWidth(std::min(usualWidth, screen()->availableSize().width() - frame));
     m_state->setWordWrap(true);
@@ -88,11 +91,34 @@ DownloadWindow::DownloadWindow(const DownloadRequest &request, Paths &paths)
     connect(m_end, &QPushButton::clicked, this, &DownloadWindow::endOrClose);
 }
 
+// The colours of Plum's other windows.
+void DownloadWindow::useTheme()
+{
+    const Theme theme = Theme::of(QApplication::palette());
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, theme.window);
+    setPalette(colours);
+    m_bar->setTextVisible(false);
+    setStyleSheet(theme.styleSheet()
+        + u"QProgressBar { background: %1; border: none; border-radius: 3px; max-height: 6px; min-height: "
+          u"6px; }"
+          "QProgressBar::chunk { background: %2; border-radius: 3px; }"_s.arg(
+              theme.border.name(), theme.accent.name()));
+}
+
+// A text that takes more lines than the one before.
+void DownloadWindow::makeRoom()
+{
+    const QSize needed(width(), layout()->totalHeightForWidth(width()));
+    resize(size().expandedTo(needed));
+}
+
 void DownloadWindow::start()
 {
     if (!m_request.staysInFolder(m_paths)) {
         m_state->setText(tr("The file name leads out of the folder. Nothing was downloaded."));
         m_end->setText(tr("Close"));
+        makeRoom();
         return;
     }
     QString target = m_request.target;
@@ -114,6 +140,7 @@ void DownloadWindow::showStatus(DownloadStatus status)
     const bool busy = m_download.isBusy();
     m_again->setVisible(!busy && !m_complete);
     m_end->setText(busy ? tr("Cancel") : tr("Close"));
+    makeRoom();
 }
 
 void DownloadWindow::showProgress(

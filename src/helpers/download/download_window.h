@@ -30,6 +30,8 @@ private:
     void showStatus(DownloadStatus status);
     void showProgress(float percent, const QString &total, const QString &done, const QString &speed);
     void endOrClose();
+    void useTheme();
+    void makeRoom();
 
     DownloadRequest m_request;
     Paths &m_paths;
