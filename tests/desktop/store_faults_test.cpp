@@ -163,7 +163,8 @@ protected:
     void expectCleanLibrary()
     {
         const QString unpacking = programFolder() + u"/config/unpacking"_s;
-        EXPECT_EQ(QDir(unpacking).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList());
+        const auto left = [&] { return QDir(unpacking).entryList(QDir::Dirs | QDir::NoDotAndDotDot); };
+        EXPECT_TRUE(eventually([&] { return left().isEmpty(); })) << left().join(u' ').toStdString();
         for (const Fault &each : faults) {
             const QString fresh = newKeyword(each);
             const QString old = oldKeyword(each);
