@@ -8,7 +8,7 @@
 #include "library/launcher_options.h"
 #include "library/settings_file.h"
 #include "platform/paths.h"
-#include "ui/message_boxes.h"
+#include "ui/asking/message_boxes.h"
 
 #include <QApplication>
 #include <QDir>

@@ -21,7 +21,7 @@
 #include "store/store_process.h"
 #include "store/store_updates.h"
 #include "store/webbox.h"
-#include "ui/install_questions.h"
+#include "ui/asking/install_questions.h"
 #include "ui/launcher_ui.h"
 #include "ui/store_door.h"
 

@@ -4,8 +4,8 @@
 #include "engine/run_time_error.h"
 #include "flight/flight_page.h"
 #include "library/launcher_options.h"
-#include "ui/message_boxes.h"
-#include "ui/shurubox.h"
+#include "ui/asking/message_boxes.h"
+#include "ui/asking/shurubox.h"
 
 #include <QCoreApplication>
 #include <QTimer>

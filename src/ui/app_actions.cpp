@@ -4,12 +4,12 @@
 #include "library/app_library.h"
 #include "library/fixed_texts.h"
 #include "platform/shell.h"
+#include "ui/asking/message_boxes.h"
 #include "ui/controls/footer.h"
 #include "ui/editing/edit_panel.h"
 #include "ui/editing/rename_panel.h"
 #include "ui/frm_set.h"
 #include "ui/lists/app_faces.h"
-#include "ui/message_boxes.h"
 
 #include <QFileInfo>
 

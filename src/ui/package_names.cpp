@@ -2,8 +2,8 @@
 
 #include "library/app_library.h"
 #include "library/install_offer.h"
+#include "ui/asking/questions.h"
 #include "ui/lists/app_faces.h"
-#include "ui/questions.h"
 #include "ui/store_door.h"
 
 namespace plum {

@@ -1,9 +1,9 @@
-#include "ui/install_dialog.h"
+#include "ui/asking/install_dialog.h"
 
 #include "library/install_offer.h"
 #include "look/translations.h"
 #include "platform/recording/recording_platform.h"
-#include "ui/install_questions.h"
+#include "ui/asking/install_questions.h"
 
 #include <gtest/gtest.h>
 

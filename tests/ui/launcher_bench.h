@@ -7,10 +7,10 @@
 #include "recording/recording_commands.h"
 #include "recording/recording_launcher.h"
 #include "script_system.h"
+#include "ui/asking/message_boxes.h"
 #include "ui/controls/file_entry.h"
 #include "ui/frm_set.h"
 #include "ui/launcher_ui.h"
-#include "ui/message_boxes.h"
 #include "ui/store_door.h"
 
 #include <QAbstractButton>

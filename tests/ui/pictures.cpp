@@ -11,8 +11,8 @@
 #include "library/install_offer.h"
 #include "look/translations.h"
 #include "store/download_texts.h"
+#include "ui/asking/install_dialog.h"
 #include "ui/editing/script_editor.h"
-#include "ui/install_dialog.h"
 #include "ui/lists/keyword_list.h"
 
 #include <QAction>

@@ -1,6 +1,6 @@
 #include "ui/launcher_bench.h"
 
-#include "ui/shurubox.h"
+#include "ui/asking/shurubox.h"
 
 #include <QAbstractScrollArea>
 #include <QLabel>

@@ -1,8 +1,8 @@
 // Boxes and notes on screens that are small for how large things are drawn on them.
 
 #include "engine/launcher.h"
+#include "ui/asking/message_boxes.h"
 #include "ui/controls/passing_note.h"
-#include "ui/message_boxes.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>

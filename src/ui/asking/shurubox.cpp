@@ -1,4 +1,4 @@
-#include "ui/shurubox.h"
+#include "ui/asking/shurubox.h"
 
 #include "library/fixed_texts.h"
 #include "look/moveit.h"

@@ -1,7 +1,7 @@
-#include "ui/install_questions.h"
+#include "ui/asking/install_questions.h"
 
 #include "platform/desktop_windows.h"
-#include "ui/install_dialog.h"
+#include "ui/asking/install_dialog.h"
 
 #include <QTimer>
 

@@ -1,7 +1,7 @@
-#include "ui/questions.h"
+#include "ui/asking/questions.h"
 
 #include "library/app_library.h"
-#include "ui/shurubox.h"
+#include "ui/asking/shurubox.h"
 
 #include <utility>
 

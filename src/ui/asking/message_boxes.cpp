@@ -1,4 +1,4 @@
-#include "ui/message_boxes.h"
+#include "ui/asking/message_boxes.h"
 
 #include "engine/launcher.h"
 #include "look/app_icon.h"

@@ -1,4 +1,4 @@
-#include "ui/install_dialog.h"
+#include "ui/asking/install_dialog.h"
 
 #include "library/install_offer.h"
 #include "look/moveit.h"
