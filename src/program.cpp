@@ -107,7 +107,7 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
           .executableName = QFileInfo(programPath).completeBaseName(),
           .stop = &m_stop,
           .gate = &m_hand.gate(),
-          .refused = [this](const QString &sentence) { m_ui.tellRefused(sentence); },
+          .refused = [this](const QString &sentence) { m_ui.news().sayRefused(sentence); },
           .searches = m_flight ? &m_flight->recorder : nullptr})
     , m_instance(m_folders)
     , m_requests(m_folders)
@@ -122,17 +122,17 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
     });
     m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
     QObject::connect(&m_updates, &StoreUpdates::changed, &m_ui, [this] {
-        m_ui.showUpdates(static_cast<int>(m_updates.pending().size()));
+        m_ui.news().showUpdates(static_cast<int>(m_updates.pending().size()));
         m_store.showApps();
     });
-    QObject::connect(&m_store, &webbox::failed, &m_ui, &LauncherUi::sayNotInstalled);
-    QObject::connect(&m_updates, &StoreUpdates::installed, &m_ui, &LauncherUi::sayUpdated);
+    QObject::connect(&m_store, &webbox::failed, &m_ui.news(), &LauncherNews::sayNotInstalled);
+    QObject::connect(&m_updates, &StoreUpdates::installed, &m_ui, &LauncherUi::noteUpdated);
     // The store's window may be closed meanwhile.
     QObject::connect(&m_transfers, &StoreTransfers::Progress, &m_transfers,
-        [this](float percent) { m_ui.showDownload(static_cast<int>(percent)); });
+        [this](float percent) { m_ui.news().showDownload(static_cast<int>(percent)); });
     QObject::connect(&m_transfers, &StoreTransfers::Status, &m_transfers, [this](DownloadStatus status) {
         if (!isOnTheWay(status))
-            m_ui.showDownload({});
+            m_ui.news().showDownload({});
     });
     m_hand.gate().onPause([this](InputPause pause) { m_ui.tellPause(pause); });
     m_platform->onEndRequested([this] { m_ui.endProcess(); });

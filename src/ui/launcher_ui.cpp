@@ -9,7 +9,6 @@
 #include "platform/shell.h"
 #include "platform/stop_signal.h"
 #include "ui/controls/footer.h"
-#include "ui/controls/passing_note.h"
 #include "ui/frm_set.h"
 #include "ui/sett.h"
 #include "ui/store_door.h"
@@ -39,6 +38,7 @@ LauncherUi::LauncherUi(Needs needs)
     , m_library({m.paths, m.codec, m.shell, m_messages, m.installer, m_lists, m_listFile})
     , m_faces(m_library, m.paths)
     , m_settings(m.paths, m.codec)
+    , m_news(m.report)
     , m_runs({.report = m.report,
           .reportMistakes = m.reportMistakes,
           .showMessage = [this](const Message &message) { tellFailure(message); },
@@ -46,7 +46,7 @@ LauncherUi::LauncherUi(Needs needs)
           .refused =
               [this] {
                   noteShown();
-                  m_window->footer().say(tr("Not started: too many runs wait for each other already."));
+                  m_news.sayNotStarted();
               },
           .began =
               [this] {
@@ -110,6 +110,7 @@ void LauncherUi::start(const Desktop &desktop)
         m_library, m.shell, m.sites, desktop.registersComponents, desktop.autostart, m.tellSheet});
     m_runDisplay = std::make_unique<RunDisplay>(
         RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }, m.inputPause});
+    m_news.useWindow(*m_window, [this] { return madeMenus(); });
     connectWindow();
     LibraryChange::recover(m.installer.changeNeeds());
     m_lists.order = readLauncherOptions(m.paths, m.codec).order;
@@ -185,41 +186,15 @@ void LauncherUi::run(const QString &keyword, bool remembersPath)
     m_runs.runKeyword(keyword, remembersPath);
 }
 
-void LauncherUi::showUpdates(int apps)
-{
-    if (m_window)
-        m_window->footer().setUpdates(apps);
-}
-
-void LauncherUi::sayNotInstalled(const QString &keyword)
-{
-    if (m_window)
-        m_window->footer().say(tr("%1 was not installed").arg(keyword));
-}
-
-void LauncherUi::sayUpdated(int apps)
+void LauncherUi::noteUpdated(int apps)
 {
     m_faces.forget();
-    if (m_window && apps > 0)
-        m_window->footer().say(apps == 1 ? tr("1 app updated") : tr("%1 apps updated").arg(apps));
+    m_news.sayUpdated(apps);
 }
 
-void LauncherUi::tellRefused(const QString &sentence)
-{
-    m.report(sentence);
-    if (m_window)
-        m_window->footer().say(sentence);
-}
-
-// The launcher's own display says it by itself.
 void LauncherUi::tellPause(InputPause pause)
 {
-    if (m_window)
-        return;
-    const QString what = pause.reason == InputPause::Reason::Hand
-        ? tr("waits while you use the mouse or the keyboard, and 1.5 seconds more")
-        : tr("waits until its window is in front again");
-    m.report(u"%1 %2"_s.arg(m_runs.state().runctx[0], what));
+    m_news.sayPause(m_runs.state().runctx[0], pause);
 }
 
 sett *LauncherUi::madeMenus() const
@@ -255,15 +230,6 @@ void LauncherUi::exit()
 void LauncherUi::endProcess()
 {
     end(EXIT_SUCCESS);
-}
-
-void LauncherUi::showDownload(std::optional<int> percent)
-{
-    const QString text = percent ? tr("Downloading, %1 %").arg(*percent) : QString();
-    if (m_window)
-        m_window->footer().setDownload(text);
-    if (sett *menus = madeMenus())
-        menus->setDownload(text);
 }
 
 void LauncherUi::addInstalledApp(const QString &keyword)
@@ -338,7 +304,7 @@ void LauncherUi::runLeft()
                      .arg(QCoreApplication::applicationPid()));
     }
     if (std::exchange(m_tellsHowToReturn, false))
-        tellHowToReturn();
+        m_news.sayHowToReturn();
 }
 
 void LauncherUi::requestStop()
@@ -375,33 +341,21 @@ void LauncherUi::carryOutStop()
 void LauncherUi::tellFailure(const Message &message)
 {
     showMessage(message);
-    if (m_window && m.showWhatHappened)
-        m_window->footer().sayFailed(tr("A run has failed."));
+    if (m.showWhatHappened)
+        m_news.sayFailed();
 }
 
 void LauncherUi::tellStopped(const RunStopped::Place &where)
 {
     m_lastStopped = where;
     noteShown();
-    const QString text = tr("%1: stopped at line %2").arg(where.keyword).arg(where.line + 1);
-    m_window->footer().sayStopped(text, where.file.isEmpty());
-    if (!m_window->isVisible())
-        PassingNote::tell(text);
+    m_news.sayStopped(where);
 }
 
 // Whether the user has a way to fetch the launcher without starting it again.
 bool LauncherUi::canReturn() const
 {
     return m_summons->hasHotkey() || (madeMenus() && madeMenus()->hasTrayIcon());
-}
-
-void LauncherUi::tellHowToReturn()
-{
-    if (m_window->isVisible() || std::exchange(m_toldHowToReturn, true))
-        return;
-    const QString text = tr("Plum is hidden. Start it again to bring it back, and choose a hotkey there.");
-    m.report(text);
-    PassingNote::tell(text);
 }
 
 void LauncherUi::showMessage(const Message &message)

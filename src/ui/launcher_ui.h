@@ -12,6 +12,7 @@
 #include "ui/asking/questions.h"
 #include "ui/controls/caret_rest.h"
 #include "ui/launcher_menus.h"
+#include "ui/launcher_news.h"
 #include "ui/launcher_summons.h"
 #include "ui/lists/app_faces.h"
 #include "ui/package_names.h"
@@ -99,8 +100,8 @@ public:
     // Runs an app of the library.
     void runApp(const QString &keyword) { run(keyword, false); }
 
-    // A run was not allowed something: what, as a sentence.
-    void tellRefused(const QString &sentence);
+    // What is told in passing by those who are no part of the launcher.
+    LauncherNews &news() { return m_news; }
 
     // A run's keys and clicks are kept back from now on.
     void tellPause(InputPause pause);
@@ -130,9 +131,6 @@ public:
     // Ends the process through the launcher's exit routine.
     void exit();
 
-    // How far a download of the store is, in percent; nothing when there is none.
-    void showDownload(std::optional<int> percent);
-
     // The user interrupts the process from its terminal: a script that was started there is stopped, a
     // launcher ends.
     void interrupt();
@@ -140,14 +138,8 @@ public:
     // Adds an app from the store to the lists that do not hold it yet, and saves their order.
     void addInstalledApp(const QString &keyword);
 
-    // For how many apps the store has another version.
-    void showUpdates(int apps);
-
-    // A package of the store has not become an app.
-    void sayNotInstalled(const QString &keyword);
-
-    // How many have been brought to it.
-    void sayUpdated(int apps);
+    // So many apps have been brought to the version of the store.
+    void noteUpdated(int apps);
 
     // Whether a script is running; one that waits for an answer is not.
     bool isRunning() const { return m_runs.isRunning(); }
@@ -179,7 +171,6 @@ private:
     void tellFailure(const Message &message);
     void tellStopped(const RunStopped::Place &where);
     bool canReturn() const;
-    void tellHowToReturn();
     void leaveDesktop();
     void end(int status);
     void reportUnseen(const QString &what, const QString &text);
@@ -195,6 +186,7 @@ private:
     AppLibrary m_library;
     AppFaces m_faces;
     SettingsFile m_settings;
+    LauncherNews m_news;
     ScriptRuns m_runs;
     Questions m_questions;
     PackageNames m_packageNames;
@@ -205,7 +197,6 @@ private:
     // With the launcher alone.
     bool m_isComplete = false;
     bool m_tellsHowToReturn = false; // when the run that hid the launcher is over
-    bool m_toldHowToReturn = false;
     std::unique_ptr<frmSet> m_window;
     std::unique_ptr<AppActions> m_actions;
     std::unique_ptr<LauncherSummons> m_summons;

@@ -77,9 +77,9 @@ TEST_F(SettTest, theFooterSaysHowFarADownloadIs)
 {
     writeBytes(folder.setIni(), "[hotkey]\r\nhotkey=Alt+Z\r\n");
     start();
-    ui.showDownload(45);
+    ui.news().showDownload(45);
     EXPECT_EQ(find<QLabel>("hint")->text(), u"Downloading, 45 %"_s);
-    ui.showDownload({});
+    ui.news().showDownload({});
     EXPECT_FALSE(find("hint")->isVisible());
 }
 
@@ -178,15 +178,15 @@ TEST_F(SettTest, theLineUnderTheListsOffersUpdates)
 {
     start();
     platform.log.clear();
-    ui.showUpdates(1);
+    ui.news().showUpdates(1);
     auto *hint = find<QLabel>("hint");
     EXPECT_TRUE(hint->text().contains(u"1 update<"_s)) << qPrintable(hint->text());
-    ui.showUpdates(2);
+    ui.news().showUpdates(2);
     EXPECT_TRUE(hint->text().contains(u"2 updates<"_s));
     EXPECT_TRUE(hint->isVisible());
     Q_EMIT hint->linkActivated(u"updates"_s);
     EXPECT_EQ(platform.log.lines(), QStringList(u"store updates"_s));
-    ui.showUpdates(0);
+    ui.news().showUpdates(0);
     EXPECT_FALSE(hint->text().contains(u"update"_s));
 }
 

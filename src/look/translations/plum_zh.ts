@@ -457,7 +457,7 @@
     </message>
 </context>
 <context>
-    <name>plum::LauncherUi</name>
+    <name>plum::LauncherNews</name>
     <message>
         <source>waits while you use the mouse or the keyboard, and 1.5 seconds more</source>
         <translation>在您使用鼠标或键盘时等待，停手 1.5 秒后继续</translation>
@@ -465,22 +465,6 @@
     <message>
         <source>waits until its window is in front again</source>
         <translation>等待它的窗口回到最前</translation>
-    </message>
-    <message>
-        <source>asks, and nobody can answer without a display</source>
-        <translation>提问了，但没有显示器，无人能回答</translation>
-    </message>
-    <message>
-        <source>shows a tip, and nobody can close it without a display</source>
-        <translation>显示了提示，但没有显示器，无人能关闭它</translation>
-    </message>
-    <message>
-        <source>nothing is left to run, and the process stays; Ctrl+C or &quot;kill %1&quot; ends it.</source>
-        <translation>没有要运行的了，进程仍在；Ctrl+C 或“kill %1”可结束它。</translation>
-    </message>
-    <message>
-        <source>says</source>
-        <translation>说</translation>
     </message>
     <message>
         <source>%1 was not installed</source>
@@ -503,20 +487,8 @@
         <translation>%1：已停在第 %2 行</translation>
     </message>
     <message>
-        <source>Dropped: %1</source>
-        <translation>已放入：%1</translation>
-    </message>
-    <message>
         <source>Not started: too many runs wait for each other already.</source>
         <translation>未启动：已有太多脚本在互相等待。</translation>
-    </message>
-    <message>
-        <source>✕ ends the script · Enter or Esc only closes this</source>
-        <translation>✕ 结束脚本 · 回车或 Esc 只关闭此窗口</translation>
-    </message>
-    <message>
-        <source>✕ goes on with the script · Enter or Esc gives the rest up</source>
-        <translation>✕ 继续执行脚本 · 回车或 Esc 放弃其余部分</translation>
     </message>
     <message>
         <source>Plum is hidden. Start it again to bring it back, and choose a hotkey there.</source>
@@ -525,6 +497,37 @@
     <message>
         <source>Downloading, %1 %</source>
         <translation>正在下载，%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>plum::LauncherUi</name>
+    <message>
+        <source>asks, and nobody can answer without a display</source>
+        <translation>提问了，但没有显示器，无人能回答</translation>
+    </message>
+    <message>
+        <source>shows a tip, and nobody can close it without a display</source>
+        <translation>显示了提示，但没有显示器，无人能关闭它</translation>
+    </message>
+    <message>
+        <source>nothing is left to run, and the process stays; Ctrl+C or &quot;kill %1&quot; ends it.</source>
+        <translation>没有要运行的了，进程仍在；Ctrl+C 或“kill %1”可结束它。</translation>
+    </message>
+    <message>
+        <source>says</source>
+        <translation>说</translation>
+    </message>
+    <message>
+        <source>Dropped: %1</source>
+        <translation>已放入：%1</translation>
+    </message>
+    <message>
+        <source>✕ ends the script · Enter or Esc only closes this</source>
+        <translation>✕ 结束脚本 · 回车或 Esc 只关闭此窗口</translation>
+    </message>
+    <message>
+        <source>✕ goes on with the script · Enter or Esc gives the rest up</source>
+        <translation>✕ 继续执行脚本 · 回车或 Esc 放弃其余部分</translation>
     </message>
 </context>
 <context>
