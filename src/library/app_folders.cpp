@@ -66,11 +66,6 @@ QString AppFolders::loadFile(const QString &name) const
     return load() + u'\\' + name;
 }
 
-QString AppFolders::settingsFile() const
-{
-    return loadFile(u"set.ini"_s);
-}
-
 QString AppFolders::listFile() const
 {
     return loadFile(u"config.txt"_s);

@@ -32,7 +32,6 @@ public:
     // What Plum keeps for itself: settings, the order of the apps, what packages brought.
     QString load() const;
     QString loadFile(const QString &name) const;
-    QString settingsFile() const; // `set.ini`
     QString listFile() const; // `config.txt`
     QString packageRecords() const;
     QString grantsFile() const; // what installed apps may do

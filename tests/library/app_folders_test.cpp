@@ -24,7 +24,7 @@ TEST_F(AppFoldersTest, everythingLiesBelowTheProgramFolder)
 {
     EXPECT_EQ(folders.apps(), u"C:\\plum\\config\\apps"_s);
     EXPECT_EQ(folders.appFile(u"note"_s, u"main.wf"_s), u"C:\\plum\\config\\apps\\note\\main.wf"_s);
-    EXPECT_EQ(folders.settingsFile(), u"C:\\plum\\config\\load\\set.ini"_s);
+    EXPECT_EQ(folders.loadFile(u"set.ini"_s), u"C:\\plum\\config\\load\\set.ini"_s);
     EXPECT_EQ(folders.listFile(), u"C:\\plum\\config\\load\\config.txt"_s);
     EXPECT_EQ(folders.fixComponent(), u"C:\\plum\\config\\settings\\fix\\COMDLG32.OCX"_s);
     EXPECT_EQ(folders.file(u"note.wfp"_s), u"C:\\plum\\note.wfp"_s);
@@ -35,7 +35,7 @@ TEST_F(AppFoldersTest, theRootOfADriveGetsNoSecondSeparator)
     for (const QString &root : {u"C:\\"_s, u"/"_s}) {
         paths.folder = root;
         EXPECT_EQ(folders.apps(), root + u"config\\apps"_s);
-        EXPECT_EQ(folders.settingsFile(), root + u"config\\load\\set.ini"_s);
+        EXPECT_EQ(folders.loadFile(u"set.ini"_s), root + u"config\\load\\set.ini"_s);
         EXPECT_EQ(folders.browserHelper(), root + u"config\\module\\net\\browser\\browser.exe"_s);
     }
 }
