@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""The first start of an installed Plum, and later ones, as an ordinary user: what packaging/linux/plum makes and leaves.
+"""The first start of an installed Plum, and later ones, as an ordinary user: what its starter makes and leaves.
+
+    home_test.py STARTER
 
 The program that it starts is one that says how it was called.
 """
@@ -9,10 +11,12 @@ import pathlib
 import shutil
 import stat
 import subprocess
+import sys
 import tempfile
 import unittest
 
 TREE = pathlib.Path(__file__).resolve().parents[2]
+STARTER = None
 NOBODY = 65534
 PROGRAM = """#!/bin/sh
 printf '%s\\n' "$0" "$@"
@@ -39,7 +43,7 @@ class Home(unittest.TestCase):
             (lib / file).write_text(PROGRAM)
             (lib / file).chmod(0o755)
         (prefix / "bin").mkdir()
-        shutil.copy(TREE / "packaging/linux/plum", prefix / "bin/plum")
+        shutil.copy(STARTER, prefix / "bin/plum")
         (prefix / "bin/plumkit").symlink_to("plum")
         shutil.copytree(TREE / "apps", prefix / "share/plum/apps")
         for file in (prefix / "share").rglob("*"):
@@ -177,6 +181,82 @@ class Home(unittest.TestCase):
         self.give(self.prefix / "lib/plum")
         self.assertEqual(self.start("a.wf", HOME="/proc/nothing", status=1), [])
 
+    def test_without_a_home_the_root_is_asked(self):
+        done = subprocess.run([*self.as_user(), "env", "-i", self.prefix / "bin/plumkit", "--version"],
+                              stdout=subprocess.PIPE, text=True)
+        self.assertEqual(done.stdout.splitlines(), [str(self.prefix / "lib/plum/plumkit"), "--version"])
+
+    def test_the_first_start_needs_no_other_program(self):
+        self.assertEqual(self.start(path="/nowhere"), [str(self.home / "plum")])
+        self.assertEqual(self.said, "")
+
+    def test_the_status_is_the_programs(self):
+        (self.prefix / "lib/plum/plum").write_text("#!/bin/sh\nexit 42\n")
+        self.start("a.wf", status=42)
+        self.start("a.wf", status=42)
+
+    def test_rights_are_by_the_users_mask(self):
+        for file in (self.prefix / "share").rglob("*"):
+            file.chmod(0o555 if file.is_dir() else 0o444)
+        self.assertEqual(self.start(program="/bin/sh", *["-c", f"umask 077; exec {self.prefix}/bin/plum"]),
+                         [str(self.home / "plum")])
+        for file in [self.home, *self.home.rglob("*")]:
+            mode = file.lstat().st_mode
+            if not stat.S_ISLNK(mode):
+                self.assertEqual(stat.S_IMODE(mode), 0o700 if file.is_dir() else 0o600, file)
+
+    def test_what_is_there_stays(self):
+        self.start()
+        (self.home / "plum").unlink()
+        shutil.rmtree(self.home / "config/apps")
+        (self.home / "config/apps").symlink_to("/nowhere")
+        (self.home / "config/module/net").unlink()
+        (self.home / "config/module/net").mkdir()
+        self.assertEqual(self.start(), [str(self.home / "plum")])
+        self.assertEqual(os.readlink(self.home / "config/apps"), "/nowhere")
+        self.assertTrue((self.home / "config/module/net").is_dir())
+
+    def test_a_link_that_has_gone_is_made_anew(self):
+        self.start()
+        for name in ("plum", "config/module/net", "config/module/download/download.exe"):
+            (self.home / name).unlink()
+            self.assertEqual(self.start(), [str(self.home / "plum")])
+            self.assertTrue((self.home / name).exists())
+
+    def test_starter_apps_that_cannot_be_read_leave_none_of_them(self):
+        file = self.prefix / "share/plum/apps/hello/main.wf"
+        file.chmod(0)
+        self.assertEqual(self.start("a.wf"), [str(self.prefix / "lib/plum/plum"), "a.wf"])
+        self.assertIn(f"{file}", self.said)
+        self.assertIn(f"there is no library in {self.home}; starting without one.", self.said)
+        self.assertEqual(sorted(each.name for each in (self.home / "config").iterdir()), ["load", "module"])
+        file.chmod(0o444)
+        self.assertEqual(self.start("a.wf"), [str(self.home / "plum"), "a.wf"])
+        self.assertTrue((self.home / "config/apps/hello/main.wf").is_file())
+
+    def test_a_file_in_the_place_of_the_library(self):
+        self.write(self.user / ".local", "mine")
+        self.assertEqual(self.start("a.wf"), [str(self.prefix / "lib/plum/plum"), "a.wf"])
+        self.assertIn(f"{self.user}/.local", self.said)
+        self.assertIn("Not a directory", self.said)
+        self.assertEqual((self.user / ".local").read_text(), "mine")
+
+    def test_a_path_that_is_too_long_is_none(self):
+        self.assertEqual(self.start("a.wf", HOME="/" + "a" * 5000), [str(self.prefix / "lib/plum/plum"), "a.wf"])
+        self.assertIn("File name too long", self.said)
+
+    def test_a_package_without_its_program_says_so(self):
+        self.start()
+        (self.prefix / "lib/plum/plum").unlink()
+        self.assertEqual(self.start("a.wf", status=127), [])
+        self.assertIn(f"{self.home}/plum", self.said)
+
+    def test_a_program_that_is_none_says_so(self):
+        self.start()
+        (self.prefix / "lib/plum/plum").write_bytes(b"\x7fELF")
+        self.assertEqual(self.start("a.wf", status=126), [])
+        self.assertIn(f"{self.home}/plum", self.said)
+
     def test_first_starts_at_once_make_one_whole_library(self):
         command = [*self.as_user(), "env", "-i", f"HOME={self.user}", f"PATH={os.environ['PATH']}",
                    self.prefix / "bin/plum"]
@@ -191,4 +271,5 @@ class Home(unittest.TestCase):
 
 
 if __name__ == "__main__":
+    STARTER = sys.argv.pop()
     unittest.main()
