@@ -107,7 +107,9 @@ class Installer(unittest.TestCase):
         return found[1] if found else None
 
     def files(self):
-        return sorted(str(file.relative_to(self.folder)) for file in self.folder.rglob("*") if file.is_file())
+        """Folders may go meanwhile."""
+        return sorted(os.path.relpath(os.path.join(folder, name), self.folder)
+                      for folder, _, names in os.walk(self.folder) for name in names)
 
     def started(self):
         file = self.folder / "config/started.txt"
