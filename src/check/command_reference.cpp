@@ -1,6 +1,7 @@
 #include "check/command_reference.h"
 
 #include "check/field_words.h"
+#include "check/findings/check_words.h"
 #include "check/findings/words.h"
 #include "engine/edition2/own_words.h"
 
@@ -12,22 +13,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QStringView opening
-    = u"# Commands\n\n"
-      "Every command of both editions, from the tables that run and check scripts; `plumkit reference` "
-      "prints this page, "
-      "and a test holds both together. A field in brackets may be left out; `…` stands behind one that takes "
-      "several arguments. [Writing apps](scripting.md) says how edition 2 is written, [edition "
-      "1](edition-1.md) is "
-      "written in another way: there an empty field is written `\"\"`, texts, numbers and names stand in "
-      "quotes.\n";
-
 // Which edition has it, where not both have.
 QString editionOf(const CommandInfo &info)
 {
     if (info.editions == Editions::Both)
         return {};
-    return info.editions == Editions::One ? u" (edition 1)"_s : u" (edition 2)"_s;
+    return info.editions == Editions::One ? CheckWords::tr(" (edition 1)") : CheckWords::tr(" (edition 2)");
 }
 
 QString headOf(const QString &nameSpace, const CommandInfo &info)
@@ -47,7 +38,7 @@ QString choicesOf(const Field &field)
         if (choice.summary.isEmpty() && choice.usedFields().empty())
             continue;
         lines += u"  - `%1`%2: %3\n"_s.arg(usageOf(choice.word.toString(), choice.usedFields()),
-            editionOf(choice), choice.summary.toString());
+            editionOf(choice), commandWords(choice.summary));
     }
     return lines;
 }
@@ -55,7 +46,7 @@ QString choicesOf(const Field &field)
 QString sectionOf(const QString &nameSpace, const CommandInfo &info)
 {
     QString section = u"\n### `%1`%2\n\n%3\n"_s.arg(
-        usageOf(headOf(nameSpace, info), info.usedFields()), editionOf(info), info.summary.toString());
+        usageOf(headOf(nameSpace, info), info.usedFields()), editionOf(info), commandWords(info.summary));
     if (!info.usedFields().empty())
         section += u'\n';
     for (const Field &field : info.usedFields())
@@ -84,7 +75,15 @@ QString commandReference(const ScriptVocabulary &vocabulary)
                 commands[table.key()] += info;
         }
     }
-    QString page = opening.toString();
+    QString page = u"# "_s + CheckWords::tr("Commands") + u"\n\n"_s
+        + CheckWords::tr(
+            "Every command of both editions, from the tables that run and check scripts; `plumkit "
+            "reference` prints this page, and a test holds both together. A field in brackets may be "
+            "left out; `…` stands behind one that takes several arguments. [Writing "
+            "apps](scripting.md) says how edition 2 is written, [edition 1](edition-1.md) is written "
+            "in another way: there an empty field is written `\"\"`, texts, numbers and names stand "
+            "in quotes.")
+        + u'\n';
     for (auto table = commands.constBegin(); table != commands.constEnd(); ++table) {
         page += u"\n## %1\n"_s.arg(table.key());
         for (const CommandInfo &info : *table)

@@ -1,5 +1,7 @@
 #include "check/field_words.h"
 
+#include "check/findings/check_words.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -36,6 +38,11 @@ constexpr std::array kindWords{
 
 } // namespace
 
+QString commandWords(QStringView english)
+{
+    return QCoreApplication::translate("plum::CommandWords", english.toUtf8().constData());
+}
+
 QString kindInWords(const Field &field)
 {
     QStringList words;
@@ -43,25 +50,25 @@ QString kindInWords(const Field &field)
         for (const CommandInfo &choice : field.choices())
             words += choice.word.toString();
         if (field.takesNumber)
-            words += u"a number"_s;
+            words += commandWords(u"a number");
         if (field.takesVariable)
-            words += u"the name of a variable"_s;
+            words += commandWords(u"the name of a variable");
         if (!words.isEmpty())
-            return words.join(u", "_s);
+            return words.join(CheckWords::tr(", "));
     }
     const auto found = std::ranges::find(kindWords, field.kind, &KindWords::kind);
-    return found == kindWords.end() ? QString() : found->words.toString();
+    return found == kindWords.end() ? QString() : commandWords(found->words);
 }
 
 QString fieldInWords(const Field &field)
 {
     QString line = u"%1: %2"_s.arg(field.name.toString(), kindInWords(field));
     if (field.mayRepeat)
-        line += u"; any number of them"_s;
+        line += CheckWords::tr("; any number of them");
     if (!field.fallback.isEmpty())
-        line += u"; empty: %1"_s.arg(field.fallback);
+        line += CheckWords::tr("; empty: %1").arg(commandWords(field.fallback));
     else if (field.mayBeMissing)
-        line += u"; may be left out"_s;
+        line += CheckWords::tr("; may be left out");
     return line;
 }
 

@@ -4,6 +4,9 @@
 
 namespace plum {
 
+// What a table of commands says of one in English, in the language of the session.
+QString commandWords(QStringView english);
+
 // What a field holds, in words: "a point x:y".
 QString kindInWords(const Field &field);
 

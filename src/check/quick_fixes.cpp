@@ -1,5 +1,6 @@
 #include "check/quick_fixes.h"
 
+#include "check/findings/check_words.h"
 #include "check/findings/nearest_word.h"
 #include "check/script_layout.h"
 
@@ -105,7 +106,7 @@ QList<QuickFix> QuickFixes::nearWords(const Finding &finding, const QStringList 
         others.removeAll(word.text);
         const QString near = nearestWord(word.text, others);
         if (!near.isEmpty())
-            fixes += {u"Write %1"_s.arg(near), finding.line, replaced(line, word, near)};
+            fixes += {CheckWords::tr("Write %1").arg(near), finding.line, replaced(line, word, near)};
     }
     return fixes;
 }
@@ -114,7 +115,7 @@ QList<QuickFix> QuickFixes::candidates(
     const Finding &finding, const QString &script, const QStringList &lines, Edition edition) const
 {
     if (finding.rule.endsWith(u"line-ends"_s))
-        return {{u"Convert all line ends to CR LF"_s, 0, laidOut(script, Edition::One)}};
+        return {{CheckWords::tr("Convert all line ends to CR LF"), 0, laidOut(script, Edition::One)}};
     const QString line = lines.value(finding.line - 1);
     const Piece piece = pieceAt(line, finding.column);
     QList<QuickFix> fixes = nearWords(finding, lines, edition);
@@ -123,21 +124,23 @@ QList<QuickFix> QuickFixes::candidates(
             fixes += {title, finding.line, text};
     };
     if (line.startsWith(u' ') && edition == Edition::One)
-        add(u"Remove the blanks in front"_s, QString(line).remove(QRegularExpression(u"\\A +"_s)));
+        add(CheckWords::tr("Remove the blanks in front"),
+            QString(line).remove(QRegularExpression(u"\\A +"_s)));
     if (!piece.text.isEmpty() && !piece.text.contains(quote))
-        add(u"Write it in quotes"_s, replaced(line, piece, quote + piece.text + quote));
+        add(CheckWords::tr("Write it in quotes"), replaced(line, piece, quote + piece.text + quote));
     if (piece.text.isEmpty())
-        add(u"Write \"\" for an empty text"_s, replaced(line, piece, u"\"\""_s));
+        add(CheckWords::tr("Write \"\" for an empty text"), replaced(line, piece, u"\"\""_s));
     if (edition == Edition::One) {
-        add(u"Write commas in texts as _,_"_s, withEscapedCommas(line));
-        add(u"Remove the blanks beside the quotes"_s, withoutOuterBlanks(line));
+        add(CheckWords::tr("Write commas in texts as _,_"), withEscapedCommas(line));
+        add(CheckWords::tr("Remove the blanks beside the quotes"), withoutOuterBlanks(line));
         if (piece.text.contains("+("_L1))
-            add(u"Close the list of names"_s, replaced(line, piece, piece.text + u')'));
+            add(CheckWords::tr("Close the list of names"), replaced(line, piece, piece.text + u')'));
     }
     if (piece.text.size() > 2 && piece.text.startsWith(quote) && piece.text.endsWith(quote))
-        add(u"Remove the quotes"_s, replaced(line, piece, piece.text.sliced(1, piece.text.size() - 2)));
+        add(CheckWords::tr("Remove the quotes"),
+            replaced(line, piece, piece.text.sliced(1, piece.text.size() - 2)));
     if (piece.text.count(quote) % 2 == 1)
-        add(u"Close the quotes"_s, replaced(line, piece, piece.text + quote));
+        add(CheckWords::tr("Close the quotes"), replaced(line, piece, piece.text + quote));
     return fixes;
 }
 
@@ -170,7 +173,7 @@ QList<QuickFix> QuickFixes::of(const Finding &finding, const Findings &findings,
         const qsizetype blanks = edition == Edition::One
             ? 0
             : std::ranges::find_if(line, [](QChar c) { return !c.isSpace(); }) - line.begin();
-        fixes += {u"Say nothing of %1 here"_s.arg(finding.rule), finding.line,
+        fixes += {CheckWords::tr("Say nothing of %1 here").arg(finding.rule), finding.line,
             line.first(blanks) + u"//check:off "_s + finding.rule + lineEnd + line, true};
     }
     return fixes;

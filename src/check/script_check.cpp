@@ -3,6 +3,7 @@
 #include "check/edition1/edition1_check.h"
 #include "check/edition2/edition2_check.h"
 #include "check/findings/app_files.h"
+#include "check/findings/check_words.h"
 #include "check/script_text.h"
 #include "check/suppressions.h"
 
@@ -66,10 +67,11 @@ ScriptCheck::Examined ScriptCheck::examine(
         edition2::check(text.lines, m_vocabulary, files, known.names, known.edition2, report);
     else
         report.add(text.edition.line, 1, u"edition",
-            u"This Plum knows the editions 1 and 2 of the language, not %1."_s.arg(edition));
+            CheckWords::tr("This Plum knows the editions 1 and 2 of the language, not %1.").arg(edition));
     if (edition == 1 && report.hasMoreThanHints())
         report.add(1, 1, u"old-edition",
-            u"In edition 2 of the language (//edition:2) mistakes are told before a script runs."_s);
+            CheckWords::tr(
+                "In edition 2 of the language (//edition:2) mistakes are told before a script runs."));
     return {report.sorted(), report.names()};
 }
 

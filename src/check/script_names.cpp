@@ -1,5 +1,6 @@
 #include "check/script_names.h"
 
+#include "check/findings/check_words.h"
 #include "engine/edition2/line_reader.h"
 
 #include <QRegularExpression>
@@ -97,23 +98,24 @@ QString ScriptNames::obstacle(
     const NameUse &use, const QString &newName, Edition edition, const Findings &findings) const
 {
     if (!isNameIn(newName, edition))
-        return u"\"%1\" is no name."_s.arg(newName);
+        return CheckWords::tr("\"%1\" is no name.").arg(newName);
     const auto isSame = [&](const QString &name) {
         return [&use, name](const NameUse &other) { return other.scope == use.scope && other.name == name; };
     };
     if (newName != use.name
         && (std::ranges::any_of(m_uses, isSame(newName)) || std::ranges::any_of(m_hidden, isSame(newName))))
-        return u"There is \"%1\" already."_s.arg(newName);
+        return CheckWords::tr("There is \"%1\" already.").arg(newName);
     if (const auto hidden = std::ranges::find_if(m_hidden, isSame(use.name)); hidden != m_hidden.end())
-        return u"Line %1 means \"%2\" without its name."_s.arg(hidden->line).arg(use.name);
+        return CheckWords::tr("Line %1 means \"%2\" without its name.").arg(hidden->line).arg(use.name);
     if (use.scope == NameUse::partScope && std::ranges::none_of(m_uses, [&](const NameUse &other) {
             return isSame(use.name)(other) && other.isSet;
         }))
-        return u"The part \"%1\" stands in another file."_s.arg(use.name);
+        return CheckWords::tr("The part \"%1\" stands in another file.").arg(use.name);
     if (use.scope != NameUse::partScope && !m_areAllKnown)
-        return u"A value decides which variable a line sets, so \"%1\" may be meant there."_s.arg(use.name);
+        return CheckWords::tr("A value decides which variable a line sets, so \"%1\" may be meant there.")
+            .arg(use.name);
     if (const QString line = unreadLine(use, findings); !line.isEmpty())
-        return u"Line %1 has a mistake, and \"%2\" in it."_s.arg(line, use.name);
+        return CheckWords::tr("Line %1 has a mistake, and \"%2\" in it.").arg(line, use.name);
     return {};
 }
 

@@ -1,5 +1,6 @@
 #include "check/script_text.h"
 
+#include "check/findings/check_words.h"
 #include "engine/text_files.h"
 
 #include <QRegularExpression>
@@ -34,16 +35,17 @@ void judgeLineEnds(const QString &text, ScriptText &script)
             .column = 1,
             .severity = Severity::Error,
             .rule = u"lf-line-ends"_s,
-            .message = u"The lines end in LF alone, so the whole file is one line; save it with CR LF."_s};
+            .message = CheckWords::tr(
+                "The lines end in LF alone, so the whole file is one line; save it with CR LF.")};
     } else {
         const qsizetype start = before.lastIndexOf(u'\r') + (before.contains(u'\n') ? 2 : 1);
         script.findings += {.line = std::max(line, 1),
             .column = static_cast<int>(std::max<qsizetype>(match.capturedStart() - start, 0) + 1),
             .severity = Severity::Warning,
             .rule = u"mixed-line-ends"_s,
-            .message
-            = u"A bare LF ends no line here: what follows belongs to the same line; other lines end in "
-              "CR LF."_s};
+            .message = CheckWords::tr(
+                "A bare LF ends no line here: what follows belongs to the same line; other lines end in "
+                "CR LF.")};
     }
 }
 
@@ -52,13 +54,15 @@ void judgeEncoding(ScriptText &script)
     if (!script.isUtf8 && script.edition.number > 1) {
         script.findings += {.severity = Severity::Error,
             .rule = u"syntax"_s,
-            .message = u"The file is not UTF-8, as scripts of edition %1 are."_s.arg(script.edition.number)};
+            .message = CheckWords::tr("The file is not UTF-8, as scripts of edition %1 are.")
+                           .arg(script.edition.number)};
         return;
     }
     if (!script.isUtf8) {
         script.findings += {.severity = Severity::Warning,
             .rule = u"encoding"_s,
-            .message = u"The file is not UTF-8: Linux reads it as GB18030, Windows in its own code page."_s};
+            .message = CheckWords::tr(
+                "The file is not UTF-8: Linux reads it as GB18030, Windows in its own code page.")};
         return;
     }
     if (script.hasMark || script.edition.number > 1)
@@ -74,8 +78,9 @@ void judgeEncoding(ScriptText &script)
                 .column = static_cast<int>(at + 1),
                 .severity = Severity::Hint,
                 .rule = u"encoding"_s,
-                .message = u"Windows reads a file without the mark of UTF-8 in its own code page, where this "
-                           "character becomes another."_s};
+                .message = CheckWords::tr(
+                    "Windows reads a file without the mark of UTF-8 in its own code page, where this "
+                    "character becomes another.")};
             return;
         }
     }

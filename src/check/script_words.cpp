@@ -150,11 +150,11 @@ QList<ScriptWords::Suggestion> ScriptWords::heads(const QString &before, Edition
     const QString nameSpace = before.first(dot);
     for (const CommandInfo &info : m_vocabulary.tables().value(nameSpace)) {
         if (info.existsIn(edition) && !info.word.isEmpty())
-            found += Suggestion{info.word.toString(), Kind::Command, info.summary.toString()};
+            found += Suggestion{info.word.toString(), Kind::Command, commandWords(info.summary)};
     }
     for (const edition2::OwnWord &own : edition2::ownWords()) {
         if (edition == Edition::Two && own.nameSpace == nameSpace && !own.info.word.isEmpty())
-            found += Suggestion{own.info.word.toString(), Kind::Command, own.info.summary.toString()};
+            found += Suggestion{own.info.word.toString(), Kind::Command, own.commandWords(info.summary)};
     }
     return found;
 }
@@ -171,7 +171,7 @@ QList<ScriptWords::Suggestion> ScriptWords::values(
     for (const CommandInfo &choice : field.choices()) {
         if (choice.existsIn(edition))
             found += Suggestion{
-                word(choice.word.toString()), isKey ? Kind::Key : Kind::Choice, choice.summary.toString()};
+                word(choice.word.toString()), isKey ? Kind::Key : Kind::Choice, commandWords(choice.summary)};
     }
     // Edition 1 has a table of its own.
     if (isKey && edition == Edition::One) {
@@ -311,7 +311,7 @@ std::optional<ScriptWords::Call> ScriptWords::call(const QString &before, Editio
         return {};
     const QStringList pieces = argumentsIn(before.sliced(blank + 1)).pieces;
     const QList<Field> fields = fieldsOf(*info, unquoted(pieces.front()));
-    return Call{head, info->summary.toString(), fields, fieldIndex(fields, pieces.size() - 1)};
+    return Call{head, commandWords(info->summary), fields, fieldIndex(fields, pieces.size() - 1)};
 }
 
 QString ScriptWords::explanation(const QString &line, qsizetype column, Edition edition) const
@@ -321,7 +321,7 @@ QString ScriptWords::explanation(const QString &line, qsizetype column, Edition 
     const CommandInfo *info = row(line, edition);
     if (!info || column < start || column > start + head.size())
         return {};
-    QStringList lines{info->summary.toString()};
+    QStringList lines{commandWords(info->summary)};
     if (!info->usedFields().empty())
         lines += QStringList{QString(), usageOf(head, info->usedFields()), QString()};
     for (const Field &field : info->usedFields())

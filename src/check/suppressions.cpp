@@ -1,6 +1,7 @@
 #include "check/suppressions.h"
 
 #include "check/findings/check_rules.h"
+#include "check/findings/check_words.h"
 #include "check/findings/nearest_word.h"
 
 namespace plum {
@@ -30,13 +31,14 @@ void readSuppressions(const QStringList &lines, Report &report)
         const int number = static_cast<int>(i + 1);
         const QStringList rules = line.sliced(switchedOff.size()).toString().split(u' ', Qt::SkipEmptyParts);
         if (rules.isEmpty())
-            report.add(number, 1, u"suppression", u"Name the rule that is switched off for the next line."_s);
+            report.add(number, 1, u"suppression",
+                CheckWords::tr("Name the rule that is switched off for the next line."));
         for (const QString &rule : rules) {
             if (checkRule(rule))
                 report.suppress(number + 1, rule);
             else
                 report.add(number, 1, u"suppression",
-                    u"There is no rule \"%1\".%2"_s.arg(rule, didYouMean(rule, ruleIds())));
+                    CheckWords::tr("There is no rule \"%1\".%2").arg(rule, didYouMean(rule, ruleIds())));
         }
     }
 }

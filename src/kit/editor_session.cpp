@@ -8,9 +8,10 @@
 
 namespace plum::kit {
 
-int serveEditor(const ScriptVocabulary &vocabulary, const TalkFiles &files)
+int serveEditor(const ScriptVocabulary &vocabulary, const TalkFiles &files,
+    const std::function<void(const QString &locale)> &speak)
 {
-    LanguageServer server(vocabulary);
+    LanguageServer server(vocabulary, speak);
     QFile input;
     QFile output;
     // Without a buffer: a message is to be read as soon as it is there.

@@ -257,8 +257,9 @@ int talkToEditor(int argc, char **argv, const QStringList &arguments)
         return *status;
     const plum::TalkFiles files = plum::takeStandardStreams();
     plum::prepareEnvironment(false);
-    const QApplication application(argc, argv);
-    return serveEditor(ScriptRun(QFile::decodeName(argv[0]), false).vocabulary(), files);
+    QApplication application(argc, argv);
+    return serveEditor(ScriptRun(QFile::decodeName(argv[0]), false).vocabulary(), files,
+        [&application](const QString &locale) { plum::installTranslation(application, QLocale(locale)); });
 }
 
 int talkToDebugger(int argc, char **argv, const QStringList &arguments)

@@ -281,7 +281,10 @@ bool AppLibrary::InstallPackage(const QString &packagePath, const QString &keywo
     if (result)
         say(u"Successfully"_s);
     else
-        m.dialogs.showMessage({.text = result.message(), .icon = MessageIcon::Critical, .systemModal = true});
+        m.dialogs.showMessage({.text = result.message(),
+            .icon = MessageIcon::Critical,
+            .systemModal = true,
+            .meaning = meaningOfFixed(result.message())});
     return bool(result);
 }
 

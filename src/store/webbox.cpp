@@ -274,7 +274,10 @@ void webbox::sayFailed(const InstallResult &result)
 
 void webbox::sayWhy(const QString &error)
 {
-    m_use.host.showMessage({.text = error, .icon = MessageIcon::Critical, .systemModal = true});
+    m_use.host.showMessage({.text = error,
+        .icon = MessageIcon::Critical,
+        .systemModal = true,
+        .meaning = meaningOfFixed(error)});
 }
 
 void webbox::webw(const QString &html)

@@ -1,6 +1,7 @@
 // What is made from the command tables and lies in the tree is what the tables say now.
 #include "check/command_reference.h"
 #include "check/textmate_grammar.h"
+#include "support/chinese_session.h"
 #include "support/printers.h"
 #include "support/script_bench.h"
 
@@ -37,6 +38,15 @@ TEST(GeneratedPages, theReferenceIsWhatTheTablesSay)
     EXPECT_EQ(differing(linesOf(QStringLiteral(PLUM_DOCS_FOLDER) + u"/commands.md"_s), made.split(u'\n')),
         QStringList())
         << "plumkit reference > docs/commands.md";
+}
+
+TEST(GeneratedPages, theReferenceIsWhatTheTablesSayInChinese)
+{
+    const test::ChineseSession session;
+    const QString made = commandReference(recording::ScriptBench().system.vocabulary());
+    EXPECT_EQ(differing(linesOf(QStringLiteral(PLUM_DOCS_FOLDER) + u"/commands.zh.md"_s), made.split(u'\n')),
+        QStringList())
+        << "the sentences are those of plum::CommandWords in src/look/translations/plum_zh.ts";
 }
 
 TEST(GeneratedPages, theGrammarIsWhatTheTablesSay)

@@ -8,6 +8,7 @@
 // its rule.
 #include "check/findings/check_rules.h"
 #include "check/script_check.h"
+#include "support/chinese_session.h"
 #include "support/script_bench.h"
 
 #include <QDir>
@@ -128,6 +129,37 @@ QStringList allRules()
     for (const CheckRule &rule : checkRules())
         ids += rule.id.toString();
     return ids;
+}
+
+// Where and of which rule, for findings whose sentences are in different languages.
+QStringList placesOf(const Findings &findings)
+{
+    QStringList places;
+    for (const Finding &finding : findings)
+        places += u"%1:%2:%3"_s.arg(finding.line).arg(finding.column).arg(finding.rule);
+    return places;
+}
+
+TEST(RuleFilesInChinese, haveTheSameFindingsInChineseSentences)
+{
+    static const QRegularExpression chinese(u"\\p{Han}.*[。？]\\z"_s,
+        QRegularExpression::UseUnicodePropertiesOption | QRegularExpression::DotMatchesEverythingOption);
+    QStringList names = QDir(rulesFolder).entryList({u"*.wf"_s});
+    for (const QString &name : QDir(rulesFolder + u"/../edition2"_s).entryList({u"*.wf"_s}))
+        names += u"../edition2/"_s + name;
+    int sentences = 0;
+    for (const QString &name : names) {
+        SCOPED_TRACE(name.toStdString());
+        const QStringList inEnglish = placesOf(findingsOf(name));
+        const test::ChineseSession session;
+        const Findings findings = findingsOf(name);
+        EXPECT_EQ(placesOf(findings), inEnglish);
+        for (const Finding &finding : findings) {
+            ++sentences;
+            EXPECT_TRUE(finding.message.contains(chinese)) << finding.message.toStdString();
+        }
+    }
+    EXPECT_GT(sentences, 100);
 }
 
 // Scripts of edition 2 with all that is to be found in them.

@@ -95,6 +95,27 @@ TEST(LanguageServerProcess, talksOnItsStandardStreamsAndEnds)
     EXPECT_TRUE(ended.output.contains(u"\"code\":\"unknown-command\""_s)) << ended.output.toStdString();
 }
 
+// What the process says of a script to an editor that begins the talk with `parameters`.
+QString diagnosticsFor(const QJsonObject &parameters)
+{
+    const QJsonObject document{{u"uri"_s, scriptAddress}, {u"text"_s, u"mouse.klick\r\n"_s}};
+    return test::runKit({u"lsp"_s}, [&](QProcess &process) {
+        process.write(framed({{u"id"_s, 1}, {u"method"_s, u"initialize"_s}, {u"params"_s, parameters}}));
+        process.write(framed({{u"method"_s, u"textDocument/didOpen"_s},
+            {u"params"_s, QJsonObject{{u"textDocument"_s, document}}}}));
+        process.write(framed({{u"method"_s, u"exit"_s}}));
+    }).output;
+}
+
+TEST(LanguageServerProcess, speaksTheLanguageOfTheEditor)
+{
+    const QString english = u"mouse has no command \\\"klick\\\""_s;
+    const QString chinese = u"mouse 没有命令“klick”"_s;
+    EXPECT_TRUE(diagnosticsFor({{u"locale"_s, u"zh-cn"_s}}).contains(chinese));
+    EXPECT_TRUE(diagnosticsFor({{u"locale"_s, u"en-GB"_s}}).contains(english));
+    EXPECT_TRUE(diagnosticsFor({}).contains(english));
+}
+
 TEST(LanguageServerProcess, endsWith1WhenItsInputEnds)
 {
     const test::KitRun ended

@@ -13,7 +13,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 # Where the sentences are that people see: windows, library, store, what is said of scripts and of their runs.
 SPOKEN = ["main.cpp", "program.cpp", "ui", "picker", "library", "look", "store", "store_index", "helpers/store_window",
-          "helpers/download", "download", "engine", "commands", "waits", "values", "http", "modules", "programs",
+          "helpers/download", "download", "engine", "commands", "waits", "values", "http", "modules", "programs", "check",
           "search", "stopping", "guard", "grants", "sheet", "flight", "transport"]
 
 # What stands as it is in every language: boxes whose words are known, what is read by programs, and other people's words.
@@ -29,8 +29,12 @@ FIXED = {
     "Which text?", "On the clipboard: {text}",  # a script
 }
 
-# The vocabulary describes itself to editors in the words of its manual; its tables hold plain literals.
-VOCABULARY = re.compile(r".*_commands?\.cpp|own_words\.cpp|point_actions\.cpp|run_loop\.cpp")
+# The vocabulary's tables, and that of the rules, hold plain literals. Those of commands are translated where they are
+# shown, by this context; a test of the checker's looks whether all of them are. Titles of rules are printed for programs.
+VOCABULARY = re.compile(r".*_commands?\.cpp|own_words\.cpp|point_actions\.cpp|run_loop\.cpp|field_words\.cpp|check_rules\.cpp")
+OF_VOCABULARY = "plum::CommandWords"
+JOINED = re.compile(r'"\s*u?"')
+PLACE = re.compile(r"%L?\d+|%n")
 OF_TABLE = re.compile(r'\bu"((?:[^"\\\n]|\\.)*)"(?!_s)')
 
 TRANSLATES = re.compile(r"\b(?:tr|translate|QT_TRANSLATE_NOOP|QT_TR_NOOP)\s*\(")
@@ -87,14 +91,26 @@ def untranslated(lupdate, translations):
     for (context, source), translation in shown.items():
         if translation.get("type") == "unfinished" or not translation.text:
             yield f"{translations.name}: {context} has no translation of \"{source}\""
+    written = "".join(JOINED.sub("", path.read_text()) for path in sorted((ROOT / "src").rglob("*.cpp"))
+                      if VOCABULARY.fullmatch(path.name))
     for context, source, _ in texts(translations):
-        if (context, source) not in shown:
+        is_shown = f'u"{source.replace(chr(34), chr(92) + chr(34))}"' in written if context == OF_VOCABULARY \
+            else (context, source) in shown
+        if not is_shown:
             yield f"{translations.name}: {context} no longer shows \"{source}\""
+
+
+def misplaced(translations):
+    """Translations that have other places for values than their sources."""
+    for context, source, translation in texts(translations):
+        if set(PLACE.findall(source)) != set(PLACE.findall(translation.text or "")):
+            yield f"{translations.name}: {context} has other values in the translation of \"{source}\""
 
 
 def main():
     folder = ROOT / "src/look/translations"
-    findings = [finding for path in sorted(folder.glob("*.ts")) for finding in untranslated(sys.argv[1], path)]
+    findings = [finding for path in sorted(folder.glob("*.ts"))
+                for finding in [*untranslated(sys.argv[1], path), *misplaced(path)]]
     sample = 'say(tr("Nothing is lost") + name(")") + u"This is never translated."_s); // a word to the reader'
     if list(untranslatable(sample)) != ["This is never translated."]:
         findings.append("a sentence outside of what is translated is not found")

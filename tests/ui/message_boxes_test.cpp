@@ -2,10 +2,9 @@
 
 #include "engine/launcher.h"
 #include "library/fixed_texts.h"
-#include "look/translations.h"
+#include "support/chinese_session.h"
 
 #include <QLabel>
-#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -15,24 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A Chinese session, for as long as it lives.
-class ChineseSession
-{
-public:
-    ChineseSession() { installTranslation(*qApp, QLocale(QLocale::Chinese, QLocale::China)); }
-    ~ChineseSession()
-    {
-        for (QTranslator *each : qApp->findChildren<QTranslator *>()) {
-            if (!m_before.contains(each))
-                delete each;
-        }
-    }
-    Q_DISABLE_COPY_MOVE(ChineseSession)
-
-private:
-    QList<QTranslator *> m_before = qApp->findChildren<QTranslator *>();
-};
-
+using test::ChineseSession;
 using FixedTextsTest = FrmSetTest;
 
 } // namespace
@@ -96,12 +78,37 @@ TEST_F(FixedTextsTest, ofTheNameQuestionHaveItBesideThem)
     EXPECT_EQ(inBox<QLabel>("meaning")->text(), u"不能含有 \\ / : * ? \" < | > 这些字符"_s);
 }
 
+TEST_F(FixedTextsTest, aboveAReasonHaveTheirMeaningToo)
+{
+    const ChineseSession session;
+    start();
+    drop(viewport("List"), {QUrl::fromLocalFile(folder.addPackage(u"bad.wfp"_s, "no archive"))});
+    ASSERT_EQ(user.seen.size(), 1);
+    EXPECT_TRUE(user.seen.front().startsWith(u"!Error\n\n"_s)) << user.seen.front().toStdString();
+    EXPECT_EQ(user.details, QStringList(u"出错了"_s));
+}
+
+TEST_F(FixedTextsTest, ofTheSecondScriptHaveTheirMeaningBesideThem)
+{
+    const ChineseSession session;
+    addApps({u"note"_s});
+    start();
+    type(text8(), u"n"_s);
+    mouse(viewport("List2"), QEvent::MouseButtonDblClick, rowCentre("List2", 0), Qt::LeftButton,
+        Qt::LeftButton);
+    ASSERT_TRUE(find("addeditbox")->isVisible());
+    EXPECT_EQ(find<QLabel>("Label5")->text(), u"\"note\"  is editting"_s);
+    EXPECT_TRUE(find<QLabel>("file")->text().startsWith(u"正在编辑 · .main.wf"_s))
+        << find<QLabel>("file")->text().toStdString();
+    EXPECT_EQ(find("Image9")->toolTip(), u"Hide (隐藏)"_s);
+}
+
 TEST_F(FixedTextsTest, areAllTranslated)
 {
     const ChineseSession session;
     for (const QString &text : {u"Successfully"_s, u"Error"_s, u"Keyword is required"_s,
              u"Keyword already exists"_s, u"The Keyword already exists, whether it is renamed ?"_s,
-             u"installed successfully"_s, u"Guide does not exist"_s})
+             u"installed successfully"_s, u"Guide does not exist"_s, u"Error\n\nwhy"_s, u"Hide"_s})
         EXPECT_FALSE(meaningOfFixed(text).isEmpty()) << text.toStdString();
     EXPECT_EQ(meaningOfFixed(u"another text"), QString());
 }

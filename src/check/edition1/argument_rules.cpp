@@ -1,5 +1,6 @@
 #include "check/edition1/argument_rules.h"
 
+#include "check/findings/check_words.h"
 #include "check/findings/literal_rules.h"
 
 #include <algorithm>
@@ -25,13 +26,14 @@ void ArgumentRules::judge(const ScriptLine &line, const CommandInfo &info, const
     if (!line.arguments) {
         if (!command.fields.isEmpty())
             m_report.add(line.number, 1, u"inherited-arguments",
-                u"Without arguments of its own, %1 takes those of the line before."_s.arg(line.head()));
+                CheckWords::tr("Without arguments of its own, %1 takes those of the line before.")
+                    .arg(line.head()));
         return;
     }
     if (command.fields.isEmpty()) {
         if (!line.arguments->text.trimmed().isEmpty() && !traits.ignoresArguments)
             m_report.add(line.number, line.arguments->column, u"surplus-arguments",
-                u"%1 takes no arguments."_s.arg(line.head()));
+                CheckWords::tr("%1 takes no arguments.").arg(line.head()));
         return;
     }
     if (traits.reading == Reading::Raw) {
@@ -85,21 +87,22 @@ void ArgumentRules::judgeAssignment(const ScriptLine &line)
 {
     if (line.command.isEmpty())
         m_report.add(line.number, line.commandColumn, u"empty-value",
-            u"The name of a variable is missing behind the dot."_s);
+            CheckWords::tr("The name of a variable is missing behind the dot."));
     if (!line.arguments) {
         m_report.add(line.number, 1, u"inherited-arguments",
-            u"Without a value of its own, %1 takes the arguments of the line before."_s.arg(line.head()));
+            CheckWords::tr("Without a value of its own, %1 takes the arguments of the line before.")
+                .arg(line.head()));
         m_variables.set(line.command, line.number, line.commandColumn);
         return;
     }
     const Value value = m_writing.judge(line.number, {line.arguments->whole()}).front();
     if (value.kind == Value::Kind::Nothing && !value.written.contains(u'"'))
         m_report.add(line.number, value.column, u"unquoted-value",
-            u"%1 without quotes is nothing: \"%2\" becomes the empty text."_s.arg(
-                value.written, line.command));
+            CheckWords::tr("%1 without quotes is nothing: \"%2\" becomes the empty text.")
+                .arg(value.written, line.command));
     else if (value.kind == Value::Kind::Empty)
         m_report.add(line.number, value.column, u"empty-value",
-            u"Nothing stands here; write \"\" for an empty text."_s);
+            CheckWords::tr("Nothing stands here; write \"\" for an empty text."));
     m_variables.set(line.command, line.number, line.commandColumn, m_fields.knownText(value, line.number));
     if (value.isQuoted)
         judgeSecret(m_report, line.number, value.column, line.command, value.text);
@@ -111,13 +114,14 @@ void ArgumentRules::judgeRaw(const ScriptLine &line)
 {
     const Arguments &arguments = *line.arguments;
     if (arguments.text.trimmed().isEmpty())
-        m_report.add(line.number, arguments.column, u"empty-value", u"%1 needs a text."_s.arg(line.head()));
+        m_report.add(line.number, arguments.column, u"empty-value",
+            CheckWords::tr("%1 needs a text.").arg(line.head()));
     else if (arguments.text.startsWith(u' ') || arguments.text.endsWith(u' '))
         m_report.add(line.number, arguments.column, u"blank-around-value",
-            u"The blank beside %1 belongs to the text."_s.arg(arguments.text.trimmed()));
+            CheckWords::tr("The blank beside %1 belongs to the text.").arg(arguments.text.trimmed()));
     else if (arguments.text.startsWith(u'"') && arguments.text.endsWith(u'"'))
         m_report.add(line.number, arguments.column, u"odd-value",
-            u"%1 takes the text as it stands, with its quotes."_s.arg(line.head()));
+            CheckWords::tr("%1 takes the text as it stands, with its quotes.").arg(line.head()));
 }
 
 QList<Value> ArgumentRules::valuesOf(const CalledCommand &command)
@@ -130,7 +134,7 @@ QList<Value> ArgumentRules::valuesOf(const CalledCommand &command)
     if (colon < 0 || arguments.isOneQuotedText())
         return m_writing.judge(line.number, {arguments.whole()});
     m_report.add(line.number, arguments.column + static_cast<int>(colon), u"colon-ends-text",
-        u"%1 takes the text up to this \":\" alone."_s.arg(line.head()));
+        CheckWords::tr("%1 takes the text up to this \":\" alone.").arg(line.head()));
     Value cut = arguments.values(u':').front();
     // What is left of a quoted text or of a template is nothing that could be judged.
     if (cut.kind != Value::Kind::Reference)
@@ -164,11 +168,13 @@ void ArgumentRules::judgeCount(const CalledCommand &command, const QList<Value> 
         return;
     if (values.size() > wanted)
         m_report.add(line.number, values[wanted].column, u"surplus-arguments",
-            u"%1 takes %2 arguments; this one is ignored."_s.arg(line.head()).arg(wanted));
+            CheckWords::tr("%1 takes %2 arguments; this one is ignored.").arg(line.head()).arg(wanted));
     else if (values.size() == 1 && wanted > 1 && command.traits.single == SingleArgument::AnswersForAll
         && standsForSomething(values.front()))
         m_report.add(line.number, values.front().column, u"one-for-all",
-            u"A single argument answers for all %1 fields of %2."_s.arg(wanted).arg(line.head()));
+            CheckWords::tr("A single argument answers for all %1 fields of %2.")
+                .arg(wanted)
+                .arg(line.head()));
     else if (values.size() < wanted)
         judgeMissing(command, values);
 }
@@ -179,20 +185,22 @@ void ArgumentRules::judgeMissing(const CalledCommand &command, const QList<Value
     const int line = command.line.number;
     if (values.size() > 1 && command.traits.missing == MissingArgument::Raises) {
         m_report.add(line, values.back().column, u"missing-arguments",
-            u"%1 is missing, which ends the run with the error \"Subscript out of range\"; write \"\" for it."_s
+            CheckWords::tr("%1 is missing, which ends the run with the error \"Subscript out of range\"; "
+                           "write \"\" for it.")
                 .arg(missing.name));
         return;
     }
     for (const Field &field : command.fields.sliced(values.size())) {
         if (field.kind == FieldKind::Variable)
             m_report.add(line, values.back().column, u"missing-arguments", Severity::Warning,
-                u"%1 is missing: the result is lost."_s.arg(field.name));
+                CheckWords::tr("%1 is missing: the result is lost.").arg(field.name));
         else if (field.isRequired())
             m_report.add(line, values.back().column, u"missing-arguments", Severity::Warning,
-                u"%1 is missing; what needs it does not happen."_s.arg(field.name));
+                CheckWords::tr("%1 is missing; what needs it does not happen.").arg(field.name));
         else if (field.kind == FieldKind::Choice && command.traits.emptyChoiceDoesNothing)
             m_report.add(line, values.back().column, u"no-effect",
-                u"Without %1 %2 does nothing."_s.arg(field.name.toString(), command.line.head()));
+                CheckWords::tr("Without %1 %2 does nothing.")
+                    .arg(field.name.toString(), command.line.head()));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "check/edition1/argument_rules.h"
 #include "check/edition1/key_rules.h"
 #include "check/edition1/loop_rules.h"
+#include "check/findings/check_words.h"
 #include "check/findings/nearest_word.h"
 #include "check/findings/words.h"
 
@@ -59,15 +60,16 @@ void Walk::judgeHead(const ScriptLine &line)
 {
     if (line.hasSecondDot)
         m_report.add(line.number, 1, u"extra-head",
-            u"Of this head %1.%2 counts; the rest is ignored."_s.arg(line.nameSpace, line.command));
+            CheckWords::tr("Of this head %1.%2 counts; the rest is ignored.")
+                .arg(line.nameSpace, line.command));
 }
 
 void Walk::judgeNamespace(const ScriptLine &line)
 {
     const QStringList known = namespacesOf(m_vocabulary, Edition::One);
     m_report.add(line.number, 1, u"unknown-namespace",
-        u"There is no namespace \"%1\"; the line does nothing.%2"_s.arg(
-            line.nameSpace, didYouMean(line.nameSpace, known)));
+        CheckWords::tr("There is no namespace \"%1\"; the line does nothing.%2")
+            .arg(line.nameSpace, didYouMean(line.nameSpace, known)));
 }
 
 // input and me take every word that begins with "enter"; one that is not spelled so was hardly meant.
@@ -76,10 +78,10 @@ void Walk::judgeEntering(const ScriptLine &line)
     const QString number = line.command.sliced(line.command.lastIndexOf(u'_') + 1);
     if (!line.command.startsWith("enter_"_L1) || line.command.count(u'_') > 1)
         m_report.add(line.number, line.commandColumn, u"unknown-command", Severity::Warning,
-            u"\"%1\" is taken as \"enter\"."_s.arg(line.command));
+            CheckWords::tr("\"%1\" is taken as \"enter\".").arg(line.command));
     else if (bool isNumber = false; number.toInt(&isNumber) < 1 || !isNumber)
         m_report.add(line.number, line.commandColumn, u"wrong-value",
-            u"\"%1\" is not the number of a piece, counted from 1."_s.arg(number));
+            CheckWords::tr("\"%1\" is not the number of a piece, counted from 1.").arg(number));
 }
 
 void Walk::judgeCommand(const ScriptLine &line, const CommandTraits &traits)
@@ -94,9 +96,10 @@ void Walk::judgeCommand(const ScriptLine &line, const CommandTraits &traits)
         judgeEntering(line);
     if (!info) {
         m_report.add(line.number, line.commandColumn, u"unknown-command",
-            u"%1 has no command \"%2\"; the line does nothing.%3"_s.arg(line.nameSpace, line.command,
-                didYouMean(line.command, wordsOf(m_vocabulary, line.nameSpace, Edition::One),
-                    line.nameSpace + u'.')));
+            CheckWords::tr("%1 has no command \"%2\"; the line does nothing.%3")
+                .arg(line.nameSpace, line.command,
+                    didYouMean(line.command, wordsOf(m_vocabulary, line.nameSpace, Edition::One),
+                        line.nameSpace + u'.')));
         return;
     }
     if (line.nameSpace == "set"_L1)
@@ -114,7 +117,7 @@ bool Walk::judgeCall(const ScriptLine &line)
     }
     if (!line.hasDot) {
         m_report.add(line.number, 1, u"no-command",
-            u"Without a command, %1 repeats the word of the line before."_s.arg(line.nameSpace));
+            CheckWords::tr("Without a command, %1 repeats the word of the line before.").arg(line.nameSpace));
         return false;
     }
     judgeCommand(line, traitsOf(line.nameSpace, line.command.toLower()));
@@ -130,8 +133,8 @@ void Walk::judgeLoop(const ScriptLine &line)
         m_loops.end(line);
     else
         m_report.add(line.number, line.commandColumn, u"unknown-command",
-            u"while has \"start\" and \"end\" alone; the line does nothing.%1"_s.arg(
-                didYouMean(line.command, {u"start"_s, u"end"_s}, u"while."_s)));
+            CheckWords::tr("while has \"start\" and \"end\" alone; the line does nothing.%1")
+                .arg(didYouMean(line.command, {u"start"_s, u"end"_s}, u"while."_s)));
 }
 
 void Walk::take(LineRecord &record)
@@ -140,7 +143,7 @@ void Walk::take(LineRecord &record)
     m_last = &line;
     if (line.startsWithBlank) {
         m_report.add(line.number, 1, u"blank-line-start",
-            u"The line begins with a blank, so it has no namespace and does nothing."_s);
+            CheckWords::tr("The line begins with a blank, so it has no namespace and does nothing."));
         return;
     }
     if (line.nameSpace == loopNamespace) {
@@ -164,7 +167,8 @@ void Walk::finish(qsizetype lineCount)
     m_variables.report(m_report, VariableUse::Unset::IsItsName);
     if (m_last && m_last->number == lineCount && isQuestion(*m_last))
         m_report.add(m_last->number, 1, u"last-line-waits",
-            u"A script that is started from a terminal goes on waiting when this is given up with Esc."_s);
+            CheckWords::tr(
+                "A script that is started from a terminal goes on waiting when this is given up with Esc."));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "check/edition1/key_rules.h"
 #include "check/findings/check_rules.h"
+#include "check/findings/check_words.h"
 #include "check/findings/literal_rules.h"
 #include "check/findings/nearest_word.h"
 #include "check/findings/value_rules.h"
@@ -69,7 +70,8 @@ void FieldRules::judge(const CalledCommand &command, const Field &field, const V
     const std::optional<QString> text = knownText(value, command.line.number);
     if (value.kind == Value::Kind::Empty && field.kind == FieldKind::Text && field.isRequired())
         m_report.add(command.line.number, value.column, u"empty-value",
-            u"%1: nothing stands here; write \"\" for an empty text."_s.arg(field.name.toString()));
+            CheckWords::tr("%1: nothing stands here; write \"\" for an empty text.")
+                .arg(field.name.toString()));
     else if (text)
         judgeText(command, field, value, *text);
 }
@@ -77,8 +79,9 @@ void FieldRules::judge(const CalledCommand &command, const Field &field, const V
 void FieldRules::judgeNothing(const CalledCommand &command, const Field &field, const Value &value)
 {
     m_report.add(command.line.number, value.column, u"unquoted-value",
-        u"%1: %2 without quotes and without a dot is nothing."_s.arg(
-            field.name.toString(), value.written.trimmed().isEmpty() ? u"this"_s : value.written));
+        CheckWords::tr("%1: %2 without quotes and without a dot is nothing.")
+            .arg(field.name.toString(),
+                value.written.trimmed().isEmpty() ? CheckWords::tr("this") : value.written));
 }
 
 void FieldRules::judgeText(
@@ -100,18 +103,19 @@ void FieldRules::judgeText(
         const bool failsTheLine = command.traits.missing == MissingArgument::Raises;
         m_report.add(line, value.column, misfit->rule,
             failsTheLine ? checkRule(misfit->rule)->severity : Severity::Warning,
-            field.name.toString() + u": "_s + misfit->words + u'.');
+            CheckWords::tr("%1: %2.").arg(field.name.toString(), misfit->words));
         return;
     }
     if (field.kind == FieldKind::Milliseconds && text.trimmed().toDouble() == 0)
         m_report.add(line, value.column, u"endless-wait",
-            u"A wait of 0 does not return at once: it lasts 429 seconds."_s);
+            CheckWords::tr("A wait of 0 does not return at once: it lasts 429 seconds."));
     if (field.kind == FieldKind::Path) {
         judgePlace(m_report, line, value.column, text);
         if (isFileToSave(command.line)) {
             if (text.startsWith("_pfold_"_L1) || text.startsWith("_ppfold_"_L1))
                 m_report.add(line, value.column, u"odd-value",
-                    u"file.save takes %1 as a name: it knows no folder by it; os.path_pfold is that folder."_s
+                    CheckWords::tr("file.save takes %1 as a name: it knows no folder by it; os.path_pfold is "
+                                   "that folder.")
                         .arg(text.section(u'\\', 0, 0).section(u'/', 0, 0)));
         } else {
             m_files.judge(m_report, line, value.column, text,
@@ -128,13 +132,13 @@ void FieldRules::judgeEmpty(const CalledCommand &command, const Field &field, co
     const QString name = field.name.toString();
     if (command.traits.emptyValueDoesNothing)
         m_report.add(command.line.number, value.column, u"no-effect",
-            u"Without a value for \"%1\" %2 does nothing."_s.arg(name, command.line.head()));
+            CheckWords::tr("Without a value for \"%1\" %2 does nothing.").arg(name, command.line.head()));
     else if (isConverted(field.kind) && command.traits.missing == MissingArgument::Raises)
         m_report.add(command.line.number, value.column, u"wrong-value",
-            u"%1: the empty text is no value, which ends the run."_s.arg(name));
+            CheckWords::tr("%1: the empty text is no value, which ends the run.").arg(name));
     else
         m_report.add(command.line.number, value.column, u"empty-value",
-            u"%1: %2 needs a value here."_s.arg(name, command.line.head()));
+            CheckWords::tr("%1: %2 needs a value here.").arg(name, command.line.head()));
 }
 
 // What is no action is the name of a variable.
@@ -146,7 +150,7 @@ void FieldRules::judgeAction(
     if (text.isEmpty()) {
         if (field.fallback == u"nothing")
             m_report.add(line, value.column, u"no-effect", Severity::Warning,
-                u"Without an action nothing happens when it is found."_s);
+                CheckWords::tr("Without an action nothing happens when it is found."));
         return;
     }
     if (words.contains(text)) {
@@ -154,13 +158,13 @@ void FieldRules::judgeAction(
             m_variables.set(u"tarnwick_xy"_s, line, value.column);
         return;
     }
-    const QString meant = nearestWord(text, words);
+    const QString suggestion = didYouMean(text, words);
     const bool isDoubled = std::ranges::any_of(words, [&text](const QString &w) { return text == w + w; });
     m_variables.set(text, line, value.column);
-    if (!meant.isEmpty() || isDoubled)
+    if (!suggestion.isEmpty() || isDoubled)
         m_variables.doubt(text,
-            u"\"%1\" is no action, so the point is stored in a variable of that name.%2"_s.arg(
-                text, meant.isEmpty() ? QString() : u" Did you mean \"%1\"?"_s.arg(meant)));
+            CheckWords::tr("\"%1\" is no action, so the point is stored in a variable of that name.%2")
+                .arg(text, suggestion));
 }
 
 void FieldRules::judgeChoice(
@@ -177,11 +181,11 @@ void FieldRules::judgeChoice(
     if (text.isEmpty()) {
         if (command.traits.emptyChoiceDoesNothing)
             m_report.add(command.line.number, value.column, u"no-effect",
-                u"With an empty %1 %2 does nothing; it takes %3."_s.arg(
-                    name, command.line.head(), words.join(u", "_s)));
+                CheckWords::tr("With an empty %1 %2 does nothing; it takes %3.")
+                    .arg(name, command.line.head(), words.join(u", "_s)));
         else if (field.isRequired())
             m_report.add(command.line.number, value.column, u"odd-value",
-                u"%1: an empty text is none of %2."_s.arg(name, words.join(u", "_s)));
+                CheckWords::tr("%1: an empty text is none of %2.").arg(name, words.join(u", "_s)));
         return;
     }
     const QString suggestion = didYouMean(text, words);
@@ -189,7 +193,7 @@ void FieldRules::judgeChoice(
         return;
     m_report.add(command.line.number, value.column,
         command.traits.unknownChoiceDoesNothing ? u"no-effect" : u"odd-value",
-        u"%1: \"%2\" is none of %3.%4"_s.arg(name, text, words.join(u", "_s), suggestion));
+        CheckWords::tr("%1: \"%2\" is none of %3.%4").arg(name, text, words.join(u", "_s), suggestion));
 }
 
 void FieldRules::judgeVariable(const CalledCommand &command, const Value &value)
@@ -197,7 +201,8 @@ void FieldRules::judgeVariable(const CalledCommand &command, const Value &value)
     const int line = command.line.number;
     if (value.isLiteral()) {
         if (value.text.isEmpty())
-            m_report.add(line, value.column, u"empty-value", u"The name of a variable is missing here."_s);
+            m_report.add(line, value.column, u"empty-value",
+                CheckWords::tr("The name of a variable is missing here."));
         else if (isFileToSave(command.line))
             m_variables.read(value.text, line, value.column);
         else
@@ -206,8 +211,8 @@ void FieldRules::judgeVariable(const CalledCommand &command, const Value &value)
     }
     if (value.isReferenceTo(u"set"))
         m_report.add(line, value.column, u"name-from-value",
-            u"The variable is the one that \"%1\" names; for the variable itself write \"%1\"."_s.arg(
-                value.name));
+            CheckWords::tr("The variable is the one that \"%1\" names; for the variable itself write \"%1\".")
+                .arg(value.name));
     m_variables.setSomething();
 }
 

@@ -1,5 +1,6 @@
 #include "check/edition1/key_rules.h"
 
+#include "check/findings/check_words.h"
 #include "check/findings/nearest_word.h"
 #include "commands/key_names.h"
 
@@ -38,12 +39,12 @@ void judgeKey(Report &report, int line, const Value &value)
     const QString item = value.isQuoted ? value.text : value.written;
     if (value.kind == Value::Kind::Nothing) {
         report.add(line, value.column, u"key",
-            u"%1 without quotes is nothing, and the key without a name is Z; write \"%2\"."_s.arg(
-                item, item.trimmed()));
+            CheckWords::tr("%1 without quotes is nothing, and the key without a name is Z; write \"%2\".")
+                .arg(item, item.trimmed()));
         return;
     }
     if (item.isEmpty()) {
-        report.add(line, value.column, u"key", u"The key without a name is Z."_s);
+        report.add(line, value.column, u"key", CheckWords::tr("The key without a name is Z."));
         return;
     }
     QStringList sent;
@@ -55,8 +56,9 @@ void judgeKey(Report &report, int line, const Value &value)
         sent += row.name.toString();
     }
     report.add(line, value.column, u"key",
-        item.toLower() == "z"_L1 ? u"\"z\" sends nothing; the key without a name, \"\", is Z."_s
-                                 : u"\"%1\" sends nothing.%2"_s.arg(item, didYouMean(item, sent)));
+        item.toLower() == "z"_L1
+            ? CheckWords::tr("\"z\" sends nothing; the key without a name, \"\", is Z.")
+            : CheckWords::tr("\"%1\" sends nothing.%2").arg(item, didYouMean(item, sent)));
 }
 
 void judgeKeys(Report &report, const ScriptLine &line, const QList<Value> &values)
@@ -65,8 +67,8 @@ void judgeKeys(Report &report, const ScriptLine &line, const QList<Value> &value
         judgeKey(report, line.number, values[i]);
         if (i > 0 && line.command == "hotkey"_L1 && isModifier(values[i]) && !isModifier(values[i - 1]))
             report.add(line.number, values[i].column, u"key-order",
-                u"%1 is pressed behind %2, which does not see it any more."_s.arg(
-                    values[i].text, values[i - 1].written));
+                CheckWords::tr("%1 is pressed behind %2, which does not see it any more.")
+                    .arg(values[i].text, values[i - 1].written));
     }
 }
 
@@ -95,7 +97,8 @@ void HeldKeys::take(const ScriptLine &line)
 void HeldKeys::finish(Report &report) const
 {
     for (auto it = m_pressedIn.constBegin(); it != m_pressedIn.constEnd(); ++it)
-        report.add(it.value(), 1, u"never-released", u"No line below releases what this one presses."_s);
+        report.add(it.value(), 1, u"never-released",
+            CheckWords::tr("No line below releases what this one presses."));
 }
 
 } // namespace plum::edition1

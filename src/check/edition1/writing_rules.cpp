@@ -1,6 +1,7 @@
 #include "check/edition1/writing_rules.h"
 
 #include "check/edition1/references.h"
+#include "check/findings/check_words.h"
 #include "check/findings/nearest_word.h"
 
 #include <QRegularExpression>
@@ -49,11 +50,11 @@ QList<Value> WritingRules::judgeQuotes(int line, const QList<Value> &written)
                 ++last;
             if (value.written.trimmed().startsWith(quote) && last < written.size()) {
                 m_report.add(line, value.column, u"comma-in-quotes",
-                    u"The comma splits this text in spite of its quotes; write _,_ for it."_s);
+                    CheckWords::tr("The comma splits this text in spite of its quotes; write _,_ for it."));
                 i = last;
             } else {
                 m_report.add(line, value.column, u"unpaired-quote",
-                    u"The quote of %1 has no partner."_s.arg(value.written));
+                    CheckWords::tr("The quote of %1 has no partner.").arg(value.written));
             }
             value.kind = Value::Kind::Broken;
         }
@@ -76,8 +77,8 @@ void WritingRules::judgeBlanks(int line, Value &value)
         return;
     m_report.add(line, value.column, u"blank-around-value",
         value.kind == Value::Kind::Template
-            ? u"The blank in front of %1 belongs to the text."_s.arg(trimmed)
-            : u"The blank beside %1 makes another value of it than meant."_s.arg(trimmed));
+            ? CheckWords::tr("The blank in front of %1 belongs to the text.").arg(trimmed)
+            : CheckWords::tr("The blank beside %1 makes another value of it than meant.").arg(trimmed));
     value = meant;
 }
 
@@ -103,27 +104,29 @@ void WritingRules::judgeQuotedText(int line, const Value &value)
     const Value asReference = valueOf(value.text, value.column);
     if (value.text.contains(quote))
         m_report.add(line, value.column, u"unpaired-quote",
-            u"The quotes inside of %1 belong to the text; a comma may be missing."_s.arg(value.written));
+            CheckWords::tr("The quotes inside of %1 belong to the text; a comma may be missing.")
+                .arg(value.written));
     else if (value.text.contains(slot))
         m_report.add(line, value.column, u"template-open",
-            u"Between quotes +?+ is a text like any other; a template stands without quotes."_s);
+            CheckWords::tr("Between quotes +?+ is a text like any other; a template stands without quotes."));
     else if (asReference.kind == Value::Kind::Reference
         && (asReference.prefix == "set"_L1 ? m_variables.isSet(asReference.name) : isReference(asReference)))
         m_report.add(line, value.column, u"quoted-reference",
-            u"Between quotes %1 is a text like any other; for its value leave the quotes out."_s.arg(
-                value.text));
+            CheckWords::tr("Between quotes %1 is a text like any other; for its value leave the quotes out.")
+                .arg(value.text));
 }
 
 void WritingRules::judgeBareText(int line, const Value &value)
 {
     if (value.written.contains(slot) || value.written.contains(listStart)) {
         m_report.add(line, value.column, u"template-open",
-            u"A template ends in +(name) behind its text; this one is taken as it stands."_s);
+            CheckWords::tr("A template ends in +(name) behind its text; this one is taken as it stands."));
         return;
     }
     if (value.written.contains(quote)) {
         m_report.add(line, value.column, u"unpaired-quote",
-            u"Quotes count only around the whole of a value, not inside of %1."_s.arg(value.written));
+            CheckWords::tr("Quotes count only around the whole of a value, not inside of %1.")
+                .arg(value.written));
         return;
     }
     if (value.kind != Value::Kind::Literal)
@@ -136,12 +139,13 @@ void WritingRules::judgeBareText(int line, const Value &value)
     const bool namesSomething = m_variables.isSet(value.name) || isReferenceName(value.name);
     if (!near.isEmpty() || namesSomething || value.prefix.isEmpty())
         m_report.add(line, value.column, u"unknown-prefix",
-            u"\"%1\" is no prefix of a reference, so %2 stands for itself.%3"_s.arg(value.prefix,
-                value.written, near.isEmpty() ? QString() : u" Did you mean \"%1.\"?"_s.arg(near)));
+            CheckWords::tr("\"%1\" is no prefix of a reference, so %2 stands for itself.%3")
+                .arg(value.prefix, value.written,
+                    near.isEmpty() ? QString() : CheckWords::tr(" Did you mean \"%1.\"?").arg(near)));
     else
         m_report.add(line, value.column, u"unknown-prefix", Severity::Hint,
-            u"%1 stands for itself, since it has a dot; with quotes that is plain to see."_s.arg(
-                value.written));
+            CheckWords::tr("%1 stands for itself, since it has a dot; with quotes that is plain to see.")
+                .arg(value.written));
 }
 
 void WritingRules::judgeReference(int line, const Value &value)
@@ -150,8 +154,9 @@ void WritingRules::judgeReference(int line, const Value &value)
         m_variables.read(value.name, line, value.column);
     else if (!isReference(value))
         m_report.add(line, value.column, u"unknown-reference",
-            u"There is no %1.%2; it is nothing.%3"_s.arg(value.prefix, value.name,
-                didYouMean(value.name, referenceNames(value.prefix), value.prefix + u'.')));
+            CheckWords::tr("There is no %1.%2; it is nothing.%3")
+                .arg(value.prefix, value.name,
+                    didYouMean(value.name, referenceNames(value.prefix), value.prefix + u'.')));
 }
 
 void WritingRules::judgeTemplate(int line, const Value &value)
@@ -162,19 +167,22 @@ void WritingRules::judgeTemplate(int line, const Value &value)
         else
             m_report.add(line, name.column, u"unquoted-value",
                 name.written.isEmpty()
-                    ? u"A template's name is missing; its slot stays empty."_s
-                    : u"%1 is no reference; its slot does not get a variable."_s.arg(name.written));
+                    ? CheckWords::tr("A template's name is missing; its slot stays empty.")
+                    : CheckWords::tr("%1 is no reference; its slot does not get a variable.")
+                          .arg(name.written));
     }
     const bool fits = value.names.size() == 1 ? value.slotCount >= 1 : value.slotCount == value.names.size();
     if (!fits)
         m_report.add(line, value.column, u"template-slots",
-            u"The template has %1 slots (+?+) and %2 names."_s.arg(value.slotCount).arg(value.names.size()));
+            CheckWords::tr("The template has %1 slots (+?+) and %2 names.")
+                .arg(value.slotCount)
+                .arg(value.names.size()));
     else if (value.names.size() == 1 && value.written.contains("+?++?+"_L1))
         m_report.add(line, value.column, u"template-slots", Severity::Hint,
-            u"Two slots side by side are filled with the same value."_s);
+            CheckWords::tr("Two slots side by side are filled with the same value."));
     if (value.written.startsWith(quote) && value.written.count(quote) > 1)
         m_report.add(line, value.column, u"unpaired-quote", Severity::Hint,
-            u"A template stands without quotes; these belong to its text."_s);
+            CheckWords::tr("A template stands without quotes; these belong to its text."));
 }
 
 } // namespace plum::edition1

@@ -1,5 +1,6 @@
 #include "check/edition2/scope_walk.h"
 
+#include "check/findings/check_words.h"
 #include "check/findings/literal_rules.h"
 #include "engine/edition2/parser.h"
 #include "engine/references.h"
@@ -177,7 +178,7 @@ void ScopeWalk::judgeText(const Line &line, const Field &field, const Value &val
     if (value.form == Form::Reference) {
         if (const QString problem = problemWith(field, text); !problem.isEmpty())
             m_report.add(line.at.line, value.at.column, u"wrong-value",
-                u"%1 holds \"%2\" here: %3."_s.arg(value.text, text, problem));
+                CheckWords::tr("%1 holds \"%2\" here: %3.").arg(value.text, text, problem));
     }
     if (field.kind == FieldKind::Choice && field.takesVariable) {
         const auto choices = field.choices();
@@ -221,7 +222,7 @@ void ScopeWalk::judgeExpression(const Line &line, const Value &value, const QStr
     });
     if (!read.problem.isEmpty())
         m_report.add(line.at.line, standsHere ? columnOf(read.column - 1) : value.at.column, u"wrong-value",
-            asSentence(u"expression: "_s + read.problem));
+            asSentence(CheckWords::tr("expression: %1").arg(read.problem)));
 }
 
 // A text that looks like one with values in it.
@@ -239,14 +240,15 @@ void ScopeWalk::judgeForgottenMark(const Line &line, const Value &value)
         if (!names(match.captured(1)))
             continue;
         m_report.add(line.at.line, value.at.column, u"quoted-reference",
-            u"Between quotes %1 is a text like any other; for its value write $ in front of them."_s.arg(
-                match.captured()));
+            CheckWords::tr(
+                "Between quotes %1 is a text like any other; for its value write $ in front of them.")
+                .arg(match.captured()));
         return;
     }
     if (value.text.contains(u'.') && names(value.text))
         m_report.add(line.at.line, value.at.column, u"quoted-reference",
-            u"Between quotes %1 is a text like any other; for its value leave the quotes out."_s.arg(
-                value.text));
+            CheckWords::tr("Between quotes %1 is a text like any other; for its value leave the quotes out.")
+                .arg(value.text));
 }
 
 void ScopeWalk::setVariable(const Line &line, const Value &value)

@@ -1,5 +1,6 @@
 #include "check/findings/app_files.h"
 
+#include "check/findings/check_words.h"
 #include "search/picture_template.h"
 
 #include <QDateTime>
@@ -37,7 +38,8 @@ bool existsInAnyCase(const QString &path)
 // What the search compares of a picture, in words.
 QString comparedPart(const Picture &picture, const PictureTemplate &compared)
 {
-    return u"the search compares %1 x %2 of its %3 x %4 pixels, from %5,%6"_s.arg(compared.comparedWidth())
+    return CheckWords::tr("the search compares %1 x %2 of its %3 x %4 pixels, from %5,%6")
+        .arg(compared.comparedWidth())
         .arg(compared.comparedHeight())
         .arg(picture.width)
         .arg(picture.height)
@@ -51,13 +53,14 @@ void judgePicture(
     const std::optional<Picture> picture = readPicture(path);
     if (!picture) {
         report.add(line, column, u"picture-never-found",
-            u"%1 is no picture that can be read (BMP, ICO, JPEG, GIF, PNG)."_s.arg(written));
+            CheckWords::tr("%1 is no picture that can be read (BMP, ICO, JPEG, GIF, PNG).").arg(written));
         return;
     }
     const PictureTemplate compared(*picture, searchTolerance);
     if (compared.comparedWidth() <= 0 || compared.comparedHeight() <= 0) {
         report.add(line, column, u"picture-never-found",
-            u"Of %1 nothing is left to compare (it has one colour, or is too small): it is found at the first place."_s
+            CheckWords::tr("Of %1 nothing is left to compare (it has one colour, or is too small): it is "
+                           "found at the first place.")
                 .arg(written));
         return;
     }
@@ -70,8 +73,9 @@ void judgePicture(
     const int height = numbers[3].toInt(&isHeight);
     if (isWidth && isHeight && (compared.right() + 2 > width || compared.bottom() + 2 > height))
         report.add(line, column, u"picture-never-found",
-            u"%1 does not fit into a region of %2 x %3 pixels; %4."_s.arg(written).arg(width).arg(height).arg(
-                comparedPart(*picture, compared)));
+            CheckWords::tr("%1 does not fit into a region of %2 x %3 pixels; %4.")
+                .arg(written, QString::number(width), QString::number(height),
+                    comparedPart(*picture, compared)));
 }
 
 } // namespace
@@ -105,7 +109,7 @@ void AppFiles::judge(Report &report, int line, int column, const QString &writte
         return;
     report.askedFile(stateOf(path));
     if (!existsInAnyCase(path)) {
-        report.add(line, column, u"missing-file", u"The app's folder has no %1."_s.arg(written));
+        report.add(line, column, u"missing-file", CheckWords::tr("The app's folder has no %1.").arg(written));
         return;
     }
     if (use.isPicture)

@@ -1,5 +1,7 @@
 #include "check/findings/literal_rules.h"
 
+#include "check/findings/check_words.h"
+
 #include <QRegularExpression>
 
 namespace plum {
@@ -12,13 +14,13 @@ void judgePlace(Report &report, int line, int column, const QString &text)
     static const QRegularExpression ofLinux(u"\\A/(?:usr|opt|etc|tmp|var|mnt|media|root)/"_s);
     if (text.startsWith("/home/"_L1) || text.contains("\\Users\\"_L1, Qt::CaseInsensitive))
         report.add(line, column, u"one-machine",
-            u"This path names one person's folder; _pfold_ stands for the app's own."_s);
+            CheckWords::tr("This path names one person's folder; _pfold_ stands for the app's own."));
     else if (ofWindows.match(text).hasMatch())
-        report.add(line, column, u"one-system", u"This path exists on Windows alone."_s);
+        report.add(line, column, u"one-system", CheckWords::tr("This path exists on Windows alone."));
     else if (ofLinux.match(text).hasMatch())
-        report.add(line, column, u"one-system", u"This path exists on Linux alone."_s);
+        report.add(line, column, u"one-system", CheckWords::tr("This path exists on Linux alone."));
     else if (text.endsWith(".exe"_L1, Qt::CaseInsensitive))
-        report.add(line, column, u"one-system", u"Programs end in .exe on Windows alone."_s);
+        report.add(line, column, u"one-system", CheckWords::tr("Programs end in .exe on Windows alone."));
 }
 
 void judgeSecret(Report &report, int line, int column, const QString &variable, const QString &text)
@@ -27,7 +29,8 @@ void judgeSecret(Report &report, int line, int column, const QString &variable, 
         u"(?:pass(?:word|wd)?|pwd|secret|token|api_?key)$"_s, QRegularExpression::CaseInsensitiveOption);
     if (!text.isEmpty() && secretName.match(variable).hasMatch())
         report.add(line, column, u"secret",
-            u"Whoever gets this app can read what \"%1\" holds; ask for it instead."_s.arg(variable));
+            CheckWords::tr("Whoever gets this app can read what \"%1\" holds; ask for it instead.")
+                .arg(variable));
 }
 
 } // namespace plum

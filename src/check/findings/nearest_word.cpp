@@ -1,5 +1,7 @@
 #include "check/findings/nearest_word.h"
 
+#include "check/findings/check_words.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -55,7 +57,7 @@ QString nearestWord(const QString &word, const QStringList &known)
 QString didYouMean(const QString &word, const QStringList &known, const QString &before)
 {
     const QString nearest = nearestWord(word, known);
-    return nearest.isEmpty() ? QString() : u" Did you mean \"%1%2\"?"_s.arg(before, nearest);
+    return nearest.isEmpty() ? QString() : CheckWords::tr(" Did you mean \"%1%2\"?").arg(before, nearest);
 }
 
 } // namespace plum

@@ -1,6 +1,7 @@
 #include "check/findings/report.h"
 
 #include "check/findings/check_rules.h"
+#include "check/findings/check_words.h"
 
 #include <algorithm>
 #include <tuple>
@@ -99,7 +100,7 @@ QString asSentence(const QString &reason)
     QString sentence = reason;
     if (!sentence.isEmpty())
         sentence[0] = sentence[0].toUpper();
-    return sentence.endsWith(u'.') ? sentence : sentence + u'.';
+    return sentence.endsWith(u'.') ? sentence : CheckWords::tr("%1.").arg(sentence);
 }
 
 } // namespace plum

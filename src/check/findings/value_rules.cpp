@@ -1,5 +1,6 @@
 #include "check/findings/value_rules.h"
 
+#include "check/findings/check_words.h"
 #include "engine/conversions.h"
 #include "engine/editions/error_words.h"
 #include "engine/run_time_error.h"
@@ -11,11 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString quoted(const QString &text)
-{
-    return u'"' + text + u'"';
-}
-
 std::optional<Misfit> misfitOfNumber(const QString &text, NumberWidth width, ErrorCause cause)
 {
     try {
@@ -26,9 +22,9 @@ std::optional<Misfit> misfitOfNumber(const QString &text, NumberWidth width, Err
     } catch (const RunTimeError &error) {
         if (error.number() == RunTimeError::Overflow)
             return Misfit{u"number-range"_s,
-                errorWords(ErrorCause::OutOfRange, text)
-                    + (width == NumberWidth::Bits16 ? u", -32768 to 32767"_s
-                                                    : u", -2147483648 to 2147483647"_s)};
+                (width == NumberWidth::Bits16 ? CheckWords::tr("%1, -32768 to 32767")
+                                              : CheckWords::tr("%1, -2147483648 to 2147483647"))
+                    .arg(errorWords(ErrorCause::OutOfRange, text))};
         return Misfit{u"wrong-value"_s, errorWords(cause, text)};
     }
     return {};
@@ -49,7 +45,7 @@ std::optional<Misfit> misfitOfNumbers(
             return misfit;
     }
     if (parts.size() > count)
-        return Misfit{u"odd-value"_s, quoted(text) + u" has more numbers than count"_s};
+        return Misfit{u"odd-value"_s, CheckWords::tr("\"%1\" has more numbers than count").arg(text)};
     return {};
 }
 
@@ -57,7 +53,7 @@ std::optional<Misfit> misfitOfMilliseconds(const QString &text)
 {
     try {
         if (toDouble(text) < 0)
-            return Misfit{u"odd-value"_s, quoted(text) + u" is less than no time"_s};
+            return Misfit{u"odd-value"_s, CheckWords::tr("\"%1\" is less than no time").arg(text)};
     } catch (const RunTimeError &) {
         return Misfit{u"wrong-value"_s, errorWords(ErrorCause::NotMilliseconds, text)};
     }
@@ -72,7 +68,8 @@ std::optional<Misfit> misfitOfColour(const QString &text)
         return Misfit{u"wrong-value"_s, errorWords(ErrorCause::NotAColour, text)};
     }
     if (text.size() > 6)
-        return Misfit{u"odd-value"_s, quoted(text) + u" has more than the six digits that count"_s};
+        return Misfit{
+            u"odd-value"_s, CheckWords::tr("\"%1\" has more than the six digits that count").arg(text)};
     return {};
 }
 
@@ -81,7 +78,7 @@ std::optional<Misfit> misfitOfAddress(const QString &text)
     if (text.startsWith("http://"_L1, Qt::CaseInsensitive)
         || text.startsWith("https://"_L1, Qt::CaseInsensitive))
         return {};
-    return Misfit{u"odd-value"_s, quoted(text) + u" does not begin with http:// or https://"_s};
+    return Misfit{u"odd-value"_s, CheckWords::tr("\"%1\" does not begin with http:// or https://").arg(text)};
 }
 
 } // namespace

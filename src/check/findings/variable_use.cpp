@@ -1,5 +1,6 @@
 #include "check/findings/variable_use.h"
 
+#include "check/findings/check_words.h"
 #include "check/findings/nearest_word.h"
 
 namespace plum {
@@ -185,18 +186,18 @@ void VariableUse::addNames(Report &report) const
 
 void VariableUse::reportUnset(Report &report, const Place &where, Unset unset, const QStringList &known) const
 {
-    const QString consequence = unset == Unset::IsItsName ? u"here it stands for its own name"_s
-                                                          : u"reading it here ends the run"_s;
+    const QString consequence = unset == Unset::IsItsName ? CheckWords::tr("here it stands for its own name")
+                                                          : CheckWords::tr("reading it here ends the run");
     const QString &name = m_names.name(where.name);
     if (variable(where.name).firstSet != nowhere)
         report.add(where.line, where.column, u"never-set",
-            u"\"%1\" is set only further down; %2."_s.arg(name, consequence));
+            CheckWords::tr("\"%1\" is set only further down; %2.").arg(name, consequence));
     else if (const QString other = otherCase(name, known); !other.isEmpty())
         report.add(where.line, where.column, u"name-case",
-            u"\"%1\" is never set, \"%2\" is: letter case counts."_s.arg(name, other));
+            CheckWords::tr("\"%1\" is never set, \"%2\" is: letter case counts.").arg(name, other));
     else
         report.add(where.line, where.column, u"never-set",
-            u"No line sets \"%1\"; %2.%3"_s.arg(name, consequence, didYouMean(name, known)));
+            CheckWords::tr("No line sets \"%1\"; %2.%3").arg(name, consequence, didYouMean(name, known)));
 }
 
 void VariableUse::reportUnread(Report &report) const
@@ -210,7 +211,7 @@ void VariableUse::reportUnread(Report &report) const
             report.add(each.line, each.column, u"odd-value", *doubt);
         else
             report.add(each.line, each.column, u"never-read",
-                u"No line reads \"%1\"."_s.arg(m_names.name(each.name)));
+                CheckWords::tr("No line reads \"%1\".").arg(m_names.name(each.name)));
     }
 }
 

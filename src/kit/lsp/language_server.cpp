@@ -59,9 +59,12 @@ QList<QJsonObject> LanguageServer::notified(const QString &method, const QJsonOb
 // Undefined for a method that there is not.
 QJsonValue LanguageServer::requested(const QString &method, const QJsonObject &parameters)
 {
-    if (method == "initialize"_L1)
+    if (method == "initialize"_L1) {
+        if (const QString locale = parameters[u"locale"_s].toString(); !locale.isEmpty() && m_speak)
+            m_speak(locale);
         return QJsonObject{{u"capabilities"_s, ScriptAnswers::capabilities()},
             {u"serverInfo"_s, QJsonObject{{u"name"_s, u"plumkit lsp"_s}}}};
+    }
     if (method == "shutdown"_L1) {
         m_isShutDown = true;
         return QJsonValue::Null;

@@ -4,6 +4,8 @@
 
 #include <QHash>
 
+#include <functional>
+
 namespace plum::kit {
 
 // The language server protocol for scripts: which scripts are open, and their findings as somebody types. It
@@ -11,8 +13,11 @@ namespace plum::kit {
 class LanguageServer
 {
 public:
-    explicit LanguageServer(const ScriptVocabulary &vocabulary)
+    // `speak` is told the locale that the editor shows its own texts in, where it names one.
+    explicit LanguageServer(
+        const ScriptVocabulary &vocabulary, std::function<void(const QString &locale)> speak = {})
         : m_answers(vocabulary)
+        , m_speak(std::move(speak))
     {
     }
 
@@ -33,6 +38,7 @@ private:
     QJsonObject findingsOf(const QString &address) const;
 
     ScriptAnswers m_answers;
+    std::function<void(const QString &locale)> m_speak;
     QHash<QString, OpenScript> m_scripts; // by address
     bool m_isShutDown = false;
     bool m_hasEnded = false;

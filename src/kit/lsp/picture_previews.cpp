@@ -1,5 +1,6 @@
 #include "kit/lsp/picture_previews.h"
 
+#include "check/findings/check_words.h"
 #include "search/picture_file.h"
 
 #include <QBuffer>
@@ -35,7 +36,7 @@ QString preview(const Picture &picture)
     const QImage small = isLarge
         ? image.scaled(longestSide, longestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)
         : image;
-    const QString words = u"%1 x %2 pixels"_s.arg(picture.width).arg(picture.height);
+    const QString words = CheckWords::tr("%1 x %2 pixels").arg(picture.width).arg(picture.height);
     return shown(small, words) + u"\n\n"_s + words;
 }
 

@@ -2,6 +2,7 @@
 
 #include "check/field_words.h"
 #include "check/findings/app_files.h"
+#include "check/findings/check_words.h"
 #include "check/script_layout.h"
 #include "check/script_outline.h"
 
@@ -279,7 +280,7 @@ QJsonValue ScriptAnswers::rename(const OpenScript &script, const QJsonObject &pa
     const ScriptNames names = script.names();
     const auto use = nameAt(names, script, parameters);
     if (!use)
-        throw RequestError(RequestError::failed, u"There is no name here."_s);
+        throw RequestError(RequestError::failed, CheckWords::tr("There is no name here."));
     const QString newName = parameters[u"newName"_s].toString();
     const QString obstacle = names.obstacle(*use, newName, script.edition(), script.findings());
     if (!obstacle.isEmpty())

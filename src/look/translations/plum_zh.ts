@@ -230,6 +230,14 @@
         <source>installed successfully</source>
         <translation>安装成功</translation>
     </message>
+    <message>
+        <source>is editting</source>
+        <translation>正在编辑</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>隐藏</translation>
+    </message>
 </context>
 <context>
     <name>plum::ScreenSearch</name>
@@ -1364,6 +1372,1264 @@
     <message>
         <source>restarting the machine</source>
         <translation>重新启动计算机</translation>
+    </message>
+</context>
+<context>
+    <name>plum::CheckWords</name>
+    <message>
+        <source>Without arguments of its own, %1 takes those of the line before.</source>
+        <translation>%1 没有自己的参数，沿用前一行的参数。</translation>
+    </message>
+    <message>
+        <source>%1 takes no arguments.</source>
+        <translation>%1 不接受参数。</translation>
+    </message>
+    <message>
+        <source>The name of a variable is missing behind the dot.</source>
+        <translation>句点后面缺少变量的名称。</translation>
+    </message>
+    <message>
+        <source>Without a value of its own, %1 takes the arguments of the line before.</source>
+        <translation>%1 没有自己的值，沿用前一行的参数。</translation>
+    </message>
+    <message>
+        <source>%1 without quotes is nothing: "%2" becomes the empty text.</source>
+        <translation>不带引号的 %1 什么也不是：“%2”成为空文字。</translation>
+    </message>
+    <message>
+        <source>Nothing stands here; write "" for an empty text.</source>
+        <translation>这里什么也没有；空文字写作 ""。</translation>
+    </message>
+    <message>
+        <source>%1 needs a text.</source>
+        <translation>%1 需要一段文字。</translation>
+    </message>
+    <message>
+        <source>The blank beside %1 belongs to the text.</source>
+        <translation>%1 旁边的空格属于文字。</translation>
+    </message>
+    <message>
+        <source>%1 takes the text as it stands, with its quotes.</source>
+        <translation>%1 原样接受文字，连同引号。</translation>
+    </message>
+    <message>
+        <source>%1 takes the text up to this ":" alone.</source>
+        <translation>%1 只取这个“:”之前的文字。</translation>
+    </message>
+    <message>
+        <source>%1 takes %2 arguments; this one is ignored.</source>
+        <translation>%1 接受 %2 个参数；这一个被忽略。</translation>
+    </message>
+    <message>
+        <source>A single argument answers for all %1 fields of %2.</source>
+        <translation>唯一的参数用于 %2 的全部 %1 个位置。</translation>
+    </message>
+    <message>
+        <source>%1 is missing, which ends the run with the error "Subscript out of range"; write "" for it.</source>
+        <translation>缺少 %1，运行因此以错误“下标越界”结束；请写上 ""。</translation>
+    </message>
+    <message>
+        <source>%1 is missing: the result is lost.</source>
+        <translation>缺少 %1：结果会丢失。</translation>
+    </message>
+    <message>
+        <source>%1 is missing; what needs it does not happen.</source>
+        <translation>缺少 %1；需要它的事情不会发生。</translation>
+    </message>
+    <message>
+        <source>Without %1 %2 does nothing.</source>
+        <translation>没有 %1，%2 什么也不做。</translation>
+    </message>
+    <message>
+        <source>Of this head %1.%2 counts; the rest is ignored.</source>
+        <translation>这个开头只有 %1.%2 有效；其余的被忽略。</translation>
+    </message>
+    <message>
+        <source>There is no namespace "%1"; the line does nothing.%2</source>
+        <translation>没有命名空间“%1”；这一行什么也不做。%2</translation>
+    </message>
+    <message>
+        <source>"%1" is taken as "enter".</source>
+        <translation>“%1”被当作“enter”。</translation>
+    </message>
+    <message>
+        <source>"%1" is not the number of a piece, counted from 1.</source>
+        <translation>“%1”不是片段的编号（从 1 数起）。</translation>
+    </message>
+    <message>
+        <source>%1 has no command "%2"; the line does nothing.%3</source>
+        <translation>%1 没有命令“%2”；这一行什么也不做。%3</translation>
+    </message>
+    <message>
+        <source>Without a command, %1 repeats the word of the line before.</source>
+        <translation>没有命令时，%1 重复前一行的命令。</translation>
+    </message>
+    <message>
+        <source>while has "start" and "end" alone; the line does nothing.%1</source>
+        <translation>while 只有“start”和“end”；这一行什么也不做。%1</translation>
+    </message>
+    <message>
+        <source>The line begins with a blank, so it has no namespace and does nothing.</source>
+        <translation>这一行以空格开头，所以没有命名空间，什么也不做。</translation>
+    </message>
+    <message>
+        <source>A script that is started from a terminal goes on waiting when this is given up with Esc.</source>
+        <translation>从终端启动的脚本，在这里用 Esc 放弃之后会一直等待。</translation>
+    </message>
+    <message>
+        <source>%1: nothing stands here; write "" for an empty text.</source>
+        <translation>%1：这里什么也没有；空文字写作 ""。</translation>
+    </message>
+    <message>
+        <source>%1: %2 without quotes and without a dot is nothing.</source>
+        <translation>%1：不带引号也不带句点的 %2 什么也不是。</translation>
+    </message>
+    <message>
+        <source>this</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>%1: %2.</source>
+        <translation>%1：%2。</translation>
+    </message>
+    <message>
+        <source>A wait of 0 does not return at once: it lasts 429 seconds.</source>
+        <translation>等待 0 并不立即返回：它持续 429 秒。</translation>
+    </message>
+    <message>
+        <source>file.save takes %1 as a name: it knows no folder by it; os.path_pfold is that folder.</source>
+        <translation>file.save 把 %1 当作名称：它不认识这样的文件夹；那个文件夹是 os.path_pfold。</translation>
+    </message>
+    <message>
+        <source>Without a value for "%1" %2 does nothing.</source>
+        <translation>“%1”没有值，%2 什么也不做。</translation>
+    </message>
+    <message>
+        <source>%1: the empty text is no value, which ends the run.</source>
+        <translation>%1：空文字不是值，运行因此结束。</translation>
+    </message>
+    <message>
+        <source>%1: %2 needs a value here.</source>
+        <translation>%1：%2 在这里需要一个值。</translation>
+    </message>
+    <message>
+        <source>Without an action nothing happens when it is found.</source>
+        <translation>没有动作，找到时什么也不发生。</translation>
+    </message>
+    <message>
+        <source>"%1" is no action, so the point is stored in a variable of that name.%2</source>
+        <translation>“%1”不是动作，所以该点存入这个名称的变量。%2</translation>
+    </message>
+    <message>
+        <source>With an empty %1 %2 does nothing; it takes %3.</source>
+        <translation>%1 为空时 %2 什么也不做；它接受 %3。</translation>
+    </message>
+    <message>
+        <source>%1: an empty text is none of %2.</source>
+        <translation>%1：空文字不是 %2 之一。</translation>
+    </message>
+    <message>
+        <source>%1: "%2" is none of %3.%4</source>
+        <translation>%1：“%2”不是 %3 之一。%4</translation>
+    </message>
+    <message>
+        <source>The name of a variable is missing here.</source>
+        <translation>这里缺少变量的名称。</translation>
+    </message>
+    <message>
+        <source>The variable is the one that "%1" names; for the variable itself write "%1".</source>
+        <translation>用到的是“%1”的值所指的变量；要用这个变量本身，请写 "%1"。</translation>
+    </message>
+    <message>
+        <source>%1 without quotes is nothing, and the key without a name is Z; write "%2".</source>
+        <translation>不带引号的 %1 什么也不是，而没有名称的键是 Z；请写 "%2"。</translation>
+    </message>
+    <message>
+        <source>The key without a name is Z.</source>
+        <translation>没有名称的键是 Z。</translation>
+    </message>
+    <message>
+        <source>"z" sends nothing; the key without a name, "", is Z.</source>
+        <translation>“z”什么也不发送；没有名称的键 "" 才是 Z。</translation>
+    </message>
+    <message>
+        <source>"%1" sends nothing.%2</source>
+        <translation>“%1”什么也不发送。%2</translation>
+    </message>
+    <message>
+        <source>%1 is pressed behind %2, which does not see it any more.</source>
+        <translation>%1 在 %2 之后才按下，已经对它不起作用。</translation>
+    </message>
+    <message>
+        <source>No line below releases what this one presses.</source>
+        <translation>下面没有一行松开这里按下的键。</translation>
+    </message>
+    <message>
+        <source>This loop lies inside the one of line %1; behind it, the outer one repeats the wrong lines.</source>
+        <translation>这个循环在第 %1 行的循环里面；在它之后，外层循环重复的行不对。</translation>
+    </message>
+    <message>
+        <source>while.start wants "count" and a number; nothing is repeated as it stands.</source>
+        <translation>while.start 需要“count”和一个数；这样写什么也不重复。</translation>
+    </message>
+    <message>
+        <source>Only "count" repeats; with %1 the lines run once.</source>
+        <translation>只有“count”会重复；用 %1 时各行运行一次。</translation>
+    </message>
+    <message>
+        <source>The number of repetitions is missing.</source>
+        <translation>缺少重复的次数。</translation>
+    </message>
+    <message>
+        <source>while.start takes 2 arguments; this one is ignored.</source>
+        <translation>while.start 接受 2 个参数；这一个被忽略。</translation>
+    </message>
+    <message>
+        <source>A loop repeats 32769 times at most, not %1.</source>
+        <translation>循环最多重复 32769 次，不能是 %1 次。</translation>
+    </message>
+    <message>
+        <source>%1 without quotes is nothing, and no number of repetitions.</source>
+        <translation>不带引号的 %1 什么也不是，也不是重复的次数。</translation>
+    </message>
+    <message>
+        <source>"%1" is not a number of repetitions.</source>
+        <translation>“%1”不是重复的次数。</translation>
+    </message>
+    <message>
+        <source>The lines run once even with a count of %1.</source>
+        <translation>即使次数是 %1，各行也运行一次。</translation>
+    </message>
+    <message>
+        <source>No while.start stands above this while.end; it repeats nothing.</source>
+        <translation>这个 while.end 上面没有 while.start；它什么也不重复。</translation>
+    </message>
+    <message>
+        <source>Nothing stands in this loop; each repetition forgets all variables.</source>
+        <translation>这个循环里什么也没有；每次重复都忘掉所有变量。</translation>
+    </message>
+    <message>
+        <source>After the answer the script goes on to its last line; the loop of line %1 repeats no more.</source>
+        <translation>回答之后脚本一直运行到最后一行；第 %1 行的循环不再重复。</translation>
+    </message>
+    <message>
+        <source>No while.end closes this while.start; nothing is repeated.</source>
+        <translation>没有 while.end 结束这个 while.start；什么也不重复。</translation>
+    </message>
+    <message>
+        <source>The comma splits this text in spite of its quotes; write _,_ for it.</source>
+        <translation>虽有引号，逗号仍会拆开这段文字；请写作 _,_。</translation>
+    </message>
+    <message>
+        <source>The quote of %1 has no partner.</source>
+        <translation>%1 的引号没有成对。</translation>
+    </message>
+    <message>
+        <source>The blank in front of %1 belongs to the text.</source>
+        <translation>%1 前面的空格属于文字。</translation>
+    </message>
+    <message>
+        <source>The blank beside %1 makes another value of it than meant.</source>
+        <translation>%1 旁边的空格使它成了另一个值。</translation>
+    </message>
+    <message>
+        <source>The quotes inside of %1 belong to the text; a comma may be missing.</source>
+        <translation>%1 里面的引号属于文字；可能少了一个逗号。</translation>
+    </message>
+    <message>
+        <source>Between quotes +?+ is a text like any other; a template stands without quotes.</source>
+        <translation>引号里的 +?+ 只是普通文字；模板不带引号。</translation>
+    </message>
+    <message>
+        <source>Between quotes %1 is a text like any other; for its value leave the quotes out.</source>
+        <translation>引号里的 %1 只是普通文字；要用它的值，请去掉引号。</translation>
+    </message>
+    <message>
+        <source>A template ends in +(name) behind its text; this one is taken as it stands.</source>
+        <translation>模板在文字后面以 +(名称) 结尾；这一个原样使用。</translation>
+    </message>
+    <message>
+        <source>Quotes count only around the whole of a value, not inside of %1.</source>
+        <translation>引号只有包住整个值才有效，在 %1 里面无效。</translation>
+    </message>
+    <message>
+        <source>"%1" is no prefix of a reference, so %2 stands for itself.%3</source>
+        <translation>“%1”不是引用的前缀，所以 %2 就是它自己。%3</translation>
+    </message>
+    <message>
+        <source> Did you mean "%1."?</source>
+        <translation>是不是想写“%1.”？</translation>
+    </message>
+    <message>
+        <source>%1 stands for itself, since it has a dot; with quotes that is plain to see.</source>
+        <translation>%1 有句点，所以就是它自己；加上引号就一目了然。</translation>
+    </message>
+    <message>
+        <source>There is no %1.%2; it is nothing.%3</source>
+        <translation>没有 %1.%2；它什么也不是。%3</translation>
+    </message>
+    <message>
+        <source>A template's name is missing; its slot stays empty.</source>
+        <translation>模板缺少一个名称；它的空位留空。</translation>
+    </message>
+    <message>
+        <source>%1 is no reference; its slot does not get a variable.</source>
+        <translation>%1 不是引用；它的空位得不到变量。</translation>
+    </message>
+    <message>
+        <source>The template has %1 slots (+?+) and %2 names.</source>
+        <translation>模板有 %1 个空位（+?+）和 %2 个名称。</translation>
+    </message>
+    <message>
+        <source>Two slots side by side are filled with the same value.</source>
+        <translation>相邻的两个空位填入同一个值。</translation>
+    </message>
+    <message>
+        <source>A template stands without quotes; these belong to its text.</source>
+        <translation>模板不带引号；这些引号属于它的文字。</translation>
+    </message>
+    <message>
+        <source>%1 holds "%2" here: %3.</source>
+        <translation>%1 在这里是“%2”：%3。</translation>
+    </message>
+    <message>
+        <source>expression: %1</source>
+        <translation>表达式：%1</translation>
+    </message>
+    <message>
+        <source>Between quotes %1 is a text like any other; for its value write $ in front of them.</source>
+        <translation>引号里的 %1 只是普通文字；要用它的值，请在引号前写 $。</translation>
+    </message>
+    <message>
+        <source>the search compares %1 x %2 of its %3 x %4 pixels, from %5,%6</source>
+        <translation>搜索从 %5,%6 起比较其 %3 x %4 个像素中的 %1 x %2 个</translation>
+    </message>
+    <message>
+        <source>%1 is no picture that can be read (BMP, ICO, JPEG, GIF, PNG).</source>
+        <translation>%1 不是可以读取的图片（BMP、ICO、JPEG、GIF、PNG）。</translation>
+    </message>
+    <message>
+        <source>Of %1 nothing is left to compare (it has one colour, or is too small): it is found at the first place.</source>
+        <translation>%1 没有可比较的内容（只有一种颜色，或太小）：在第一个位置就算找到。</translation>
+    </message>
+    <message>
+        <source>%1 does not fit into a region of %2 x %3 pixels; %4.</source>
+        <translation>%1 放不进 %2 x %3 像素的区域；%4。</translation>
+    </message>
+    <message>
+        <source>The app's folder has no %1.</source>
+        <translation>应用的文件夹里没有 %1。</translation>
+    </message>
+    <message>
+        <source>This path names one person's folder; _pfold_ stands for the app's own.</source>
+        <translation>这个路径是某一个人的文件夹；_pfold_ 代表应用自己的文件夹。</translation>
+    </message>
+    <message>
+        <source>This path exists on Windows alone.</source>
+        <translation>这个路径只在 Windows 上存在。</translation>
+    </message>
+    <message>
+        <source>This path exists on Linux alone.</source>
+        <translation>这个路径只在 Linux 上存在。</translation>
+    </message>
+    <message>
+        <source>Programs end in .exe on Windows alone.</source>
+        <translation>只有在 Windows 上程序才以 .exe 结尾。</translation>
+    </message>
+    <message>
+        <source>Whoever gets this app can read what "%1" holds; ask for it instead.</source>
+        <translation>得到这个应用的人都能看到“%1”的内容；请改为在运行时询问。</translation>
+    </message>
+    <message>
+        <source> Did you mean "%1%2"?</source>
+        <translation>是不是想写“%1%2”？</translation>
+    </message>
+    <message>
+        <source>%1.</source>
+        <translation>%1。</translation>
+    </message>
+    <message>
+        <source>%1, -32768 to 32767</source>
+        <translation>%1，范围是 -32768 到 32767</translation>
+    </message>
+    <message>
+        <source>%1, -2147483648 to 2147483647</source>
+        <translation>%1，范围是 -2147483648 到 2147483647</translation>
+    </message>
+    <message>
+        <source>"%1" has more numbers than count</source>
+        <translation>“%1”里有多余的数</translation>
+    </message>
+    <message>
+        <source>"%1" is less than no time</source>
+        <translation>“%1”小于零</translation>
+    </message>
+    <message>
+        <source>"%1" has more than the six digits that count</source>
+        <translation>“%1”多于有效的六位</translation>
+    </message>
+    <message>
+        <source>"%1" does not begin with http:// or https://</source>
+        <translation>“%1”不以 http:// 或 https:// 开头</translation>
+    </message>
+    <message>
+        <source>here it stands for its own name</source>
+        <translation>在这里它就是自己的名称</translation>
+    </message>
+    <message>
+        <source>reading it here ends the run</source>
+        <translation>在这里读取它会结束运行</translation>
+    </message>
+    <message>
+        <source>"%1" is set only further down; %2.</source>
+        <translation>“%1”在更下面才被设置；%2。</translation>
+    </message>
+    <message>
+        <source>"%1" is never set, "%2" is: letter case counts.</source>
+        <translation>“%1”从未被设置，被设置的是“%2”：区分大小写。</translation>
+    </message>
+    <message>
+        <source>No line sets "%1"; %2.%3</source>
+        <translation>没有一行设置“%1”；%2。%3</translation>
+    </message>
+    <message>
+        <source>No line reads "%1".</source>
+        <translation>没有一行读取“%1”。</translation>
+    </message>
+    <message>
+        <source>Write %1</source>
+        <translation>改写为 %1</translation>
+    </message>
+    <message>
+        <source>Convert all line ends to CR LF</source>
+        <translation>把所有换行改为 CR LF</translation>
+    </message>
+    <message>
+        <source>Remove the blanks in front</source>
+        <translation>去掉前面的空格</translation>
+    </message>
+    <message>
+        <source>Write it in quotes</source>
+        <translation>加上引号</translation>
+    </message>
+    <message>
+        <source>Write "" for an empty text</source>
+        <translation>空文字写作 ""</translation>
+    </message>
+    <message>
+        <source>Write commas in texts as _,_</source>
+        <translation>把文字里的逗号写作 _,_</translation>
+    </message>
+    <message>
+        <source>Remove the blanks beside the quotes</source>
+        <translation>去掉引号旁边的空格</translation>
+    </message>
+    <message>
+        <source>Close the list of names</source>
+        <translation>补上名称列表的右括号</translation>
+    </message>
+    <message>
+        <source>Remove the quotes</source>
+        <translation>去掉引号</translation>
+    </message>
+    <message>
+        <source>Close the quotes</source>
+        <translation>补上引号</translation>
+    </message>
+    <message>
+        <source>Say nothing of %1 here</source>
+        <translation>在这里不提示 %1</translation>
+    </message>
+    <message>
+        <source>This Plum knows the editions 1 and 2 of the language, not %1.</source>
+        <translation>这个 Plum 认识语言的第 1 版和第 2 版，不认识第 %1 版。</translation>
+    </message>
+    <message>
+        <source>In edition 2 of the language (//edition:2) mistakes are told before a script runs.</source>
+        <translation>在语言的第 2 版（//edition:2）里，错误在脚本运行之前就会指出。</translation>
+    </message>
+    <message>
+        <source>"%1" is no name.</source>
+        <translation>“%1”不是名称。</translation>
+    </message>
+    <message>
+        <source>There is "%1" already.</source>
+        <translation>已经有“%1”了。</translation>
+    </message>
+    <message>
+        <source>Line %1 means "%2" without its name.</source>
+        <translation>第 %1 行没有写出名称，却用到“%2”。</translation>
+    </message>
+    <message>
+        <source>The part "%1" stands in another file.</source>
+        <translation>部分“%1”在另一个文件里。</translation>
+    </message>
+    <message>
+        <source>A value decides which variable a line sets, so "%1" may be meant there.</source>
+        <translation>有一行设置哪个变量由值决定，那里可能是“%1”。</translation>
+    </message>
+    <message>
+        <source>Line %1 has a mistake, and "%2" in it.</source>
+        <translation>第 %1 行有错误，而且用到“%2”。</translation>
+    </message>
+    <message>
+        <source>The lines end in LF alone, so the whole file is one line; save it with CR LF.</source>
+        <translation>各行只以 LF 结尾，所以整个文件是一行；请用 CR LF 保存。</translation>
+    </message>
+    <message>
+        <source>A bare LF ends no line here: what follows belongs to the same line; other lines end in CR LF.</source>
+        <translation>单独的 LF 在这里不结束一行：后面的内容属于同一行；其他行以 CR LF 结尾。</translation>
+    </message>
+    <message>
+        <source>The file is not UTF-8, as scripts of edition %1 are.</source>
+        <translation>文件不是 UTF-8，而第 %1 版的脚本是 UTF-8。</translation>
+    </message>
+    <message>
+        <source>The file is not UTF-8: Linux reads it as GB18030, Windows in its own code page.</source>
+        <translation>文件不是 UTF-8：Linux 把它读作 GB18030，Windows 用自己的代码页。</translation>
+    </message>
+    <message>
+        <source>Windows reads a file without the mark of UTF-8 in its own code page, where this character becomes another.</source>
+        <translation>没有 UTF-8 标记的文件，Windows 用自己的代码页读取，这个字符会变成别的字符。</translation>
+    </message>
+    <message>
+        <source>Name the rule that is switched off for the next line.</source>
+        <translation>请写出对下一行关闭的规则。</translation>
+    </message>
+    <message>
+        <source>There is no rule "%1".%2</source>
+        <translation>没有规则“%1”。%2</translation>
+    </message>
+    <message>
+        <source>There is no name here.</source>
+        <translation>这里没有名称。</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels</source>
+        <translation>%1 x %2 像素</translation>
+    </message>
+    <message>
+        <source>Every command of both editions, from the tables that run and check scripts; `plumkit reference` prints this page, and a test holds both together. A field in brackets may be left out; `…` stands behind one that takes several arguments. [Writing apps](scripting.md) says how edition 2 is written, [edition 1](edition-1.md) is written in another way: there an empty field is written `""`, texts, numbers and names stand in quotes.</source>
+        <translation>两个版本的全部命令，取自运行和检查脚本所用的表；`plumkit reference` 输出英文的这一页，有测试核对两种语言的命令和参数。方括号里的参数可以省略；`…` 表示可以给出多个参数。[编写应用](scripting.md)说明第 2 版怎样书写，[第 1 版](edition-1.md)的写法不同：在那里空参数写作 `""`，文字、数和名称写在引号里。</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source> (edition 1)</source>
+        <translation>（第 1 版）</translation>
+    </message>
+    <message>
+        <source> (edition 2)</source>
+        <translation>（第 2 版）</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <translation>、</translation>
+    </message>
+    <message>
+        <source>; any number of them</source>
+        <translation>；个数不限</translation>
+    </message>
+    <message>
+        <source>; empty: %1</source>
+        <translation>；为空时：%1</translation>
+    </message>
+    <message>
+        <source>; may be left out</source>
+        <translation>；可以省略</translation>
+    </message>
+</context>
+<context>
+    <name>plum::CommandWords</name>
+    <message>
+        <source>Works an expression out: + - * / %, comparisons, min, max, round, length, set.name.</source>
+        <translation>计算一个表达式：+ - * / %、比较、min、max、round、length、set.name。</translation>
+    </message>
+    <message>
+        <source>the name of a variable</source>
+        <translation>变量的名称</translation>
+    </message>
+    <message>
+        <source>a text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>Starts a program or opens a document, folder or address; show is empty, hide, min or max.</source>
+        <translation>启动程序，或打开文档、文件夹、地址；show 为空、hide、min 或 max。</translation>
+    </message>
+    <message>
+        <source>a path</source>
+        <translation>路径</translation>
+    </message>
+    <message>
+        <source>normal</source>
+        <translation>正常</translation>
+    </message>
+    <message>
+        <source>Hidden.</source>
+        <translation>隐藏。</translation>
+    </message>
+    <message>
+        <source>Minimised.</source>
+        <translation>最小化。</translation>
+    </message>
+    <message>
+        <source>Maximised.</source>
+        <translation>最大化。</translation>
+    </message>
+    <message>
+        <source>Starts a program hidden; with output html its page appears in the store window, sized w:h.</source>
+        <translation>隐藏地启动程序；output 为 html 时，它的页面显示在商店窗口里，尺寸为 w:h。</translation>
+    </message>
+    <message>
+        <source>The store window shows its page.</source>
+        <translation>商店窗口显示它的页面。</translation>
+    </message>
+    <message>
+        <source>Calls a function of a JavaScript file or address and stores its value.</source>
+        <translation>调用 JavaScript 文件或地址中的一个函数，保存它的值。</translation>
+    </message>
+    <message>
+        <source>Stores a text file: its lines joined, with mode r in reverse order, or the line of a number; in edition 2 with mode all as it is.</source>
+        <translation>保存一个文本文件：各行连在一起；mode 为 r 时倒序；为数时是那一行；在第 2 版里 mode 为 all 时原样保存。</translation>
+    </message>
+    <message>
+        <source>joined</source>
+        <translation>连在一起</translation>
+    </message>
+    <message>
+        <source>The lines in reverse order.</source>
+        <translation>各行倒序。</translation>
+    </message>
+    <message>
+        <source>The text as it is, line ends and all.</source>
+        <translation>文字原样，连同换行。</translation>
+    </message>
+    <message>
+        <source>Appends a variable's value as a line, with mode append. Without a mode edition 1 writes nothing and edition 2 replaces the file.</source>
+        <translation>mode 为 append 时，把变量的值作为一行加在末尾。没有 mode 时，第 1 版什么也不写，第 2 版替换整个文件。</translation>
+    </message>
+    <message>
+        <source>Adds to the end of the file.</source>
+        <translation>加在文件末尾。</translation>
+    </message>
+    <message>
+        <source>Writes a text into a file as it is, in place of what is there or, with mode append, behind it.</source>
+        <translation>把文字原样写进文件，代替原有内容；mode 为 append 时加在其后。</translation>
+    </message>
+    <message>
+        <source>Stores 1 where there is such a file or folder, else 0.</source>
+        <translation>有这样的文件或文件夹时保存 1，否则保存 0。</translation>
+    </message>
+    <message>
+        <source>Stores the names of a folder's files that fit a pattern such as *.txt, one a line, by name.</source>
+        <translation>保存文件夹中符合 *.txt 这类式样的文件名，每行一个，按名称排列。</translation>
+    </message>
+    <message>
+        <source>Moves or renames a file; it replaces none.</source>
+        <translation>移动文件或给文件改名；不替换任何文件。</translation>
+    </message>
+    <message>
+        <source>Asks the user; the script goes on with the answer in the variable.</source>
+        <translation>询问用户；回答放进变量后脚本继续。</translation>
+    </message>
+    <message>
+        <source>Stores one piece of what was typed after the keyword; the number after enter_ counts from 1.</source>
+        <translation>保存关键词之后输入内容的一段；enter_ 后的数从 1 数起。</translation>
+    </message>
+    <message>
+        <source>Stores what was typed after the keyword.</source>
+        <translation>保存关键词之后输入的内容。</translation>
+    </message>
+    <message>
+        <source>Stores what a path such as a.b[0] leads to in a JSON text; .length counts an array.</source>
+        <translation>保存 JSON 文字中 a.b[0] 这类路径所指的内容；.length 给出数组的元素个数。</translation>
+    </message>
+    <message>
+        <source>the whole text</source>
+        <translation>整段文字</translation>
+    </message>
+    <message>
+        <source>Presses all keys in order and then releases them in the same order.</source>
+        <translation>依次按下所有键，再按同样的顺序放开。</translation>
+    </message>
+    <message>
+        <source>keys with commas between them</source>
+        <translation>以逗号分隔的键</translation>
+    </message>
+    <message>
+        <source>Presses and releases one key after the other.</source>
+        <translation>逐个按下并放开各键。</translation>
+    </message>
+    <message>
+        <source>Types a text by pasting it; the clipboard's text is put back afterwards.</source>
+        <translation>用粘贴来输入文字；之后剪贴板的文字恢复原样。</translation>
+    </message>
+    <message>
+        <source>Reads a scrambled text and types nothing.</source>
+        <translation>读取一段打乱的文字，什么也不输入。</translation>
+    </message>
+    <message>
+        <source>Types a text key by key, in any keyboard layout; the clipboard stays as it is.</source>
+        <translation>逐键输入文字，任何键盘布局都可以；剪贴板保持原样。</translation>
+    </message>
+    <message>
+        <source>Presses a key.</source>
+        <translation>按下一个键。</translation>
+    </message>
+    <message>
+        <source>a key</source>
+        <translation>键</translation>
+    </message>
+    <message>
+        <source>Releases a key.</source>
+        <translation>放开一个键。</translation>
+    </message>
+    <message>
+        <source>Hides the launcher window.</source>
+        <translation>隐藏启动器窗口。</translation>
+    </message>
+    <message>
+        <source>Clicks the left button.</source>
+        <translation>单击左键。</translation>
+    </message>
+    <message>
+        <source>Double-clicks the left button.</source>
+        <translation>双击左键。</translation>
+    </message>
+    <message>
+        <source>Moves the pointer; does nothing without a point.</source>
+        <translation>移动指针；没有点时什么也不做。</translation>
+    </message>
+    <message>
+        <source>a point x:y</source>
+        <translation>点 x:y</translation>
+    </message>
+    <message>
+        <source>Clicks the right button.</source>
+        <translation>单击右键。</translation>
+    </message>
+    <message>
+        <source>Stores the pointer's position as x:y.</source>
+        <translation>把指针的位置保存为 x:y。</translation>
+    </message>
+    <message>
+        <source>Clicks (kind click) or double-clicks (kind d_click) count times, with a pause after each.</source>
+        <translation>单击（kind 为 click）或双击（kind 为 d_click）count 次，每次之后停顿。</translation>
+    </message>
+    <message>
+        <source>without end</source>
+        <translation>没有尽头</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>数</translation>
+    </message>
+    <message>
+        <source>Clicks.</source>
+        <translation>单击。</translation>
+    </message>
+    <message>
+        <source>Double-clicks.</source>
+        <translation>双击。</translation>
+    </message>
+    <message>
+        <source>milliseconds</source>
+        <translation>毫秒</translation>
+    </message>
+    <message>
+        <source>Stores the pointer's x.</source>
+        <translation>保存指针的 x。</translation>
+    </message>
+    <message>
+        <source>Stores the pointer's y.</source>
+        <translation>保存指针的 y。</translation>
+    </message>
+    <message>
+        <source>Moves the pointer by an offset; does nothing without one.</source>
+        <translation>把指针移动一段偏移；没有偏移时什么也不做。</translation>
+    </message>
+    <message>
+        <source>an offset dx:dy</source>
+        <translation>偏移 dx:dy</translation>
+    </message>
+    <message>
+        <source>Adds the offset to the point and then does the action there: move, click, d_click, tips, or r_click where the pointer is; any other word is the variable that receives the point.</source>
+        <translation>把偏移加到点上，然后在那里执行 action：move、click、d_click、tips，或在指针所在处 r_click；其他任何词都是接收该点的变量。</translation>
+    </message>
+    <message>
+        <source>Moves there.</source>
+        <translation>移到那里。</translation>
+    </message>
+    <message>
+        <source>Moves there and clicks.</source>
+        <translation>移到那里并单击。</translation>
+    </message>
+    <message>
+        <source>Moves there and double-clicks.</source>
+        <translation>移到那里并双击。</translation>
+    </message>
+    <message>
+        <source>Right-clicks where the pointer is.</source>
+        <translation>在指针所在处右击。</translation>
+    </message>
+    <message>
+        <source>Shows the point in a message.</source>
+        <translation>在消息里显示该点。</translation>
+    </message>
+    <message>
+        <source>Drags with the left button from one point to another.</source>
+        <translation>用左键从一个点拖到另一个点。</translation>
+    </message>
+    <message>
+        <source>Drags with the left button from a point by an offset.</source>
+        <translation>用左键从一个点拖动一段偏移。</translation>
+    </message>
+    <message>
+        <source>Presses the left button.</source>
+        <translation>按下左键。</translation>
+    </message>
+    <message>
+        <source>Releases the left button.</source>
+        <translation>放开左键。</translation>
+    </message>
+    <message>
+        <source>Presses the right button.</source>
+        <translation>按下右键。</translation>
+    </message>
+    <message>
+        <source>Releases the right button.</source>
+        <translation>放开右键。</translation>
+    </message>
+    <message>
+        <source>Fetches a page as text; empty when it cannot be had.</source>
+        <translation>以文字取得一个页面；取不到时为空。</translation>
+    </message>
+    <message>
+        <source>an address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>Accepted, and does nothing.</source>
+        <translation>可以写，但什么也不做。</translation>
+    </message>
+    <message>
+        <source>Posts a file as a form and stores the answer, if a variable is given.</source>
+        <translation>以表单提交一个文件；给出变量时保存回答。</translation>
+    </message>
+    <message>
+        <source>Hands a download over to the download helper; the script goes on at once.</source>
+        <translation>把下载交给下载助手；脚本立刻继续。</translation>
+    </message>
+    <message>
+        <source>the download helper's own</source>
+        <translation>下载助手自己的</translation>
+    </message>
+    <message>
+        <source>the last part of the address</source>
+        <translation>地址的最后一段</translation>
+    </message>
+    <message>
+        <source>Sends a request, with headers as lines of Name: value, and stores the answer; without a variable for the status, one outside 200 to 299 is an error.</source>
+        <translation>发送请求，headers 是“名称: 值”的各行，保存回答；没有给状态的变量时，200 到 299 之外的状态是错误。</translation>
+    </message>
+    <message>
+        <source>Asks for what is there.</source>
+        <translation>请求那里的内容。</translation>
+    </message>
+    <message>
+        <source>Hands something over.</source>
+        <translation>交上一份内容。</translation>
+    </message>
+    <message>
+        <source>Puts something in the place of what is there.</source>
+        <translation>用一份内容代替那里原有的。</translation>
+    </message>
+    <message>
+        <source>Changes a part of what is there.</source>
+        <translation>改变那里内容的一部分。</translation>
+    </message>
+    <message>
+        <source>Deletes what is there.</source>
+        <translation>删除那里的内容。</translation>
+    </message>
+    <message>
+        <source>Looks for a picture on the screen and acts at its top left corner: click, d_click, r_click where the pointer is, move, get_xy, get_x, get_y, set_clipboard; any other word is the variable that receives the point.</source>
+        <translation>在屏幕上找一幅图片，并在它的左上角操作：click、d_click、在指针所在处 r_click、move、get_xy、get_x、get_y、set_clipboard；其他任何词都是接收该点的变量。</translation>
+    </message>
+    <message>
+        <source>the main screen</source>
+        <translation>主屏幕</translation>
+    </message>
+    <message>
+        <source>a region x:y:width:height</source>
+        <translation>区域 x:y:宽:高</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>什么也不做</translation>
+    </message>
+    <message>
+        <source>Stores the point in tarnwick_xy.</source>
+        <translation>把该点保存到 tarnwick_xy。</translation>
+    </message>
+    <message>
+        <source>Stores its x in tarnwick_xy.</source>
+        <translation>把它的 x 保存到 tarnwick_xy。</translation>
+    </message>
+    <message>
+        <source>Stores its y in tarnwick_xy.</source>
+        <translation>把它的 y 保存到 tarnwick_xy。</translation>
+    </message>
+    <message>
+        <source>Puts the point on the clipboard.</source>
+        <translation>把该点放到剪贴板上。</translation>
+    </message>
+    <message>
+        <source>Looks for the first pixel of exactly one colour and acts there as find_pic does.</source>
+        <translation>找恰好是某一颜色的第一个像素，并像 find_pic 那样在那里操作。</translation>
+    </message>
+    <message>
+        <source>a colour RRGGBB</source>
+        <translation>颜色 RRGGBB</translation>
+    </message>
+    <message>
+        <source>Puts a text on the clipboard in place of all else.</source>
+        <translation>把文字放到剪贴板上，代替其余一切。</translation>
+    </message>
+    <message>
+        <source>Stores the clipboard's text.</source>
+        <translation>保存剪贴板的文字。</translation>
+    </message>
+    <message>
+        <source>Shows a tip; the script goes on when it is closed.</source>
+        <translation>显示提示；关闭后脚本继续。</translation>
+    </message>
+    <message>
+        <source>Locks the screen.</source>
+        <translation>锁定屏幕。</translation>
+    </message>
+    <message>
+        <source>Switches the monitor off.</source>
+        <translation>关闭显示器。</translation>
+    </message>
+    <message>
+        <source>Ends the session without asking programs.</source>
+        <translation>不询问程序就注销。</translation>
+    </message>
+    <message>
+        <source>Switches the machine off without asking programs.</source>
+        <translation>不询问程序就关机。</translation>
+    </message>
+    <message>
+        <source>Restarts the machine without asking programs.</source>
+        <translation>不询问程序就重新启动。</translation>
+    </message>
+    <message>
+        <source>Runs a program and waits for its end, a minute at most; stores what it wrote and its status. Without a variable for the status, one that is not 0 is an error.</source>
+        <translation>运行程序并等它结束，最多一分钟；保存它写出的内容和它的状态。没有给状态的变量时，不是 0 的状态是错误。</translation>
+    </message>
+    <message>
+        <source>Minimises the window with exactly this title, written without quotes.</source>
+        <translation>把标题恰好如此的窗口最小化；标题不加引号。</translation>
+    </message>
+    <message>
+        <source>Changes the pause before commands that touch the desktop.</source>
+        <translation>改变触及桌面的命令之前的停顿。</translation>
+    </message>
+    <message>
+        <source>Names the lines that follow, so that part.run can run them.</source>
+        <translation>给随后的各行命名，使 part.run 可以运行它们。</translation>
+    </message>
+    <message>
+        <source>Leaves the part, with a value.</source>
+        <translation>带着一个值离开部分。</translation>
+    </message>
+    <message>
+        <source>Closes part.start.</source>
+        <translation>结束 part.start。</translation>
+    </message>
+    <message>
+        <source>Runs a part with a value for each of its arguments and stores what it returns.</source>
+        <translation>运行一个部分，给它的每个参数一个值，保存它返回的内容。</translation>
+    </message>
+    <message>
+        <source>Brings the parts of another file of the app.</source>
+        <translation>引入应用中另一个文件的各部分。</translation>
+    </message>
+    <message>
+        <source>Shows a page in the browser helper; the script goes on at once.</source>
+        <translation>在浏览器助手里显示一个页面；脚本立刻继续。</translation>
+    </message>
+    <message>
+        <source>Repeats the lines that follow; the counter begins at 1.</source>
+        <translation>重复随后的各行；计数从 1 开始。</translation>
+    </message>
+    <message>
+        <source>Repeats the lines that follow for each piece of a text between separators.</source>
+        <translation>对文字中分隔符之间的每一段重复随后的各行。</translation>
+    </message>
+    <message>
+        <source>a comma</source>
+        <translation>逗号</translation>
+    </message>
+    <message>
+        <source>Repeats the lines that follow for each line of a text.</source>
+        <translation>对文字的每一行重复随后的各行。</translation>
+    </message>
+    <message>
+        <source>Repeats the lines that follow while this holds.</source>
+        <translation>只要条件成立，就重复随后的各行。</translation>
+    </message>
+    <message>
+        <source>The same number, or exactly the same text.</source>
+        <translation>同一个数，或完全相同的文字。</translation>
+    </message>
+    <message>
+        <source>Another number or text.</source>
+        <translation>别的数或文字。</translation>
+    </message>
+    <message>
+        <source>The text contains the other.</source>
+        <translation>文字含有另一段。</translation>
+    </message>
+    <message>
+        <source>The text does not contain the other.</source>
+        <translation>文字不含另一段。</translation>
+    </message>
+    <message>
+        <source>The number is larger.</source>
+        <translation>数更大。</translation>
+    </message>
+    <message>
+        <source>The number is smaller.</source>
+        <translation>数更小。</translation>
+    </message>
+    <message>
+        <source>Nothing stands there.</source>
+        <translation>那里什么也没有。</translation>
+    </message>
+    <message>
+        <source>Something stands there.</source>
+        <translation>那里有内容。</translation>
+    </message>
+    <message>
+        <source>Goes on with the next repetition.</source>
+        <translation>继续下一次重复。</translation>
+    </message>
+    <message>
+        <source>Leaves the repetition.</source>
+        <translation>离开重复。</translation>
+    </message>
+    <message>
+        <source>Closes a repetition.</source>
+        <translation>结束一个重复。</translation>
+    </message>
+    <message>
+        <source>Gives the variable named after the dot a value.</source>
+        <translation>给句点后的变量一个值。</translation>
+    </message>
+    <message>
+        <source>Stores source from the character start on, with find replaced by with at most count times; match is true for the exact letter case, no for any.</source>
+        <translation>保存 source 从第 start 个字符起的内容，其中 find 最多 count 次替换为 with；match 为 true 表示区分大小写，no 表示不区分。</translation>
+    </message>
+    <message>
+        <source>all</source>
+        <translation>全部</translation>
+    </message>
+    <message>
+        <source>The exact letter case.</source>
+        <translation>区分大小写。</translation>
+    </message>
+    <message>
+        <source>Any letter case.</source>
+        <translation>不区分大小写。</translation>
+    </message>
+    <message>
+        <source>Stores the pieces between the separators, each in its variable; the last one takes the rest.</source>
+        <translation>保存分隔符之间的各段，每段放进自己的变量；最后一个变量取其余全部。</translation>
+    </message>
+    <message>
+        <source>Stores one of the pieces between the separators, counted from 1, or from the end with -1.</source>
+        <translation>保存分隔符之间的一段，从 1 数起；用 -1 则从末尾数起。</translation>
+    </message>
+    <message>
+        <source>Stores where a part first stands in a text, counted from 1.</source>
+        <translation>保存一段文字在另一段中首次出现的位置，从 1 数起。</translation>
+    </message>
+    <message>
+        <source>Stores a text without the blanks, tabs and line ends around it.</source>
+        <translation>保存去掉两端空格、制表符和换行的文字。</translation>
+    </message>
+    <message>
+        <source>Stores a text in capital letters.</source>
+        <translation>保存大写的文字。</translation>
+    </message>
+    <message>
+        <source>Stores a text in small letters.</source>
+        <translation>保存小写的文字。</translation>
+    </message>
+    <message>
+        <source>Stores what a regular expression finds: its first group, or all of it without groups.</source>
+        <translation>保存正则表达式找到的内容：它的第一个组；没有组时是全部。</translation>
+    </message>
+    <message>
+        <source>Waits; in edition 1, 0 waits for 429.4967296 seconds, as it always has.</source>
+        <translation>等待；在第 1 版里，0 等待 429.4967296 秒，像以往一样。</translation>
+    </message>
+    <message>
+        <source>Stores the local time as a format such as dd.MM.yyyy says, or with unix the seconds since 1970.</source>
+        <translation>按 dd.MM.yyyy 这类格式保存本地时间；格式为 unix 时保存自 1970 年以来的秒数。</translation>
+    </message>
+    <message>
+        <source>Runs the lines that follow up to one that fails.</source>
+        <translation>运行随后的各行，直到有一行失败。</translation>
+    </message>
+    <message>
+        <source>Runs the lines that follow when a line before has failed.</source>
+        <translation>前面有一行失败时，运行随后的各行。</translation>
+    </message>
+    <message>
+        <source>Closes try.start.</source>
+        <translation>结束 try.start。</translation>
+    </message>
+    <message>
+        <source>Waits until a picture is seen and stores where.</source>
+        <translation>等到看见图片，保存它在哪里。</translation>
+    </message>
+    <message>
+        <source>Waits until a colour is seen and stores where.</source>
+        <translation>等到看见颜色，保存它在哪里。</translation>
+    </message>
+    <message>
+        <source>Waits for a window with exactly this title and stores its handle.</source>
+        <translation>等待标题恰好如此的窗口，保存它的编号。</translation>
+    </message>
+    <message>
+        <source>Waits until a window is gone.</source>
+        <translation>等到窗口消失。</translation>
+    </message>
+    <message>
+        <source>the number of a window</source>
+        <translation>窗口的编号</translation>
+    </message>
+    <message>
+        <source>Waits until a file or a folder is there.</source>
+        <translation>等到文件或文件夹出现。</translation>
+    </message>
+    <message>
+        <source>Waits until a part of the screen looks different.</source>
+        <translation>等到屏幕的一部分看起来不同。</translation>
+    </message>
+    <message>
+        <source>Shows an address in the browser helper.</source>
+        <translation>在浏览器助手里显示一个地址。</translation>
+    </message>
+    <message>
+        <source>Shows a piece of HTML in the browser helper.</source>
+        <translation>在浏览器助手里显示一段 HTML。</translation>
+    </message>
+    <message>
+        <source>Runs the lines that follow if this holds.</source>
+        <translation>条件成立时运行随后的各行。</translation>
+    </message>
+    <message>
+        <source>Runs the lines that follow if nothing before held and this does.</source>
+        <translation>前面的都不成立而这个成立时，运行随后的各行。</translation>
+    </message>
+    <message>
+        <source>Runs the lines that follow if nothing before held.</source>
+        <translation>前面的都不成立时，运行随后的各行。</translation>
+    </message>
+    <message>
+        <source>Closes when.start.</source>
+        <translation>结束 when.start。</translation>
+    </message>
+    <message>
+        <source>The lines up to while.end run count times, with mode count.</source>
+        <translation>mode 为 count 时，到 while.end 为止的各行运行 count 次。</translation>
+    </message>
+    <message>
+        <source>a word</source>
+        <translation>词</translation>
+    </message>
+    <message>
+        <source>Ends the lines that are repeated.</source>
+        <translation>结束被重复的各行。</translation>
+    </message>
+    <message>
+        <source>Stores a window's handle, or a part of the rectangle of a window with its frame.</source>
+        <translation>保存窗口的编号，或窗口连边框的矩形中的一部分。</translation>
+    </message>
+    <message>
+        <source>The window with the keyboard.</source>
+        <translation>拥有键盘的窗口。</translation>
+    </message>
+    <message>
+        <source>The window under the pointer.</source>
+        <translation>指针下的窗口。</translation>
+    </message>
+    <message>
+        <source>Its top left corner as x:y.</source>
+        <translation>它的左上角，写作 x:y。</translation>
+    </message>
+    <message>
+        <source>Its left edge.</source>
+        <translation>它的左边缘。</translation>
+    </message>
+    <message>
+        <source>Its top edge.</source>
+        <translation>它的上边缘。</translation>
+    </message>
+    <message>
+        <source>The x just right of it.</source>
+        <translation>紧靠它右侧的 x。</translation>
+    </message>
+    <message>
+        <source>The y just below it.</source>
+        <translation>紧靠它下方的 y。</translation>
+    </message>
+    <message>
+        <source>Its width.</source>
+        <translation>它的宽度。</translation>
+    </message>
+    <message>
+        <source>Its height.</source>
+        <translation>它的高度。</translation>
+    </message>
+    <message>
+        <source>Changes a window.</source>
+        <translation>改变一个窗口。</translation>
+    </message>
+    <message>
+        <source>Asks it to close.</source>
+        <translation>要求它关闭。</translation>
+    </message>
+    <message>
+        <source>Brings it to the front.</source>
+        <translation>把它带到最前面。</translation>
+    </message>
+    <message>
+        <source>Hides it.</source>
+        <translation>隐藏它。</translation>
+    </message>
+    <message>
+        <source>Shows it again.</source>
+        <translation>重新显示它。</translation>
+    </message>
+    <message>
+        <source>Minimises it.</source>
+        <translation>把它最小化。</translation>
+    </message>
+    <message>
+        <source>Maximises it.</source>
+        <translation>把它最大化。</translation>
+    </message>
+    <message>
+        <source>Moves its top left corner.</source>
+        <translation>移动它的左上角。</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,6 @@
 #include "ui/editing/edit_panel.h"
 
+#include "library/fixed_texts.h"
 #include "look/picture_button.h"
 #include "look/placeholder_ink.h"
 #include "ui/controls/rich_link.h"
@@ -20,6 +21,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize panelSize(680, 520);
+
+QString hideCaption()
+{
+    const QString fixed = u"Hide"_s;
+    const QString meaning = meaningOfFixed(fixed);
+    return meaning.isEmpty() ? fixed : fixed + u" ("_s + meaning + u')';
+}
 
 } // namespace
 
@@ -141,7 +149,7 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
     m_run->setVisible(mode == Mode::Add || mode == Mode::Edit);
     showFile();
     // Leaving an opened second script changes nothing, so its way back is called hiding.
-    Image9->setToolTip(mode == Mode::EditDotScript ? u"Hide"_s : tr("Back"));
+    Image9->setToolTip(mode == Mode::EditDotScript ? hideCaption() : tr("Back"));
 }
 
 void EditPanel::openForAdding(const QString &keyword)
@@ -229,6 +237,9 @@ void EditPanel::showFile()
     QString text = m_mode == Mode::EditDotScript ? tr(".main.wf, a copy that is not run")
         : m_mode == Mode::EditFile               ? m_filePath.toHtmlEscaped()
                                                  : u"main.wf"_s;
+    if (const QString meaning = meaningOfFixed(u"is editting");
+        m_mode == Mode::EditDotScript && !meaning.isEmpty())
+        text = meaning + u" · "_s + text;
     if (Text4->document()->isEmpty())
         text += u" ·"_s + richLink(u"guide"_s, tr("Begin with a line that says what the app does"));
     m_file->setText(text);
