@@ -25,6 +25,28 @@ protected:
         ASSERT_TRUE(hearsNoMore(u"label"_s, words)) << words.toStdString();
     }
 
+    // Every node that is shown says what it is and takes room; a window that is just changing may be asked
+    // again.
+    void expectWholeTree(const char *window)
+    {
+        std::vector<Node> nodes;
+        const auto isHollow = [](const Node &node) {
+            const bool isPart = node.role == u"separator" || node.role == u"filler";
+            return node.role.isEmpty() || (node.name.isEmpty() && !isPart) || node.size.isEmpty();
+        };
+        const bool isWhole = eventually([&] {
+            nodes = reader->look();
+            return !nodes.empty() && std::ranges::none_of(nodes, isHollow);
+        });
+        if (isWhole)
+            return;
+        for (const Node &node : nodes) {
+            if (isHollow(node))
+                ADD_FAILURE() << window << ": " << node.role.toStdString() << " \"" << node.name.toStdString()
+                              << "\" of " << node.size.width() << 'x' << node.size.height();
+        }
+    }
+
     // With the keyboard in the keyword box; the list has it afterwards.
     void goToListWith(const QString &keyword)
     {
@@ -250,12 +272,75 @@ TEST_F(AfternoonTest, menusAreReadAndEveryNodeHasAName)
     hands->key(u"shift+F10"_s);
     ASSERT_TRUE(hears(u"popup menu"_s, u"Menu of the app"_s));
     ASSERT_TRUE(hears(u"menu item"_s, u"Rename"_s));
-    for (const Node &node : reader->look()) {
-        EXPECT_TRUE(!node.name.isEmpty() || node.role == u"separator" || node.role == u"filler")
-            << node.role.toStdString() << " has no name";
-    }
+    expectWholeTree("the menu");
     hands->key(u"Escape"_s);
     ASSERT_TRUE(hearsNoMore(u"popup menu"_s, u"Menu of the app"_s));
+}
+
+TEST_F(AfternoonTest, noWindowHasEmptyOrPhantomNodes)
+{
+    writeApp(u"ask"_s, {u"input.text \"who\",\"Your name?\""_s, u"os.tips \"Hello\""_s});
+    startLauncher();
+    expectWholeTree("the launcher");
+    const auto leave = [this](const QString &window) {
+        ASSERT_TRUE(eventually([&] { return view->hasKeyboard(see(window).id); })) << window.toStdString();
+        hands->key(u"Escape"_s);
+        ASSERT_TRUE(disappears(window)) << window.toStdString();
+        ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
+    };
+    hands->key(u"F1"_s);
+    ASSERT_TRUE(appears(u"manual/manual"_s));
+    expectWholeTree("the manual");
+    leave(u"manual/manual"_s);
+    hands->key(u"shift+F1"_s);
+    ASSERT_TRUE(appears(u"keysheet/keysheet"_s));
+    expectWholeTree("the page of keys");
+    leave(u"keysheet/keysheet"_s);
+    hands->key(u"Tab"_s);
+    hands->key(u"Tab"_s);
+    expectKeyboardAt(u"label"_s, u"No hotkey yet."_s);
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(appears(u"hotkey/hotkey"_s));
+    expectWholeTree("the hotkey window");
+    leave(u"hotkey/hotkey"_s);
+
+    hands->key(u"ctrl+n"_s);
+    expectKeyboardAt(u"text"_s, u"Keyword"_s);
+    ASSERT_TRUE(hears(u"panel"_s, u"New app"_s));
+    expectWholeTree("the editor");
+    hands->key(u"Escape"_s);
+    ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
+    goToListWith(u"ask"_s);
+    hands->key(u"F2"_s);
+    expectKeyboardAt(u"text"_s, u"New keyword"_s);
+    expectWholeTree("the panel for renaming");
+    hands->key(u"Escape"_s);
+    goToListWith(u"ask"_s);
+    hands->key(u"Delete"_s);
+    expectKeyboardAt(u"push button"_s, u"No"_s);
+    expectWholeTree("the question before a deletion");
+    hands->key(u"Escape"_s);
+    ASSERT_TRUE(hearsNoMore(u"push button"_s, u"No"_s));
+
+    hands->type(u"ask"_s);
+    ASSERT_TRUE(getsFocus(u"frmSet/Text8"_s));
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(getsFocus(u"shurubox/Text1"_s));
+    expectWholeTree("a question");
+    hands->key(u"Return"_s);
+    ASSERT_TRUE(appears(u"shurubox/tipsbox"_s));
+    expectWholeTree("a tip");
+    leave(u"shurubox/shurubox"_s);
+
+    makePackage("//guide:Plays chess\r\n");
+    openPackage();
+    ASSERT_TRUE(hears(u"label"_s, u"Install this app?"_s));
+    expectWholeTree("the question before an install");
+    agree();
+    expectBox(u"Successfully"_s);
+    openPackage();
+    ASSERT_TRUE(hears(u"label"_s, u"chess  already exists"_s));
+    expectWholeTree("the question for a name");
 }
 
 } // namespace plum

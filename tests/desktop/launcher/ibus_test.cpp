@@ -21,9 +21,19 @@ protected:
         qputenv("QT_IM_MODULE", "ibus");
     }
 
+    // What is typed from now on is composed.
+    void chooseEngine()
+    {
+        server().start(m_engine, QStringLiteral(PLUM_IBUS_ENGINE), {});
+        while (!m_engine.canReadLine() && m_engine.waitForReadyRead(test::patience)) { }
+        ASSERT_EQ(m_engine.readLine(), "ready\n") << m_engine.readAllStandardError().toStdString();
+    }
+
     void TearDown() override
     {
         qunsetenv("QT_IM_MODULE");
+        m_engine.closeWriteChannel();
+        m_engine.waitForFinished();
         m_daemon.terminate();
         m_daemon.waitForFinished();
         LauncherDesktop::TearDown();
@@ -31,6 +41,7 @@ protected:
 
 private:
     QProcess m_daemon;
+    QProcess m_engine;
 };
 
 } // namespace
@@ -45,6 +56,20 @@ TEST_F(IbusTest, keysArriveInTheirOrderAndEnterComesLast)
     EXPECT_TRUE(shows(u"frmSet/Text8"_s, u"greet Ann"_s));
     hands->key(u"Escape"_s);
     EXPECT_TRUE(shows(u"frmSet/Text8"_s, {}));
+}
+
+TEST_F(IbusTest, whatIsComposedIsFoundAndRunOnceItIsThere)
+{
+    writeApp(u"你好"_s, {resultLine(u"\"ran\""_s)});
+    writeApp(u"nihao"_s, {resultLine(u"\"wrong\""_s)});
+    chooseEngine();
+    startLauncher();
+    hands->type(u"nihao"_s);
+    hands->key(u"space"_s);
+    ASSERT_TRUE(shows(u"frmSet/Text8"_s, u"你好"_s));
+    EXPECT_TRUE(lists(u"frmSet/List2"_s, {u"你好"_s}));
+    hands->key(u"Return"_s);
+    EXPECT_TRUE(eventually([&] { return results() == "ran\r\n"; }));
 }
 
 } // namespace plum

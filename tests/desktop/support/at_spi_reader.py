@@ -43,14 +43,21 @@ def actions_of(node):
             for i in range(Atspi.Action.get_n_actions(interface))] if interface else []
 
 
+def size_of(node):
+    interface = node.get_component_iface()
+    size = Atspi.Component.get_size(interface) if interface else Atspi.Point()
+    return size.x, size.y
+
+
 def walk(node, found):
     if not node:  # it has gone since it was counted
         return
     states = node.get_state_set()
     if not states.contains(Atspi.StateType.SHOWING):
         return
+    width, height = size_of(node)
     found.append({"role": node.get_role_name(), "name": node.get_name(), "description": node.get_description(),
-                  "text": text_of(node), "actions": actions_of(node),
+                  "text": text_of(node), "actions": actions_of(node), "width": width, "height": height,
                   "states": [name for name, state in STATES if states.contains(state)]})
     for index in range(node.get_child_count()):
         walk(node.get_child_at_index(index), found)

@@ -50,9 +50,9 @@ std::vector<Node> ScreenReader::look()
     std::vector<Node> nodes;
     for (const QJsonValue &value : QJsonDocument::fromJson(m_process.readLine()).array()) {
         const QJsonObject seen = value.toObject();
-        nodes.push_back(
-            {seen[u"role"_s].toString(), seen[u"name"_s].toString(), seen[u"description"_s].toString(),
-                seen[u"text"_s].toString(), texts(seen[u"actions"_s]), texts(seen[u"states"_s])});
+        nodes.push_back({seen[u"role"_s].toString(), seen[u"name"_s].toString(),
+            seen[u"description"_s].toString(), seen[u"text"_s].toString(), texts(seen[u"actions"_s]),
+            texts(seen[u"states"_s]), QSize(seen[u"width"_s].toInt(), seen[u"height"_s].toInt())});
     }
     return nodes;
 }

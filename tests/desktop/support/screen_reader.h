@@ -3,6 +3,7 @@
 #include "support/x_server.h"
 
 #include <QProcess>
+#include <QSize>
 #include <QStringList>
 
 #include <vector>
@@ -18,6 +19,7 @@ struct Node
     QString text; // of an entry
     QStringList actions;
     QStringList states; // "focused", "selected", "checked", "enabled"
+    QSize size = {}; // pixels
 
     bool is(const QString &state) const { return states.contains(state); }
 };
