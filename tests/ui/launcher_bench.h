@@ -47,6 +47,7 @@ public:
     QStringList seen; // "text" or "!text" for a system-modal one
     QStringList titles;
     QStringList details; // the smaller text below
+    QList<QImage> pictures;
     bool allThemed = true; // all had the program's look and its picture
     QMessageBox::StandardButton answer = QMessageBox::Yes;
     QString caption; // of the button to press in place of that
@@ -62,6 +63,7 @@ private:
         seen += (onTop ? QStringLiteral("!") : QString()) + box->text();
         titles += box->windowTitle();
         details += box->informativeText();
+        pictures += box->iconPixmap().toImage();
         allThemed = allThemed && !box->styleSheet().isEmpty() && !box->windowIcon().isNull()
             && !box->iconPixmap().isNull();
         const QList<QAbstractButton *> buttons = box->buttons();

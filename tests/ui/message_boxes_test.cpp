@@ -2,6 +2,7 @@
 
 #include "engine/launcher.h"
 #include "library/fixed_texts.h"
+#include "look/theme.h"
 #include "support/chinese_session.h"
 
 #include <QLabel>
@@ -28,6 +29,24 @@ TEST(MessageBoxes, haveTheProgramsNameAndLook)
     boxes.askToDelete(u"确定删除?"_s, u"提示"_s, u"mail"_s);
     EXPECT_EQ(user.titles, QStringList({u"Plum"_s, u"title"_s, u"提示"_s}));
     EXPECT_TRUE(user.allThemed);
+}
+
+TEST(MessageBoxes, showPicturesOfTheProgramsOwn)
+{
+    recording::BoxUser user;
+    MessageBoxes boxes;
+    boxes.showMessage({.text = u"Successfully"_s});
+    boxes.askToDelete(u"确定删除?"_s, u"提示"_s, u"mail"_s);
+    boxes.showMessage({.text = u"Error"_s, .icon = MessageIcon::Critical});
+    MessageBoxes::askToRun(u"mail"_s, {});
+    ASSERT_EQ(user.pictures.size(), 4);
+    EXPECT_EQ(user.pictures[1], user.pictures[0]);
+    EXPECT_NE(user.pictures[2], user.pictures[0]);
+    EXPECT_NE(user.pictures[3], user.pictures[2]);
+    const Theme theme = Theme::of(QApplication::palette());
+    const auto left = [](const QImage &picture) { return picture.pixelColor(7, picture.height() / 2); };
+    EXPECT_EQ(left(user.pictures[2]), theme.error);
+    EXPECT_EQ(left(user.pictures[3]), theme.warning);
 }
 
 TEST(MessageBoxes, theQuestionBeforeADeletionSaysInOtherWordsWhatGoes)

@@ -1,5 +1,5 @@
-// Paints every window and panel into PNG files: pictures <folder> [light|dark] [scale is QT_SCALE_FACTOR's].
-// The documents' pictures are made with it, and people look at them.
+// Paints every window and panel into PNG files: pictures <folder> [light|dark] [en|zh]; QT_SCALE_FACTOR is
+// the scale. The documents' pictures are made with it, and people look at them.
 
 #include "ui/launcher_bench.h"
 
@@ -10,13 +10,17 @@
 #include "library/fixed_texts.h"
 #include "library/install_offer.h"
 #include "look/translations.h"
+#include "picker/picker.h"
 #include "store/download_texts.h"
 #include "ui/asking/install_dialog.h"
+#include "ui/controls/footer.h"
+#include "ui/controls/passing_note.h"
 #include "ui/editing/script_editor.h"
 #include "ui/lists/keyword_list.h"
 
 #include <QAction>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
@@ -100,6 +104,7 @@ public:
         start();
 
         save("launcher", ui.window());
+        saveFooter();
         type(find("Text8"), u"a"_s);
         key(find("Text8"), Qt::Key_Down);
         key(find("List2"), Qt::Key_Down);
@@ -140,9 +145,36 @@ public:
         topLevel("shurubox")->close();
         saveDialogs();
         saveStore();
+        savePicker();
     }
 
 private:
+    // What the line under the lists says.
+    void saveFooter()
+    {
+        type(find("Text8"), u"zoo"_s);
+        save("launcher-nothing", ui.window());
+        find<QLineEdit>("Text8")->clear();
+        ui.window()->footer().setRunning(
+            QCoreApplication::translate("plum::RunDisplay", "%1 runs, line %2").arg(u"mail"_s).arg(4));
+        save("launcher-running", ui.window());
+        ui.window()->footer().setRunning({});
+    }
+
+    // The card beside the mark that chooses from the screen.
+    void savePicker()
+    {
+        platform.screen().size = {64, 64};
+        for (int i = 0; i < 64 * 64; ++i)
+            platform.screen().pixels.push_back((i / 64 + i % 64) / 16 % 2 ? 0x2d7dd2 : 0xf3d34a);
+        Picker picker(DesktopView::take(platform.screen(), platform.windows()).value(), {});
+        picker.start({30, 20});
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *card = widget->findChild<QWidget *>(u"pickCard"_s); card && widget->isVisible())
+                save("picker", card);
+        }
+    }
+
     // The store's window with what stands around its page, and the helper that downloads for scripts.
     void saveStore()
     {
@@ -172,6 +204,9 @@ private:
 
     void saveDialogs()
     {
+        PassingNote::tell(QCoreApplication::translate("plum::LauncherNews",
+            "Plum is hidden. Start it again to bring it back, and choose a hotkey there."));
+        save("note", topLevel("passingnote"));
         ui.window()->showKeys();
         save("keys", topLevel("keysheet"));
         ui.window()->showManual();
@@ -181,6 +216,16 @@ private:
         dialog.bringUp();
         save("install", &dialog);
         dialog.hide();
+        InstallDialog known({.keyword = u"chess"_s,
+            .origin = u"https://store.example/chess.wfp"_s,
+            .version = u"1.2"_s,
+            .size = 48'000,
+            .sheet = R"({"see":["screen"],"read":["apps:chess/pieces.png"],"write":["apps:chess/games.txt"],)"
+                     R"("network":["chess.example"],"input":["keys","mouse"],"window":"Chess"})"});
+        known.setAttribute(Qt::WA_DeleteOnClose, false);
+        known.bringUp();
+        save("install-known", &known);
+        known.hide();
         user.rest();
         saveBox("message", [] {
             MessageBoxes().showMessage(
@@ -188,10 +233,15 @@ private:
         });
         saveBox("error", [] {
             const RunTimeError error(RunTimeError::TypeMismatch, ErrorCause::NotMilliseconds, u"abc"_s);
-            MessageBoxes().showMessage(
-                {.text = u"Run-time error '13':\n\n"_s + error.description(), .icon = MessageIcon::Critical});
+            MessageBoxes().showMessage({.text = u"Run-time error '13':\n\n"_s + error.description()
+                    + u"\n\n"_s
+                    + QCoreApplication::translate("plum::ScriptRuns", "%1, line %2:").arg(u"count"_s).arg(3)
+                    + u"\ntime.sleep \"abc\""_s,
+                .icon = MessageIcon::Critical});
         });
         saveBox("delete", [] { MessageBoxes().askToDelete(u"确定删除?"_s, u"提示"_s, u"mail"_s); });
+        saveBox("run-or-edit", [] { MessageBoxes::askRunOrEdit(u"/home/ann/Downloads/tidy.wf"_s); });
+        saveBox("taken-back", [] { MessageBoxes::askToRun(u"chess"_s, {}); });
         saveBox("unsaved", [] {
             MessageBoxes::askUnsaved(
                 QCoreApplication::translate("plum::AppActions", "%1 is not saved.").arg(u"\"mail\""_s));

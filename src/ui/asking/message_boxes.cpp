@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -25,6 +26,29 @@ namespace {
 
 constexpr int boxPicture = 40; // logical pixels
 constexpr QSize windowFrame(10, 40); // logical pixels, what a window manager may put around a box
+
+// A disc with a cross for what failed, with an exclamation mark for what is to be thought about; the
+// program's own picture for all else.
+QPixmap pictureFor(QMessageBox::Icon icon, const Theme &theme, qreal scale)
+{
+    const bool isFailure = icon == QMessageBox::Critical;
+    if (!isFailure && icon != QMessageBox::Warning)
+        return appPicture(boxPicture, scale);
+    QPixmap picture(QSize(boxPicture, boxPicture) * scale);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isFailure ? theme.error : theme.warning);
+    painter.drawEllipse(QRectF(3, 3, 34, 34));
+    painter.setPen(QPen(theme.window, 4, Qt::SolidLine, Qt::RoundCap));
+    if (isFailure)
+        painter.drawLines({QLineF(14, 14, 26, 26), QLineF(26, 14, 14, 26)});
+    else
+        painter.drawLines({QLineF(20, 11, 20, 22), QLineF(20, 29, 20, 29.1)});
+    return picture;
+}
 
 // Looks like the program's other windows.
 class Box final : public QMessageBox
@@ -46,8 +70,7 @@ public:
             if (QAbstractButton *shown = button(which))
                 shown->setText(caption);
         }
-        if (icon == NoIcon)
-            setIconPixmap(appPicture(boxPicture, devicePixelRatioF()));
+        showPicture();
     }
 
 protected:
@@ -61,7 +84,26 @@ protected:
         QMessageBox::showEvent(event);
     }
 
+    // The box puts a picture of the system's into its place whenever the style changes.
+    void changeEvent(QEvent *event) override
+    {
+        QMessageBox::changeEvent(event);
+        if (event->type() == QEvent::StyleChange && icon() != NoIcon)
+            showPicture();
+    }
+
 private:
+    // Only a picture that is set as the box's own gets a place where it has no icon.
+    void showPicture()
+    {
+        const QPixmap picture
+            = pictureFor(icon(), Theme::of(QGuiApplication::palette()), devicePixelRatioF());
+        if (icon() == NoIcon)
+            setIconPixmap(picture);
+        else if (auto *label = findChild<QLabel *>(u"qt_msgboxex_icon_label"_s))
+            label->setPixmap(picture);
+    }
+
     // A long text on a small screen must not push the buttons off it.
     void letTextScroll(QSize room)
     {
