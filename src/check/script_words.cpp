@@ -154,7 +154,7 @@ QList<ScriptWords::Suggestion> ScriptWords::heads(const QString &before, Edition
     }
     for (const edition2::OwnWord &own : edition2::ownWords()) {
         if (edition == Edition::Two && own.nameSpace == nameSpace && !own.info.word.isEmpty())
-            found += Suggestion{own.info.word.toString(), Kind::Command, own.commandWords(info.summary)};
+            found += Suggestion{own.info.word.toString(), Kind::Command, commandWords(own.info.summary)};
     }
     return found;
 }

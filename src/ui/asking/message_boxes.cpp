@@ -71,6 +71,12 @@ public:
                 shown->setText(caption);
         }
         showPicture();
+        // A screen reader meets no node that says nothing.
+        for (QWidget *each : std::initializer_list<QWidget *>{
+                 findChild<QLabel *>(u"qt_msgboxex_icon_label"_s), findChild<QDialogButtonBox *>()}) {
+            if (each)
+                each->setAccessibleName(windowTitle());
+        }
     }
 
 protected:

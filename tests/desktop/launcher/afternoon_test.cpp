@@ -31,7 +31,8 @@ protected:
     {
         std::vector<Node> nodes;
         const auto isHollow = [](const Node &node) {
-            const bool isPart = node.role == u"separator" || node.role == u"filler";
+            const bool isPart
+                = node.role == u"separator" || node.role == u"filler" || node.role == u"scroll bar";
             return node.role.isEmpty() || (node.name.isEmpty() && !isPart) || node.size.isEmpty();
         };
         const bool isWhole = eventually([&] {

@@ -60,8 +60,8 @@ TEST_F(IbusTest, keysArriveInTheirOrderAndEnterComesLast)
 
 TEST_F(IbusTest, whatIsComposedIsFoundAndRunOnceItIsThere)
 {
-    writeApp(u"你好"_s, {resultLine(u"\"ran\""_s)});
-    writeApp(u"nihao"_s, {resultLine(u"\"wrong\""_s)});
+    writeApp(u"你好"_s, {u"set.which \"composed\""_s, resultLine(u"\"which\""_s)});
+    writeApp(u"nihao"_s, {u"set.which \"letters\""_s, resultLine(u"\"which\""_s)});
     chooseEngine();
     startLauncher();
     hands->type(u"nihao"_s);
@@ -69,7 +69,7 @@ TEST_F(IbusTest, whatIsComposedIsFoundAndRunOnceItIsThere)
     ASSERT_TRUE(shows(u"frmSet/Text8"_s, u"你好"_s));
     EXPECT_TRUE(lists(u"frmSet/List2"_s, {u"你好"_s}));
     hands->key(u"Return"_s);
-    EXPECT_TRUE(eventually([&] { return results() == "ran\r\n"; }));
+    EXPECT_TRUE(eventually([&] { return results() == "composed\r\n"; }));
 }
 
 } // namespace plum
