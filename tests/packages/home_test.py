@@ -180,6 +180,7 @@ class Home(unittest.TestCase):
     def test_nobody_keeps_a_library_where_the_program_lies(self):
         self.give(self.prefix / "lib/plum")
         self.assertEqual(self.start("a.wf", HOME="/proc/nothing", status=1), [])
+        self.assertIn("there is no library in /proc/nothing/.local/share/plum, and none can be where", self.said)
 
     def test_without_a_home_the_root_is_asked(self):
         done = subprocess.run([*self.as_user(), "env", "-i", self.prefix / "bin/plumkit", "--version"],

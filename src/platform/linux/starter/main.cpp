@@ -1,5 +1,6 @@
 #include "platform/linux/starter/user_folder.h"
 
+#include <bit>
 #include <cerrno>
 #include <cstdlib>
 #include <err.h>
@@ -13,7 +14,7 @@ namespace {
 // The file that was started, as it was called: by that name it knows which program is meant.
 const char *calledAs()
 {
-    return reinterpret_cast<const char *>(getauxval(AT_EXECFN));
+    return std::bit_cast<const char *>(getauxval(AT_EXECFN));
 }
 
 std::string_view folderOf(std::string_view path)
@@ -49,7 +50,7 @@ Path userFolder()
 // Returns only where there is nothing that could be started; with the status to end with then.
 int start(Path program, char **arguments)
 {
-    arguments[0] = const_cast<char *>(program.text());
+    arguments[0] = program.text();
     execv(program.text(), arguments);
     constexpr int notFound = 127; // as shells say it
     constexpr int notStarted = 126;
@@ -77,8 +78,7 @@ int main(int argc, char **argv)
     if (!folder.isComplete(program)) {
         const Installation installed = installation();
         if (!folder.complete(installed)) {
-            // A script still runs where nothing can be kept, but nobody keeps anything where the program
-            // lies.
+            // A script still runs where nothing can be kept, but nobody keeps anything where Plum lies.
             if (access(installed.programs.text(), W_OK) == 0) {
                 warnx("there is no library in %s, and none can be where the program lies.", folder.name());
                 return EXIT_FAILURE;

@@ -14,6 +14,7 @@ public:
     explicit Path(std::string_view text) { add(text); }
 
     const char *text() const { return m_text; }
+    char *text() { return m_text; } // for calls that take, or write, a text of the same length
 
     Path operator/(std::string_view name) const
     {

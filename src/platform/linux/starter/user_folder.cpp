@@ -223,19 +223,17 @@ bool UserFolder::makeApps(const Path &starterApps) const
     const Path apps = m_folder / "config/apps";
     if (isTaken(apps))
         return true;
-    const Path pattern = m_folder / "config/.apps.XXXXXX";
-    char unfinished[PATH_MAX + 1];
-    std::strcpy(unfinished, pattern.text());
-    if (!mkdtemp(unfinished))
-        return cannot("make", pattern);
-    const Path copied = Path(unfinished) / "apps";
+    Path unfinished = m_folder / "config/.apps.XXXXXX";
+    if (!mkdtemp(unfinished.text()))
+        return cannot("make", unfinished);
+    const Path copied = unfinished / "apps";
     constexpr mode_t forAll = 0755;
     const bool isCopied = copyFolder(starterApps, copied, forAll);
     // Where another first start has been faster, its apps stay.
     const bool isThere = isCopied && (rename(copied.text(), apps.text()) == 0 || isTaken(apps));
     if (isCopied && !isThere)
         cannot("make", apps);
-    removeFolder(unfinished);
+    removeFolder(unfinished.text());
     return isThere;
 }
 
