@@ -101,6 +101,7 @@ QPushButton:focus { border: 2px solid @accent; padding: 5px 13px; }
 QPushButton[primary="true"] { background: @accent; color: @onAccent; border-color: @accent; }
 QPushButton[primary="true"]:focus { border: 2px solid @text; }
 QPushButton:disabled { color: @quiet; }
+QPushButton::menu-indicator { subcontrol-origin: padding; subcontrol-position: right center; right: 4px; }
 QRadioButton:focus { color: @accent; }
 QFrame[divider="true"] { background: @line; border: none; }
 QScrollBar:vertical { background: transparent; width: 8px; margin: 0; }

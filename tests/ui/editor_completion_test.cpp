@@ -1,5 +1,6 @@
 #include "ui/editor_fixture.h"
 
+#include "support/chinese_session.h"
 #include "ui/editing/completion_list.h"
 #include "ui/editing/script_editor.h"
 
@@ -151,6 +152,16 @@ TEST_F(EditorCompletionTest, theMarkedOneIsExplained)
     ASSERT_TRUE(opens());
     EXPECT_TRUE(find<QLabel>("findings")->text().startsWith(u"d_click: "_s))
         << find<QLabel>("findings")->text().toStdString();
+}
+
+TEST_F(EditorCompletionTest, inAChineseSessionItIsExplainedInChinese)
+{
+    const test::ChineseSession session;
+    editAtEnd("//edition:2\r\n");
+    typeLine(u"mouse.d_"_s);
+    ASSERT_TRUE(opens());
+    const QString note = find<QLabel>("findings")->text();
+    EXPECT_TRUE(note.startsWith(u"d_click: "_s) && note.contains(u"双击"_s)) << note.toStdString();
 }
 
 TEST_F(EditorCompletionTest, undoBringsBackWhatWasTyped)

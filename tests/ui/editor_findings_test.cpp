@@ -1,5 +1,6 @@
 #include "ui/editor_fixture.h"
 
+#include "support/chinese_session.h"
 #include "ui/editing/script_editor.h"
 
 #include <QAccessible>
@@ -67,6 +68,15 @@ TEST_F(EditorFindingsTest, theLineOfTheCaretSaysWhatWasFoundInIt)
     putCaret(1, 0);
     EXPECT_EQ(note(), u"Errors: 2 · warnings: 0 · hints: 1 · F8 goes to the next one"_s);
     EXPECT_TRUE(editor()->accessibleDescription().isEmpty());
+}
+
+TEST_F(EditorFindingsTest, inAChineseSessionTheSentencesAreChinese)
+{
+    const test::ChineseSession session;
+    edit(mistaken);
+    ASSERT_TRUE(finds(2, 0));
+    EXPECT_TRUE(note().startsWith(u"mouse 没有命令“clik”"_s)) << note().toStdString();
+    EXPECT_EQ(editor()->accessibleDescription(), editor()->findingsAtCaret().join(u'\n'));
 }
 
 TEST_F(EditorFindingsTest, whatIsTypedIsLookedAtWithoutSaving)
