@@ -18,7 +18,7 @@ bool Runner::observedStep(const std::shared_ptr<Run> &run)
         standBefore(run, next);
     if (!RunTelling::isOfInterest(next))
         return step(run);
-    return m_telling.passes(observer, next) ? passedStep(run, next, observer) : toldStep(run, next, observer);
+    return m_telling.passes(observer, next) ? passedSteps(run, observer) : toldStep(run, next, observer);
 }
 
 // The first pass of a repetition begins with the line that has just begun it.
@@ -69,19 +69,21 @@ bool Runner::toldStep(const std::shared_ptr<Run> &run, const Instruction &instru
     }
 }
 
-// A line that is not told of, unless it turns out that the run is left with it.
-bool Runner::passedStep(
-    const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer)
+// A line that is not told of, and those behind it that are not either: asking about each of them would take
+// longer than a line. The one with which the run is left is told of all the same.
+bool Runner::passedSteps(const std::shared_ptr<Run> &run, RunObserver &observer)
 {
     m_use.state.observer = nullptr;
     const auto listens = qScopeGuard([&] { m_use.state.observer = &observer; });
-    const VariableStore &variables = run->frame().variables;
+    const auto next = [&] { return &run->program->instructions[std::size_t(run->frame().next)]; };
+    const bool goesOnPassing = !observer.holdsRuns();
+    const Instruction *instruction = next();
     const auto tell = [&](RunObserver::LineEnd how, const QString &reason) {
-        m_telling.begin(observer, run->script.keyword, *run->program, instruction);
+        m_telling.begin(observer, run->script.keyword, *run->program, *instruction);
         int field = 0;
-        for (const Operand &operand : instruction.single) {
+        for (const Operand &operand : instruction->single) {
             if (operand.kind == Operand::Kind::Variable)
-                observer.fieldRead(field, variables.GetVar(operand.text));
+                observer.fieldRead(field, run->frame().variables.GetVar(operand.text));
             else if (operand.kind == Operand::Kind::Constant)
                 observer.fieldRead(field, operand.text);
             ++field;
@@ -89,10 +91,18 @@ bool Runner::passedStep(
         observer.lineEnds(how, reason);
     };
     try {
-        const bool goesOn = step(run);
-        if (!goesOn)
-            tell(RunObserver::LineEnd::Rests, {});
-        return goesOn;
+        for (;;) {
+            if (!step(run)) {
+                if (RunTelling::isOfInterest(*instruction))
+                    tell(RunObserver::LineEnd::Rests, {});
+                return false;
+            }
+            if (!goesOnPassing || ++m_lines >= linesBetweenLooks)
+                return true;
+            instruction = next();
+            if (!m_telling.passesToo(*instruction))
+                return true;
+        }
     } catch (const Failure &failure) {
         tell(RunObserver::LineEnd::Failed, failure.reason);
         throw;

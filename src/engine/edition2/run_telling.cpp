@@ -8,28 +8,15 @@ namespace {
 
 constexpr int toldAtOnce = 64; // lines that only compute
 constexpr qint64 refillTime = 20; // milliseconds
-constexpr qint64 passedBetweenLooks = 64; // looking at the clock costs more than a line
+constexpr int passedBetweenLooks = 64; // looking at the clock costs more than a line
 
 } // namespace
-
-bool RunTelling::isOfInterest(const Instruction &instruction)
-{
-    switch (instruction.step) {
-    case Step::Jump:
-    case Step::BeginTry:
-    case Step::EndTry:
-    case Step::End:
-        return false;
-    default:
-        return true;
-    }
-}
 
 bool RunTelling::passes(const RunObserver &observer, const Instruction &instruction)
 {
     if (!instruction.onlyComputes || observer.wantsEveryLine())
         return false;
-    const bool mayBeDue = m_allowance == 0 && m_passed % passedBetweenLooks == 0;
+    const bool mayBeDue = m_allowance == 0 && m_untilLook == 0;
     if (mayBeDue && (!m_sinceRefill.isValid() || m_sinceRefill.elapsed() >= refillTime)) {
         m_allowance = toldAtOnce;
         m_sinceRefill.start();
@@ -38,6 +25,9 @@ bool RunTelling::passes(const RunObserver &observer, const Instruction &instruct
         --m_allowance;
         return false;
     }
+    if (m_untilLook == 0)
+        m_untilLook = passedBetweenLooks;
+    --m_untilLook;
     ++m_passed;
     return true;
 }
@@ -47,6 +37,7 @@ void RunTelling::begin(
 {
     if (m_passed > 0)
         observer.linesPassed(std::exchange(m_passed, 0));
+    m_untilLook = 0;
     const QString &file = program.files[instruction.file];
     m_fields = 0;
     observer.lineBegins({keyword, instruction.file == 0 ? QString() : file, instruction.at.line,

@@ -21,10 +21,27 @@ public:
     QString text(const QString &path, int line) const { return m_texts.value(path).value(line - 1); }
 
     // Jumps and the bounds of blocks say nothing of their own.
-    static bool isOfInterest(const Instruction &instruction);
+    static bool isOfInterest(const Instruction &instruction)
+    {
+        return instruction.step != Step::Jump && instruction.step != Step::BeginTry
+            && instruction.step != Step::EndTry && instruction.step != Step::End;
+    }
 
     // The next line is not to be told of.
     bool passes(const RunObserver &observer, const Instruction &instruction);
+
+    // The same behind a line that was passed over, without asking the observer or the clock; false when it is
+    // time to ask them.
+    bool passesToo(const Instruction &instruction)
+    {
+        if (!instruction.onlyComputes || m_untilLook == 0)
+            return false;
+        if (isOfInterest(instruction)) {
+            ++m_passed;
+            --m_untilLook;
+        }
+        return true;
+    }
 
     void begin(RunObserver &observer, const QString &keyword, const Program &program,
         const Instruction &instruction);
@@ -37,6 +54,7 @@ private:
     QElapsedTimer m_sinceRefill;
     int m_allowance = 0;
     qint64 m_passed = 0;
+    int m_untilLook = 0; // lines that are passed over before the clock is looked at
     int m_fields = 0;
 };
 

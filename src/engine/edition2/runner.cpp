@@ -26,9 +26,6 @@ namespace {
 // A script that does nothing but count lets the user interface live this often, in milliseconds.
 constexpr qint64 breathInterval = 20;
 
-// Looking at the clock costs more than a line.
-constexpr int linesBetweenLooks = 256;
-
 // The other files of an app stand in its folder.
 QString besideScript(const QString &script, const QString &file)
 {
@@ -125,12 +122,11 @@ void Runner::goOn(const std::shared_ptr<Run> &run)
 
 void Runner::stepUntilDone(const std::shared_ptr<Run> &run)
 {
-    int lines = 0;
     for (;;) {
         try {
             while (m_use.state.observer ? observedStep(run) : step(run)) {
-                if (++lines == linesBetweenLooks) {
-                    lines = 0;
+                if (++m_lines >= linesBetweenLooks) {
+                    m_lines = 0;
                     breathe();
                 }
             }

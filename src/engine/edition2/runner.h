@@ -84,13 +84,15 @@ private:
     struct Failure;
     class View;
 
+    static constexpr int linesBetweenLooks = 256; // at the clock, which costs more than a line
+
     Linked link(const ScriptStart &script);
     void goOn(const std::shared_ptr<Run> &run);
     void stepUntilDone(const std::shared_ptr<Run> &run);
     bool step(const std::shared_ptr<Run> &run);
     bool observedStep(const std::shared_ptr<Run> &run);
     bool toldStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer);
-    bool passedStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer);
+    bool passedSteps(const std::shared_ptr<Run> &run, RunObserver &observer);
     void standBefore(const std::shared_ptr<Run> &run, const Instruction &instruction);
     void tellOfFailure(Run &run, const Failure &failure);
     void setVariable(RunPosition::Frame &frame, const QString &name, const QString &value);
@@ -116,6 +118,7 @@ private:
     RunTicket m_current = 0;
     RunTicket m_last = 0;
     QElapsedTimer m_sinceBreath;
+    int m_lines = 0; // since the last look at the clock
 
     mutable RunTelling m_telling; // for who observes the runs
 };
