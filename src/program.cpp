@@ -114,6 +114,7 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
 {
     if (m_flight) {
         m_scripts.state().observer = &m_flight->recorder;
+        m_flight->recorder.setStop(m_stop);
         m_flight->takePicturesWhere(
             [this] { return wantsPictures(m_platform->paths(), m_platform->textCodec()); });
     }

@@ -189,7 +189,8 @@ void ScriptSystem::connectRunner(const Needs &needs)
             if (stop)
                 stop->check();
         },
-        [&to] { return to.vocabulary(); }, [&to](const QString &name) { return &to.handler(name); }});
+        [&to] { return to.vocabulary(); }, [&to](const QString &name) { return &to.handler(name); },
+        needs.stop});
     to.starts().setLaterEdition(*m->runner);
 }
 

@@ -84,6 +84,7 @@ constexpr std::array rows{
             "nearest miss at %1: %2 of %3 pixels differ (red %4, green %5, blue %6), in the picture at %7")},
     Row{Kind::NothingAlike, "nothing-alike",
         QT_TRANSLATE_NOOP("plum::FlightWords", "nothing in there is like it")},
+    Row{Kind::StopAsked, "stop-asked", QT_TRANSLATE_NOOP("plum::FlightWords", "stop asked for")},
 };
 
 constexpr bool areInOrder()
@@ -92,7 +93,7 @@ constexpr bool areInOrder()
         if (rows[index].kind != static_cast<Kind>(index))
             return false;
     }
-    return rows.back().kind == Kind::NothingAlike;
+    return rows.back().kind == Kind::StopAsked;
 }
 static_assert(areInOrder());
 

@@ -53,6 +53,7 @@ struct FlightDeed
         PictureNotSeen, // path, area
         NearestMiss, // place, pixels that differ, of how many, by red, green, blue, which ones
         NothingAlike,
+        StopAsked, // by the user
     };
 
     Kind kind = Kind::AnotherRun;

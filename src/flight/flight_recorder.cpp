@@ -1,6 +1,7 @@
 #include "flight/flight_recorder.h"
 
 #include "flight/flight_camera.h"
+#include "platform/stop_signal.h"
 #include "search/nearest_miss.h"
 
 #include <algorithm>
@@ -186,6 +187,34 @@ void FlightRecorder::deed(FlightDeed what)
     m_log.note(what, given ? &*given : nullptr);
 }
 
+void FlightRecorder::noteOutcome(const QString &sentence)
+{
+    m_log.setOutcome(withoutSecrets(sentence));
+    if (!m_stop)
+        return;
+    if (const auto asked = m_stop->raisedAt())
+        stopAsked(*asked);
+}
+
+// Where it belongs in time: the run may have done something before it looked. Nowhere if it was meant for an
+// earlier run.
+void FlightRecorder::stopAsked(std::chrono::steady_clock::time_point when)
+{
+    using namespace std::chrono;
+    const qint64 at = now() - duration_cast<microseconds>(steady_clock::now() - when).count();
+    FlightLog::Id line = m_log.last();
+    FlightEntry *entry = m_log.find(line);
+    while (entry && entry->begun > at)
+        entry = m_log.find(--line);
+    if (!entry)
+        return;
+    const auto later
+        = std::ranges::find_if(entry->deeds, [at](const FlightEntry::Deed &deed) { return deed.at > at; });
+    const FlightDeed what{Kind::StopAsked};
+    entry->deeds.insert(later - entry->deeds.begin(), {at, what});
+    m_log.note(what, nullptr);
+}
+
 void FlightRecorder::seen(FlightEntry::Sight sight)
 {
     FlightEntry *entry = current();
@@ -266,8 +295,10 @@ void FlightRecorder::missed(
     if (m_missed.contains(path) && m_missTime * missShare > begun)
         return;
     m_missed.insert(path);
-    const std::optional<NearestMiss> miss = findNearestMiss(region, picture);
+    const std::optional<NearestMiss> miss = findNearestMiss(region, picture, m_stop);
     m_missTime += now() - begun;
+    if (m_stop && m_stop->isRaised())
+        return;
     deed(miss ? deedOf(area, *miss) : FlightDeed{Kind::NothingAlike});
 }
 

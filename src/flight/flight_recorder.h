@@ -10,12 +10,14 @@
 #include <QHash>
 #include <QSet>
 
+#include <chrono>
 #include <functional>
 #include <vector>
 
 namespace plum {
 
 class FlightCamera;
+class StopSignal;
 
 // Keeps in memory what the run that goes on, or was the last one, has done. Answers of the user, texts of the
 // clipboard and what lines make of them are left out.
@@ -36,8 +38,11 @@ public:
     const FlightLog &log() const { return m_log; }
     const Film &film() const { return m_film; }
 
-    // How the run has ended.
-    void noteOutcome(const QString &sentence) { m_log.setOutcome(withoutSecrets(sentence)); }
+    // What ends runs; also said to what takes long here.
+    void setStop(const StopSignal &stop) { m_stop = &stop; }
+
+    // How the run has ended, if not well.
+    void noteOutcome(const QString &sentence);
 
     // What a port was asked to do.
     void deed(FlightDeed what);
@@ -82,6 +87,7 @@ private:
 
     qint64 now() const { return m_clock.isValid() ? m_clock.nsecsElapsed() / 1000 : 0; }
     FlightEntry *current();
+    void stopAsked(std::chrono::steady_clock::time_point when);
     QString withoutSecrets(const QString &text) const;
     void takePicture(Film::Id FlightEntry::*when);
     void takePicture(const ScreenRegion &searched);
@@ -91,6 +97,7 @@ private:
     Keeps m_keeps = Keeps::NoSecrets;
     FlightLog m_log;
     Film m_film;
+    const StopSignal *m_stop = nullptr;
     FlightCamera *m_camera = nullptr;
     std::function<bool()> m_arePicturesWanted;
     bool m_takesPictures = false; // of this run

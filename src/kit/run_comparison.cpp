@@ -31,7 +31,7 @@ QList<FlightDeed> deedsThatCount(const FlightEntry &entry)
     QList<FlightDeed> deeds;
     qsizetype search = -1;
     for (const FlightEntry::Deed &deed : entry.deeds) {
-        if (deed.what.isOfMiss())
+        if (deed.what.isOfMiss() || deed.what.kind == FlightDeed::Kind::StopAsked)
             continue;
         if (deed.what.isOfSearch() && search >= 0)
             deeds.removeAt(search);

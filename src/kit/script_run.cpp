@@ -41,6 +41,7 @@ ScriptRun::ScriptRun(const QString &programPath, bool hasDesktop)
           .searches = &m_flight.recorder})
 {
     m_scripts.state().observer = &m_flight.recorder;
+    m_flight.recorder.setStop(m_stop);
     // A run that is followed and has ended may hear of its stop once more.
     QObject::connect(&m_stop, &StopSignal::raised, &m_stop, [this] {
         if (!m_isEnding)

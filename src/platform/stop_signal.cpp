@@ -29,7 +29,12 @@ bool OwnKeys::isRecent(quint8 virtualKey) const
 
 void StopSignal::raise()
 {
-    m_isRaised = true;
+    {
+        // Whoever has seen the flag waits here for its time.
+        const std::scoped_lock lock(m_lock);
+        if (!m_isRaised.exchange(true))
+            m_raisedAt = std::chrono::steady_clock::now();
+    }
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -37,6 +42,12 @@ void StopSignal::raise()
                 Q_EMIT raised();
         },
         Qt::QueuedConnection);
+}
+
+std::optional<std::chrono::steady_clock::time_point> StopSignal::raisedAt() const
+{
+    const std::scoped_lock lock(m_lock);
+    return m_raisedAt;
 }
 
 } // namespace plum

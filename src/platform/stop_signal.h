@@ -5,6 +5,8 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
+#include <mutex>
 #include <optional>
 
 namespace plum {
@@ -64,6 +66,9 @@ public:
     // In any thread; as cheap as reading a variable.
     bool isRaised() const { return m_isRaised.load(std::memory_order_relaxed); }
 
+    // When it was raised last: from then on `isRaised` said so. In any thread.
+    std::optional<std::chrono::steady_clock::time_point> raisedAt() const;
+
     // Where a run can be left.
     void check() const
     {
@@ -79,6 +84,8 @@ Q_SIGNALS:
 
 private:
     std::atomic<bool> m_isRaised = false;
+    mutable std::mutex m_lock; // of the time
+    std::optional<std::chrono::steady_clock::time_point> m_raisedAt;
     OwnKeys m_ownKeys;
 };
 

@@ -1,5 +1,6 @@
 #include "search/nearest_miss.h"
 
+#include "platform/stop_signal.h"
 #include "search/pixel_kernels.h"
 #include "search/searched_area.h"
 
@@ -28,12 +29,14 @@ public:
             m_samples.push_back(pixels <= allSamples ? n : n * sampleSteps % pixels);
     }
 
-    std::optional<NearestMiss> nearest()
+    std::optional<NearestMiss> nearest(const StopSignal *stop)
     {
         if (!m_isPossible)
             return {};
         m_fewest = m_width * m_height / 2 + 1;
         for (std::size_t row = 0; row < m_area.positionsDown(); ++row) {
+            if (stop && stop->isRaised())
+                return {};
             m_area.makeRows(row + m_height, m_picture, pixelKernels());
             for (std::size_t column = 0; column < m_area.positionsAcross(); ++column)
                 tryAt(column, row);
@@ -120,11 +123,12 @@ private:
 
 } // namespace
 
-std::optional<NearestMiss> findNearestMiss(const ScreenRegion &region, const PictureTemplate &picture)
+std::optional<NearestMiss> findNearestMiss(
+    const ScreenRegion &region, const PictureTemplate &picture, const StopSignal *stop)
 {
     if (region.isEmpty() || picture.comparedWidth() <= 0 || picture.comparedHeight() <= 0)
         return {};
-    return Comparison(region, picture).nearest();
+    return Comparison(region, picture).nearest(stop);
 }
 
 } // namespace plum

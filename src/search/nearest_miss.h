@@ -8,6 +8,7 @@
 namespace plum {
 
 class PictureTemplate;
+class StopSignal;
 
 // Where a picture that was not found is nearly seen.
 struct NearestMiss
@@ -29,7 +30,9 @@ struct NearestMiss
 };
 
 // The place with the fewest pixels that differ. Places where a sample of the pixels says that more than half
-// do are not looked at further, so where nothing like the picture is seen there is none.
-std::optional<NearestMiss> findNearestMiss(const ScreenRegion &region, const PictureTemplate &picture);
+// do are not looked at further, so where nothing like the picture is seen there is none. Nor is there one
+// once `stop` is raised: a picture of much the same colour as the screen may take seconds.
+std::optional<NearestMiss> findNearestMiss(
+    const ScreenRegion &region, const PictureTemplate &picture, const StopSignal *stop = nullptr);
 
 } // namespace plum

@@ -65,6 +65,27 @@ protected:
 
 } // namespace
 
+// What still waited in a socket would happen after a stop.
+TEST_F(KeyboardPort, hasHappenedWhenTheCallReturns)
+{
+    constexpr int motions = 1000;
+    for (int round = 1; round <= 4; ++round) {
+        for (int motion = 1; motion <= motions; ++motion)
+            platform->pointer().moveTo({motion % 500, round});
+        ASSERT_EQ(view->pointer(), QPoint(motions % 500, round));
+        for (int taps = 0; taps < 100; ++taps)
+            tap('A');
+        ASSERT_TRUE(view->keysDown().empty()) << round;
+        keyboard().keyEvent('B', 0);
+        ASSERT_EQ(view->keysDown().size(), 1U) << round;
+        platform->pointer().buttonEvent(Pointer::LeftDown);
+        ASSERT_TRUE(view->anyButtonDown()) << round;
+        platform->pointer().buttonEvent(Pointer::LeftUp);
+        ASSERT_FALSE(view->anyButtonDown()) << round;
+        keyboard().keyEvent('B', Keyboard::KeyUp);
+    }
+}
+
 TEST_F(KeyboardPort, pressesEveryKeyThatHasASymbol)
 {
     struct Key

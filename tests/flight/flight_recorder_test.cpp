@@ -5,6 +5,7 @@
 #include "flight/flight.h"
 #include "flight/flight_page.h"
 #include "platform/recording/recording_platform.h"
+#include "platform/stop_signal.h"
 #include "recording/recording_commands.h"
 #include "recording/recording_launcher.h"
 #include "script_system.h"
@@ -14,6 +15,9 @@
 #include <QImage>
 
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace plum;
@@ -50,6 +54,22 @@ protected:
     }
 
     const FlightLog &log() const { return flight.recorder.log(); }
+
+    // The file of a button of many colours, which is on the screen at 70:40 with some pixels in another red.
+    QString buttonWithAnotherOnTheScreen(const QList<QPoint> &changed)
+    {
+        QImage button(24, 10, QImage::Format_RGB32);
+        for (int y = 0; y < button.height(); ++y) {
+            for (int x = 0; x < button.width(); ++x) {
+                button.setPixel(x, y, colourOf(x, y));
+                desktop.screen().pixels[std::size_t(40 + y) * 200 + 70 + x]
+                    = colourOf(x, y) ^ (changed.contains(QPoint(x, y)) ? 0xff0000 : 0);
+            }
+        }
+        const QString path = files.write(u"button.png"_s, {});
+        EXPECT_TRUE(button.save(path));
+        return path;
+    }
 
     // Everything that was done, in order.
     QStringList deeds() const
@@ -206,20 +226,58 @@ TEST_F(FlightRecorderTest, KeepsTheLastDeedsOfALineThatDoesManyThings)
     EXPECT_LT(recorder.log().bytes(), 100'000);
 }
 
+TEST_F(FlightRecorderTest, SaysBetweenWhichDeedsAStopWasAskedFor)
+{
+    StopSignal stop;
+    FlightRecorder recorder;
+    recorder.setStop(stop);
+    stop.raise();
+    stop.lower();
+    // Times are told apart to the microsecond.
+    const auto pause = [] { std::this_thread::sleep_for(std::chrono::milliseconds(1)); };
+    pause();
+    recorder.runBegins(u"x"_s);
+    recorder.lineBegins({.number = 1});
+    recorder.deed({FlightDeed::Kind::LeftDown});
+    recorder.lineEnds(RunObserver::LineEnd::Done, {});
+    recorder.noteOutcome(u"That stop was for an earlier run."_s);
+    pause();
+    recorder.lineBegins({.number = 2});
+    recorder.deed({FlightDeed::Kind::RightDown});
+    pause();
+    stop.raise();
+    pause();
+    recorder.deed({FlightDeed::Kind::RightUp});
+    recorder.lineEnds(RunObserver::LineEnd::Stopped, {});
+    recorder.noteOutcome(u"The run was stopped."_s);
+    QStringList all;
+    for (const FlightEntry &entry : recorder.log().entries()) {
+        for (const FlightEntry::Deed &deed : entry.deeds)
+            all += u"%1 "_s.arg(entry.line.number) + deed.what.toText();
+    }
+    EXPECT_EQ(all,
+        (QStringList{u"1 button left down"_s, u"2 button right down"_s, u"2 stop asked for"_s,
+            u"2 button right up"_s}));
+}
+
+TEST_F(FlightRecorderTest, LooksForNoNearMissOnceTheRunIsStopped)
+{
+    StopSignal stop;
+    flight.recorder.setStop(stop);
+    stop.raise();
+    const QString path = buttonWithAnotherOnTheScreen({QPoint(5, 3)});
+    const QByteArray search = "//edition:2\nos.find_pic \"" + path.toUtf8() + "\",0:0:200:100,,p\n";
+    run(search);
+    EXPECT_EQ(deeds().size(), 1) << deeds().join(u'|').toStdString();
+    stop.lower();
+    run(search);
+    ASSERT_EQ(deeds().size(), 2) << deeds().join(u'|').toStdString();
+    EXPECT_TRUE(deeds().last().startsWith(u"nearest miss at 70:40: 1 of "_s));
+}
+
 TEST_F(FlightRecorderTest, TellsWhereAPictureWasNearlySeen)
 {
-    // A button of many colours; on the screen three of its pixels are another.
-    QImage button(24, 10, QImage::Format_RGB32);
-    for (int y = 0; y < button.height(); ++y) {
-        for (int x = 0; x < button.width(); ++x) {
-            button.setPixel(x, y, colourOf(x, y));
-            desktop.screen().pixels[std::size_t(40 + y) * 200 + 70 + x] = colourOf(x, y);
-        }
-    }
-    for (const QPoint changed : {QPoint(5, 3), QPoint(6, 3), QPoint(5, 4)})
-        desktop.screen().pixels[std::size_t(40 + changed.y()) * 200 + 70 + changed.x()] ^= 0xff0000;
-    const QString path = files.write(u"button.png"_s, {});
-    ASSERT_TRUE(button.save(path));
+    const QString path = buttonWithAnotherOnTheScreen({QPoint(5, 3), QPoint(6, 3), QPoint(5, 4)});
     run("//edition:2\nos.find_pic \"" + path.toUtf8() + "\",0:0:200:100,,p\n");
     EXPECT_NE(error, u""_s);
     const QString miss = deeds().value(1);

@@ -106,6 +106,36 @@ TEST_F(StopTest, reachesTheRunsAroundARunToo)
     EXPECT_FALSE(stop.isRaised());
 }
 
+// A run that waits for its answer has come back to the one in whose wait it was started, which goes on.
+TEST_F(StopTest, reachesARunThatWaitsForAnAnswerInsideAnother)
+{
+    for (const QByteArray &script :
+        std::initializer_list<QByteArray>{"input.text \"who\",\"Who?\"\r\nnote.down \"x\"\r\n",
+            "//edition:2\ninput.text who,\"Who?\"\nnote.down \"x\"\n"}) {
+        SCOPED_TRACE(script.constData());
+        folder.addApp(u"inner"_s, script);
+        platform.log.clear();
+        m_waits = 0;
+        int asked = 0;
+        waiter.onWait = [&] {
+            if (++m_waits == 2)
+                Q_EMIT ui.window()->runFromList(u"inner"_s);
+            else if (topLevel("shurubox") && ++asked == 2)
+                stop.raise();
+            QApplication::processEvents();
+            stop.check();
+        };
+        run("//edition:2\nrepeat.times 9\nmouse.l_down\nmouse.l_up\nrepeat.end\nnote.down \"a\"\n");
+        EXPECT_EQ(asked, 2) << "the run around it has not gone on";
+        EXPECT_TRUE(waitUntil([this] { return !topLevel("shurubox"); }));
+        EXPECT_TRUE(hint().contains(u": stopped at line "_s)) << qPrintable(hint());
+        EXPECT_FALSE(stop.isRaised());
+        EXPECT_FALSE(watchesHand);
+        system.starts().resume();
+        EXPECT_EQ(notes(), QStringList());
+    }
+}
+
 TEST_F(StopTest, closesAMessageThatTheRunWaitsFor)
 {
     inWait(1, [] {});

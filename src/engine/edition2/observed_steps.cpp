@@ -106,6 +106,9 @@ bool Runner::passedSteps(const std::shared_ptr<Run> &run, RunObserver &observer)
     } catch (const Failure &failure) {
         tell(RunObserver::LineEnd::Failed, failure.reason);
         throw;
+    } catch (const RunStopped &) {
+        tell(RunObserver::LineEnd::Stopped, {});
+        throw;
     }
 }
 

@@ -303,6 +303,8 @@ bool Runner::callHandler(const std::shared_ptr<Run> &run, const Instruction &ins
     m_use.state.currentLine = instruction.at.line - 1;
     if (instruction.touchesDesktop && run->position.pause > 0)
         m_use.waiter.Wait(run->position.pause);
+    if (m_use.stop)
+        m_use.stop->check();
     enterContext(*run);
 
     FieldValues values;

@@ -11,6 +11,7 @@ namespace plum {
 class ArgumentReader;
 class Launcher;
 class RunObserver;
+class StopSignal;
 class TextFiles;
 class Waiter;
 struct RunState;
@@ -65,6 +66,7 @@ public:
         std::function<void()> breathe; // lets the user interface do what is due
         std::function<ScriptVocabulary()> vocabulary;
         std::function<Handler *(const QString &nameSpace)> handler;
+        const StopSignal *stop = nullptr; // looked at before each command
     };
 
     explicit Runner(Needs needs);

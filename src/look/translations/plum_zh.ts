@@ -3488,6 +3488,10 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <source>nothing in there is like it</source>
         <translation>其中没有与之相似的</translation>
     </message>
+    <message>
+        <source>stop asked for</source>
+        <translation>要求停止</translation>
+    </message>
 </context>
 <context>
     <name>plum::Reason</name>

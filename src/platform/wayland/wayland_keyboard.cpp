@@ -90,7 +90,7 @@ void WaylandKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
     if (!m_device || !key)
         return;
     send(key->code, !(flags & KeyUp));
-    m_connection.flush();
+    m_connection.roundTrip();
 }
 
 // A key that is not down is released all the same, and one that is down goes down again, as the calls of a
@@ -141,10 +141,8 @@ bool WaylandKeyboard::typeText(QStringView text, const BeforeCharacter &before)
                 m_device.get(), m_held | (stroke.withShift ? shiftBit : 0U), 0, m_locked & ~capsLockBit, 0);
             send(stroke.code, true);
             send(stroke.code, false);
-            m_connection.flush();
+            m_connection.roundTrip();
         }
-        // What the compositor has not read yet must not pile up.
-        m_connection.roundTrip();
         left = left.subspan(ready);
     }
     return wanted.isWhole;

@@ -65,7 +65,7 @@ void WaylandPointer::moveTo(QPoint point)
     }
     sendMotion(point);
     m_last = point;
-    m_connection.flush();
+    m_connection.roundTrip();
 }
 
 void WaylandPointer::sendMotion(QPoint point)
@@ -108,7 +108,7 @@ void WaylandPointer::buttonEvent(quint32 flags)
         sendButton(rightButton, m_rightIsDown, true);
     if (flags & RightUp)
         sendButton(rightButton, m_rightIsDown, false);
-    m_connection.flush();
+    m_connection.roundTrip();
 }
 
 void WaylandPointer::releaseAll()

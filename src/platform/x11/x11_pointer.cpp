@@ -58,7 +58,7 @@ void X11Pointer::moveTo(QPoint point)
         m_awaited = point;
     }
     sendMotion(point);
-    m_connection.flush();
+    m_connection.sync();
 }
 
 void X11Pointer::sendMotion(QPoint point)
@@ -101,7 +101,7 @@ void X11Pointer::buttonEvent(quint32 flags)
         sendButton(rightButton, true);
     if (flags & RightUp)
         sendButton(rightButton, false);
-    m_connection.flush();
+    m_connection.sync();
 }
 
 void X11Pointer::releaseAll()

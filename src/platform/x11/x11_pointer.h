@@ -8,7 +8,8 @@ namespace plum {
 
 class X11Connection;
 
-// The pointer through the XTEST extension, whose events programs cannot tell from those of a mouse.
+// The pointer through the XTEST extension, whose events programs cannot tell from those of a mouse. Like
+// those of the keyboard they have been carried out when a call comes back.
 class X11Pointer final : public Pointer
 {
 public:

@@ -71,6 +71,7 @@ void NestedDesktop::start(QProcess &process, const QString &name, const QStringL
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"DISPLAY"_s, m_innerDisplay);
     environment.remove(u"WAYLAND_DISPLAY"_s);
+    environment.insert(u"XDG_CACHE_HOME"_s, folder() + u"/cache"_s); // for what runs leave behind
     process.setProcessEnvironment(environment);
     process.start(folder() + u'/' + name, arguments);
 }

@@ -124,7 +124,7 @@ void X11Keyboard::keyEvent(quint8 virtualKey, quint32 flags)
         release(virtualKey);
     else
         press(virtualKey);
-    m_connection.flush();
+    m_connection.sync();
 }
 
 void X11Keyboard::press(quint8 virtualKey)
@@ -174,7 +174,7 @@ bool X11Keyboard::typeText(QStringView text, const BeforeCharacter &before)
         for (const X11Keymap::Stroke &stroke : strokes) {
             before();
             send(stroke);
-            m_connection.flush();
+            m_connection.sync();
         }
         left = left.subspan(strokes.size());
     }

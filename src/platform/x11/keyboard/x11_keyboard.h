@@ -10,7 +10,9 @@ namespace plum {
 class X11Connection;
 
 // Key events through the XTEST extension. Virtual keys without a symbol on X11, code 0 among them, are
-// nothing here; ExtendedKey makes no difference, since X11 has a symbol for either twin of a key.
+// nothing here; ExtendedKey makes no difference, since X11 has a symbol for either twin of a key. A call
+// comes back when the server has carried the event out: what waited in the socket would still be played after
+// a stop.
 class X11Keyboard final : public Keyboard
 {
 public:
