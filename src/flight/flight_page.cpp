@@ -181,8 +181,10 @@ QString flightPage(const FlightLog &log, const Film &film)
     const QString language = FlightWords::tr("en");
     QString page = QString::fromUtf16(head).arg(title.toHtmlEscaped(), said.toHtmlEscaped(), language);
     const auto paragraph = [](const QString &text) { return u"<p>"_s + text + u"</p>\n"_s; };
-    if (log.entries().empty())
-        return page + paragraph(FlightWords::tr("No line has been carried out.")) + u"</body>\n</html>\n"_s;
+    if (log.entries().empty()) {
+        return page + paragraph(FlightWords::tr("No line has been carried out.")) + flightData(log)
+            + u"</body>\n</html>\n"_s;
+    }
     page += timeLine(log.entries()) + filmStrip(log, film);
     if (log.forgotten() > 0)
         page += paragraph(FlightWords::tr("%1 earlier lines were given up for these.").arg(log.forgotten()));

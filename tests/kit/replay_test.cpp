@@ -155,6 +155,30 @@ TEST_F(Replays, TakeForTheSameWhatARecordLeavesOut)
     EXPECT_EQ(replay(record, "//edition:2\nset.a \"secret\"\n"), QStringList(u"  2: set.a \"secret\""_s));
 }
 
+// Its mistakes were found before the run.
+TEST_F(Replays, StandBesideARunThatCarriedOutNoLine)
+{
+    const QString page = files.folder() + u"/page.html"_s;
+    EXPECT_EQ(runKit({u"run"_s, u"--trace"_s, page, files.write(u"before.wf"_s, "//edition:2\nmouse.fly\n")})
+                  .status,
+        1);
+    const KitRun ended = dry(page, "//edition:2\nmouse.move 3:4\n");
+    EXPECT_EQ(ended.status, 0) << ended.errors.toStdString();
+    EXPECT_EQ(ended.output, u"+ 2: mouse.move 3:4\n    now: 3:4; pointer to 3:4\n"_s);
+}
+
+TEST_F(Replays, PassOverWhenAStopWasAskedFor)
+{
+    FlightLog record;
+    record.begin(u"x"_s);
+    record.add({.line = {.number = 2, .text = u"mouse.move 3:4"_s},
+        .end = RunObserver::LineEnd::Done,
+        .fields = {u"3:4"_s},
+        .deeds
+        = {{1, {FlightDeed::Kind::PointerMoved, {u"3"_s, u"4"_s}}}, {2, {FlightDeed::Kind::StopAsked}}}});
+    EXPECT_EQ(replay(record, "//edition:2\nmouse.move 3:4\n"), QStringList(u"  2: mouse.move 3:4"_s));
+}
+
 TEST_F(Replays, RefuseWhatIsNoPageOfARun)
 {
     const QString script = files.write(u"some.wf"_s, "//edition:2\n");
