@@ -11,7 +11,7 @@ import time
 import unittest
 
 from plum_test import PEER, PlumTest
-from wine_desktop import until
+from wine_desktop import PATIENCE, until
 
 
 class Launcher(PlumTest):
@@ -259,6 +259,82 @@ class ChineseScripts(PlumTest):
         self.save_as("note")
         until(lambda: self.read("note.txt") == "梅子, 苹果".encode("gbk"),
               f"the saved bytes, not {self.read('note.txt')}")
+
+
+class Kit(PlumTest):
+    """plumkit, as a terminal sees it."""
+
+    def start_kit(self, *arguments):
+        with self.desktop.path("said").open("wb") as said, self.desktop.path("errors").open("wb") as errors:
+            return self.desktop.wine(self.plum / "plumkit.exe", *arguments, stdout=said, stderr=errors)
+
+    def end_of(self, process):
+        """Its status and what it wrote, the lines of both streams."""
+        status = process.wait(timeout=PATIENCE)
+        return status, self.lines_of("said"), self.lines_of("errors")
+
+    def lines_of(self, name):
+        return self.desktop.path(name).read_text(errors="replace").splitlines()
+
+    def kit(self, *arguments):
+        return self.end_of(self.start_kit(*arguments))
+
+    def test_runs_scripts_with_a_status_each(self):
+        done = self.write("done.wf", '//edition:2\nfile.save "C:\\Plum\\out.txt",who\n')
+        self.assertEqual(self.kit("run", "--set", "who=Ann", done), (0, [], []))
+        self.assertEqual(self.read("out.txt"), b"Ann\r\n")
+        fails = self.write("fails.wf", "//edition:2\nset.a set.b\n")
+        self.assertEqual(self.kit("run", fails), (1, [], [f"{fails}:2:7: b was never set"]))
+        wrong = self.write("wrong.wf", "//edition:2\nmouse.clik\n")
+        self.assertEqual(self.kit("run", wrong), (1, [], [f'{wrong}:2:7: mouse has no command "clik"']))
+        self.assertEqual(self.kit("run", "C:\\Plum\\none.wf")[0], 2)
+        self.assertEqual(self.kit("run", "--fast", done)[0], 2)
+        lasts = self.write("lasts.wf", "//edition:2\ntime.sleep 600000\n")
+        self.assertEqual(self.kit("run", "--timeout", "0.5", lasts)[0], 124)
+
+    def test_says_what_a_script_would_do(self):
+        script = self.write("some.wf", '//edition:2\nmouse.move 3:4\nkeyboard.key a\n'
+                                       'file.save "C:\\Plum\\out.txt",who\n')
+        status, said, errors = self.kit("dry", "--set", "who=Ann", script)
+        self.assertEqual((status, errors), (0, []))
+        self.assertIn("2: move 3 4", said)
+        self.assertIn("3: key 65 1", said)
+        self.assertFalse((self.plum / "out.txt").exists())
+
+    def test_checks_scripts(self):
+        good = self.write("good.wf", "//edition:2\nmouse.click\n")
+        self.assertEqual(self.kit("check", good), (0, [], []))
+        wrong = self.write("wrong.wf", "//edition:2\nmouse.clik\n")
+        status, said, _ = self.kit("check", wrong)
+        self.assertEqual(status, 1)
+        self.assertTrue(any(line.startswith(f"{wrong}:2:7: error: ") for line in said), said)
+
+    def test_shows_what_a_run_did_and_lays_another_one_beside_it(self):
+        before = self.write("before.wf", "//edition:2\nset.x 3\nmouse.move $\"{x}:4\"\n")
+        self.assertEqual(self.kit("run", "--trace", "C:\\Plum\\page.html", before), (0, [], []))
+        self.assertIn("pointer to 3:4", self.read("page.html").decode())
+        now = self.write("now.wf", "//edition:2\nset.x 3\nmouse.move $\"{x}:5\"\n")
+        self.assertEqual(self.kit("dry", "--replay", "C:\\Plum\\page.html", now),
+                         (0, ["  2: set.x 3", '- 3: mouse.move $"{x}:4"', "    was: 3:4; pointer to 3:4",
+                              '+ 3: mouse.move $"{x}:5"', "    now: 3:5; pointer to 3:5"], []))
+
+    def test_is_stopped_by_the_hand(self):
+        """Esc that is held; Wine hears of keys while one of its windows has the keyboard."""
+        self.start_notepad()
+        script = self.write("lasts.wf", '//edition:2\nset.a 1\nfile.save "C:\\Plum\\begun.txt",a\n'
+                                        'keyboard.key_down shift\ntime.sleep 600000\n')
+        process = self.start_kit("run", script)
+        until(lambda: self.read("begun.txt"), "the run's begin")
+        self.xdotool("keydown", "Escape")
+        try:
+            self.assertEqual(self.end_of(process)[0], 130)
+        finally:
+            self.xdotool("keyup", "Escape")
+
+    def test_is_not_stopped_by_keys_that_a_script_presses(self):
+        self.start_notepad()
+        script = self.write("some.wf", "//edition:2\nkeyboard.key_down esc\ntime.sleep 1500\nkeyboard.key_up esc\n")
+        self.assertEqual(self.kit("run", script), (0, [], []))
 
 
 if __name__ == "__main__":
