@@ -4,6 +4,7 @@
 """
 
 import http.server
+import itertools
 import shutil
 import subprocess
 import threading
@@ -325,16 +326,45 @@ class Kit(PlumTest):
                                         'keyboard.key_down shift\ntime.sleep 600000\n')
         process = self.start_kit("run", script)
         until(lambda: self.read("begun.txt"), "the run's begin")
+        self.stop_by_hand(process)
+
+    def test_is_not_stopped_by_keys_that_a_script_presses(self):
+        self.start_notepad()
+        script = self.write("some.wf", "//edition:2\nkeyboard.key_down esc\ntime.sleep 1500\nkeyboard.key_up esc\n")
+        self.assertEqual(self.kit("run", script), (0, [], []))
+
+    def stop_by_hand(self, process):
         self.xdotool("keydown", "Escape")
         try:
             self.assertEqual(self.end_of(process)[0], 130)
         finally:
             self.xdotool("keyup", "Escape")
 
-    def test_is_not_stopped_by_keys_that_a_script_presses(self):
+    def test_waits_while_the_hand_works(self):
+        self.write("config/load/options.ini", "[stop]\r\nyield=on\r\n")
         self.start_notepad()
-        script = self.write("some.wf", "//edition:2\nkeyboard.key_down esc\ntime.sleep 1500\nkeyboard.key_up esc\n")
-        self.assertEqual(self.kit("run", script), (0, [], []))
+        script = self.write("taps.wf", "//edition:2\nrepeat.while 1,is,1\nkeyboard.key shift\nrepeat.end\n")
+        process = self.start_kit("run", script)
+        window = self.xdotool("getactivewindow")
+        places = itertools.cycle((100, 110))
+        until(lambda: self.xdotool("mousemove", "--window", window, next(places), 100)
+              or any("waits while you use the mouse" in line for line in self.lines_of("errors")), "the pause")
+        self.stop_by_hand(process)
+
+    def test_keeps_keys_from_another_window(self):
+        self.start_notepad()
+        first = self.xdotool("getactivewindow")
+        script = self.write("taps.wf", '//edition:2\nset.a 1\nrepeat.while 1,is,1\nkeyboard.key shift\n'
+                                       'file.save "C:\\Plum\\begun.txt",a\nrepeat.end\n')
+        process = self.start_kit("run", "--scoped", script)
+        until(lambda: self.read("begun.txt"), "the first key")
+        self.desktop.wine("notepad")
+        until(lambda: len(self.windows_of("notepad.exe")) > 1, "another window")
+        other = next(window for window in self.windows_of("notepad.exe") if window != first)
+        self.xdotool("windowactivate", "--sync", other)
+        until(lambda: any("waits until its window is in front" in line for line in self.lines_of("errors")),
+              "the pause")
+        self.stop_by_hand(process)
 
 
 if __name__ == "__main__":
