@@ -4,9 +4,13 @@
 #include "recording/recording_commands.h"
 #include "stopping/stoppable_http_client.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 
 #include <gtest/gtest.h>
+
+#include <array>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 using namespace plum;
@@ -73,14 +77,15 @@ TEST_F(StoppablePlatformTest, GivesRequestsUp)
     {
     public:
         QString unavailable() override { return {}; }
-        HttpReply get(const QString &) override
+        HttpReply get(const QString &) override { return wait(); }
+        HttpReply request(const HttpRequest &) override { return wait(); }
+        HttpReply post(const QString &, const QByteArray &, QIODevice &) override { return wait(); }
+        HttpReply wait() const
         {
             while (!isGivenUp)
                 QCoreApplication::processEvents();
             return {};
         }
-        HttpReply request(const HttpRequest &) override { return {}; }
-        HttpReply post(const QString &, const QByteArray &, QIODevice &) override { return {}; }
         void giveUp() override { isGivenUp = true; }
         bool isGivenUp = false;
     };
@@ -89,10 +94,16 @@ TEST_F(StoppablePlatformTest, GivesRequestsUp)
     stop.raise();
     EXPECT_THROW(client.get(u"http://a"_s), RunStopped);
     EXPECT_FALSE(waiting.isGivenUp) << "none was made";
-    stop.lower();
-    QMetaObject::invokeMethod(
-        &stop, [this] { stop.raise(); }, Qt::QueuedConnection);
-    EXPECT_THROW(client.get(u"http://a"_s), RunStopped);
+    QBuffer file;
+    const std::array<std::function<void()>, 3> requests{[&] { client.get(u"http://a"_s); },
+        [&] { client.request({}); }, [&] { client.post(u"http://a"_s, {}, file); }};
+    for (const auto &request : requests) {
+        stop.lower();
+        waiting.isGivenUp = false;
+        QMetaObject::invokeMethod(
+            &stop, [this] { stop.raise(); }, Qt::QueuedConnection);
+        EXPECT_THROW(request(), RunStopped);
+    }
 }
 
 TEST_F(StoppablePlatformTest, IsNotToldOfASignalThatWasTakenBack)
