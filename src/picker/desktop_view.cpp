@@ -1,5 +1,8 @@
 #include "picker/desktop_view.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 #include <algorithm>
 
 namespace plum {
@@ -26,11 +29,18 @@ std::optional<DesktopView> DesktopView::take(Screen &screen, Windows &windows)
     view.m_picture = copyOf(seen);
     if (const Capture plain = screen.capturePlainly({QPoint(), screen.mainScreenSize()}); !plain.isEmpty())
         view.m_searched = copyOf(plain);
+    for (const QScreen *each : QGuiApplication::screens())
+        view.m_units.insert(each, screen.pixelsOfUnit(each->geometry(), each->devicePixelRatio()));
     for (const WindowHandle window : windows.stacking()) {
         if (windows.isOnScreen(window))
             view.m_windows.push_back({window, windows.rectangle(window), windows.title(window)});
     }
     return view;
+}
+
+qreal DesktopView::pixelsOfUnit(const QScreen &screen) const
+{
+    return m_units.value(&screen, screen.devicePixelRatio());
 }
 
 QRgb DesktopView::colourAt(QPoint point) const

@@ -3,11 +3,14 @@
 #include "platform/desktop_windows.h"
 #include "platform/screen.h"
 
+#include <QHash>
 #include <QImage>
 #include <QString>
 
 #include <optional>
 #include <vector>
+
+class QScreen;
 
 namespace plum {
 
@@ -31,6 +34,9 @@ public:
 
     QRgb colourAt(QPoint point) const;
 
+    // How many of those pixels one of Qt's own is on a screen.
+    qreal pixelsOfUnit(const QScreen &screen) const;
+
     // The uppermost window at a point; null over the bare desktop.
     const SeenWindow *windowAt(QPoint point) const;
 
@@ -40,6 +46,7 @@ public:
 
 private:
     QRect m_desktop;
+    QHash<const QScreen *, qreal> m_units;
     QImage m_picture;
     QImage m_searched;
     std::vector<SeenWindow> m_windows; // the uppermost first

@@ -20,6 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int cardGap = 24; // between the mark and the card
+constexpr qreal rounding = 0.001; // pixels: what is left of a whole one behind a division and its reverse
 constexpr int longestLine = 560; // of the note; titles of windows have any length
 
 QString cardStyle(const Theme &theme)
@@ -36,7 +37,7 @@ PickWindow::PickWindow(Picker &picker, QScreen &screen)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
     , m_picker(picker)
     , m_corner(screen.geometry().topLeft())
-    , m_scale(screen.devicePixelRatio())
+    , m_scale(picker.view().pixelsOfUnit(screen))
 {
     setObjectName(u"picker"_s);
     setWindowTitle(tr("Pick"));
@@ -70,8 +71,8 @@ bool PickWindow::hasPoint() const
 QPoint PickWindow::toDesktop(QPointF place) const
 {
     return m_corner
-        + QPoint(static_cast<int>(std::floor(place.x() * m_scale)),
-            static_cast<int>(std::floor(place.y() * m_scale)));
+        + QPoint(static_cast<int>(std::floor(place.x() * m_scale + rounding)),
+            static_cast<int>(std::floor(place.y() * m_scale + rounding)));
 }
 
 QRectF PickWindow::fromDesktop(const QRect &part) const
@@ -148,15 +149,16 @@ void PickWindow::keyPressEvent(QKeyEvent *event)
         QWidget::keyPressEvent(event);
 }
 
+// The place in the scene is not rounded to whole pixels of the window.
 void PickWindow::mouseMoveEvent(QMouseEvent *event)
 {
-    m_picker.moveTo(toDesktop(event->position()));
+    m_picker.moveTo(toDesktop(event->scenePosition()));
 }
 
 void PickWindow::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        m_picker.press(toDesktop(event->position()));
+        m_picker.press(toDesktop(event->scenePosition()));
     else if (event->button() == Qt::RightButton)
         m_picker.giveUp();
 }
@@ -164,7 +166,7 @@ void PickWindow::mousePressEvent(QMouseEvent *event)
 void PickWindow::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        m_picker.release(toDesktop(event->position()));
+        m_picker.release(toDesktop(event->scenePosition()));
 }
 
 // However a window manager takes it away.

@@ -42,7 +42,7 @@ private:
 
     Picker &m_picker;
     QPoint m_corner; // of the screen, in physical pixels of the desktop
-    qreal m_scale; // physical pixels for one of the window's
+    qreal m_scale; // pixels of the desktop for one of the window's
     QWidget *m_card;
     Magnifier *m_magnifier;
     QLabel *m_note;

@@ -35,6 +35,10 @@ public:
 
     // The same without the windows that the system blends over the others, where it keeps these apart.
     virtual Capture capturePlainly(const QRect &region) { return capture(region); }
+
+    // How many pixels, as they are counted here, a unit of Qt's is on the screen that Qt places at `place`.
+    // `ratio`: how many of the device's own it is.
+    virtual qreal pixelsOfUnit(const QRect & /*place*/, qreal ratio) { return ratio; }
 };
 
 } // namespace plum

@@ -164,4 +164,56 @@ TEST_F(PickWindowTest, aLongTitleLeavesTheCardOnTheScreen)
     EXPECT_LT(shown.findChild<QWidget *>(u"pickCard"_s)->geometry().right(), screen.width());
 }
 
+namespace {
+
+// A screen of which a unit of Qt's is more than a pixel.
+class FineScreen final : public Screen
+{
+public:
+    FineScreen(Screen &pixels, qreal unit)
+        : m_pixels(pixels)
+        , m_unit(unit)
+    {
+    }
+    QSize mainScreenSize() override { return m_pixels.mainScreenSize(); }
+    QRect desktop() override { return m_pixels.desktop(); }
+    Capture capture(const QRect &region) override { return m_pixels.capture(region); }
+    qreal pixelsOfUnit(const QRect &, qreal) override { return m_unit; }
+
+private:
+    Screen &m_pixels;
+    qreal m_unit;
+};
+
+} // namespace
+
+// A mouse stands on pixels of the screen, which are no whole ones of the window.
+TEST(ScaledPickWindowTest, theMouseReachesEveryPixel)
+{
+    for (const qreal unit : {1.5, 2.0}) {
+        recording::RecordingPlatform platform;
+        const QSize pixels = (QSizeF(QGuiApplication::primaryScreen()->geometry().size()) * unit).toSize();
+        platform.screen().size = pixels;
+        platform.screen().pixels.resize(std::size_t(pixels.width()) * std::size_t(pixels.height()));
+        FineScreen screen(platform.screen(), unit);
+        Picker picker(DesktopView::take(screen, platform.windows()).value(), Picker::Wish{});
+        picker.start({100, 100});
+        PickWindow *window = nullptr;
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *shown = qobject_cast<PickWindow *>(widget); shown && shown->isVisible())
+                window = shown;
+        }
+        ASSERT_TRUE(window);
+        for (const QPoint point : {QPoint(401, 311), QPoint(402, 310), QPoint(0, 0),
+                 QPoint(pixels.width() - 1, pixels.height() - 1)}) {
+            const QPointF place = QPointF(point) / unit;
+            QMouseEvent move(QEvent::MouseMove, place.toPoint(), place, window->mapToGlobal(place),
+                Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+            QApplication::sendEvent(window, &move);
+            EXPECT_EQ(picker.point(), point) << unit;
+        }
+        picker.giveUp();
+    }
+}
+
 } // namespace plum

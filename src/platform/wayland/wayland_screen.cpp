@@ -151,4 +151,14 @@ Capture WaylandScreen::capture(const QRect &region)
     return {region.size(), m_pixels};
 }
 
+// The layout has pixels of its own, whatever those of its outputs are.
+qreal WaylandScreen::pixelsOfUnit(const QRect &place, qreal)
+{
+    for (const auto &output : m_connection.outputs()) {
+        if (output->area().topLeft() == place.topLeft() && !place.isEmpty())
+            return qreal(output->area().width()) / place.width();
+    }
+    return 1;
+}
+
 } // namespace plum

@@ -22,6 +22,7 @@ public:
     QSize mainScreenSize() override;
     QRect desktop() override;
     Capture capture(const QRect &region) override;
+    qreal pixelsOfUnit(const QRect &place, qreal ratio) override;
 
 private:
     struct Shot
