@@ -103,9 +103,29 @@ QString ScriptFile::shown() const
 
 int ScriptFile::oddLineEnds() const
 {
-    const auto isOddHere
-        = [this](const QByteArray &end) { return isOdd(end) && !(m_lineFeedsEndLines && end == "\n"); };
-    return static_cast<int>(std::ranges::count_if(m_lines, isOddHere, &Line::end));
+    return static_cast<int>(
+        std::ranges::count_if(m_lines, [this](const Line &line) { return !endsLineOfRun(line); }));
+}
+
+bool ScriptFile::endsLineOfRun(const Line &line) const
+{
+    return !isOdd(line.end) || (m_lineFeedsEndLines && line.end == "\n");
+}
+
+int ScriptFile::runLineOf(int shown) const
+{
+    const auto before = std::min(qsizetype(shown), m_lines.size());
+    return 1
+        + static_cast<int>(std::count_if(m_lines.begin(), m_lines.begin() + before,
+            [this](const Line &line) { return endsLineOfRun(line); }));
+}
+
+int ScriptFile::shownLineOf(int runLine) const
+{
+    int shown = 0;
+    for (int line = 1; shown < m_lines.size() && line < runLine; ++shown)
+        line += endsLineOfRun(m_lines[shown]) ? 1 : 0;
+    return shown;
 }
 
 QList<qsizetype> ScriptFile::origins(const QStringList &texts) const

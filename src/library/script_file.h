@@ -24,6 +24,10 @@ public:
     // How many lines end in something that ends no line of a run.
     int oddLineEnds() const;
 
+    // The line of a run, from 1, that a line of the editor, from 0, is a part of; and the first of its parts.
+    int runLineOf(int shown) const;
+    int shownLineOf(int runLine) const;
+
     enum class LineEnds {
         Kept,
         Mended, // every line ends in CR LF
@@ -52,6 +56,7 @@ private:
         QByteArray end;
     };
 
+    bool endsLineOfRun(const Line &line) const;
     QList<Written> written(const QString &shown, LineEnds lineEnds) const;
     void split(const QByteArray &bytes, TextCodec &codec);
     QByteArray encoded(const QString &text, TextCodec &codec) const;

@@ -61,6 +61,13 @@ QPainterPath outlineOf(PictureButton::Picture picture)
         path.lineTo(8, 18.5);
         path.closeSubpath();
         break;
+    case PictureButton::Picture::Step:
+        line(5, 6.5, 5, 17.5);
+        line(9, 12, 19, 12);
+        path.moveTo(15, 8);
+        path.lineTo(19, 12);
+        path.lineTo(15, 16);
+        break;
     case PictureButton::Picture::Store:
         path.addRoundedRect(QRectF(4.5, 8.5, 15, 11), 2, 2);
         path.moveTo(8.5, 11.5);

@@ -19,6 +19,7 @@ public:
         Menu,
         Pick,
         Run,
+        Step,
         Store,
     };
 

@@ -22,6 +22,7 @@ const Theme &light()
         .variable = QColor(0x1f5f99),
         .error = QColor(0xc62828),
         .warning = QColor(0xa66a00),
+        .held = QColor(0xfff3c4),
         .isDark = false};
     return theme;
 }
@@ -42,6 +43,7 @@ const Theme &dark()
         .variable = QColor(0x8cc0ee),
         .error = QColor(0xff7b72),
         .warning = QColor(0xe3b341),
+        .held = QColor(0x3d3520),
         .isDark = true};
     return theme;
 }
@@ -73,6 +75,13 @@ QListView { background: transparent; border: none; outline: 0; }
 QListView#completions { background: @field; border: 1px solid @border; border-radius: 4px; padding: 2px; }
 QListView#completions::item { padding: 2px 8px; }
 QListView#completions::item:selected { background: @accent; color: @onAccent; }
+QTreeView {
+    background: @field; border: 1px solid @border; border-radius: 6px; padding: 2px;
+    selection-background-color: @accent; selection-color: @onAccent;
+}
+QTreeView:focus { border: 2px solid @accent; padding: 1px; }
+QTreeView QLineEdit, QTreeView QLineEdit:focus { border: none; border-radius: 0; padding: 0; }
+QHeaderView::section { background: @hover; border: none; border-right: 1px solid @line; padding: 2px 6px; }
 QLabel#hint { border: 2px solid transparent; border-radius: 5px; }
 QLabel#hint:focus { border-color: @accent; }
 QComboBox QAbstractItemView {
@@ -100,6 +109,8 @@ QPushButton:hover { border-color: @accent; }
 QPushButton:focus { border: 2px solid @accent; padding: 5px 13px; }
 QPushButton[primary="true"] { background: @accent; color: @onAccent; border-color: @accent; }
 QPushButton[primary="true"]:focus { border: 2px solid @text; }
+QPushButton[small="true"] { padding: 3px 9px; }
+QPushButton[small="true"]:focus { padding: 2px 8px; }
 QPushButton:disabled { color: @quiet; }
 QPushButton::menu-indicator { subcontrol-origin: padding; subcontrol-position: right center; right: 4px; }
 QRadioButton:focus { color: @accent; }

@@ -23,6 +23,7 @@ struct Theme
     QColor variable;
     QColor error; // marks in a script, as the next: 3 to 1
     QColor warning;
+    QColor held; // behind the line before which a run is held
     bool isDark = false;
 
     static Theme of(const QPalette &palette);

@@ -27,8 +27,7 @@ void RunControl::setBreakpoints(const QString &file, const QSet<int> &lines)
 
 void RunControl::standsBefore(RunView &run)
 {
-    // A run that begins while another one is held goes its way.
-    if (m_isHolding || !m_isEnabled)
+    if (!mayHold(run))
         return;
     if (const std::optional<Cause> cause = causeFor(run))
         hold({run, *cause});
@@ -36,8 +35,14 @@ void RunControl::standsBefore(RunView &run)
 
 void RunControl::hasFailed(RunView &run, const QString &reason, bool isCaught)
 {
-    if (!m_isHolding && m_isEnabled && (isCaught ? m_errors.caught : m_errors.uncaught))
+    if (mayHold(run) && (isCaught ? m_errors.caught : m_errors.uncaught))
         hold({run, Cause::Error, reason, isCaught});
+}
+
+// A run that begins while another one is held goes its way.
+bool RunControl::mayHold(const RunView &run) const
+{
+    return !m_isHolding && m_isEnabled && (m_script.isEmpty() || run.name(run.depth() - 1) == m_script);
 }
 
 std::optional<RunControl::Cause> RunControl::causeFor(const RunView &run)
@@ -85,6 +90,54 @@ void RunControl::hold(const Hold &hold)
     m_going = Going::On;
     m_depth = hold.run.depth();
     m_going = m_hold(hold);
+}
+
+void RunControl::runBegins(const QString &script)
+{
+    if (m_also)
+        m_also->runBegins(script);
+}
+
+void RunControl::lineBegins(const RunLine &line)
+{
+    if (m_also)
+        m_also->lineBegins(line);
+}
+
+void RunControl::fieldRead(int index, const QString &value)
+{
+    if (m_also)
+        m_also->fieldRead(index, value);
+}
+
+void RunControl::variableSet(const QString &name, const QString &value)
+{
+    if (m_also)
+        m_also->variableSet(name, value);
+}
+
+void RunControl::answered(const QString &answer)
+{
+    if (m_also)
+        m_also->answered(answer);
+}
+
+void RunControl::refused(const QString &sentence)
+{
+    if (m_also)
+        m_also->refused(sentence);
+}
+
+void RunControl::lineEnds(LineEnd how, const QString &reason)
+{
+    if (m_also)
+        m_also->lineEnds(how, reason);
+}
+
+void RunControl::linesPassed(qint64 count)
+{
+    if (m_also)
+        m_also->linesPassed(count);
 }
 
 } // namespace plum

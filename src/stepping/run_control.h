@@ -50,6 +50,12 @@ public:
     {
     }
 
+    // Who hears of the same runs; null: nobody else.
+    void tellAlso(RunObserver *observer) { m_also = observer; }
+
+    // Of several runs only those of this script, by its name; empty: of all.
+    void holdOnly(const QString &script) { m_script = script; }
+
     // Off, it holds nowhere; on at first.
     void setEnabled(bool isEnabled) { m_isEnabled = isEnabled; }
 
@@ -73,22 +79,26 @@ public:
     void standsBefore(RunView &run) override;
     void hasFailed(RunView &run, const QString &reason, bool isCaught) override;
 
-    void runBegins(const QString &) override { }
-    void lineBegins(const RunLine &) override { }
-    void fieldRead(int, const QString &) override { }
-    void variableSet(const QString &, const QString &) override { }
-    void answered(const QString &) override { }
-    void refused(const QString &) override { }
-    void lineEnds(LineEnd, const QString &) override { }
-    void linesPassed(qint64) override { }
+    void runBegins(const QString &script) override;
+    void lineBegins(const RunLine &line) override;
+    void fieldRead(int index, const QString &value) override;
+    void variableSet(const QString &name, const QString &value) override;
+    void answered(const QString &answer) override;
+    void refused(const QString &sentence) override;
+    void lineEnds(LineEnd how, const QString &reason) override;
+    void linesPassed(qint64 count) override;
+    bool wantsEveryLine() const override { return m_also && m_also->wantsEveryLine(); }
 
 private:
+    bool mayHold(const RunView &run) const;
     std::optional<Cause> causeFor(const RunView &run);
     bool isAtBreakpoint(const RunView &run) const;
     bool hasStepped(const RunView &run) const;
     void hold(const Hold &hold);
 
     HoldRun m_hold;
+    RunObserver *m_also = nullptr;
+    QString m_script;
     QHash<QString, QSet<int>> m_breakpoints; // by file
     Errors m_errors;
     Going m_going = Going::On;

@@ -33,6 +33,7 @@ AppActions::AppActions(Needs needs)
     connect(&m.window, &frmSet::saveRequested, this, &AppActions::saveEdited);
     connect(&m.window, &frmSet::runEditedRequested, this, &AppActions::runEdited);
     connect(&m.window, &frmSet::pickRequested, this, &AppActions::pickForEdited);
+    connect(&m.window, &frmSet::followRequested, this, &AppActions::followEdited);
     connect(&m.window, &frmSet::leaveEditorRequested, this, &AppActions::leaveEditor);
     connect(&m.window, &frmSet::newAppRequested, this, &AppActions::addApp);
     connect(&m.window, &frmSet::editRequested, this, withKeyword(&AppActions::editApp));
@@ -75,11 +76,16 @@ void AppActions::addApp(const QString &keyword)
 
 void AppActions::editApp(const QString &keyword)
 {
+    openApp(keyword);
+    m.window.showEditPanel();
+}
+
+void AppActions::openApp(const QString &keyword)
+{
     m_opened = m.appLibrary.scriptFile(keyword, u"main.wf"_s);
     m.window.editPanel().openForEditing(keyword, m_opened.shown());
     m.window.editPanel().checkAs(m_opened, m.appLibrary.folders().appOnDisk(keyword).value_or(QString()));
     m.window.editPanel().showOddLineEnds(m_opened.oddLineEnds());
-    m.window.showEditPanel();
 }
 
 void AppActions::editAtLine(const QString &keyword, int line)
@@ -169,13 +175,12 @@ void AppActions::appendDropped(const QStringList &paths)
         m.window.editPanel().appendScriptLine(m.shell.shortcutTarget(path));
 }
 
-// A save or a rename that was refused leaves the panel open, so that nothing typed is lost.
-bool AppActions::saveEdited()
+bool AppActions::save()
 {
     EditPanel &panel = m.window.editPanel();
     const bool isNew = panel.mode() == EditPanel::Mode::Add;
-    const bool mends = panel.mendsLineEnds();
-    const ScriptFile::LineEnds lineEnds = mends ? ScriptFile::LineEnds::Mended : ScriptFile::LineEnds::Kept;
+    const ScriptFile::LineEnds lineEnds
+        = panel.mendsLineEnds() ? ScriptFile::LineEnds::Mended : ScriptFile::LineEnds::Kept;
     const QString fileName = panel.mode() == EditPanel::Mode::EditDotScript ? u".main.wf"_s : u"main.wf"_s;
     const bool saved = isNew ? m.appLibrary.CreateApp(panel.keyword(), panel.script())
         : panel.mode() == EditPanel::Mode::EditFile
@@ -186,6 +191,16 @@ bool AppActions::saveEdited()
     m.faces.forget();
     if (isNew)
         m.window.refilter();
+    return true;
+}
+
+// A save or a rename that was refused leaves the panel open, so that nothing typed is lost.
+bool AppActions::saveEdited()
+{
+    const EditPanel &panel = m.window.editPanel();
+    const bool mends = panel.mendsLineEnds();
+    if (!save())
+        return false;
     m.window.showMainPanel();
     if (mends)
         m.window.footer().say(tr("Line ends mended: every line of %1 ends in CR LF.").arg(panel.keyword()));
@@ -195,11 +210,31 @@ bool AppActions::saveEdited()
 // What runs is what the user sees.
 void AppActions::runEdited()
 {
+    if (!m.window.editPanel().breakpoints().isEmpty()) {
+        followEdited(FollowFrom::Breakpoints);
+        return;
+    }
     const QString keyword = m.window.editPanel().keyword();
     const bool isNew = m.window.editPanel().mode() == EditPanel::Mode::Add;
     if ((isNew || m.window.editPanel().isModified()) && !saveEdited())
         return;
     m.run(keyword);
+}
+
+// The editor stays, since the run is held there.
+void AppActions::followEdited(FollowFrom from)
+{
+    EditPanel &panel = m.window.editPanel();
+    if (!m.follow)
+        return;
+    if (panel.mode() == EditPanel::Mode::Add || panel.isModified()) {
+        const int caret = panel.caret();
+        if (!save())
+            return;
+        openApp(panel.keyword());
+        panel.setCaret(caret);
+    }
+    m.follow(panel.keyword(), from);
 }
 
 void AppActions::pickForEdited()

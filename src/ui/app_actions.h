@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/script_file.h"
+#include "ui/editing/held_line.h"
 #include "ui/picked_text.h"
 
 #include <QObject>
@@ -32,6 +33,8 @@ public:
         std::function<void(const QString &path)> setScriptPath; // of the script that is being looked at
         std::function<void(const QString &keyword)> run;
         PickFromScreen pick = {};
+        // Runs an app that is open in the editor, and holds it there.
+        std::function<void(const QString &keyword, FollowFrom from)> follow = {};
     };
 
     explicit AppActions(Needs needs);
@@ -55,8 +58,11 @@ public:
 
 private:
     void leaveEditor();
+    bool save();
     bool saveEdited();
     void runEdited();
+    void followEdited(FollowFrom from);
+    void openApp(const QString &keyword);
     void confirmRename();
     void pickForEdited();
     void appendDropped(const QStringList &paths);

@@ -88,6 +88,7 @@ EditPanel &frmSet::editPanel()
     connect(addeditbox, &EditPanel::saveRequested, this, &frmSet::saveRequested);
     connect(addeditbox, &EditPanel::runRequested, this, &frmSet::runEditedRequested);
     connect(addeditbox, &EditPanel::pickRequested, this, &frmSet::pickRequested);
+    connect(addeditbox, &EditPanel::followRequested, this, &frmSet::followRequested);
     connect(addeditbox, &EditPanel::filesDropped, this, &frmSet::filesDroppedOnEditor);
     return *addeditbox;
 }

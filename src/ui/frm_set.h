@@ -1,6 +1,7 @@
 #pragma once
 
 #include "look/borderless_window.h"
+#include "ui/editing/held_line.h"
 #include "ui/main_panel.h"
 
 #include <QPointer>
@@ -86,6 +87,7 @@ Q_SIGNALS:
     void saveRequested(); // of the edit panel
     void runEditedRequested();
     void pickRequested();
+    void followRequested(plum::FollowFrom from);
     void leaveEditorRequested();
     void filesDroppedOnEditor(const QStringList &paths);
     void renameConfirmed();

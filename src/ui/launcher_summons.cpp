@@ -8,7 +8,6 @@
 #include "ui/hotkey_window.h"
 
 #include <QApplication>
-#include <QTimer>
 #include <QWindow>
 
 #include <chrono>
@@ -28,6 +27,9 @@ LauncherSummons::LauncherSummons(const Needs &needs)
     : m(needs)
     , m_module(m.hotkey)
 {
+    m_insists.setSingleShot(true);
+    m_insists.setInterval(focusPatience);
+    connect(&m_insists, &QTimer::timeout, this, &LauncherSummons::insistOnFocus);
     connect(&m_module, &sethotkey::fired, this, &LauncherSummons::toggle);
     connect(&m_module, &sethotkey::registrationChanged, this, &LauncherSummons::showHint);
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &LauncherSummons::noteSeen);
@@ -59,7 +61,23 @@ void LauncherSummons::showAndActivate()
     // does not tell it that it is active again.
     if (QGuiApplication::focusWindow() == m.window.windowHandle() && !QApplication::activeWindow())
         QApplication::setActiveWindow(&m.window);
-    QTimer::singleShot(focusPatience, this, &LauncherSummons::insistOnFocus);
+    m_insists.start();
+}
+
+WindowHandle LauncherSummons::comeForward()
+{
+    const WindowHandle front = m.windows.foreground();
+    if (front != 0 && m.window.isVisible() && front == m.windows.own(m.window.winId()))
+        return 0;
+    showAndActivate();
+    return front;
+}
+
+void LauncherSummons::giveWay(WindowHandle window)
+{
+    m_insists.stop();
+    if (window != 0)
+        m.windows.activate(window);
 }
 
 // A window manager that guards the focus has to be asked by the system's own means. That call waits for its

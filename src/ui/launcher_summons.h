@@ -1,16 +1,17 @@
 #pragma once
 
 #include "library/settings_file.h"
+#include "platform/desktop_windows.h"
 #include "ui/sethotkey.h"
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 #include <optional>
 
 namespace plum {
 
-class Windows;
 class GlobalHotkey;
 class frmSet;
 class hotkey;
@@ -43,6 +44,12 @@ public:
     // Shows the launcher in front of the other windows, ready for a keyword.
     void showAndActivate();
 
+    // Shows it so, and says which window was in front until then; 0: the launcher itself, or none.
+    WindowHandle comeForward();
+
+    // Gives the keyboard to a window, which had it before. The launcher asks for it no more.
+    void giveWay(WindowHandle window);
+
     // The same, wherever the window is: also on another virtual desktop.
     void fetch();
 
@@ -63,6 +70,7 @@ private:
     Needs m;
     sethotkey m_module;
     QPointer<hotkey> m_hotkeyWindow;
+    QTimer m_insists; // on the keyboard, soon
     std::optional<quint32> m_seenSince; // by the hotkey's clock
 };
 

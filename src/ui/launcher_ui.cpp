@@ -104,12 +104,16 @@ void LauncherUi::start(const Desktop &desktop)
         [this](const QString &keyword) { run(keyword, true); },
         [this](const PickRequest &request, std::function<void(const PickedText &)> then) {
             m_screenPick->begin(request, std::move(then));
+        },
+        [this](const QString &keyword, FollowFrom from) {
+            stepping().follow(keyword, from, [&] { run(keyword, true); });
         }});
     m_screenPick = std::make_unique<ScreenPick>(*m_window, *m_summons, m.pick);
     m_menus = std::make_unique<LauncherMenus>(LauncherMenus::Needs{*m_window, *m_actions, *m_summons,
         m_library, m.shell, m.sites, desktop.registersComponents, desktop.autostart, m.tellSheet});
     m_runDisplay = std::make_unique<RunDisplay>(
-        RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }, m.inputPause});
+        RunDisplay::Needs{*m_window, m_runs.state(), [this] { return m_menus->madeMenus(); }, m.inputPause,
+            [this] { return m_stepping ? m_stepping->heldLine() : std::nullopt; }});
     m_news.useWindow(*m_window, [this] { return madeMenus(); });
     connectWindow();
     LibraryChange::recover(m.installer.changeNeeds());
@@ -121,6 +125,18 @@ void LauncherUi::start(const Desktop &desktop)
         [this] { QTimer::singleShot(firstKeysTime, this, &LauncherUi::completeStart); });
     // A window that nobody can see yet is not painted.
     QTimer::singleShot(paintPatience, this, &LauncherUi::completeStart);
+}
+
+RunStepping &LauncherUi::stepping()
+{
+    if (!m_stepping) {
+        m_stepping = std::make_unique<RunStepping>(
+            RunStepping::Needs{m_window->editPanel(), m_runs.state(), m.stop, m_vocabulary,
+                [this] { return m_runs.isRunning(); }, [this] { return m_questions.isAskingOfScript(); },
+                [this] { requestStop(); }, [this] { return m_summons->comeForward(); },
+                [this](WindowHandle window) { m_summons->giveWay(window); }});
+    }
+    return *m_stepping;
 }
 
 // What nobody needs in order to press the hotkey and to type comes when the window is there.
@@ -294,8 +310,11 @@ void LauncherUi::runLeft()
 {
     if (m_isEnding)
         return;
-    if (!m_questions.isAskingOfScript())
+    if (!m_questions.isAskingOfScript()) {
         m.watchHand(false);
+        if (m_stepping)
+            m_stepping->runsAreOver();
+    }
     if (m_runDisplay)
         m_runDisplay->ended(m_questions.isAsking());
     const bool isScriptStart = m_runs.state().runidx[2] == 1;

@@ -11,6 +11,7 @@
 #include "ui/asking/message_boxes.h"
 #include "ui/asking/questions.h"
 #include "ui/controls/caret_rest.h"
+#include "ui/editing/run_stepping.h"
 #include "ui/launcher_menus.h"
 #include "ui/launcher_news.h"
 #include "ui/launcher_summons.h"
@@ -162,6 +163,7 @@ private:
     void connectWindow();
     void run(const QString &keyword, bool remembersPath);
     void completeStart();
+    RunStepping &stepping();
     sett *madeMenus() const; // null where nobody has asked for them
     void noteShown();
     QString keysOfTip() const;
@@ -201,6 +203,7 @@ private:
     std::unique_ptr<AppActions> m_actions;
     std::unique_ptr<LauncherSummons> m_summons;
     std::unique_ptr<ScreenPick> m_screenPick;
+    std::unique_ptr<RunStepping> m_stepping; // once a run is followed
     std::unique_ptr<LauncherMenus> m_menus;
     std::unique_ptr<RunDisplay> m_runDisplay;
 };

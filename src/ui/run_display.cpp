@@ -41,6 +41,8 @@ void RunDisplay::show()
 
 QString RunDisplay::textOf(InputPause pause) const
 {
+    if (const auto held = m.heldLine ? m.heldLine() : std::nullopt)
+        return tr("%1 is held before line %2").arg(m.state.currentKeyword).arg(*held);
     switch (pause.reason) {
     case InputPause::Reason::Hand:
         return tr("%1 lets you work, and goes on in %2 s")

@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <optional>
 
 namespace plum {
 
@@ -27,6 +28,7 @@ public:
         const RunState &state;
         std::function<sett *()> tray; // null before there is one
         std::function<InputPause()> inputPause = {}; // of the run that goes on
+        std::function<std::optional<int>()> heldLine = {}; // from 1, before which the editor holds it
     };
 
     explicit RunDisplay(Needs needs);

@@ -41,6 +41,25 @@ TEST_F(ScriptFileTest, aFileThatIsSavedUnchangedKeepsEveryByte)
     }
 }
 
+TEST_F(ScriptFileTest, aLineOfARunIsOneOrMoreOfTheEditor)
+{
+    const auto linesOf = [this](const QByteArray &bytes) {
+        const ScriptFile file(bytes, platform.textCodec());
+        QStringList lines;
+        for (int shown = 0; shown < 4; ++shown)
+            lines += QString::number(file.runLineOf(shown));
+        for (int line = 1; line < 4; ++line)
+            lines += QString::number(file.shownLineOf(line));
+        return lines.join(u' ');
+    };
+    EXPECT_EQ(linesOf("a\r\nb\r\nc\r\nd"), u"1 2 3 4 0 1 2"_s);
+    EXPECT_EQ(linesOf("a\nb\r\nc\r\nd\r\n"), u"1 1 2 3 0 2 3"_s);
+    EXPECT_EQ(linesOf("//edition:2\nb\nc\nd\n"), u"1 2 3 4 0 1 2"_s);
+    EXPECT_EQ(linesOf("//edition:2\nb\xE2\x80\xA9"
+                      "c\nd\n"),
+        u"1 2 2 3 0 1 3"_s);
+}
+
 TEST_F(ScriptFileTest, theLastLineEndIsKept)
 {
     EXPECT_EQ(saved("a\r\nb\r\n", u"a\r\nc"_s), "a\r\nc\r\n");

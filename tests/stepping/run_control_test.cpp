@@ -3,6 +3,7 @@
 #include "control_bench.h"
 #include "engine/run_time_error.h"
 #include "platform/stop_signal.h"
+#include "support/run_witness.h"
 
 using namespace Qt::StringLiterals;
 using namespace plum;
@@ -180,6 +181,32 @@ TEST_F(RunControlTest, LeavesAHeldRunThatIsStoppedAtItsLine)
     control.setBreakpoints({}, {});
     control.setHoldsAtErrors({true, true});
     EXPECT_EQ(stopped([this] { run2("set.a 1\nset.a set.x\n"); }), 2);
+}
+
+TEST_F(RunControlTest, HoldsRunsOfOneScriptAlone)
+{
+    control.setBreakpoints({}, {1, 2});
+    control.setHoldsAtErrors({true, true});
+    control.holdOnly(u"other"_s);
+    run1({u"set.a \"1\""_s});
+    run2("set.a set.x\n");
+    EXPECT_EQ(held, QStringList());
+    control.holdOnly(u"test.wf"_s);
+    run2("part.run p\npart.start p\n    set.a 1\npart.end\n");
+    EXPECT_EQ(held, QStringList(u"breakpoint 2"_s));
+}
+
+TEST_F(RunControlTest, TellsSomebodyElseOfTheSameRuns)
+{
+    test::RunWitness witness;
+    control.tellAlso(&witness);
+    control.setBreakpoints({}, {1});
+    run1({u"set.a \"1\""_s});
+    EXPECT_EQ(held, QStringList(u"breakpoint 1"_s));
+    EXPECT_EQ(witness.heard, (QStringList{u"1 set.a \"1\""_s, u"field 0 1"_s, u"set a 1"_s, u"done"_s}));
+    EXPECT_FALSE(control.wantsEveryLine());
+    witness.wantsAll = true;
+    EXPECT_TRUE(control.wantsEveryLine());
 }
 
 TEST_F(RunControlTest, LetsARunThatBeginsMeanwhileGoItsWay)

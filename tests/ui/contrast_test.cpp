@@ -76,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_P(ContrastTest, textsCanBeReadOnEveryGround)
 {
-    for (const QColor &ground : {theme.window, theme.field, theme.hover}) {
+    for (const QColor &ground : {theme.window, theme.field, theme.hover, theme.held}) {
         for (const QColor &ink :
             {theme.text, theme.quiet, theme.accent, theme.comment, theme.string, theme.variable})
             EXPECT_GE(contrast(ink, ground), forText)

@@ -118,6 +118,7 @@ public:
         waitUntil([&] { return find<ScriptEditor>("Text4")->findingCount(Severity::Error) > 0; });
         find<ScriptEditor>("Text4")->goToFinding(true);
         save("editor", ui.window());
+        saveHeld();
         click(find("Image9"));
         choose("editname");
         save("rename", ui.window());
@@ -159,6 +160,28 @@ private:
             QCoreApplication::translate("plum::RunDisplay", "%1 runs, line %2").arg(u"mail"_s).arg(4));
         save("launcher-running", ui.window());
         ui.window()->footer().setRunning({});
+    }
+
+    // The editor while it holds a run.
+    void saveHeld()
+    {
+        folder.addApp(u"piano"_s,
+            guide(m_texts.mail) + "set.who \"" + m_texts.name.toUtf8() + "\"\r\nset.count \"2\"\r\n"
+                + "while.start \"count\",set.count\r\nnote.down set.who\r\nwhile.end \r\n");
+        Q_EMIT ui.window()->editRequested(u"piano"_s);
+        find<ScriptEditor>("Text4")->setBreakpoints({4});
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, &look, [&] {
+            if (!find("goOn")->isEnabled())
+                return;
+            look.stop();
+            save("editor-held", ui.window());
+            find<QAbstractButton>("stopRun")->click();
+        });
+        look.start(0);
+        find<QAbstractButton>("run")->click();
+        rightClickFirst();
+        choose("editok");
     }
 
     // The card beside the mark that chooses from the screen.

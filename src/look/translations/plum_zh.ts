@@ -69,6 +69,26 @@
 <context>
     <name>plum::EditPanel</name>
     <message>
+        <source>Save and run line by line (F10)</source>
+        <translation>保存并逐行运行 (F10)</translation>
+    </message>
+    <message>
+        <source>No line runs from here on.</source>
+        <translation>从这里起没有会运行的行。</translation>
+    </message>
+    <message>
+        <source>Runs are held before line %1.</source>
+        <translation>运行将在第 %1 行之前停住。</translation>
+    </message>
+    <message>
+        <source>No breakpoint in line %1 any more.</source>
+        <translation>第 %1 行不再有断点。</translation>
+    </message>
+    <message>
+        <source>Breakpoint.</source>
+        <translation>断点。</translation>
+    </message>
+    <message>
         <source>Pick from the screen (Ctrl+P)</source>
         <translation>从屏幕上选取 (Ctrl+P)</translation>
     </message>
@@ -240,6 +260,36 @@
     </message>
 </context>
 <context>
+    <name>plum::LineNumbers</name>
+    <message>
+        <source>Line numbers</source>
+        <translation>行号</translation>
+    </message>
+    <message>
+        <source>A click sets a breakpoint, and takes it away (F9)</source>
+        <translation>单击设置或取消断点 (F9)</translation>
+    </message>
+</context>
+<context>
+    <name>plum::RunStepping</name>
+    <message>
+        <source>Another run goes on. This one can be followed when that one is over.</source>
+        <translation>另一个运行尚未结束。结束之后才能跟踪这个运行。</translation>
+    </message>
+    <message>
+        <source>Line %1 has failed: %2</source>
+        <translation>第 %1 行失败：%2</translation>
+    </message>
+    <message>
+        <source>Held before line %1</source>
+        <translation>停在第 %1 行之前</translation>
+    </message>
+    <message>
+        <source>Held before line %1 of %2: %3</source>
+        <translation>停在 %2 的第 %1 行之前：%3</translation>
+    </message>
+</context>
+<context>
     <name>plum::ScreenSearch</name>
     <message>
         <source>There is no picture %1.</source>
@@ -326,6 +376,22 @@
 </context>
 <context>
     <name>plum::KeySheet</name>
+    <message>
+        <source>hold runs before this line, in the editor</source>
+        <translation>编辑器中：让运行在这一行之前停住</translation>
+    </message>
+    <message>
+        <source>one line on, into a part, out of it, in the editor</source>
+        <translation>编辑器中：走一行、进入部分、走出部分</translation>
+    </message>
+    <message>
+        <source>run to this line, hold the run that goes on, in the editor</source>
+        <translation>编辑器中：运行到这一行、让正在进行的运行停住</translation>
+    </message>
+    <message>
+        <source>stop the run that is followed, in the editor</source>
+        <translation>编辑器中：停止所跟踪的运行</translation>
+    </message>
     <message>
         <source>pick a point or a picture from the screen, in the editor</source>
         <translation>编辑器中：从屏幕上选取点或图片</translation>
@@ -698,6 +764,10 @@
 <context>
     <name>plum::RunDisplay</name>
     <message>
+        <source>%1 is held before line %2</source>
+        <translation>%1 停在第 %2 行之前</translation>
+    </message>
+    <message>
         <source>%1 runs, line %2</source>
         <translation>正在运行 %1，第 %2 行</translation>
     </message>
@@ -719,6 +789,61 @@
     <message>
         <source>Script</source>
         <translation>脚本</translation>
+    </message>
+</context>
+<context>
+    <name>plum::StepView</name>
+    <message>
+        <source>Go on</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>Next line</source>
+        <translation>下一行</translation>
+    </message>
+    <message>
+        <source>Into the part</source>
+        <translation>进入部分</translation>
+    </message>
+    <message>
+        <source>Out of it</source>
+        <translation>走出部分</translation>
+    </message>
+    <message>
+        <source>To the caret</source>
+        <translation>到光标处</translation>
+    </message>
+    <message>
+        <source>Hold</source>
+        <translation>停住</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>The run goes on.</source>
+        <translation>运行在继续。</translation>
+    </message>
+    <message>
+        <source>This line</source>
+        <translation>这一行</translation>
+    </message>
+    <message>
+        <source>Variables</source>
+        <translation>变量</translation>
     </message>
 </context>
 <context>

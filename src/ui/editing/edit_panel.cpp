@@ -5,6 +5,7 @@
 #include "look/placeholder_ink.h"
 #include "ui/controls/rich_link.h"
 #include "ui/editing/script_editor.h"
+#include "ui/editing/step_view.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -13,6 +14,8 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace plum {
 
@@ -55,6 +58,10 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     auto *Image8 = new PictureButton(u"Image8"_s, Picture::Menu, tr("Menu"), this);
     auto *pick = new PictureButton(u"pick"_s, Picture::Pick, tr("Pick from the screen (Ctrl+P)"), this);
     m_run = new PictureButton(u"run"_s, Picture::Run, tr("Save and run (F5)"), this);
+    m_step = new PictureButton(u"step"_s, Picture::Step, tr("Save and run line by line (F10)"), this);
+    m_restMeanwhile = {Image5, pick, m_run, m_step};
+    m_stepView = new StepView(this);
+    m_stepView->hide();
     auto *back9 = new PictureButton(u"Image9"_s, Picture::Back, tr("Back"), this);
     Image9 = back9;
 
@@ -64,6 +71,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     head->addSpacing(6);
     head->addWidget(Label5, 1);
     head->addWidget(pick);
+    head->addWidget(m_step);
     head->addWidget(m_run);
     head->addWidget(Image8);
     head->addWidget(Image5);
@@ -74,6 +82,7 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     column->addWidget(Text7);
     column->addWidget(m_file);
     column->addWidget(Text4, 1);
+    column->addWidget(m_stepView);
     column->addWidget(m_note);
     column->addWidget(m_lineEnds);
     m_note->setObjectName(u"findings"_s);
@@ -115,17 +124,34 @@ EditPanel::EditPanel(const ScriptVocabulary &vocabulary, QWidget *parent)
     goToFinding("Shift+F8", false);
 
     connect(Image5, &PictureButton::clicked, this, &EditPanel::saveRequested);
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &EditPanel::saveRequested);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, Image5, &PictureButton::click);
     connect(pick, &PictureButton::clicked, this, &EditPanel::pickRequested);
-    connect(new QShortcut(QKeySequence(u"Ctrl+P"_s), this), &QShortcut::activated, this,
-        &EditPanel::pickRequested);
-    connect(m_run, &PictureButton::clicked, this, &EditPanel::runRequested);
     connect(
-        new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, m_run, &PictureButton::click);
+        new QShortcut(QKeySequence(u"Ctrl+P"_s), this), &QShortcut::activated, pick, &PictureButton::click);
+    connect(m_run, &PictureButton::clicked, this, &EditPanel::runRequested);
+    addStepKeys();
     connect(back9, &PictureButton::clicked, this, &EditPanel::back);
     connect(Image8, &PictureButton::clicked, this,
         [this, Image8] { Q_EMIT menuRequested(Image8->mapToGlobal(QPoint(0, Image8->height()))); });
     connect(Text4, &ScriptEditor::filesDropped, this, &EditPanel::filesDropped);
+}
+
+int EditPanel::caret() const
+{
+    return Text4->textCursor().position();
+}
+
+void EditPanel::setCaret(int position)
+{
+    QTextCursor caret = Text4->textCursor();
+    caret.setPosition(std::min(position, Text4->document()->characterCount() - 1));
+    Text4->setTextCursor(caret);
+}
+
+void EditPanel::say(const QString &note)
+{
+    m_said = note;
+    showNote();
 }
 
 QSize EditPanel::sizeHint() const
@@ -135,6 +161,8 @@ QSize EditPanel::sizeHint() const
 
 void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, const QString &script)
 {
+    Q_EMIT scriptLeft();
+    keepBreakpoints();
     m_mode = mode;
     Label5->setText(caption);
     setAccessibleName(caption);
@@ -143,10 +171,13 @@ void EditPanel::open(Mode mode, const QString &caption, const QString &keyword, 
     m_said.clear();
     Text7->setEnabled(mode == Mode::Add);
     Text4->setScript(script);
+    if (mode == Mode::Edit)
+        Text4->setBreakpoints(m_breakpoints.value(keyword));
     m_mendsLineEnds = false;
     m_lineEnds->hide();
     checkAs({}, {});
-    m_run->setVisible(mode == Mode::Add || mode == Mode::Edit);
+    for (PictureButton *button : {m_run, m_step})
+        button->setVisible(mode == Mode::Add || mode == Mode::Edit);
     showFile();
     // Leaving an opened second script changes nothing, so its way back is called hiding.
     Image9->setToolTip(mode == Mode::EditDotScript ? hideCaption() : tr("Back"));
@@ -204,8 +235,7 @@ void EditPanel::insertLines(const QStringList &lines, const QString &note)
 {
     if (!lines.isEmpty())
         Text4->insertLines(lines);
-    m_said = note;
-    showNote();
+    say(note);
 }
 
 void EditPanel::showLine(int line)
@@ -269,7 +299,12 @@ void EditPanel::mendLineEnds()
 void EditPanel::showNote()
 {
     const QStringList findings = Text4->findingsAtCaret();
-    if (const QString all = findings.join(u'\n'); Text4->accessibleDescription() != all)
+    QStringList spoken = findings;
+    if (Text4->breakpoints().contains(Text4->textCursor().blockNumber()))
+        spoken.prepend(tr("Breakpoint."));
+    if (!m_heldWords.isEmpty())
+        spoken.prepend(m_heldWords);
+    if (const QString all = spoken.join(u'\n'); Text4->accessibleDescription() != all)
         Text4->setAccessibleDescription(all);
     const int errors = Text4->findingCount(Severity::Error);
     const int warnings = Text4->findingCount(Severity::Warning);

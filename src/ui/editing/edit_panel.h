@@ -1,7 +1,9 @@
 #pragma once
 
+#include "ui/editing/held_line.h"
 #include "ui/editing/script_advisor.h"
 
+#include <QHash>
 #include <QWidget>
 
 class QLabel;
@@ -12,6 +14,7 @@ namespace plum {
 class PictureButton;
 class ScriptEditor;
 class ScriptVocabulary;
+class StepView;
 struct Theme;
 
 // The add and edit panel `addeditbox`: a keyword, a script, and the picture that saves.
@@ -51,6 +54,30 @@ public:
     // Puts lines below that of the caret, in its place when it is empty, and says something about them.
     void insertLines(const QStringList &lines, const QString &note);
 
+    // Says something under the editor, until the caret goes elsewhere.
+    void say(const QString &note);
+
+    // Where the caret is, in characters.
+    int caret() const;
+    void setCaret(int position);
+
+    // Lines, from 0, before which runs are to be held. Of an app they are remembered while the program runs.
+    QList<int> breakpoints() const;
+
+    // The line of the caret, or the next one that runs.
+    std::optional<int> runnableLineAtCaret() const;
+
+    // Lines, from 0, as lines of a run, from 1: the file may have line ends that end no line there.
+    int runLineOf(int shown) const { return m_target.file.runLineOf(shown); }
+    int shownLineOf(int runLine) const { return m_target.file.shownLineOf(runLine); }
+
+    // While a run is followed the script stays as it is.
+    void beginFollowing();
+    void showHeld(const HeldLine &held);
+    void showHeldValues(const HeldLine &held);
+    void showGoing();
+    void endFollowing();
+
     // Marks a line, counted from 0, and shows it.
     void showLine(int line);
 
@@ -73,9 +100,16 @@ Q_SIGNALS:
     void saveRequested();
     void runRequested();
     void pickRequested();
+    void followRequested(plum::FollowFrom from);
+    void followedRunWished(plum::FollowedRunWish wish);
+    void heldVariableChanged(const QString &name, const QString &value);
+    void scriptLeft(); // the panel shows another one, or goes
     void back();
     void menuRequested(QPoint globalPosition);
     void filesDropped(const QStringList &paths);
+
+protected:
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void open(Mode mode, const QString &caption, const QString &keyword, const QString &script);
@@ -84,6 +118,9 @@ private:
     void beginWithGuide();
     void mendLineEnds();
     void showNote();
+    void addStepKeys();
+    void toggleBreakpoint(int line);
+    void keepBreakpoints();
 
     Mode m_mode = Mode::Add;
     bool m_mendsLineEnds = false;
@@ -99,6 +136,12 @@ private:
     ScriptAdvisor m_advisor;
     ScriptAdvisor::Target m_target;
     PictureButton *m_run = nullptr;
+    PictureButton *m_step = nullptr;
+    QList<PictureButton *> m_restMeanwhile; // while a run is followed
+    StepView *m_stepView; // shown while a run is followed
+    QHash<QString, QList<int>> m_breakpoints; // by app; those of the one that is shown are the editor's
+    bool m_isFollowing = false;
+    QString m_heldWords; // for a screen reader, which gets them with the editor
     QWidget *Image9; // back
 };
 

@@ -1,6 +1,7 @@
 #include "ui/editing/script_editor.h"
 
 #include "look/placeholder_ink.h"
+#include "stepping/runnable_lines.h"
 #include "ui/controls/dropped_files.h"
 #include "ui/editing/line_numbers.h"
 #include "ui/editing/script_completer.h"
@@ -40,6 +41,7 @@ QPainterPath wave(qreal left, qreal right, qreal y)
 
 ScriptEditor::ScriptEditor(const ScriptVocabulary &vocabulary, QWidget *parent)
     : QPlainTextEdit(parent)
+    , m_vocabulary(vocabulary)
     , m_theme(Theme::of(palette()))
     , m_highlighter(new ScriptHighlighter(vocabulary, document()))
     , m_numbers(new LineNumbers(*this))
@@ -54,6 +56,8 @@ ScriptEditor::ScriptEditor(const ScriptVocabulary &vocabulary, QWidget *parent)
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     // The window's style sheet sets no family, so the family alone has to come from here.
     setStyleSheet(u"font-family: '%1';"_s.arg(fixed.family()));
+    connect(document(), &QTextDocument::contentsChange, this,
+        [this](int, int, int added) { m_breakpoints.noteChange(added); });
     connect(this, &QPlainTextEdit::blockCountChanged, this, &ScriptEditor::placeNumbers);
     connect(this, &QPlainTextEdit::updateRequest, m_numbers, [this] { m_numbers->update(); });
     connect(this, &QPlainTextEdit::cursorPositionChanged, m_numbers, [this] { m_numbers->update(); });
@@ -70,6 +74,8 @@ QString ScriptEditor::script() const
 void ScriptEditor::setScript(const QString &text)
 {
     m_marks.clear();
+    m_breakpoints.set({});
+    setHeldLine({});
     setPlainText(text);
     document()->setModified(false);
 }
@@ -127,16 +133,21 @@ void ScriptEditor::setFolder(const QString &folder)
 
 void ScriptEditor::keyPressEvent(QKeyEvent *event)
 {
-    if (m_completer->takesKey(*event)) {
+    if (!isReadOnly() && m_completer->takesKey(*event)) {
         event->accept();
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
-    m_completer->noteKey(*event);
+    if (!isReadOnly())
+        m_completer->noteKey(*event);
 }
 
 void ScriptEditor::inputMethodEvent(QInputMethodEvent *event)
 {
+    if (isReadOnly()) {
+        event->ignore();
+        return;
+    }
     QPlainTextEdit::inputMethodEvent(event);
     m_completer->noteInput(*event);
 }
@@ -168,6 +179,7 @@ void ScriptEditor::setTheme(const Theme &theme)
 {
     m_theme = theme;
     m_highlighter->setTheme(theme);
+    markHeldLine();
     m_numbers->update();
 }
 
@@ -232,16 +244,75 @@ void ScriptEditor::goToFinding(bool next)
 std::vector<ScriptEditor::Row> ScriptEditor::rows() const
 {
     std::vector<Row> rows;
+    const QList<int> breakpoints = this->breakpoints();
     QTextBlock block = firstVisibleBlock();
     qreal top = blockBoundingGeometry(block).translated(contentOffset()).top();
     for (; block.isValid() && top <= viewport()->height(); block = block.next()) {
-        Row row{block.blockNumber(), top, blockBoundingRect(block).height(), {}};
+        const int line = block.blockNumber();
+        Row row{
+            line, top, blockBoundingRect(block).height(), {}, breakpoints.contains(line), m_heldLine == line};
         for (const Mark &mark : marksOf(block))
             row.severity = std::max(row.severity, std::optional(mark.severity));
         rows.push_back(row);
         top += row.height;
     }
     return rows;
+}
+
+void ScriptEditor::setBreakpoints(const QList<int> &lines)
+{
+    m_breakpoints.set(lines);
+    m_numbers->update();
+}
+
+std::optional<int> ScriptEditor::toggleBreakpoint(int line)
+{
+    const std::optional<int> runnable = runnableLine(line);
+    if (runnable) {
+        m_breakpoints.toggle(*runnable);
+        m_numbers->update();
+    }
+    return runnable;
+}
+
+std::optional<int> ScriptEditor::runnableLine(int from) const
+{
+    const QList<int> lines = runnableLines(script().toUtf8(), m_vocabulary, edition());
+    const auto found = std::ranges::lower_bound(lines, from + 1);
+    return found == lines.end() ? std::nullopt : std::optional(*found - 1);
+}
+
+void ScriptEditor::setHeldLine(std::optional<int> line)
+{
+    m_heldLine = line;
+    markHeldLine();
+    if (line) {
+        setTextCursor(QTextCursor(document()->findBlockByNumber(*line)));
+        ensureCursorVisible();
+    }
+    m_numbers->update();
+}
+
+void ScriptEditor::markHeldLine()
+{
+    QList<QTextEdit::ExtraSelection> marked;
+    if (m_heldLine) {
+        QTextEdit::ExtraSelection whole;
+        whole.cursor = QTextCursor(document()->findBlockByNumber(*m_heldLine));
+        whole.format.setBackground(m_theme.held);
+        whole.format.setProperty(QTextFormat::FullWidthSelection, true);
+        marked += whole;
+    }
+    setExtraSelections(marked);
+}
+
+void ScriptEditor::setLocked(bool isLocked)
+{
+    m_completer->close();
+    // An input method would write all the same.
+    setAttribute(Qt::WA_InputMethodEnabled, !isLocked);
+    setTextInteractionFlags(
+        isLocked ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard : Qt::TextEditorInteraction);
 }
 
 void ScriptEditor::placeNumbers()

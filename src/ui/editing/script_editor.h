@@ -2,6 +2,7 @@
 
 #include "engine/command_call.h"
 #include "look/theme.h"
+#include "ui/editing/breakpoints.h"
 #include "ui/editing/shown_finding.h"
 
 #include <QPlainTextEdit>
@@ -55,6 +56,23 @@ public:
     // Puts the caret to the next finding or to the one before, around the ends of the text.
     void goToFinding(bool next);
 
+    // Lines, from 0, before which a run is to be held. They move with their text, and go with it.
+    QList<int> breakpoints() const { return m_breakpoints.lines(); }
+    void setBreakpoints(const QList<int> &lines);
+
+    // Sets one there, or takes it away; at the next line that runs if that one does not. Says at which; none
+    // where no line runs from there on.
+    std::optional<int> toggleBreakpoint(int line);
+
+    // That line, or the next one that runs.
+    std::optional<int> runnableLine(int from) const;
+
+    // The line, from 0, before which a run is held; it is brought into sight.
+    void setHeldLine(std::optional<int> line);
+
+    // While it is locked its text is that of a run, and stays as it is.
+    void setLocked(bool isLocked);
+
     // A line that can be seen, in pixels of the viewport.
     struct Row
     {
@@ -62,6 +80,8 @@ public:
         qreal top = 0;
         qreal height = 0;
         std::optional<Severity> severity; // the gravest of what was found in it
+        bool hasBreakpoint = false;
+        bool isHeld = false;
     };
     std::vector<Row> rows() const;
 
@@ -74,6 +94,7 @@ public:
 Q_SIGNALS:
     void filesDropped(const QStringList &paths);
     void suggestionNoteChanged();
+    void breakpointWished(int line); // at a press into the margin
 
 protected:
     bool canInsertFromMimeData(const QMimeData *source) const override;
@@ -98,15 +119,19 @@ private:
         int begin() const { return place.selectionStart(); }
     };
 
+    void markHeldLine();
     void placeNumbers();
     void underline(QPainter &painter, const QTextBlock &block, const Mark &mark) const;
     std::span<const Mark> marksOf(const QTextBlock &block) const;
 
+    const ScriptVocabulary &m_vocabulary;
     Theme m_theme;
     ScriptHighlighter *m_highlighter;
     LineNumbers *m_numbers;
     ScriptCompleter *m_completer;
     std::vector<Mark> m_marks;
+    Breakpoints m_breakpoints{*document()};
+    std::optional<int> m_heldLine;
 };
 
 } // namespace plum
