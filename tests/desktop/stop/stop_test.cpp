@@ -1,7 +1,6 @@
 // Runs of the real program that a hand stops, in the window of another X server.
 
-#include "desktop/stop/nested_desktop.h"
-#include "desktop/stop/script_events.h"
+#include "desktop/stop/watched_desktop.h"
 #include "desktop/support/conditions.h"
 #include "flight/flight_data.h"
 #include "flight/flight_log.h"
@@ -59,22 +58,9 @@ int numberOf(const char *variable, int otherwise)
     return isNumber ? number : otherwise;
 }
 
-class StopTest : public NestedDesktop
+class StopTest : public WatchedDesktop
 {
 protected:
-    void SetUp() override
-    {
-        NestedDesktop::SetUp();
-        if (!HasFatalFailure())
-            m_events.emplace(innerDisplay());
-    }
-
-    void TearDown() override
-    {
-        m_events.reset();
-        NestedDesktop::TearDown();
-    }
-
     // Holds Esc until the run has ended, and gives its status.
     int holdEscape()
     {
@@ -92,7 +78,6 @@ protected:
         return std::chrono::duration<double, std::milli>(at - m_pressed - 700ms).count();
     }
 
-    std::optional<ScriptEvents> m_events;
     ScriptEvents::Clock::time_point m_pressed;
     ScriptEvents::Clock::time_point m_ended;
 };
@@ -161,7 +146,7 @@ TEST_F(StopTest, escapeHeldEndsEveryKindOfRunAndReleasesEverything)
     for (int stop = 0; stop < stops; ++stop) {
         const Kind &kind = kinds[static_cast<std::size_t>(stop) % kinds.size()];
         SCOPED_TRACE(testing::Message() << "stop " << stop << " of " << kind.name);
-        m_events->clear();
+        scriptEvents->clear();
         // Every second pass through the kinds is recorded.
         const bool isRecorded = static_cast<std::size_t>(stop) / kinds.size() % 2 == 0;
         QFile::remove(page);
@@ -181,7 +166,7 @@ TEST_F(StopTest, escapeHeldEndsEveryKindOfRunAndReleasesEverything)
         }
         double last = 0;
         int later = 0;
-        for (const ScriptEvents::Event &event : m_events->all()) {
+        for (const ScriptEvents::Event &event : scriptEvents->all()) {
             if (!event.isRelease && sinceStop(event.at) > 0) {
                 last = std::max(last, sinceStop(event.at));
                 ++later;

@@ -1,7 +1,6 @@
 // Runs that let the user's hand work, in the window of another X server.
 
-#include "desktop/stop/nested_desktop.h"
-#include "desktop/stop/script_events.h"
+#include "desktop/stop/watched_desktop.h"
 #include "desktop/support/conditions.h"
 
 #include <QDeadlineTimer>
@@ -16,22 +15,9 @@ namespace {
 
 constexpr auto rest = 1500ms;
 
-class YieldingTest : public NestedDesktop
+class YieldingTest : public WatchedDesktop
 {
 protected:
-    void SetUp() override
-    {
-        NestedDesktop::SetUp();
-        if (!HasFatalFailure())
-            m_events.emplace(innerDisplay());
-    }
-
-    void TearDown() override
-    {
-        m_events.reset();
-        NestedDesktop::TearDown();
-    }
-
     void startTapping()
     {
         startScript(
@@ -47,8 +33,8 @@ protected:
             m_lastWork = ScriptEvents::Clock::now();
             work();
             QThread::msleep(20);
-            if (!m_events->all().empty()) {
-                m_events->clear();
+            if (!scriptEvents->all().empty()) {
+                scriptEvents->clear();
                 since = ScriptEvents::Clock::now();
             }
             if (ScriptEvents::Clock::now() - since > silence)
@@ -60,14 +46,12 @@ protected:
     // Waits for the run to go on, and says how long after the hand's last work that was.
     std::chrono::milliseconds silenceAfterWork()
     {
-        EXPECT_TRUE(eventually([this] { return !m_events->all().empty(); }));
-        const std::vector<ScriptEvents::Event> events = m_events->all();
+        EXPECT_TRUE(eventually([this] { return !scriptEvents->all().empty(); }));
+        const std::vector<ScriptEvents::Event> events = scriptEvents->all();
         return events.empty()
             ? 0ms
             : std::chrono::duration_cast<std::chrono::milliseconds>(events.front().at - m_lastWork);
     }
-
-    std::optional<ScriptEvents> m_events;
 
 private:
     ScriptEvents::Clock::time_point m_lastWork;
