@@ -1,10 +1,13 @@
 #include "ui/stepping_fixture.h"
 
+#include "look/theme.h"
 #include "support/run_witness.h"
 #include "ui/editing/edit_panel.h"
+#include "ui/editing/step_view.h"
 
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QPushButton>
 
 namespace plum {
 
@@ -581,6 +584,24 @@ TEST_F(SteppingTest, onlyTheScriptOfAnAppHasBreakpoints)
     press(Qt::Key_F10);
     EXPECT_EQ(editor().breakpoints(), QList<int>());
     EXPECT_EQ(notes(), QStringList());
+}
+
+TEST(StepViewTest, itsButtonsHaveTheirWholeCaptionsHoweverNarrowItIs)
+{
+    const Theme theme = Theme::of(QApplication::palette());
+    for (const int width : {372, 652}) {
+        StepView view(nullptr);
+        view.setStyleSheet(theme.styleSheet());
+        view.resize(width, 260);
+        view.show();
+        QApplication::processEvents();
+        EXPECT_EQ(view.width(), width);
+        for (const QPushButton *button : view.findChildren<QPushButton *>()) {
+            EXPECT_GE(button->width(), button->sizeHint().width())
+                << width << ": " << button->text().toStdString();
+            EXPECT_TRUE(view.rect().contains(button->geometry())) << button->text().toStdString();
+        }
+    }
 }
 
 } // namespace plum

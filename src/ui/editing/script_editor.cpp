@@ -327,6 +327,8 @@ void ScriptEditor::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);
     placeNumbers();
+    if (m_heldLine) // what is shown of the run has taken its room from the text
+        ensureCursorVisible();
 }
 
 void ScriptEditor::changeEvent(QEvent *event)

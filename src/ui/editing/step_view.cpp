@@ -1,6 +1,6 @@
 #include "ui/editing/step_view.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -10,6 +10,7 @@
 
 #include <array>
 #include <chrono>
+#include <utility>
 
 namespace plum {
 
@@ -18,7 +19,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int valuesHeight = 130; // pixels
+constexpr int valuesHeight = 130; // pixels, where there is room
+constexpr int leastValuesHeight = 64;
+constexpr int betweenButtons = 4;
 constexpr qsizetype mostShown = 2000; // characters of a value
 constexpr auto aMoment = 250ms;
 
@@ -56,12 +59,13 @@ StepView::StepView(QWidget *parent)
     m_values->setAccessibleName(tr("Values"));
     m_values->setColumnCount(2);
     m_values->setHeaderLabels({tr("Name"), tr("Value")});
-    m_values->setFixedHeight(valuesHeight);
+    m_values->setMinimumHeight(leastValuesHeight);
+    m_values->setMaximumHeight(valuesHeight);
     m_values->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_values->setTabKeyNavigation(false);
 
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(4);
+    m_buttons = new QGridLayout;
+    m_buttons->setSpacing(betweenButtons);
     for (const Way &way : ways) {
         auto *button = new QPushButton(tr(way.caption), this);
         button->setObjectName(QLatin1StringView(way.name));
@@ -69,19 +73,19 @@ StepView::StepView(QWidget *parent)
         button->setToolTip(QLatin1StringView(way.keys));
         button->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard where it is
         connect(button, &QPushButton::clicked, this, [this, way] { Q_EMIT wished(way.wish); });
-        buttons->addWidget(button);
+        m_ways += button;
         if (way.wish == Wish::Hold)
             m_hold = button;
         else if (way.wish != Wish::Stop)
             m_ofHeldRuns += button;
     }
-    buttons->addStretch();
+    placeButtons(false);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(6);
     column->addWidget(m_words);
     column->addWidget(m_values);
-    column->addLayout(buttons);
+    column->addLayout(m_buttons);
 
     // Names stay as they are.
     connect(m_values, &QTreeWidget::itemActivated, m_values, [this](QTreeWidgetItem *item) {
@@ -93,6 +97,29 @@ StepView::StepView(QWidget *parent)
     m_goes.setSingleShot(true);
     m_goes.setInterval(aMoment);
     connect(&m_goes, &QTimer::timeout, this, &StepView::go);
+}
+
+// In two rows where one is not wide enough, as on a small screen.
+void StepView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    int wide = -betweenButtons;
+    for (const QPushButton *each : std::as_const(m_ways))
+        wide += each->sizeHint().width() + betweenButtons;
+    placeButtons(wide <= width());
+}
+
+void StepView::placeButtons(bool inOneRow)
+{
+    const auto count = static_cast<int>(m_ways.size());
+    const int perRow = inOneRow ? count : (count + 1) / 2;
+    if (perRow == m_perRow)
+        return;
+    m_perRow = perRow;
+    for (int i = 0; i < count; ++i)
+        m_buttons->addWidget(m_ways[i], i / perRow, i % perRow);
+    for (int column = 0; column <= count; ++column)
+        m_buttons->setColumnStretch(column, column == perRow ? 1 : 0);
 }
 
 void StepView::begin()

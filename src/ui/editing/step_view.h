@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QWidget>
 
+class QGridLayout;
 class QLabel;
 class QPushButton;
 class QTreeWidget;
@@ -31,13 +32,20 @@ Q_SIGNALS:
     void wished(plum::FollowedRunWish wish);
     void variableChanged(const QString &name, const QString &value);
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void placeButtons(bool inOneRow);
     void go();
     void setHeld(bool isHeld);
     void addValues(const QString &caption, const QList<HeldLine::Value> &values, bool canBeChanged);
 
     QLabel *m_words;
     QTreeWidget *m_values;
+    QGridLayout *m_buttons;
+    QList<QPushButton *> m_ways; // all of them, in their order
+    int m_perRow = 0;
     QList<QPushButton *> m_ofHeldRuns;
     QPushButton *m_hold = nullptr;
     QTimer m_goes;
