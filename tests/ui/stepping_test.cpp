@@ -588,15 +588,20 @@ TEST_F(SteppingTest, onlyTheScriptOfAnAppHasBreakpoints)
 
 TEST(StepViewTest, itsButtonsHaveTheirWholeCaptionsHoweverNarrowItIs)
 {
-    const Theme theme = Theme::of(QApplication::palette());
-    for (const int width : {372, 652}) {
-        StepView view(nullptr);
-        view.setStyleSheet(theme.styleSheet());
+    StepView view(nullptr);
+    view.setStyleSheet(Theme::of(QApplication::palette()).styleSheet());
+    view.show();
+    const QList<QPushButton *> buttons = view.findChildren<QPushButton *>();
+    int oneRow = 0;
+    for (const QPushButton *button : buttons)
+        oneRow += button->sizeHint().width();
+    const int narrowest = view.minimumSizeHint().width();
+    EXPECT_LT(narrowest, oneRow);
+    for (const int width : {narrowest, oneRow * 2, narrowest}) {
         view.resize(width, 260);
-        view.show();
         QApplication::processEvents();
         EXPECT_EQ(view.width(), width);
-        for (const QPushButton *button : view.findChildren<QPushButton *>()) {
+        for (const QPushButton *button : buttons) {
             EXPECT_GE(button->width(), button->sizeHint().width())
                 << width << ": " << button->text().toStdString();
             EXPECT_TRUE(view.rect().contains(button->geometry())) << button->text().toStdString();

@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <utility>
@@ -83,6 +84,7 @@ StepView::StepView(QWidget *parent)
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(6);
+    column->setSizeConstraint(QLayout::SetNoConstraint); // one row of buttons must not keep it from two
     column->addWidget(m_words);
     column->addWidget(m_values);
     column->addLayout(m_buttons);
@@ -107,6 +109,18 @@ void StepView::resizeEvent(QResizeEvent *event)
     for (const QPushButton *each : std::as_const(m_ways))
         wide += each->sizeHint().width() + betweenButtons;
     placeButtons(wide <= width());
+}
+
+// That of two rows, however many there are right now.
+QSize StepView::minimumSizeHint() const
+{
+    const qsizetype perRow = (m_ways.size() + 1) / 2;
+    int width = -betweenButtons;
+    for (qsizetype i = 0; i < perRow; ++i) {
+        const qsizetype below = std::min(i + perRow, m_ways.size() - 1);
+        width += std::max(m_ways[i]->sizeHint().width(), m_ways[below]->sizeHint().width()) + betweenButtons;
+    }
+    return {width, QWidget::minimumSizeHint().height()};
 }
 
 void StepView::placeButtons(bool inOneRow)

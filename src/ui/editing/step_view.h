@@ -28,6 +28,8 @@ public:
     // The run is not held. What is shown stays for a moment, since most lines do not last.
     void showGoing();
 
+    QSize minimumSizeHint() const override;
+
 Q_SIGNALS:
     void wished(plum::FollowedRunWish wish);
     void variableChanged(const QString &name, const QString &value);
