@@ -41,6 +41,7 @@ protected:
         });
         if (isWhole)
             return;
+        EXPECT_FALSE(nodes.empty()) << window;
         for (const Node &node : nodes) {
             if (isHollow(node))
                 ADD_FAILURE() << window << ": " << node.role.toStdString() << " \"" << node.name.toStdString()
