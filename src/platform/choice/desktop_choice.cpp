@@ -1,6 +1,6 @@
 #include "platform/choice/desktop_choice.h"
 
-#include "platform/choice/compositor_offer.h"
+#include "platform/linux/compositor_offer.h"
 #include "platform/linux/platform_module.h"
 
 #include <QDir>

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "platform/linux/linux_platform.h"
-#include "platform/wayland/absent_ports.h"
 #include "platform/wayland/clipboard/wayland_clipboard.h"
 #include "platform/wayland/connection/wayland_connection.h"
 #include "platform/wayland/sway/sway_hotkey.h"
 #include "platform/wayland/sway/sway_windows.h"
-#include "platform/wayland/wayland_keyboard.h"
-#include "platform/wayland/wayland_pointer.h"
-#include "platform/wayland/wayland_screen.h"
-#include "platform/wayland/wayland_session.h"
-#include "platform/wayland/wayland_shell.h"
+#include "platform/wayland/wire/absent_ports.h"
+#include "platform/wayland/wlroots/wlroots_keyboard.h"
+#include "platform/wayland/wlroots/wlroots_pointer.h"
+#include "platform/wayland/wlroots/wlroots_screen.h"
+#include "platform/wayland/wlroots/wlroots_session.h"
+#include "platform/wayland/wlroots/wlroots_shell.h"
 
 namespace plum {
 

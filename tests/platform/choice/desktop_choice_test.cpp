@@ -1,5 +1,5 @@
-#include "platform/choice/compositor_offer.h"
 #include "platform/choice/desktop_choice.h"
+#include "platform/linux/compositor_offer.h"
 #include "platform/platform.h"
 #include "platform/screen.h"
 #include "support/sway_session.h"

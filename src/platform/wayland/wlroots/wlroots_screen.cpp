@@ -1,4 +1,4 @@
-#include "platform/wayland/wayland_screen.h"
+#include "platform/wayland/wlroots/wlroots_screen.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
-#include "platform/wayland/wayland_keyboard.h"
+#include "platform/wayland/wlroots/wlroots_keyboard.h"
 
 #include "platform/typed_text.h"
 #include "platform/wayland/connection/wayland_connection.h"
-#include "platform/wayland/event_time.h"
-#include "platform/wayland/key_table.h"
+#include "platform/wayland/wire/event_time.h"
+#include "platform/wayland/wire/key_table.h"
 
 #include <QScopeGuard>
 #include <QThread>

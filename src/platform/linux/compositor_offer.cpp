@@ -1,4 +1,4 @@
-#include "platform/choice/compositor_offer.h"
+#include "platform/linux/compositor_offer.h"
 
 #include <QDeadlineTimer>
 

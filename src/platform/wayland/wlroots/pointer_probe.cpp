@@ -1,4 +1,4 @@
-#include "platform/wayland/pointer_probe.h"
+#include "platform/wayland/wlroots/pointer_probe.h"
 
 #include "platform/wayland/connection/shared_memory.h"
 #include "platform/wayland/connection/wayland_connection.h"

@@ -1,4 +1,4 @@
-#include "platform/wayland/key_table.h"
+#include "platform/wayland/wire/key_table.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
-#include "platform/wayland/wayland_pointer.h"
+#include "platform/wayland/wlroots/wlroots_pointer.h"
 
 #include "platform/wayland/connection/wayland_connection.h"
-#include "platform/wayland/event_time.h"
-#include "platform/wayland/pointer_probe.h"
+#include "platform/wayland/wire/event_time.h"
+#include "platform/wayland/wlroots/pointer_probe.h"
 
 #include <algorithm>
 
