@@ -7,28 +7,9 @@
 #include <QFileInfo>
 #include <QPluginLoader>
 
-#include <algorithm>
-#include <array>
-
 namespace plum {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Without one of these hardly a script gets far.
-constexpr std::array needed{"zwlr_virtual_pointer_manager_v1", "zwp_virtual_keyboard_manager_v1",
-    "zwlr_screencopy_manager_v1", "zwlr_data_control_manager_v1"};
-
-bool isKnownCompositor()
-{
-    const std::vector<QByteArray> offer = compositorOffer();
-    return std::ranges::all_of(needed, [&](const char *interface) {
-        return std::ranges::any_of(offer, [&](const QByteArray &offered) { return offered == interface; });
-    });
-}
-
-} // namespace
 
 DesktopKind chosenDesktop()
 {
@@ -39,7 +20,7 @@ DesktopKind chosenDesktop()
         return DesktopKind::Wayland;
     if (qgetenv("QT_QPA_PLATFORM").startsWith("xcb"))
         return DesktopKind::X11;
-    return isKnownCompositor() ? DesktopKind::Wayland : DesktopKind::X11;
+    return familyOf(compositorOffer()) != CompositorFamily::Unknown ? DesktopKind::Wayland : DesktopKind::X11;
 }
 
 // The helper programs lie in folders of their own, below the one of the program.

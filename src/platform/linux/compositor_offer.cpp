@@ -2,6 +2,7 @@
 
 #include <QDeadlineTimer>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -106,7 +107,30 @@ std::optional<QByteArray> announced(QByteArrayView body)
     return body.sliced(nameAt, length - 1).toByteArray();
 }
 
+struct Needs
+{
+    CompositorFamily family;
+    std::array<const char *, 4> interfaces;
+};
+
+constexpr std::array families{
+    Needs{CompositorFamily::Wlroots,
+        {"zwlr_virtual_pointer_manager_v1", "zwp_virtual_keyboard_manager_v1", "zwlr_screencopy_manager_v1",
+            "zwlr_data_control_manager_v1"}},
+};
+
 } // namespace
+
+CompositorFamily familyOf(std::span<const QByteArray> offer)
+{
+    const auto found = std::ranges::find_if(families, [&](const Needs &needs) {
+        return std::ranges::all_of(needs.interfaces, [&](const char *interface) {
+            return std::ranges::any_of(
+                offer, [&](const QByteArray &offered) { return offered == interface; });
+        });
+    });
+    return found == families.end() ? CompositorFamily::Unknown : found->family;
+}
 
 std::vector<QByteArray> compositorOffer()
 {

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <span>
 #include <vector>
 
 namespace plum {
@@ -10,5 +11,15 @@ namespace plum {
 // library of Wayland's: a process that goes on with X11 loads none. Empty without a compositor, and when it
 // does not answer within a second.
 std::vector<QByteArray> compositorOffer();
+
+// Compositors that are driven in one way.
+enum class CompositorFamily {
+    Unknown,
+    Wlroots,
+};
+
+// The family by what the compositor offers to this process. One that holds back what its family is driven by
+// is Unknown: without that hardly a script gets far.
+CompositorFamily familyOf(std::span<const QByteArray> offer);
 
 } // namespace plum

@@ -1,6 +1,25 @@
 #include "platform/wayland/wayland_platform.h"
 
+#include "platform/linux/compositor_offer.h"
+#include "platform/wayland/connection/wayland_objects.h"
+#include "platform/wayland/wlroots/wlroots_wire.h"
+
 namespace plum {
+
+namespace {
+
+// For a compositor of no known family, too: its user has asked for Wayland, and may get a part of it.
+std::unique_ptr<Wire> wireTo(CompositorFamily family, const Paths &paths)
+{
+    switch (family) {
+    case CompositorFamily::Unknown:
+    case CompositorFamily::Wlroots:
+        break;
+    }
+    return std::make_unique<WlrootsWire>(paths);
+}
+
+} // namespace
 
 bool WaylandPlatform::hasCompositor()
 {
@@ -8,39 +27,17 @@ bool WaylandPlatform::hasCompositor()
     return display != nullptr;
 }
 
-WaylandConnection &WaylandPlatform::connection()
+Wire &WaylandPlatform::wire()
 {
-    WaylandConnection &connection = m_connection.get();
-    connection.listenInEventLoop();
-    return connection;
-}
-
-GlobalHotkey &WaylandPlatform::hotkey()
-{
-    if (!SwaySocket::isThere())
-        return m_noHotkey;
-    return m_hotkey.get();
-}
-
-Windows &WaylandPlatform::windows()
-{
-    if (!SwaySocket::isThere())
-        return m_noWindows;
-    return m_windows.get([this] { return pointer().position(); });
+    if (!m_wire)
+        m_wire = wireTo(familyOf(compositorOffer()), paths());
+    return *m_wire;
 }
 
 void WaylandPlatform::releaseDesktop()
 {
-    if (WaylandPointer *pointer = m_pointer.ifMade())
-        pointer->releaseAll();
-    if (WaylandKeyboard *keyboard = m_keyboard.ifMade())
-        keyboard->releaseAll();
-    if (SwayHotkey *hotkey = m_hotkey.ifMade())
-        hotkey->unregisterHotkey();
-    if (WaylandClipboard *clipboard = m_clipboard.ifMade())
-        clipboard->outliveProcess();
-    if (WaylandConnection *connection = m_connection.ifMade())
-        connection->roundTrip();
+    if (m_wire)
+        m_wire->releaseDesktop();
 }
 
 } // namespace plum

@@ -52,7 +52,7 @@ constexpr unsigned long settleTime = 300; // milliseconds
 
 } // namespace
 
-WaylandKeyboard::WaylandKeyboard(WaylandConnection &connection)
+WlrootsKeyboard::WlrootsKeyboard(WaylandConnection &connection)
     : m_connection(connection)
 {
     if (!m_connection.isOpen() || !m_connection.virtualKeyboards())
@@ -66,7 +66,7 @@ WaylandKeyboard::WaylandKeyboard(WaylandConnection &connection)
         QThread::msleep(settleTime);
 }
 
-bool WaylandKeyboard::sendMap()
+bool WlrootsKeyboard::sendMap()
 {
     const QByteArray text = keymapText(m_characters);
     const auto size = static_cast<size_t>(text.size()) + 1; // with the zero at its end
@@ -84,7 +84,7 @@ bool WaylandKeyboard::sendMap()
     return isWritten;
 }
 
-void WaylandKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
+void WlrootsKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
 {
     const TableKey *key = tableKey(virtualKey);
     if (!m_device || !key)
@@ -95,7 +95,7 @@ void WaylandKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
 
 // A key that is not down is released all the same, and one that is down goes down again, as the calls of a
 // script say.
-void WaylandKeyboard::send(quint16 code, bool down)
+void WlrootsKeyboard::send(quint16 code, bool down)
 {
     zwp_virtual_keyboard_v1_key(m_device.get(), eventTime(), code,
         down ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);
@@ -103,7 +103,7 @@ void WaylandKeyboard::send(quint16 code, bool down)
     noteModifier(code, down);
 }
 
-void WaylandKeyboard::noteModifier(quint16 code, bool down)
+void WlrootsKeyboard::noteModifier(quint16 code, bool down)
 {
     const auto changed = std::ranges::find(modifiers, code, &Modifier::code);
     if (changed == modifiers.end())
@@ -122,7 +122,7 @@ void WaylandKeyboard::noteModifier(quint16 code, bool down)
 }
 
 // Programs get a new map in its turn among the keys, so nobody has to be waited for.
-bool WaylandKeyboard::typeText(QStringView text, const BeforeCharacter &before)
+bool WlrootsKeyboard::typeText(QStringView text, const BeforeCharacter &before)
 {
     if (!m_device)
         return text.isEmpty();
@@ -149,7 +149,7 @@ bool WaylandKeyboard::typeText(QStringView text, const BeforeCharacter &before)
 }
 
 // Returns how many of them, from the first one on, have keys now.
-std::size_t WaylandKeyboard::makeKeysFor(std::span<const char32_t> characters)
+std::size_t WlrootsKeyboard::makeKeysFor(std::span<const char32_t> characters)
 {
     std::vector<char32_t> needed;
     std::size_t ready = 0;
@@ -173,7 +173,7 @@ std::size_t WaylandKeyboard::makeKeysFor(std::span<const char32_t> characters)
     return sendMap() ? ready : 0;
 }
 
-WaylandKeyboard::Stroke WaylandKeyboard::strokeOf(char32_t character) const
+WlrootsKeyboard::Stroke WlrootsKeyboard::strokeOf(char32_t character) const
 {
     if (const TableKey *key = fixedKey(character))
         return {key->code, character >= U'A' && character <= U'Z'};
@@ -181,7 +181,7 @@ WaylandKeyboard::Stroke WaylandKeyboard::strokeOf(char32_t character) const
     return {static_cast<quint16>(firstSpareCode + at), false};
 }
 
-void WaylandKeyboard::releaseAll()
+void WlrootsKeyboard::releaseAll()
 {
     if (!m_device)
         return;

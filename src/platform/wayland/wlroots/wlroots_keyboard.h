@@ -14,10 +14,10 @@ class WaylandConnection;
 // A keyboard device of our own with a map of our own: what a key means does not depend on the user's layout,
 // and the user's layout is left alone. Virtual keys that name no key, code 0 among them, are nothing here;
 // ExtendedKey makes no difference.
-class WaylandKeyboard final : public Keyboard
+class WlrootsKeyboard final : public Keyboard
 {
 public:
-    explicit WaylandKeyboard(WaylandConnection &connection);
+    explicit WlrootsKeyboard(WaylandConnection &connection);
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
     bool typeText(QStringView text, const BeforeCharacter &before) override;

@@ -16,7 +16,7 @@ constexpr uint32_t rightButton = 0x111;
 
 } // namespace
 
-WaylandPointer::WaylandPointer(WaylandConnection &connection)
+WlrootsPointer::WlrootsPointer(WaylandConnection &connection)
     : m_connection(connection)
 {
     if (!m_connection.isOpen() || !m_connection.virtualPointers())
@@ -28,7 +28,7 @@ WaylandPointer::WaylandPointer(WaylandConnection &connection)
 }
 
 // While a button is down the pointer belongs to the window where it was pressed and enters no other.
-QPoint WaylandPointer::position()
+QPoint WlrootsPointer::position()
 {
     if (!m_device)
         return {};
@@ -41,7 +41,7 @@ QPoint WaylandPointer::position()
 
 // A press would still go to the surface that lay over the window for a moment, until the pointer has entered
 // the window again with a motion. Between the two the hand may have moved it.
-void WaylandPointer::enterWindowAgain()
+void WlrootsPointer::enterWindowAgain()
 {
     if (!m_wasCovered)
         return;
@@ -49,7 +49,7 @@ void WaylandPointer::enterWindowAgain()
     sendMotion(m_last);
 }
 
-void WaylandPointer::moveTo(QPoint point)
+void WlrootsPointer::moveTo(QPoint point)
 {
     const QRect layout = m_connection.layout();
     if (!m_device || layout.isEmpty())
@@ -68,7 +68,7 @@ void WaylandPointer::moveTo(QPoint point)
     m_connection.roundTrip();
 }
 
-void WaylandPointer::sendMotion(QPoint point)
+void WlrootsPointer::sendMotion(QPoint point)
 {
     m_wasCovered = false;
     const QRect layout = m_connection.layout();
@@ -78,7 +78,7 @@ void WaylandPointer::sendMotion(QPoint point)
     zwlr_virtual_pointer_v1_frame(m_device.get());
 }
 
-void WaylandPointer::sendButton(uint32_t button, bool &isDown, bool down)
+void WlrootsPointer::sendButton(uint32_t button, bool &isDown, bool down)
 {
     // A program that was busy may have seen all motions of a drag as one, the one that started it. A step
     // back and forth tells it again where the drag has gone.
@@ -94,7 +94,7 @@ void WaylandPointer::sendButton(uint32_t button, bool &isDown, bool down)
     isDown = down;
 }
 
-void WaylandPointer::buttonEvent(quint32 flags)
+void WlrootsPointer::buttonEvent(quint32 flags)
 {
     if (!m_device)
         return;
@@ -111,7 +111,7 @@ void WaylandPointer::buttonEvent(quint32 flags)
     m_connection.roundTrip();
 }
 
-void WaylandPointer::releaseAll()
+void WlrootsPointer::releaseAll()
 {
     if (m_leftIsDown)
         buttonEvent(LeftUp);

@@ -10,10 +10,10 @@ namespace plum {
 class WaylandConnection;
 
 // A pointer device of our own, whose events programs cannot tell from those of a mouse.
-class WaylandPointer final : public Pointer
+class WlrootsPointer final : public Pointer
 {
 public:
-    explicit WaylandPointer(WaylandConnection &connection);
+    explicit WlrootsPointer(WaylandConnection &connection);
 
     QPoint position() override;
     bool isAskedUnseen() const override { return false; }

@@ -67,7 +67,7 @@ quint32 swapped(quint32 pixel)
 } // namespace
 
 // The output at the corner where the coordinates of scripts begin; the first where none is there.
-QSize WaylandScreen::mainScreenSize()
+QSize WlrootsScreen::mainScreenSize()
 {
     QSize size;
     for (const auto &output : m_connection.outputs()) {
@@ -77,12 +77,12 @@ QSize WaylandScreen::mainScreenSize()
     return size;
 }
 
-QRect WaylandScreen::desktop()
+QRect WlrootsScreen::desktop()
 {
     return m_connection.layout();
 }
 
-bool WaylandScreen::take(const WaylandOutput &output, const QRect &part, Shot &shot)
+bool WlrootsScreen::take(const WaylandOutput &output, const QRect &part, Shot &shot)
 {
     Frame frame;
     const QPoint corner = part.topLeft() - output.area().topLeft();
@@ -103,7 +103,7 @@ bool WaylandScreen::take(const WaylandOutput &output, const QRect &part, Shot &s
 
 // Brings what was taken to its place among the region's pixels. Of a scaled output the pixel in the middle of
 // each of the layout's counts.
-void WaylandScreen::copy(const Shot &shot, const QRect &part, const QRect &region)
+void WlrootsScreen::copy(const Shot &shot, const QRect &part, const QRect &region)
 {
     const std::span<const quint32> pixels = m_memory.pixels();
     const auto rowLength = static_cast<std::size_t>(shot.stride) / sizeof(quint32);
@@ -126,7 +126,7 @@ void WaylandScreen::copy(const Shot &shot, const QRect &part, const QRect &regio
     }
 }
 
-Capture WaylandScreen::capture(const QRect &region)
+Capture WlrootsScreen::capture(const QRect &region)
 {
     if (region.isEmpty() || qint64(region.width()) * region.height() > maxPixels || !m_connection.isOpen()
         || !m_connection.screencopy())
@@ -152,7 +152,7 @@ Capture WaylandScreen::capture(const QRect &region)
 }
 
 // The layout has pixels of its own, whatever those of its outputs are.
-qreal WaylandScreen::pixelsOfUnit(const QRect &place, qreal)
+qreal WlrootsScreen::pixelsOfUnit(const QRect &place, qreal)
 {
     for (const auto &output : m_connection.outputs()) {
         if (output->area().topLeft() == place.topLeft() && !place.isEmpty())

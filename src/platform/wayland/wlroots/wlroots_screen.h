@@ -10,10 +10,10 @@ namespace plum {
 
 // The compositor's picture of its outputs, without the pointer. An output that is scaled is captured in its
 // own pixels and brought to those of the layout, in which scripts count.
-class WaylandScreen final : public Screen
+class WlrootsScreen final : public Screen
 {
 public:
-    explicit WaylandScreen(WaylandConnection &connection)
+    explicit WlrootsScreen(WaylandConnection &connection)
         : m_connection(connection)
         , m_memory(connection.shm())
     {

@@ -6,7 +6,7 @@
 namespace plum {
 
 // A Linux session whose monitor sway switches off; no other compositor is known to.
-class WaylandSession final : public LinuxSession
+class WlrootsSession final : public LinuxSession
 {
 public:
     Outcome monitorOff() override

@@ -9,7 +9,7 @@ namespace plum {
 
 // A Linux shell that asks sway for the windows of what it started; elsewhere they come as their programs want
 // them.
-class WaylandShell final : public LinuxShell
+class WlrootsShell final : public LinuxShell
 {
 public:
     using LinuxShell::LinuxShell;
