@@ -24,11 +24,6 @@ RunStepping::RunStepping(Needs needs)
     });
 }
 
-RunStepping::~RunStepping()
-{
-    runsAreOver();
-}
-
 void RunStepping::follow(const QString &keyword, FollowFrom from, const std::function<void()> &run)
 {
     if (m.isRunning()) {

@@ -19,7 +19,8 @@ class StopSignal;
 struct RunState;
 
 // Follows a run of the script that is open in the editor: holds it there at breakpoints, after steps and at
-// errors, until the user says how it is to go on.
+// errors, until the user says how it is to go on. It outlives whatever runs scripts, so its end leaves that
+// alone.
 class RunStepping final : public QObject
 {
     Q_OBJECT
@@ -40,7 +41,6 @@ public:
     };
 
     explicit RunStepping(Needs needs);
-    ~RunStepping() override;
     Q_DISABLE_COPY_MOVE(RunStepping)
 
     // Carries out `run`, which starts a run of the script in the editor, the app `keyword`.
