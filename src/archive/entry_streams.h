@@ -33,7 +33,7 @@ private:
 class EntryOutput final : public InflateOutput
 {
 public:
-    static constexpr size_t windowSize = 384 * 1024;
+    static constexpr size_t windowSize = size_t(384) * 1024;
 
     EntryOutput(QFile &file, std::span<quint8> window)
         : m_file(file)

@@ -66,7 +66,7 @@ PrefixCode::PrefixCode(std::vector<quint8> lengths)
         const quint8 length = m_lengths[symbol];
         const quint32 code = length > 0 ? next[length]++ : 0;
         for (int bit = 0; bit < length; ++bit)
-            m_codes[symbol] = static_cast<quint16>(m_codes[symbol] << 1 | (code >> bit & 1));
+            m_codes[symbol] = static_cast<quint16>(quint32(m_codes[symbol]) << 1 | (code >> bit & 1));
     }
 }
 

@@ -30,6 +30,7 @@ template <class... Cases> struct Overloaded : Cases...
 {
     using Cases::operator()...;
 };
+template <class... Cases> Overloaded(Cases...) -> Overloaded<Cases...>;
 
 // Runs one of the class's operations; faults inside of it are its failure.
 template <class Operation> bool guarded(Operation operation)

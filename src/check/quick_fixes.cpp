@@ -169,7 +169,7 @@ QList<QuickFix> QuickFixes::of(const Finding &finding, const Findings &findings,
             fixes += candidate;
     }
     if (finding.severity != Severity::Error && finding.line <= lines.size()) {
-        const QString line = lines[finding.line - 1];
+        const QString &line = lines[finding.line - 1];
         const qsizetype blanks = edition == Edition::One
             ? 0
             : std::ranges::find_if(line, [](QChar c) { return !c.isSpace(); }) - line.begin();

@@ -121,7 +121,7 @@ QJsonObject quoted(const QString &begin, const QString &end, const QString &scop
 QJsonArray edition1Patterns(const ScriptVocabulary &vocabulary)
 {
     QJsonArray patterns{matching(u"^//.*$"_s, u"comment.line.double-slash.plum"_s)};
-    for (const QJsonValue &pattern : heads(vocabulary, Edition::One))
+    for (const auto &pattern : heads(vocabulary, Edition::One))
         patterns += pattern;
     patterns += quoted(u"\""_s, u"\"|$"_s, u"string.quoted.double.plum"_s,
         {matching(u"_,_"_s, u"constant.character.escape.plum"_s)});
@@ -135,7 +135,7 @@ QJsonArray edition2Patterns(const ScriptVocabulary &vocabulary)
 {
     const QJsonObject doubled = matching(u"\"\""_s, u"constant.character.escape.plum"_s);
     QJsonArray patterns{matching(u"(?:^|(?<=[ \\t]))//.*$"_s, u"comment.line.double-slash.plum"_s)};
-    for (const QJsonValue &pattern : heads(vocabulary, Edition::Two))
+    for (const auto &pattern : heads(vocabulary, Edition::Two))
         patterns += pattern;
     patterns += quoted(u"\\$\""_s, u"\"(?!\")|$"_s, u"string.interpolated.plum"_s,
         {doubled, matching(u"\\{\\{|\\}\\}"_s, u"constant.character.escape.plum"_s),

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 QString ResolvePath(const QString &path, const RunState &state, const ScriptFolders &folders)
 {
-    const QString written = QString(path).replace(u'/', u'\\');
+    QString written = QString(path).replace(u'/', u'\\');
     if (!written.startsWith("_p"_L1))
         return written;
     const qsizetype separator = written.indexOf(u'\\');

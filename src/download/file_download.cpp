@@ -73,7 +73,7 @@ template <size_t Size> QString wordsFor(const std::array<Words, Size> &words, in
 QString answerWords(int status)
 {
     constexpr int serverErrors = 500;
-    if (const QString words = wordsFor(statusWords, status); !words.isEmpty())
+    if (QString words = wordsFor(statusWords, status); !words.isEmpty())
         return words;
     return status >= serverErrors ? FileDownload::tr("The server has a problem of its own (%1).").arg(status)
                                   : FileDownload::tr("The server does not give this file (%1).").arg(status);
@@ -195,7 +195,7 @@ bool FileDownload::usePartial(const QString &name)
 std::optional<FileDownload::Version> FileDownload::storedVersion() const
 {
     QFile file(system(m_versionPath));
-    constexpr qint64 longest = 64 * 1024; // bytes
+    constexpr qint64 longest = qint64(64) * 1024; // bytes
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const QJsonObject fields = QJsonDocument::fromJson(file.read(longest)).object();

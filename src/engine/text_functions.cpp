@@ -63,7 +63,7 @@ QString replaceFrom(const QString &source, const QString &find, const QString &w
         throw RunTimeError(RunTimeError::InvalidProcedureCall, ErrorCause::StartOrCount);
     if (start > source.size())
         return {};
-    const QString text = source.sliced(start - 1);
+    QString text = source.sliced(start - 1);
     if (find.isEmpty() || count == 0)
         return text;
 

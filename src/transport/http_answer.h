@@ -15,7 +15,7 @@ class HttpAnswer
 {
 public:
     // Status line and header fields together, those of interim answers counted in. A longer head is no HTTP.
-    static constexpr qsizetype largestHead = 256 * 1024; // bytes
+    static constexpr qsizetype largestHead = qsizetype(256) * 1024; // bytes
 
     enum class State {
         Head, // the body has not begun

@@ -38,7 +38,7 @@ std::optional<Misfit> misfitOfNumbers(
     if (parts.size() > 1 && parts.size() < count)
         return Misfit{u"wrong-value"_s, errorWords(cause, text)};
     for (const QString &part : parts.first(std::min(count, parts.size()))) {
-        const std::optional<Misfit> misfit = misfitOfNumber(part, width, cause);
+        std::optional<Misfit> misfit = misfitOfNumber(part, width, cause);
         if (misfit && misfit->rule == "wrong-value"_L1)
             return Misfit{misfit->rule, errorWords(cause, text)};
         if (misfit)

@@ -44,7 +44,7 @@ public:
 private:
     void add(const Line &line, int depth)
     {
-        text += QString(4 * depth, u' ');
+        text += QString(qsizetype(4) * depth, u' ');
         if (line.word != Word::Comment)
             text += line.nameSpace + u'.' + line.command;
         for (qsizetype index = 0; index < qsizetype(line.values.size()); ++index)

@@ -77,7 +77,7 @@ struct Section;
 struct Statement
 {
     Line line;
-    std::vector<Section> sections = {};
+    std::vector<Section> sections;
 
     bool isBlock() const { return !sections.empty(); }
     bool operator==(const Statement &other) const;

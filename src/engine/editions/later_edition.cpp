@@ -16,7 +16,7 @@ int editionIn(const QByteArray &line)
 {
     if (!line.startsWith(edition))
         return 0;
-    const QByteArray digits = line.sliced(qstrlen(edition));
+    const QByteArray digits = line.sliced(qsizetype(qstrlen(edition)));
     int number = 0;
     const auto [end, problem] = std::from_chars(digits.begin(), digits.end(), number);
     return problem == std::errc() && end == digits.end() && digits[0] >= '1' && digits[0] <= '9' ? number : 0;
@@ -40,7 +40,7 @@ AskedEdition askedEdition(const QByteArray &script)
     constexpr qsizetype enough = 65536;
     QByteArray text = script.left(enough);
     if (text.startsWith(mark))
-        text = text.sliced(qstrlen(mark));
+        text = text.sliced(qsizetype(qstrlen(mark)));
     const QByteArray first = takeLine(text);
     if (const int number = editionIn(first); number != 0)
         return {number, 1};
