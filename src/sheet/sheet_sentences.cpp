@@ -105,12 +105,35 @@ QString shown(const QString &text)
     return plain;
 }
 
+// Chinese has no blanks between words, but one stands between it and letters or digits that are none of its
+// own. What is put together may begin and end with either.
+QString joined(const QString &left, const QString &right)
+{
+    if (left.isEmpty() || right.isEmpty())
+        return left + right;
+    const auto isHan = [](QChar c) { return c.script() == QChar::Script_Han; };
+    const auto isNarrow = [](QChar c) { return c.script() == QChar::Script_Latin || c.isDigit(); };
+    const QChar before = left.back();
+    const QChar behind = right.front();
+    const bool meet = (isHan(before) && isNarrow(behind)) || (isNarrow(before) && isHan(behind));
+    return meet ? left + u' ' + right : left + right;
+}
+
+// A sentence with what it is about in the place of %1.
+QString about(const QString &sentence, const QString &things)
+{
+    const QString place = u"%1"_s;
+    const qsizetype at = sentence.indexOf(place);
+    return joined(joined(sentence.first(at), things), sentence.sliced(at + place.size()));
+}
+
 QString listed(const QStringList &things)
 {
     if (things.size() < 2)
         return things.value(0);
     //: Between the things of a list, and before the last.
-    return things.first(things.size() - 1).join(Words::tr(", ")) + Words::tr(" and ") + things.last();
+    const QString first = things.first(things.size() - 1).join(Words::tr(", "));
+    return joined(joined(first, Words::tr(" and ")), things.last());
 }
 
 QString fileText(const QString &object)
@@ -169,7 +192,7 @@ QString sentenceOf(const Phrase &phrase, const Scope &scope, const QString &wind
         objects = objects.first(mostObjects - 1);
         objects += more;
     }
-    return Words::tr(phrase.sentence).arg(listed(objects + things));
+    return about(Words::tr(phrase.sentence), listed(objects + things));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Sheets: what grew, how they are written down, and what people read.
 #include "sheet/sheet_sentences.h"
 #include "sheet/sheets.h"
+#include "support/chinese_session.h"
 #include "support/dice.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +49,19 @@ TEST(SheetJson, refusesWhatItDoesNotKnow)
     EXPECT_FALSE(isSheet(R"({"see":"screen"})"));
     EXPECT_FALSE(isSheet(R"({"see":[1]})"));
     EXPECT_FALSE(isSheet(R"({"input":["keys:x"]})"));
+}
+
+TEST(Sentences, ofAChineseSessionHaveABlankBesideWhatIsNotChinese)
+{
+    const test::ChineseSession chinese;
+    const auto growth = [](const char *json) {
+        return sentences(sheetFromText(json).value(), Sentences::Growth).join(u' ');
+    };
+    EXPECT_EQ(growth(R"({"network":["chess.example"]})"), u"连接 chess.example 以及它转向的地方。"_s);
+    EXPECT_EQ(growth(R"({"run":["name:7z"]})"), u"启动或打开 7z。"_s);
+    EXPECT_EQ(growth(R"({"run":["name:vim","name:笔记"]})"), u"启动或打开 vim 和笔记。"_s);
+    EXPECT_EQ(growth(R"({"run":["name:a中","name:笔记b"]})"), u"启动或打开 a中和笔记b。"_s)
+        << "names stay as they are";
 }
 
 TEST(Sentences, areWhatAPersonReads)

@@ -3781,6 +3781,10 @@ Ctrl+C 停止从这里启动的运行，状态为 130，也结束出错后留下
         <translation>该值不是文字。</translation>
     </message>
     <message>
+        <source>The script failed.</source>
+        <translation>脚本失败了。</translation>
+    </message>
+    <message>
         <source>The evaluation was given up.</source>
         <translation>求值已放弃。</translation>
     </message>

@@ -1,5 +1,7 @@
 #include "platform/win32/script_host.h"
 
+#include <QCoreApplication>
+
 #include <oleauto.h>
 
 namespace plum {
@@ -30,8 +32,9 @@ QString takeDescription(EXCEPINFO &exception)
     // An engine may leave the texts until somebody asks for them.
     if (exception.pfnDeferredFillIn)
         exception.pfnDeferredFillIn(&exception);
-    const QString description = QString::fromWCharArray(
-        exception.bstrDescription ? exception.bstrDescription : L"The script failed.");
+    const QString description = exception.bstrDescription
+        ? QString::fromWCharArray(exception.bstrDescription)
+        : QCoreApplication::translate("plum::Reason", "The script failed.");
     SysFreeString(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);
     SysFreeString(exception.bstrSource);
