@@ -15,6 +15,7 @@ namespace {
 
 constexpr double tapPause = 10;
 constexpr double pastePause = 100;
+constexpr double latestPaste = 2000; // after that pause, for a receiver that takes its time
 constexpr double typePause = 10;
 constexpr qsizetype typedAtOnce = 32; // characters
 
@@ -142,8 +143,14 @@ void KeyboardCommands::paste(const CommandCall &call)
     m_waiter.Wait(pastePause);
     m_clipboard.setText(text);
     m_waiter.Wait(pastePause);
+    // Not from when the text was set: those who watch the clipboard have taken it by now.
+    const std::optional<quint64> timesTaken = m_clipboard.timesTaken();
     pressTogether({{u"ctrl", virtualKeyOf(u"ctrl"_s)}, {u"v", virtualKeyOf(u"v"_s)}});
     m_waiter.Wait(pastePause);
+    // Whoever comes to the keys later would get the old text.
+    const auto isTaken = [&] { return m_clipboard.timesTaken() != timesTaken; };
+    if (timesTaken && !isTaken())
+        m_waiter.Wait(latestPaste, isTaken);
     if (hadText)
         m_clipboard.setText(saved);
     else

@@ -35,6 +35,7 @@ public:
     QString text() override;
     void setText(const QString &text) override;
     void clear() override;
+    std::optional<quint64> timesTaken() const override { return m_platform.clipboard().timesTaken(); }
     void outliveProcess() override { m_platform.clipboard().outliveProcess(); }
 };
 

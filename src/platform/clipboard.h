@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QString>
 
+#include <optional>
+
 namespace plum {
 
 // The clipboard's text. Other kinds of content read as the empty text and are lost when text is set.
@@ -19,6 +21,10 @@ public:
 
     // Leaves the clipboard empty.
     virtual void clear() = 0;
+
+    // Grows whenever another program, or a window of this one, takes the text that this process has put on
+    // the clipboard. Nothing where the system hands it out and tells nobody.
+    virtual std::optional<quint64> timesTaken() const = 0;
 
     // Called once when the process is about to end: what this process put on the clipboard stays there.
     virtual void outliveProcess() = 0;

@@ -130,6 +130,45 @@ TEST_F(KeyboardScript, SendLeavesAnEmptyClipboardEmpty)
     EXPECT_EQ(bench.platform.clipboard().content, QString());
 }
 
+TEST_F(KeyboardScript, SendWaitsForAReceiverThatIsLateBeforeItPutsTheOldTextBack)
+{
+    auto &clipboard = bench.platform.clipboard();
+    clipboard.content = u"old"_s;
+    quint64 taken = 7;
+    clipboard.askedHowOftenTaken = [&] { return std::optional(taken); };
+    QString received;
+    bench.waiter.onWait = [&] {
+        if (bench.events().last() != u"wait 2000"_s)
+            return;
+        received = clipboard.content;
+        ++taken;
+    };
+    EXPECT_EQ(bench.eventsOf(u"keyboard.send \"new\""_s),
+        pasted(u"new"_s) + (QStringList{u"wait 2000"_s, u"clipboard set old"_s}));
+    EXPECT_EQ(received, u"new");
+}
+
+TEST_F(KeyboardScript, SendWaitsNoLongerForAReceiverThatHasTakenTheText)
+{
+    auto &clipboard = bench.platform.clipboard();
+    quint64 taken = 7;
+    clipboard.askedHowOftenTaken = [&] {
+        // Once the keys are down.
+        return std::optional(bench.events().contains(u"key 86 0"_s) ? taken + 1 : taken);
+    };
+    EXPECT_EQ(
+        bench.eventsOf(u"keyboard.send \"new\""_s), pasted(u"new"_s) + QStringList{u"clipboard clear"_s});
+}
+
+TEST_F(KeyboardScript, SendDoesNotTakeAWatcherOfTheClipboardForTheReceiver)
+{
+    auto &clipboard = bench.platform.clipboard();
+    clipboard.askedHowOftenTaken
+        = [&] { return std::optional<quint64>(clipboard.content == u"new" ? 1 : 0); };
+    EXPECT_EQ(bench.eventsOf(u"keyboard.send \"new\""_s),
+        pasted(u"new"_s) + (QStringList{u"wait 2000"_s, u"clipboard clear"_s}));
+}
+
 TEST_F(KeyboardScript, SendMayPasteTheClipboardItself)
 {
     bench.platform.clipboard().content = u"old"_s;

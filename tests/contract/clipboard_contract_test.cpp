@@ -97,6 +97,16 @@ TEST_F(ClipboardOfAll, givesTextToOthers)
     EXPECT_EQ(pasteElsewhere(), QString());
 }
 
+TEST_F(ClipboardOfAll, tellsThatOthersHaveTakenItsText)
+{
+    clipboard().setText(mixed);
+    const std::optional<quint64> before = clipboard().timesTaken();
+    EXPECT_EQ(clipboard().text(), mixed);
+    EXPECT_EQ(clipboard().timesTaken(), before);
+    EXPECT_EQ(pasteElsewhere(), mixed);
+    EXPECT_GT(clipboard().timesTaken(), before);
+}
+
 TEST_F(ClipboardOfAll, takesTextOfOthers)
 {
     for (const QString &text : {u"hello"_s, mixed, longText()}) {

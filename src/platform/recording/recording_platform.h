@@ -90,9 +90,14 @@ public:
     QString text() override { return content; }
     void setText(const QString &text) override;
     void clear() override;
+    std::optional<quint64> timesTaken() const override
+    {
+        return askedHowOftenTaken ? askedHowOftenTaken() : std::nullopt;
+    }
     void outliveProcess() override { m_log.add(QStringLiteral("clipboard outlive")); }
 
     QString content;
+    std::function<std::optional<quint64>()> askedHowOftenTaken;
 
 private:
     Log &m_log;

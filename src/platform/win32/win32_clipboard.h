@@ -18,6 +18,7 @@ public:
     QString text() override;
     void setText(const QString &text) override;
     void clear() override;
+    std::optional<quint64> timesTaken() const override { return {}; }
     void outliveProcess() override;
 
 private:

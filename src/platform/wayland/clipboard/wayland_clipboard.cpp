@@ -66,6 +66,7 @@ void WaylandClipboard::setText(const QString &text)
             [](void *self, zwlr_data_control_source_v1 *, const char *, int32_t descriptor) {
                 auto &clipboard = *static_cast<WaylandClipboard *>(self);
                 new TextSender(descriptor, clipboard.m_text, &clipboard.m_senders);
+                ++clipboard.m_timesTaken;
             },
         .cancelled
         = [](void *self,

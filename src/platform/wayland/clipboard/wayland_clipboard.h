@@ -21,6 +21,7 @@ public:
     QString text() override;
     void setText(const QString &text) override;
     void clear() override;
+    std::optional<quint64> timesTaken() const override { return m_timesTaken; }
     void outliveProcess() override;
 
 private:
@@ -31,6 +32,7 @@ private:
     WaylandOwned<zwlr_data_control_device_v1> m_device;
     WaylandOwned<zwlr_data_control_source_v1> m_source; // set while the clipboard's text is ours
     QByteArray m_text; // of the source
+    quint64 m_timesTaken = 0;
     std::unique_ptr<OfferedText> m_arriving; // announced, and not yet the clipboard's
     std::unique_ptr<OfferedText> m_offer;
     QObject m_senders; // parent of what serves other programs

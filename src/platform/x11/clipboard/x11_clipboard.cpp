@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QMetaMethod>
+#include <QMimeData>
 #include <QThread>
 
 namespace plum {
@@ -37,6 +38,27 @@ xcb_connection_t *qtConnection()
     return x11 ? x11->connection() : nullptr;
 }
 
+// A text that counts how often it is asked for.
+class CountedText final : public QMimeData
+{
+public:
+    CountedText(const QString &text, std::shared_ptr<quint64> timesTaken)
+        : m_timesTaken(std::move(timesTaken))
+    {
+        setText(text);
+    }
+
+protected:
+    QVariant retrieveData(const QString &format, QMetaType type) const override
+    {
+        ++*m_timesTaken;
+        return QMimeData::retrieveData(format, type);
+    }
+
+private:
+    const std::shared_ptr<quint64> m_timesTaken;
+};
+
 } // namespace
 
 X11Clipboard::X11Clipboard(X11Connection &connection)
@@ -61,14 +83,22 @@ X11Clipboard::Owner X11Clipboard::owner()
     return ours ? Owner::ThisProgram : Owner::Another;
 }
 
+// Nobody takes it when this object looks at it.
+QString X11Clipboard::ownText()
+{
+    const quint64 before = *m_timesTaken;
+    QString text = qtClipboard()->text();
+    *m_timesTaken = before;
+    return text;
+}
+
 QString X11Clipboard::text()
 {
-    QClipboard *clipboard = qtClipboard();
-    if (clipboard && !qtConnection())
-        return clipboard->text();
+    if (qtClipboard() && !qtConnection())
+        return ownText();
     switch (owner()) {
     case Owner::ThisProgram:
-        return clipboard->text();
+        return ownText();
     case Owner::Another:
         return m_reader.text(readTime);
     case Owner::Nobody:
@@ -103,7 +133,8 @@ void X11Clipboard::change(Owner after, const std::function<void(QClipboard &)> &
 
 void X11Clipboard::setText(const QString &text)
 {
-    change(Owner::ThisProgram, [&](QClipboard &clipboard) { clipboard.setText(text); });
+    change(Owner::ThisProgram,
+        [&](QClipboard &clipboard) { clipboard.setMimeData(new CountedText(text, m_timesTaken)); });
 }
 
 void X11Clipboard::clear()

@@ -6,6 +6,7 @@
 #include <xcb/xcb.h>
 
 #include <functional>
+#include <memory>
 
 class QClipboard;
 
@@ -26,6 +27,7 @@ public:
     QString text() override;
     void setText(const QString &text) override;
     void clear() override;
+    std::optional<quint64> timesTaken() const override { return *m_timesTaken; }
     void outliveProcess() override;
 
 protected:
@@ -40,10 +42,12 @@ private:
     };
 
     Owner owner();
+    QString ownText();
     void change(Owner after, const std::function<void(QClipboard &)> &step);
 
     X11Connection &m_connection;
     SelectionReader m_reader;
+    std::shared_ptr<quint64> m_timesTaken = std::make_shared<quint64>(0); // Qt keeps texts longer than this
     QMetaObject::Connection m_changes; // of Qt's clipboard
 };
 
