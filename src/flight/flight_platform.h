@@ -54,6 +54,7 @@ public:
     using Recorded::Recorded;
     void keyEvent(quint8 virtualKey, quint32 flags) override;
     bool typeText(QStringView text, const BeforeCharacter &before) override;
+    void setStop(const StopSignal *stop) override { m_platform.keyboard().setStop(stop); }
     void releaseAll() override;
 };
 

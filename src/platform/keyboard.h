@@ -6,6 +6,8 @@
 
 namespace plum {
 
+class StopSignal;
+
 // Synthetic key events, by virtual-key code as Windows numbers them (65 to 90 for the letters A to Z,
 // 16 shift, 17 control, 18 alt, 91 the Windows or Super key, 13 enter, ...).
 class Keyboard
@@ -44,6 +46,10 @@ public:
     // is down. It may leave by an exception; what is left of the text is not typed then.
     using BeforeCharacter = std::function<void()>;
     virtual bool typeText(QStringView text, const BeforeCharacter &) { return text.isEmpty(); }
+
+    // While it is raised no call waits for a receiver: a text or a key that would is left with RunStopped,
+    // and releaseAll() waits for a moment at most. Null for none; it has to last until another one is set.
+    virtual void setStop(const StopSignal *) { }
 
     // Lets go of every key that this object pressed and did not release, and gives back every change it
     // made to the keyboard's mapping.

@@ -2,11 +2,26 @@
 
 namespace plum {
 
+StoppablePlatform::StoppableKeyboard::~StoppableKeyboard()
+{
+    if (m_stopped)
+        m_stopped->setStop(nullptr);
+}
+
+Keyboard &StoppablePlatform::StoppableKeyboard::stoppable()
+{
+    if (!m_stopped) {
+        m_stopped = &m_inner.keyboard();
+        m_stopped->setStop(&m_stop);
+    }
+    return *m_stopped;
+}
+
 void StoppablePlatform::StoppableKeyboard::keyEvent(quint8 virtualKey, quint32 flags)
 {
     m_stop.check();
     m_stop.ownKeys().note(virtualKey);
-    m_inner.keyboard().keyEvent(virtualKey, flags);
+    stoppable().keyEvent(virtualKey, flags);
 }
 
 bool StoppablePlatform::StoppableKeyboard::typeText(QStringView text, const BeforeCharacter &before)
@@ -16,7 +31,7 @@ bool StoppablePlatform::StoppableKeyboard::typeText(QStringView text, const Befo
         if (const char16_t letter = character.toUpper().unicode(); letter >= u'A' && letter <= u'Z')
             m_stop.ownKeys().note(static_cast<quint8>(letter));
     }
-    return m_inner.keyboard().typeText(text, [&] {
+    return stoppable().typeText(text, [&] {
         m_stop.check();
         before();
     });

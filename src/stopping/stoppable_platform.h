@@ -38,13 +38,19 @@ private:
             , m_stop(stop)
         {
         }
+        ~StoppableKeyboard() override;
+        Q_DISABLE_COPY_MOVE(StoppableKeyboard)
+
         void keyEvent(quint8 virtualKey, quint32 flags) override;
         bool typeText(QStringView text, const BeforeCharacter &before) override;
         void releaseAll() override { m_inner.keyboard().releaseAll(); }
 
     private:
+        Keyboard &stoppable();
+
         Platform &m_inner;
         StopSignal &m_stop;
+        Keyboard *m_stopped = nullptr; // that of `m_inner`, once it knows the signal
     };
 
     class StoppablePointer final : public Pointer

@@ -1,5 +1,7 @@
 #include "stopping/stoppable_platform.h"
 
+#include "flight/flight_platform.h"
+#include "flight/flight_recorder.h"
 #include "platform/recording/recording_platform.h"
 #include "recording/recording_commands.h"
 #include "stopping/stoppable_http_client.h"
@@ -41,6 +43,21 @@ TEST_F(StoppablePlatformTest, PassesEventsOnUntilTheSignal)
     EXPECT_THROW(platform.pointer().moveTo({3, 4}), RunStopped);
     EXPECT_THROW(platform.keyboard().typeText(u"c"), RunStopped);
     EXPECT_EQ(inner.log.lines(), before);
+}
+
+// Which waits inside of its calls.
+TEST(StoppablePlatform, LetsTheKeyboardKnowTheSignalForAsLongAsItIsThere)
+{
+    recording::RecordingPlatform inner;
+    FlightRecorder recorder;
+    FlightPlatform recorded(inner, recorder);
+    {
+        StopSignal stop;
+        StoppablePlatform platform{recorded, stop};
+        platform.keyboard().keyEvent(65, 0);
+        EXPECT_EQ(inner.keyboard().stop, &stop);
+    }
+    EXPECT_EQ(inner.keyboard().stop, nullptr);
 }
 
 TEST_F(StoppablePlatformTest, LeavesATextBetweenItsCharacters)

@@ -73,7 +73,10 @@ public:
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
     bool typeText(QStringView text, const BeforeCharacter &before) override;
+    void setStop(const StopSignal *signal) override { stop = signal; }
     void releaseAll() override { m_log.add(QStringLiteral("keyboard release all")); }
+
+    const StopSignal *stop = nullptr;
 
 private:
     Log &m_log;

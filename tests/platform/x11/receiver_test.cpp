@@ -1,8 +1,12 @@
 #include "platform/desktop_windows.h"
+#include "platform/keyboard.h"
+#include "platform/stop_signal.h"
 #include "platform/x11/connection/x11_connection.h"
 #include "platform/x11/keyboard/x11_receiver.h"
 #include "platform/x11/windows/x11_windows.h"
 #include "x11_test.h"
+
+#include <csignal>
 
 namespace plum {
 
@@ -35,6 +39,8 @@ protected:
     X11Windows windows{connection};
     WindowHandle window = 0;
 
+    void letItHang() { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
+
 private:
     QProcess m_process;
 };
@@ -52,6 +58,29 @@ TEST_F(ReceiverTest, isHeardAlsoWhenAWindowHasBeenMoved)
     ASSERT_TRUE(receiver.hasWorkedOff(patience));
     windows.moveTo(window, {30, 40});
     EXPECT_TRUE(receiver.hasWorkedOff(patience));
+}
+
+// It hangs, and would be waited for at each change of the map.
+TEST_F(ReceiverTest, isNotWaitedForOnceTheRunHasBeenStopped)
+{
+    letItHang();
+    QString text; // more than there are keys for
+    for (char16_t character = 0x4e00; character < 0x4e00 + 500; ++character)
+        text += QChar(character);
+    StopSignal stop;
+    Keyboard &keyboard = platform->keyboard();
+    keyboard.setStop(&stop);
+    qsizetype typed = 0;
+    EXPECT_THROW(keyboard.typeText(text,
+                     [&] {
+                         ++typed;
+                         stop.raise();
+                     }),
+        RunStopped);
+    EXPECT_GT(typed, 0);
+    EXPECT_LT(typed, text.size());
+    keyboard.releaseAll();
+    keyboard.setStop(nullptr);
 }
 
 TEST_F(ReceiverTest, cannotBeAskedWhenItHasGone)

@@ -20,6 +20,7 @@ public:
 
     void keyEvent(quint8 virtualKey, quint32 flags) override;
     bool typeText(QStringView text, const BeforeCharacter &before) override;
+    void setStop(const StopSignal *stop) override { m_keymap.setStop(stop); }
     void releaseAll() override;
 
 private:

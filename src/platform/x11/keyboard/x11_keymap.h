@@ -55,6 +55,9 @@ public:
     // Makes `key`, which keyFor() gave, free for another symbol; a key of the layout stays as it is.
     void noLongerHeld(xcb_keycode_t key) { m_ownKeys.letGo(key); }
 
+    // See `Keyboard`.
+    void setStop(const StopSignal *stop) { m_ownKeys.setStop(stop); }
+
     // Takes back every key of our own.
     void removeOwnKeys();
 

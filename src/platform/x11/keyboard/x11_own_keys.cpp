@@ -1,5 +1,6 @@
 #include "platform/x11/keyboard/x11_own_keys.h"
 
+#include "platform/stop_signal.h"
 #include "platform/x11/connection/x11_connection.h"
 #include "platform/x11/keyboard/xcb_xkb.h"
 
@@ -18,6 +19,9 @@ namespace {
 constexpr qint64 settleMilliseconds = 250;
 // How long those that can be asked may take to work off what came before the question.
 constexpr int longestReading = 2000; // milliseconds
+// What is left of either once the user has stopped the run, and how often that is looked at.
+constexpr qint64 graceAtTheEnd = 20; // milliseconds
+constexpr unsigned long glance = 5; // milliseconds
 constexpr size_t most = 64; // keys
 
 qint64 now()
@@ -110,8 +114,11 @@ bool X11OwnKeys::makeRoom(size_t count, std::optional<qint64> use, std::span<con
     std::ranges::stable_sort(
         m_keys, {}, [&](const OwnKey &own) { return std::pair(!isIdle(own), own.lastUse); });
     const auto idle = m_keys.begin() + static_cast<std::ptrdiff_t>(count - fresh);
-    if (idle != m_keys.begin())
-        waitUntilSettled(std::prev(idle)->lastUse);
+    if (idle != m_keys.begin()) {
+        waitUntilSettled(std::prev(idle)->lastUse, 0);
+        if (m_stop)
+            m_stop->check();
+    }
     std::transform(m_keys.begin(), idle, std::back_inserter(free), [](const OwnKey &own) { return own.key; });
     m_keys.erase(m_keys.begin(), idle);
     return true;
@@ -228,26 +235,27 @@ bool X11OwnKeys::made(const xcb_generic_event_t &change) const
     return m_change && *m_change == change.sequence;
 }
 
-void X11OwnKeys::waitUntilSettled(qint64 lastUse)
+void X11OwnKeys::waitUntilSettled(qint64 lastUse, qint64 graceAtStop)
 {
     if (lastUse < m_settledUntil)
         return;
+    const qint64 begun = now();
+    const auto isGivenUp = [&] { return m_stop && m_stop->isRaised() && now() - begun >= graceAtStop; };
     // A use that has begun already, and for which there is no room yet, is not among what was worked off.
-    if (m_receiver.hasWorkedOff(longestReading)) {
+    if (m_receiver.hasWorkedOff(longestReading, isGivenUp)) {
         m_settledUntil = lastUse + 1;
         return;
     }
     m_connection.sync();
-    const qint64 age = now() - lastUse;
-    if (age < settleMilliseconds)
-        QThread::msleep(static_cast<unsigned long>(settleMilliseconds - age));
+    while (!isGivenUp() && now() - lastUse < settleMilliseconds)
+        QThread::msleep(glance);
 }
 
 void X11OwnKeys::takeBack()
 {
     if (m_keys.empty())
         return;
-    waitUntilSettled(std::ranges::max(m_keys, {}, &OwnKey::lastUse).lastUse);
+    waitUntilSettled(std::ranges::max(m_keys, {}, &OwnKey::lastUse).lastUse, graceAtTheEnd);
     std::vector<OwnKey> none(m_keys.begin(), m_keys.end());
     for (OwnKey &own : none)
         own.symbols = {XKB_KEY_NoSymbol, XKB_KEY_NoSymbol};

@@ -14,6 +14,7 @@
 
 namespace plum {
 
+class StopSignal;
 class X11Connection;
 
 // Keys that the layout does not use, with symbols of ours for as long as they are needed. Each change of the
@@ -51,6 +52,9 @@ public:
     // Takes every key back.
     void takeBack();
 
+    // What ends the waits for receivers: give() and hold() are left with RunStopped, takeBack() goes on soon.
+    void setStop(const StopSignal *stop) { m_stop = stop; }
+
     // The layout has changed: those that `keymap` does not have are no longer ours.
     void follow(xkb_keymap &keymap);
 
@@ -70,11 +74,12 @@ private:
     bool makeRoom(size_t count, std::optional<qint64> use, std::span<const xcb_keycode_t> unused,
         std::vector<xcb_keycode_t> &free);
     qint64 nextUse();
-    void waitUntilSettled(qint64 lastUse);
+    void waitUntilSettled(qint64 lastUse, qint64 graceAtStop);
     void write(std::span<const OwnKey> changed);
 
     X11Connection &m_connection;
     X11Receiver m_receiver;
+    const StopSignal *m_stop = nullptr;
     qint64 m_latestUse = 0;
     qint64 m_settledUntil = 0; // every use before is known to be over
     std::deque<OwnKey> m_keys;

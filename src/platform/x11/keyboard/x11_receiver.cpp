@@ -9,6 +9,7 @@ namespace plum {
 
 namespace {
 
+constexpr int glance = 5; // milliseconds between questions whether to give up
 constexpr int deepestFocus = 16; // windows between the one with the focus and the program's outermost
 
 } // namespace
@@ -30,7 +31,7 @@ void X11Receiver::receive(const xcb_generic_event_t &event)
         m_answered = message.data.data32[3];
 }
 
-bool X11Receiver::hasWorkedOff(int milliseconds)
+bool X11Receiver::hasWorkedOff(int milliseconds, const std::function<bool()> &isGivenUp)
 {
     const xcb_window_t window = askableWindow();
     if (window == XCB_NONE)
@@ -51,7 +52,12 @@ bool X11Receiver::hasWorkedOff(int milliseconds)
     question.data.data32[3] = m_asked;
     xcb_send_event(
         m_connection.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&question));
-    return m_connection.waitUntil([&] { return m_answered == m_asked; }, milliseconds);
+    const auto isAnswered = [this] { return m_answered == m_asked; };
+    for (int left = milliseconds; left > 0 && m_connection.isOpen() && !isGivenUp(); left -= glance) {
+        if (m_connection.waitUntil(isAnswered, std::min(left, glance)))
+            return true;
+    }
+    return false;
 }
 
 xcb_window_t X11Receiver::askableWindow()

@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <functional>
 #include <xcb/xcb.h>
 
 namespace plum {
@@ -15,9 +16,10 @@ class X11Receiver
 public:
     explicit X11Receiver(X11Connection &connection);
 
-    // Waits for the answer, for `milliseconds` at most. False without one, and at once where nobody has the
-    // keyboard or the program knows no such question.
-    bool hasWorkedOff(int milliseconds);
+    // Waits for the answer, for `milliseconds` at most, or until `isGivenUp`, which is asked all the time.
+    // False without one, and at once where nobody has the keyboard or the program knows no such question.
+    bool hasWorkedOff(
+        int milliseconds, const std::function<bool()> &isGivenUp = [] { return false; });
 
 private:
     void receive(const xcb_generic_event_t &event);
