@@ -7,12 +7,13 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <utility>
 
 namespace plum::edition2 {
 
 bool Runner::observedStep(const std::shared_ptr<Run> &run)
 {
-    const Instruction &next = run->program->instructions[std::size_t(run->frame().next)];
+    const Instruction &next = run->next();
     RunObserver &observer = *m_use.state.observer;
     if (observer.holdsRuns())
         standBefore(run, next);
@@ -69,16 +70,23 @@ bool Runner::toldStep(const std::shared_ptr<Run> &run, const Instruction &instru
     }
 }
 
-// A line that is not told of, and those behind it that are not either: asking about each of them would take
-// longer than a line. The one with which the run is left is told of all the same.
+// A line that is not told of, and those behind it that are not either, with as little about each as can be:
+// a line takes a fifth of a microsecond. The one with which the run is left is told of all the same.
 bool Runner::passedSteps(const std::shared_ptr<Run> &run, RunObserver &observer)
 {
     m_use.state.observer = nullptr;
     const auto listens = qScopeGuard([&] { m_use.state.observer = &observer; });
-    const auto next = [&] { return &run->program->instructions[std::size_t(run->frame().next)]; };
-    const bool goesOnPassing = !observer.holdsRuns();
-    const Instruction *instruction = next();
+    const int most = observer.holdsRuns() ? 1 : m_telling.mostToPass();
+    const Instruction *instruction = nullptr;
+    int steps = 0;
+    int passed = 0;
+    const auto notePassed = [&] { m_telling.notePassed(std::exchange(passed, 0)); };
+    const auto count = qScopeGuard([&] {
+        m_lines += steps;
+        notePassed();
+    });
     const auto tell = [&](RunObserver::LineEnd how, const QString &reason) {
+        notePassed();
         m_telling.begin(observer, run->script.keyword, *run->program, *instruction);
         int field = 0;
         for (const Operand &operand : instruction->single) {
@@ -91,18 +99,17 @@ bool Runner::passedSteps(const std::shared_ptr<Run> &run, RunObserver &observer)
         observer.lineEnds(how, reason);
     };
     try {
-        for (;;) {
-            if (!step(run)) {
+        while (steps < most && run->next().onlyComputes) {
+            instruction = &run->takeNext();
+            if (!carryOut(run, *instruction)) {
                 if (RunTelling::isOfInterest(*instruction))
                     tell(RunObserver::LineEnd::Rests, {});
                 return false;
             }
-            if (!goesOnPassing || ++m_lines >= linesBetweenLooks)
-                return true;
-            instruction = next();
-            if (!m_telling.passesToo(*instruction))
-                return true;
+            ++steps;
+            passed += RunTelling::isOfInterest(*instruction) ? 1 : 0;
         }
+        return true;
     } catch (const Failure &failure) {
         tell(RunObserver::LineEnd::Failed, failure.reason);
         throw;

@@ -1,5 +1,6 @@
 #include "engine/edition2/run_telling.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace plum::edition2 {
@@ -8,7 +9,9 @@ namespace {
 
 constexpr int toldAtOnce = 64; // lines that only compute
 constexpr qint64 refillTime = 20; // milliseconds
-constexpr int passedBetweenLooks = 64; // looking at the clock costs more than a line
+// Between two looks at the clock, which costs more than a line: few at first, since lines may be slow ones.
+constexpr int firstPassed = 8;
+constexpr int mostPassed = 256;
 
 } // namespace
 
@@ -16,20 +19,18 @@ bool RunTelling::passes(const RunObserver &observer, const Instruction &instruct
 {
     if (!instruction.onlyComputes || observer.wantsEveryLine())
         return false;
-    const bool mayBeDue = m_allowance == 0 && m_untilLook == 0;
-    if (mayBeDue && (!m_sinceRefill.isValid() || m_sinceRefill.elapsed() >= refillTime)) {
-        m_allowance = toldAtOnce;
-        m_sinceRefill.start();
+    if (m_allowance == 0) {
+        m_mostToPass = std::min(2 * m_mostToPass, mostPassed);
+        if (!m_sinceRefill.isValid() || m_sinceRefill.elapsed() >= refillTime) {
+            m_allowance = toldAtOnce;
+            m_mostToPass = firstPassed;
+            m_sinceRefill.start();
+        }
     }
-    if (m_allowance > 0) {
-        --m_allowance;
-        return false;
-    }
-    if (m_untilLook == 0)
-        m_untilLook = passedBetweenLooks;
-    --m_untilLook;
-    ++m_passed;
-    return true;
+    if (m_allowance == 0)
+        return true;
+    --m_allowance;
+    return false;
 }
 
 void RunTelling::begin(
@@ -37,7 +38,6 @@ void RunTelling::begin(
 {
     if (m_passed > 0)
         observer.linesPassed(std::exchange(m_passed, 0));
-    m_untilLook = 0;
     const QString &file = program.files[instruction.file];
     m_fields = 0;
     observer.lineBegins({keyword, instruction.file == 0 ? QString() : file, instruction.at.line,

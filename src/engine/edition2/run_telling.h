@@ -30,18 +30,11 @@ public:
     // The next line is not to be told of.
     bool passes(const RunObserver &observer, const Instruction &instruction);
 
-    // The same behind a line that was passed over, without asking the observer or the clock; false when it is
-    // time to ask them.
-    bool passesToo(const Instruction &instruction)
-    {
-        if (!instruction.onlyComputes || m_untilLook == 0)
-            return false;
-        if (isOfInterest(instruction)) {
-            ++m_passed;
-            --m_untilLook;
-        }
-        return true;
-    }
+    // So many lines that only compute may be passed over then before this is asked again, which costs more
+    // than a line: the observer and the clock are asked.
+    int mostToPass() const { return m_mostToPass; }
+
+    void notePassed(qint64 lines) { m_passed += lines; }
 
     void begin(RunObserver &observer, const QString &keyword, const Program &program,
         const Instruction &instruction);
@@ -54,7 +47,7 @@ private:
     QElapsedTimer m_sinceRefill;
     int m_allowance = 0;
     qint64 m_passed = 0;
-    int m_untilLook = 0; // lines that are passed over before the clock is looked at
+    int m_mostToPass = 1;
     int m_fields = 0;
 };
 

@@ -227,11 +227,15 @@ QString Runner::valueOf(const Run &run, const Operand &operand) const
 }
 
 // False when the run is over or waits.
-bool Runner::step(const std::shared_ptr<Run> &shared)
+bool Runner::step(const std::shared_ptr<Run> &run)
+{
+    return carryOut(run, run->takeNext());
+}
+
+bool Runner::carryOut(const std::shared_ptr<Run> &shared, const Instruction &instruction)
 {
     Run &run = *shared;
     RunPosition::Frame &frame = run.frame();
-    const Instruction &instruction = run.program->instructions[std::size_t(frame.next++)];
     try {
         switch (instruction.step) {
         case Step::Set:

@@ -92,6 +92,7 @@ private:
     void goOn(const std::shared_ptr<Run> &run);
     void stepUntilDone(const std::shared_ptr<Run> &run);
     bool step(const std::shared_ptr<Run> &run);
+    bool carryOut(const std::shared_ptr<Run> &run, const Instruction &instruction);
     bool observedStep(const std::shared_ptr<Run> &run);
     bool toldStep(const std::shared_ptr<Run> &run, const Instruction &instruction, RunObserver &observer);
     bool passedSteps(const std::shared_ptr<Run> &run, RunObserver &observer);

@@ -19,6 +19,12 @@ struct Runner::Run
         return {script.keyword, at.at.line - 1, at.file == 0 ? QString() : program->files[at.file]};
     }
 
+    // The instruction that comes next.
+    const Instruction &next() const { return program->instructions[std::size_t(frame().next)]; }
+
+    // It is carried out now.
+    const Instruction &takeNext() { return program->instructions[std::size_t(frame().next++)]; }
+
     RunPosition::Frame &frame() { return position.frames.back(); }
     const RunPosition::Frame &frame() const { return position.frames.back(); }
 };
