@@ -3,8 +3,11 @@
     program_test.py Launcher.test_runs_the_app_whose_keyword_is_typed
 """
 
+import contextlib
 import http.server
 import itertools
+import os
+import pty
 import shutil
 import subprocess
 import threading
@@ -339,6 +342,38 @@ class Kit(PlumTest):
             self.assertEqual(self.end_of(process)[0], 130)
         finally:
             self.xdotool("keyup", "Escape")
+
+    def test_is_stopped_by_the_hotkey(self):
+        """Which counts from a hand, and not from the script itself."""
+        self.write("config/load/options.ini", "[stop]\r\nhotkey=Ctrl+Alt+S\r\n")
+        self.start_notepad()
+        presses = self.write("presses.wf", "//edition:2\nkeyboard.hotkey ctrl,alt,s\ntime.sleep 300\n")
+        self.assertEqual(self.kit("run", presses), (0, [], []))
+        script = self.write("lasts.wf", '//edition:2\nset.a 1\nfile.save "C:\\Plum\\begun.txt",a\n'
+                                        'time.sleep 600000\n')
+        process = self.start_kit("run", script)
+        until(lambda: self.read("begun.txt"), "the run's begin")
+        # Not before somebody looks at the keyboard, which is a moment after the run's begin.
+        until(lambda: self.press("ctrl+alt+s") or process.poll() is not None, "the run's end")
+        self.assertEqual(self.end_of(process)[0], 130)
+
+    def test_is_stopped_by_ctrl_c_in_its_terminal(self):
+        script = self.write("lasts.wf", '//edition:2\nset.a 1\nfile.save "C:\\Plum\\begun.txt",a\n'
+                                        'time.sleep 600000\n')
+        terminal, end_of_program = pty.openpty()
+        process = self.desktop.wine(self.plum / "plumkit.exe", "run", script, terminal=end_of_program)
+        os.close(end_of_program)
+        threading.Thread(target=self.drain, args=(terminal,), daemon=True).start()
+        until(lambda: self.read("begun.txt"), "the run's begin")
+        os.write(terminal, b"\x03")
+        self.assertEqual(process.wait(timeout=PATIENCE), 130)
+
+    @staticmethod
+    def drain(terminal):
+        """Whoever writes to a terminal that nobody reads stands still. Its end is an error."""
+        with contextlib.suppress(OSError):
+            while os.read(terminal, 4096):
+                pass
 
     def test_waits_while_the_hand_works(self):
         self.write("config/load/options.ini", "[stop]\r\nyield=on\r\n")

@@ -6,12 +6,14 @@ which go with it.
 """
 
 import ctypes
+import fcntl
 import os
 import pathlib
 import shutil
 import signal
 import subprocess
 import sys
+import termios
 import time
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -77,10 +79,18 @@ class WineDesktop:
         """A file of the test's own, as Linux knows it."""
         return self.folder / name
 
-    def start(self, command, **options):
-        """Starts a program of Linux on this display; it ends with the desktop."""
-        process = subprocess.Popen([str(word) for word in command], env=self.environment,
-                                   preexec_fn=end_with_parent, **options)
+    def start(self, command, terminal=None, **options):
+        """Starts a program of Linux on this display; it ends with the desktop. `terminal` is one that it stands in, as
+        a descriptor of its end."""
+        def prepare():
+            end_with_parent()
+            if terminal is not None:
+                os.setsid()
+                fcntl.ioctl(terminal, termios.TIOCSCTTY, 0)
+
+        if terminal is not None:
+            options |= {"stdin": terminal, "stdout": terminal, "stderr": terminal}
+        process = subprocess.Popen([str(word) for word in command], env=self.environment, preexec_fn=prepare, **options)
         self._processes.append(process)
         return process
 

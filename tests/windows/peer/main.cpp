@@ -8,8 +8,8 @@
 //   peer put TEXT                     puts the text on the clipboard and ends
 //   peer read FILE SECTION KEY        prints the UTF-16 units of a private-profile value, hexadecimal
 //   peer write FILE SECTION KEY VALUE
-//   peer focus                        prints the class of the control that has the keyboard, and "dialog" for
-//   one there peer code-page                    prints the number of the ANSI code page
+//   peer focus                        prints the class of the control that has the keyboard, and "dialog"
+//   peer code-page                    prints the number of the ANSI code page
 
 namespace {
 
