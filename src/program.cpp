@@ -121,7 +121,7 @@ Program::Program(const QString &programPath, bool hasDesktop, Purpose purpose)
     m_scripts.starts().setLimits([this](const QString &keyword, const QByteArray &script) {
         return m_grants.limitOf(keyword, script);
     });
-    m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), m_scripts.vocabulary());
+    m_ui.connectEngine(m_scripts.state(), m_scripts.starts(), [this] { return m_scripts.vocabulary(); });
     QObject::connect(&m_updates, &StoreUpdates::changed, &m_ui, [this] {
         m_ui.news().showUpdates(static_cast<int>(m_updates.pending().size()));
         m_store.showApps();

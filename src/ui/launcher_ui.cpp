@@ -84,10 +84,11 @@ LauncherUi::LauncherUi(Needs needs)
 
 LauncherUi::~LauncherUi() = default;
 
-void LauncherUi::connectEngine(RunState &state, RunStart &starts, ScriptVocabulary vocabulary)
+void LauncherUi::connectEngine(
+    RunState &state, RunStart &starts, std::function<ScriptVocabulary()> vocabulary)
 {
     m_runs.connectEngine(state, starts);
-    m_vocabulary = std::move(vocabulary);
+    m_makeVocabulary = std::move(vocabulary);
 }
 
 void LauncherUi::start(const Desktop &desktop)
@@ -99,6 +100,7 @@ void LauncherUi::start(const Desktop &desktop)
     m_summons = std::make_unique<LauncherSummons>(
         LauncherSummons::Needs{*m_window, desktop.hotkey, desktop.windows, m_settings});
     m_summons->startHotkey(); // first of all that takes time: what is pressed from now on is not lost
+    m_vocabulary = m_makeVocabulary();
     m_actions = std::make_unique<AppActions>(AppActions::Needs{*m_window, m_library, m_faces, m.shell,
         m_messages, [this](const QString &path) { m_runs.state().runctx[0] = path; },
         [this](const QString &keyword) { run(keyword, true); },

@@ -95,8 +95,9 @@ public:
     ~LauncherUi() override;
     Q_DISABLE_COPY_MOVE(LauncherUi)
 
-    // The engine is built on this object, so it comes later. Nothing is shown before.
-    void connectEngine(RunState &state, RunStart &starts, ScriptVocabulary vocabulary);
+    // The engine is built on this object, so it comes later. Nothing is shown before. Only a launcher asks
+    // for the vocabulary.
+    void connectEngine(RunState &state, RunStart &starts, std::function<ScriptVocabulary()> vocabulary);
 
     // Runs an app of the library.
     void runApp(const QString &keyword) { run(keyword, false); }
@@ -179,7 +180,8 @@ private:
 
     Needs m;
     std::function<void(std::function<void()> then)> m_whenTrayAnswers;
-    ScriptVocabulary m_vocabulary;
+    std::function<ScriptVocabulary()> m_makeVocabulary;
+    ScriptVocabulary m_vocabulary; // empty in a script start
 
     MessageBoxes m_messages;
     std::optional<CaretRest> m_caretRest;

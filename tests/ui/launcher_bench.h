@@ -132,7 +132,7 @@ public:
         waiter.records = false;
         QDir::setCurrent(folder.path());
         system.engine().add(QStringLiteral("note"), std::make_unique<NoteCommands>(platform.log));
-        ui.connectEngine(state, system.starts(), system.vocabulary());
+        ui.connectEngine(state, system.starts(), [this] { return system.vocabulary(); });
     }
 
     void start()

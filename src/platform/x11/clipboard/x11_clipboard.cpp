@@ -144,9 +144,10 @@ void X11Clipboard::clear()
 
 void X11Clipboard::outliveProcess()
 {
-    if (!qtConnection() || owner() != Owner::ThisProgram)
-        return;
     QClipboard *clipboard = qtClipboard();
+    // What Qt knows without asking the server comes first: most scripts have put nothing there.
+    if (!qtConnection() || !clipboard->ownsClipboard() || owner() != Owner::ThisProgram)
+        return;
     const QString text = clipboard->text();
     if (text.isEmpty())
         return;
