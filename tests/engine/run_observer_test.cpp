@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace plum;
 
@@ -114,6 +116,18 @@ TEST_F(RunObserverTest, IsNotToldOfEachLineThatOnlyComputes)
     EXPECT_TRUE(witness.heard.contains(u"6 mouse.move 1:2"_s))
         << qPrintable(witness.heard.last(20).join(u'\n'));
     EXPECT_EQ(witness.heard.last(), u"failed: "_s + error);
+}
+
+TEST_F(RunObserverTest, HearsOfEachLineOnceOrAsPassed)
+{
+    constexpr int passes = 20'000;
+    run2("set.a 1\nrepeat.times " + QByteArray::number(passes)
+        + "\n    set.b set.a\nrepeat.end\n"
+          "set.c set.nowhere\n");
+    const auto told
+        = std::ranges::count_if(witness.heard, [](const QString &heard) { return heard.front().isDigit(); });
+    // Before each pass, and behind the last one, the repetition's line is one, too.
+    EXPECT_EQ(told + witness.passed, 1 + 1 + (passes + 1) + passes + 1);
 }
 
 // Nothing that a secret goes through may be missed.
