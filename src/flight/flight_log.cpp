@@ -43,9 +43,15 @@ FlightEntry *FlightLog::find(Id id)
     return id >= m_first && id <= last() ? &m_entries[static_cast<std::size_t>(id - m_first)] : nullptr;
 }
 
+void FlightLog::note(const QString &added)
+{
+    m_bytes += bytesOfText(added);
+    makeRoom();
+}
+
 void FlightLog::note(const QString &added, const QString &removed)
 {
-    m_bytes += bytesOfText(added) - (removed.isNull() ? 0 : bytesOfText(removed));
+    m_bytes += bytesOfText(added) - bytesOfText(removed);
     makeRoom();
 }
 

@@ -76,8 +76,10 @@ public:
     // Null when the entry was given up for newer ones.
     FlightEntry *find(Id id);
 
-    // Says what an entry has got, and what it has lost.
-    void note(const QString &added, const QString &removed = {});
+    // Says what an entry has got, and what it has lost for it. Entries may be given up: no pointer to one is
+    // good behind this.
+    void note(const QString &added);
+    void note(const QString &added, const QString &removed);
     void note(const FlightDeed &added, const FlightDeed *removed);
 
     // What is kept of a text.

@@ -149,11 +149,13 @@ void FlightRecorder::fieldRead(int index, const QString &value)
         m_open.back().hasSecret = true;
         m_secretLines.insert({entry->line.file, entry->line.number});
     }
-    while (entry->fields.size() <= index) {
+    int added = 0;
+    for (; entry->fields.size() <= index; ++added)
         entry->fields += QString();
-        m_log.note({});
-    }
-    m_log.note(shown, std::exchange(entry->fields[index], shown));
+    const QString before = std::exchange(entry->fields[index], shown);
+    for (; added > 0; --added)
+        m_log.note(QString());
+    m_log.note(shown, before);
 }
 
 void FlightRecorder::variableSet(const QString &name, const QString &value)
@@ -166,7 +168,8 @@ void FlightRecorder::variableSet(const QString &name, const QString &value)
     const QString shown = withoutSecrets(value);
     if (entry->variables.size() < FlightLog::mostDeeds) {
         entry->variables += {name, shown};
-        m_log.note(name + shown);
+        m_log.note(name);
+        m_log.note(shown);
     }
 }
 
@@ -222,14 +225,17 @@ void FlightRecorder::seen(FlightEntry::Sight sight)
         return;
     sight.what = withoutSecrets(sight.what);
     // A line that waits may look over and over.
-    QString given;
+    std::optional<QString> given;
     const auto same = std::ranges::find_if(entry->seen, [&](const FlightEntry::Sight &other) {
         return other.kind == sight.kind && other.what == sight.what;
     });
     if (same != entry->seen.end() || entry->seen.size() == FlightLog::mostDeeds)
         given = entry->seen.takeAt(same == entry->seen.end() ? 0 : same - entry->seen.begin()).what;
     entry->seen += sight;
-    m_log.note(sight.what, given);
+    if (given)
+        m_log.note(sight.what, *given);
+    else
+        m_log.note(sight.what);
 }
 
 QString FlightRecorder::nameOf(Channels colour)
@@ -252,7 +258,7 @@ void FlightRecorder::lineEnds(LineEnd how, const QString &reason)
         entry->end = how;
         entry->reason = withoutSecrets(reason);
         entry->lasted = now() - entry->begun;
-        m_log.note(entry->reason);
+        m_log.note(entry->reason, {}); // which it had in the beginning
     }
     m_open.pop_back();
 }

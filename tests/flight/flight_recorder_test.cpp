@@ -226,6 +226,31 @@ TEST_F(FlightRecorderTest, KeepsTheLastDeedsOfALineThatDoesManyThings)
     EXPECT_LT(recorder.log().bytes(), 100'000);
 }
 
+// What is counted when something is noted down is taken off again when it is given up.
+TEST_F(FlightRecorderTest, KeepsAsMuchOfARunThatLastsLong)
+{
+    FlightRecorder recorder;
+    recorder.runBegins(u"x"_s);
+    const QString value(500, u'v');
+    const auto carryOut = [&](int lines) {
+        for (int line = 0; line < lines; ++line) {
+            recorder.lineBegins({.number = 1});
+            recorder.fieldRead(0, value);
+            recorder.fieldRead(2, value);
+            recorder.fieldRead(2, value);
+            recorder.variableSet(u"a"_s, value);
+            recorder.variableSet(u"b"_s, value);
+            recorder.seen({.what = u"f"_s});
+            recorder.seen({.what = u"f"_s});
+            recorder.lineEnds(RunObserver::LineEnd::Failed, u"why"_s);
+        }
+        return recorder.log().entries().size();
+    };
+    const std::size_t whenFull = carryOut(10'000);
+    EXPECT_LT(whenFull, std::size_t(10'000));
+    EXPECT_EQ(carryOut(50'000), whenFull);
+}
+
 TEST_F(FlightRecorderTest, SaysBetweenWhichDeedsAStopWasAskedFor)
 {
     StopSignal stop;
