@@ -6,7 +6,6 @@ namespace plum {
 
 namespace {
 
-constexpr qint64 maxPixels = qint64(1) << 28;
 constexpr int patience = 2000; // milliseconds
 
 enum class Stage {
@@ -66,37 +65,21 @@ quint32 swapped(quint32 pixel)
 
 } // namespace
 
-// The output at the corner where the coordinates of scripts begin; the first where none is there.
-QSize WlrootsScreen::mainScreenSize()
-{
-    QSize size;
-    for (const auto &output : m_connection.outputs()) {
-        if (size.isEmpty() || output->area().topLeft() == QPoint())
-            size = output->area().size();
-    }
-    return size;
-}
-
-QRect WlrootsScreen::desktop()
-{
-    return m_connection.layout();
-}
-
 bool WlrootsScreen::take(const WaylandOutput &output, const QRect &part, Shot &shot)
 {
     Frame frame;
     const QPoint corner = part.topLeft() - output.area().topLeft();
     const WaylandOwned<zwlr_screencopy_frame_v1> request(zwlr_screencopy_manager_v1_capture_output_region(
-        m_connection.screencopy(), 0, output.object(), corner.x(), corner.y(), part.width(), part.height()));
+        connection().screencopy(), 0, output.object(), corner.x(), corner.y(), part.width(), part.height()));
     zwlr_screencopy_frame_v1_add_listener(request.get(), &listener, &frame);
-    m_connection.waitUntil([&] { return frame.stage != Stage::Asked; }, patience);
+    connection().waitUntil([&] { return frame.stage != Stage::Asked; }, patience);
     if (frame.stage != Stage::Described || !isKnown(frame.format))
         return false;
     const auto buffer = m_memory.buffer(frame.size, frame.stride, frame.format);
     if (!buffer)
         return false;
     zwlr_screencopy_frame_v1_copy(request.get(), buffer.get());
-    m_connection.waitUntil([&] { return frame.stage != Stage::Described; }, patience);
+    connection().waitUntil([&] { return frame.stage != Stage::Described; }, patience);
     shot = {frame.size, frame.stride, frame.format, frame.isUpsideDown};
     return frame.stage == Stage::Copied;
 }
@@ -128,12 +111,11 @@ void WlrootsScreen::copy(const Shot &shot, const QRect &part, const QRect &regio
 
 Capture WlrootsScreen::capture(const QRect &region)
 {
-    if (region.isEmpty() || qint64(region.width()) * region.height() > maxPixels || !m_connection.isOpen()
-        || !m_connection.screencopy())
+    if (!isWithinBounds(region) || !connection().isOpen() || !connection().screencopy())
         return {};
     const auto count = static_cast<std::size_t>(region.width()) * static_cast<std::size_t>(region.height());
     m_pixels.clear();
-    for (const auto &output : m_connection.outputs()) {
+    for (const auto &output : connection().outputs()) {
         const QRect part = region.intersected(output->area());
         if (part.isEmpty())
             continue;
@@ -149,16 +131,6 @@ Capture WlrootsScreen::capture(const QRect &region)
     }
     m_pixels.resize(count);
     return {region.size(), m_pixels};
-}
-
-// The layout has pixels of its own, whatever those of its outputs are.
-qreal WlrootsScreen::pixelsOfUnit(const QRect &place, qreal)
-{
-    for (const auto &output : m_connection.outputs()) {
-        if (output->area().topLeft() == place.topLeft() && !place.isEmpty())
-            return qreal(output->area().width()) / place.width();
-    }
-    return 1;
 }
 
 } // namespace plum

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/screen.h"
 #include "platform/wayland/connection/shared_memory.h"
-#include "platform/wayland/connection/wayland_connection.h"
+#include "platform/wayland/wire/output_screen.h"
 
 #include <vector>
 
@@ -10,19 +9,16 @@ namespace plum {
 
 // The compositor's picture of its outputs, without the pointer. An output that is scaled is captured in its
 // own pixels and brought to those of the layout, in which scripts count.
-class WlrootsScreen final : public Screen
+class WlrootsScreen final : public OutputScreen
 {
 public:
     explicit WlrootsScreen(WaylandConnection &connection)
-        : m_connection(connection)
+        : OutputScreen(connection)
         , m_memory(connection.shm())
     {
     }
 
-    QSize mainScreenSize() override;
-    QRect desktop() override;
     Capture capture(const QRect &region) override;
-    qreal pixelsOfUnit(const QRect &place, qreal ratio) override;
 
 private:
     struct Shot
@@ -36,7 +32,6 @@ private:
     bool take(const WaylandOutput &output, const QRect &part, Shot &shot);
     void copy(const Shot &shot, const QRect &part, const QRect &region);
 
-    WaylandConnection &m_connection;
     SharedMemory m_memory;
     std::vector<quint32> m_pixels;
 };
