@@ -69,10 +69,16 @@ class Installed(unittest.TestCase):
         self.assertEqual(output_of(self.prefix / "lib/plum/plumkit", "where"), f"{self.prefix}/lib/plum\n")
 
     def test_the_desktop_accepts_the_menu_entry(self):
-        for name in ("plum", "plum-open"):
+        for name in ("plum", "plum-open", "plum-kwin", "plumkit-kwin"):
             self.assertEqual(output_of("desktop-file-validate", self.shared(f"applications/{name}.desktop")), "")
         metainfo, = self.shared("metainfo").iterdir()
         output_of("appstreamcli", "validate", "--no-net", "--pedantic", metainfo)
+
+    def test_kwin_is_told_the_programs_by_their_paths(self):
+        for name in ("plum", "plumkit"):
+            rights = self.shared(f"applications/{name}-kwin.desktop").read_text()
+            self.assertIn(f"\nExec={self.prefix}/lib/plum/{name}\n", rights)
+            self.assertIn("org_kde_kwin_fake_input", rights)
 
     def test_pictures_of_the_metainfo_are_there_in_that_size(self):
         metainfo, = self.shared("metainfo").iterdir()

@@ -107,17 +107,21 @@ std::optional<QByteArray> announced(QByteArrayView body)
     return body.sliced(nameAt, length - 1).toByteArray();
 }
 
+constexpr std::array wlrootsNeeds{"zwlr_virtual_pointer_manager_v1", "zwp_virtual_keyboard_manager_v1",
+    "zwlr_screencopy_manager_v1", "zwlr_data_control_manager_v1"};
+
+// Offered to a program whose desktop file asks for them.
+constexpr std::array kwinNeeds{
+    "org_kde_kwin_fake_input", "org_kde_plasma_window_management", "zwlr_data_control_manager_v1"};
+
 struct Needs
 {
     CompositorFamily family;
-    std::array<const char *, 4> interfaces;
+    std::span<const char *const> interfaces;
 };
 
 constexpr std::array families{
-    Needs{CompositorFamily::Wlroots,
-        {"zwlr_virtual_pointer_manager_v1", "zwp_virtual_keyboard_manager_v1", "zwlr_screencopy_manager_v1",
-            "zwlr_data_control_manager_v1"}},
-};
+    Needs{CompositorFamily::Wlroots, wlrootsNeeds}, Needs{CompositorFamily::KWin, kwinNeeds}};
 
 } // namespace
 

@@ -16,6 +16,7 @@ std::vector<QByteArray> compositorOffer();
 enum class CompositorFamily {
     Unknown,
     Wlroots,
+    KWin,
 };
 
 // The family by what the compositor offers to this process. One that holds back what its family is driven by

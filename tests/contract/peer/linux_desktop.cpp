@@ -1,9 +1,14 @@
 #include "contract/peer/peer_desktop.h"
 
+#include "platform/wayland/connection/wayland_connection.h"
+#include "platform/wayland/kwin/kwin_bus.h"
+#include "platform/wayland/kwin/kwin_scripts.h"
+#include "platform/wayland/kwin/kwin_windows.h"
 #include "platform/wayland/sway/sway_socket.h"
 
 #include <QBuffer>
 #include <QClipboard>
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QImage>
 #include <QJsonArray>
@@ -57,6 +62,63 @@ std::optional<PeerView> viewInSway()
     return PeerView{node["id"_L1].toInt(), frame, inside};
 }
 
+// What belongs to KWin is made when the first window is looked at.
+struct KWin
+{
+    KWinBus bus;
+    KWinScripts scripts{bus};
+    KWinWindows windows{scripts};
+};
+
+KWin &kwin()
+{
+    static KWin made;
+    return made;
+}
+
+// KWin is asked less often than somebody looks, or this program would have no time for its window.
+std::optional<PeerView> viewInKWin()
+{
+    constexpr int lookAgain = 50; // milliseconds
+    static QDeadlineTimer next(0);
+    static std::optional<PeerView> last;
+    if (!next.hasExpired())
+        return last;
+    last.reset();
+    for (const KWinWindow &window : kwin().windows.all()) {
+        if (window.process == getpid())
+            last = PeerView{window.handle, window.frame, window.inside};
+    }
+    next.setRemainingTime(lookAgain);
+    return last;
+}
+
+// Whether there is anything on the clipboard. KWin says nothing of one that is empty, and wl-paste waits for
+// a word.
+bool isOffered()
+{
+    WaylandConnection connection;
+    if (!connection.dataControl())
+        return false;
+    bool isThere = false;
+    static const zwlr_data_control_device_v1_listener listener = [] {
+        zwlr_data_control_device_v1_listener made{};
+        made.data_offer = [](void *, zwlr_data_control_device_v1 *, zwlr_data_control_offer_v1 *) {};
+        made.selection = [](void *there, zwlr_data_control_device_v1 *, zwlr_data_control_offer_v1 *offer) {
+            *static_cast<bool *>(there) = offer != nullptr;
+            if (offer)
+                zwlr_data_control_offer_v1_destroy(offer);
+        };
+        made.finished = [](void *, zwlr_data_control_device_v1 *) {};
+        return made;
+    }();
+    const WaylandOwned<zwlr_data_control_device_v1> device(
+        zwlr_data_control_manager_v1_get_data_device(connection.dataControl(), connection.seat()));
+    zwlr_data_control_device_v1_add_listener(device.get(), &listener, &isThere);
+    connection.roundTrip();
+    return isThere;
+}
+
 void runWith(const QString &program, const QStringList &arguments, const QByteArray &input)
 {
     QProcess process;
@@ -71,7 +133,7 @@ void runWith(const QString &program, const QStringList &arguments, const QByteAr
 std::optional<PeerView> viewOf(const QWidget &window)
 {
     if (isInWayland())
-        return viewInSway();
+        return SwaySocket::isThere() ? viewInSway() : viewInKWin();
     // Not the widget's frame, which stays what it was at the first look.
     return PeerView{static_cast<WindowHandle>(window.winId()),
         window.geometry().marginsAdded(window.windowHandle()->frameMargins()), window.geometry()};
@@ -82,6 +144,10 @@ void place(const PeerView &window, const QRect &inside)
     if (!isInWayland())
         return;
     const QPoint corner = inside.topLeft() - (window.inside.topLeft() - window.frame.topLeft());
+    if (!SwaySocket::isThere()) {
+        kwin().windows.moveTo(window.handle, corner);
+        return;
+    }
     SwaySocket().run(u"[con_id=%1] move absolute position %2 %3"_s.arg(window.handle)
                          .arg(corner.x())
                          .arg(corner.y())
@@ -92,6 +158,8 @@ QString clipboardText()
 {
     if (!isInWayland())
         return QGuiApplication::clipboard()->text();
+    if (!isOffered())
+        return {};
     QProcess paste;
     paste.start(u"wl-paste"_s, {u"--no-newline"_s});
     paste.waitForFinished();

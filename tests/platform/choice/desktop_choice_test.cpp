@@ -2,10 +2,12 @@
 #include "platform/linux/compositor_offer.h"
 #include "platform/platform.h"
 #include "platform/screen.h"
+#include "support/headless_kwin.h"
 #include "support/sway_session.h"
 #include "support/x_server.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -56,6 +58,25 @@ TEST_F(DesktopChoice, isWaylandInASessionThatOffersEverything)
 
     qputenv("QT_QPA_PLATFORM", "xcb"); // Qt's windows would be there
     EXPECT_EQ(chosenDesktop(), DesktopKind::X11);
+}
+
+TEST_F(DesktopChoice, isWaylandWhereKWinTrustsTheProgram)
+{
+    {
+        const HeadlessKWin stranger({u"/usr/bin/env"_s});
+        ASSERT_TRUE(stranger.isReady());
+        stranger.useAsDesktop();
+        qunsetenv("QT_QPA_PLATFORM");
+        EXPECT_FALSE(compositorOffer().empty());
+        EXPECT_EQ(chosenDesktop(), DesktopKind::X11);
+    }
+    const HeadlessKWin session({QFileInfo(u"/proc/self/exe"_s).symLinkTarget()});
+    ASSERT_TRUE(session.isReady());
+    session.useAsDesktop();
+    qunsetenv("QT_QPA_PLATFORM");
+    EXPECT_EQ(familyOf(compositorOffer()), CompositorFamily::KWin);
+    EXPECT_EQ(chosenDesktop(), DesktopKind::Wayland);
+    EXPECT_FALSE(isLoaded("libwayland-client"));
 }
 
 TEST_F(DesktopChoice, isTheUsers)

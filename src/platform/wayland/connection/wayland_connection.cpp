@@ -60,6 +60,8 @@ void WaylandConnection::add(uint32_t name, const char *interface, uint32_t versi
     const auto bind = [&](auto &place, const wl_interface &type, uint32_t wanted) {
         bindTo(place, type, interface, m_registry.get(), name, version, wanted);
     };
+    bind(m_fakeInput, org_kde_kwin_fake_input_interface, 4);
+    bind(m_keyState, org_kde_kwin_keystate_interface, 4);
     bind(m_compositor, wl_compositor_interface, 4);
     bind(m_shm, wl_shm_interface, 1);
     bind(m_viewporter, wp_viewporter_interface, 1);

@@ -23,6 +23,8 @@ public:
 
     bool isOpen() const;
 
+    org_kde_kwin_fake_input *fakeInput() const { return m_fakeInput.get(); }
+    org_kde_kwin_keystate *keyState() const { return m_keyState.get(); }
     wl_compositor *compositor() const { return m_compositor.get(); }
     wl_seat *seat() const { return m_seat.get(); }
     wl_shm *shm() const { return m_shm.get(); }
@@ -59,6 +61,8 @@ private:
 
     WaylandOwned<wl_display> m_display;
     WaylandOwned<wl_registry> m_registry;
+    WaylandOwned<org_kde_kwin_fake_input> m_fakeInput;
+    WaylandOwned<org_kde_kwin_keystate> m_keyState;
     WaylandOwned<wl_compositor> m_compositor;
     WaylandOwned<wl_seat> m_seat;
     WaylandOwned<wl_shm> m_shm;

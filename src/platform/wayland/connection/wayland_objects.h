@@ -4,6 +4,9 @@
 
 #include <memory>
 
+#include <fake-input-client.h>
+#include <keystate-client.h>
+#include <plasma-window-management-client.h>
 #include <viewporter-client.h>
 #include <virtual-keyboard-unstable-v1-client.h>
 #include <wlr-data-control-unstable-v1-client.h>
@@ -20,10 +23,18 @@ namespace plum {
 // Ends an object of the compositor's with the pointer that owns it.
 struct WaylandDeleter
 {
+    void operator()(org_kde_kwin_fake_input *object) const { org_kde_kwin_fake_input_destroy(object); }
+    void operator()(org_kde_kwin_keystate *object) const { org_kde_kwin_keystate_destroy(object); }
+    void operator()(org_kde_plasma_window *object) const { org_kde_plasma_window_destroy(object); }
+    void operator()(org_kde_plasma_window_management *object) const
+    {
+        org_kde_plasma_window_management_destroy(object);
+    }
     void operator()(wl_buffer *object) const { wl_buffer_destroy(object); }
     void operator()(wl_callback *object) const { wl_callback_destroy(object); }
     void operator()(wl_compositor *object) const { wl_compositor_destroy(object); }
     void operator()(wl_display *object) const { wl_display_disconnect(object); }
+    void operator()(wl_keyboard *object) const { wl_keyboard_destroy(object); }
     void operator()(wl_output *object) const { wl_output_destroy(object); }
     void operator()(wl_pointer *object) const { wl_pointer_destroy(object); }
     void operator()(wl_registry *object) const { wl_registry_destroy(object); }
