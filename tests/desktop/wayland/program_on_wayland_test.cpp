@@ -2,11 +2,13 @@
 #include "platform/keyboard.h"
 #include "platform/platform.h"
 #include "platform/pointer.h"
+#include "support/headless_kwin.h"
 #include "support/sway_session.h"
 #include "support/wait_until.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -22,15 +24,32 @@ constexpr quint8 enter = 13;
 constexpr quint8 alt = 18;
 constexpr int seenTime = 5000; // milliseconds, far more than it takes to be seen
 
-// The real program on a sway of its own, worked and seen through the ports of the test's own process.
-class ProgramOnSway : public testing::Test
+struct Sway
+{
+    void useAsDesktop() const
+    {
+        session.useAsDesktop();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    }
+
+    SwaySession session{{u"output HEADLESS-1 resolution 1280x800"_s}};
+};
+
+struct KWin
+{
+    void useAsDesktop() const { session.useAsDesktop(); }
+
+    HeadlessKWin session{{QFileInfo(u"/proc/self/exe"_s).symLinkTarget(), QStringLiteral(PLUM_PROGRAM)}};
+};
+
+// The real program on a compositor of its own, worked and seen through the ports of the test's own process.
+template <typename Compositor> class ProgramOnWayland : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(m_session.isReady());
-        m_session.useAsDesktop();
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+        ASSERT_TRUE(m_compositor.session.isReady());
+        m_compositor.useAsDesktop();
         qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent");
         // As on any desktop, a keyboard and a mouse are there before the first window is.
         platform = createPlatform(folder() + u"/test"_s);
@@ -119,17 +138,18 @@ protected:
         });
     }
 
+    void showAndHideTheLauncherByItsHotkey();
+    void runAScript();
+
     std::unique_ptr<Platform> platform;
 
 private:
-    SwaySession m_session{{u"output HEADLESS-1 resolution 1280x800"_s}};
+    Compositor m_compositor;
     QTemporaryDir m_folder;
     QProcess m_program;
 };
 
-} // namespace
-
-TEST_F(ProgramOnSway, showsAndHidesTheLauncherByItsHotkey)
+template <typename Compositor> void ProgramOnWayland<Compositor>::showAndHideTheLauncherByItsHotkey()
 {
     write(u"config/apps/note/main.wf"_s, "set.app \"ran\"\r\n" + saving("app"));
     start();
@@ -149,7 +169,7 @@ TEST_F(ProgramOnSway, showsAndHidesTheLauncherByItsHotkey)
     EXPECT_TRUE(waitUntil([this] { return results() == QStringList{u"ran"_s}; }));
 }
 
-TEST_F(ProgramOnSway, runsAScriptThatDrivesWindowsMouseAndClipboard)
+template <typename Compositor> void ProgramOnWayland<Compositor>::runAScript()
 {
     start();
     ASSERT_TRUE(comesUpWithTheKeyboard());
@@ -170,6 +190,31 @@ TEST_F(ProgramOnSway, runsAScriptThatDrivesWindowsMouseAndClipboard)
     EXPECT_TRUE(waitUntil([&] { return script.state() == QProcess::NotRunning; }));
     EXPECT_EQ(results(), (QStringList{u"40:50"_s, u"333:444"_s, u"from a script"_s}));
     EXPECT_EQ(platform->windows().rectangle(launcher()).topLeft(), QPoint(40, 50));
+}
+
+using ProgramOnSway = ProgramOnWayland<Sway>;
+using ProgramOnKWin = ProgramOnWayland<KWin>;
+
+} // namespace
+
+TEST_F(ProgramOnSway, showsAndHidesTheLauncherByItsHotkey)
+{
+    showAndHideTheLauncherByItsHotkey();
+}
+
+TEST_F(ProgramOnSway, runsAScriptThatDrivesWindowsMouseAndClipboard)
+{
+    runAScript();
+}
+
+TEST_F(ProgramOnKWin, showsAndHidesTheLauncherByItsHotkey)
+{
+    showAndHideTheLauncherByItsHotkey();
+}
+
+TEST_F(ProgramOnKWin, runsAScriptThatDrivesWindowsMouseAndClipboard)
+{
+    runAScript();
 }
 
 } // namespace plum
