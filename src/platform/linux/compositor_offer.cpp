@@ -87,7 +87,7 @@ constexpr std::array<quint32, 3> request(quint32 kind, quint32 newObject)
 
 QByteArray socketPath()
 {
-    const QByteArray name = qgetenv("WAYLAND_DISPLAY");
+    QByteArray name = qgetenv("WAYLAND_DISPLAY");
     if (name.isEmpty() || name.startsWith('/'))
         return name;
     const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");

@@ -12,7 +12,7 @@
 #include <wlr-data-control-unstable-v1-client.h>
 #include <xdg-output-unstable-v1-client.h>
 // Its header names a parameter with a word of C++.
-#define namespace wl_namespace
+#define namespace wl_namespace // NOLINT(clang-diagnostic-keyword-macro)
 #include <wlr-layer-shell-unstable-v1-client.h>
 #undef namespace
 #include <wlr-screencopy-unstable-v1-client.h>
