@@ -15,7 +15,7 @@ namespace {
 
 constexpr double tapPause = 10;
 constexpr double pastePause = 100;
-constexpr double latestPaste = 2000; // after that pause, for a receiver that takes its time
+constexpr double latestPaste = 500; // after that pause, for a receiver that takes its time
 constexpr double typePause = 10;
 constexpr qsizetype typedAtOnce = 32; // characters
 

@@ -138,13 +138,13 @@ TEST_F(KeyboardScript, SendWaitsForAReceiverThatIsLateBeforeItPutsTheOldTextBack
     clipboard.askedHowOftenTaken = [&] { return std::optional(taken); };
     QString received;
     bench.waiter.onWait = [&] {
-        if (bench.events().last() != u"wait 2000"_s)
+        if (bench.events().last() != u"wait 500"_s)
             return;
         received = clipboard.content;
         ++taken;
     };
     EXPECT_EQ(bench.eventsOf(u"keyboard.send \"new\""_s),
-        pasted(u"new"_s) + (QStringList{u"wait 2000"_s, u"clipboard set old"_s}));
+        pasted(u"new"_s) + (QStringList{u"wait 500"_s, u"clipboard set old"_s}));
     EXPECT_EQ(received, u"new");
 }
 
@@ -166,7 +166,7 @@ TEST_F(KeyboardScript, SendDoesNotTakeAWatcherOfTheClipboardForTheReceiver)
     clipboard.askedHowOftenTaken
         = [&] { return std::optional<quint64>(clipboard.content == u"new" ? 1 : 0); };
     EXPECT_EQ(bench.eventsOf(u"keyboard.send \"new\""_s),
-        pasted(u"new"_s) + (QStringList{u"wait 2000"_s, u"clipboard clear"_s}));
+        pasted(u"new"_s) + (QStringList{u"wait 500"_s, u"clipboard clear"_s}));
 }
 
 TEST_F(KeyboardScript, SendMayPasteTheClipboardItself)
