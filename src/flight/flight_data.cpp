@@ -37,7 +37,7 @@ QJsonObject objectOf(const FlightEntry &entry)
 QStringList textsOf(const QJsonValue &values)
 {
     QStringList texts;
-    for (const QJsonValue &value : values.toArray())
+    for (const auto &value : values.toArray())
         texts += value.toString();
     return texts;
 }
@@ -54,14 +54,14 @@ FlightEntry entryOf(const QJsonObject &object)
     if (end >= 0 && end <= static_cast<int>(RunObserver::LineEnd::Stopped))
         entry.end = static_cast<RunObserver::LineEnd>(end);
     entry.fields = textsOf(object.value(u"fields"));
-    for (const QJsonValue &deed : object.value(u"deeds").toArray()) {
+    for (const auto &deed : object.value(u"deeds").toArray()) {
         // Pages of newer versions may tell more.
         if (const auto kind = FlightDeed::kindOf(deed[0].toString()))
             entry.deeds += FlightEntry::Deed{.what = {*kind, textsOf(deed[1])}};
     }
-    for (const QJsonValue &variable : object.value(u"variables").toArray())
+    for (const auto &variable : object.value(u"variables").toArray())
         entry.variables += {variable[0].toString(), variable[1].toString()};
-    for (const QJsonValue &sight : object.value(u"seen").toArray()) {
+    for (const auto &sight : object.value(u"seen").toArray()) {
         const int kind = sight[0].toInt(-1);
         if (kind < 0 || kind > static_cast<int>(FlightEntry::Sight::Window))
             continue;
@@ -99,7 +99,7 @@ std::optional<FlightLog> flightOfPage(const QByteArray &page)
         return {};
     FlightLog log;
     log.begin(document[u"script"].toString());
-    for (const QJsonValue &line : document[u"lines"].toArray())
+    for (const auto &line : document[u"lines"].toArray())
         log.add(entryOf(line.toObject()));
     return log;
 }

@@ -130,7 +130,7 @@ QString rowOf(const FlightEntry &entry)
     for (const QString &piece :
         {u"<tr class=\""_s, classOf(entry), u"\"><td class=\"n\">"_s, seconds(entry.begun),
             u"</td><td class=\"n\">"_s, entry.end ? milliseconds(entry.lasted) : QString(), u"</td><td>"_s,
-            place, u"</td><td>"_s, QString(entry.depth * 2, QChar(0xa0)), code(entry.line.text),
+            place, u"</td><td>"_s, QString(qsizetype(entry.depth) * 2, QChar(0xa0)), code(entry.line.text),
             u"</td><td>"_s, fields.join(u"<br>"), u"</td><td>"_s, deedsOf(entry), u"</td><td>"_s,
             variables.join(u"<br>"), u"</td></tr>\n"_s})
         row += piece;

@@ -57,7 +57,7 @@ void RecordedClipboard::clear()
 
 JavaScript::Result RecordedJavaScript::evaluate(const QString &program)
 {
-    const Result result = m_platform.javaScript().evaluate(program);
+    Result result = m_platform.javaScript().evaluate(program);
     QStringList values = textsOf(program.size());
     if (!result.ok)
         values += result.value;

@@ -83,7 +83,8 @@ QImage ScreenTile::toImage() const
 
 qsizetype ScreenTile::bytes() const
 {
-    return static_cast<qsizetype>(sizeof *this + m_runs.capacity() * sizeof m_runs.front());
+    const size_t bytes = sizeof *this + m_runs.capacity() * sizeof m_runs.front();
+    return static_cast<qsizetype>(bytes);
 }
 
 } // namespace plum

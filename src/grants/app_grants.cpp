@@ -126,9 +126,9 @@ QByteArray AppGrants::sheetOfPackage(const QString &path)
     Unzip archive(m.paths, m.codec);
     if (!folder.isValid() || !archive.Init(path))
         return {};
-    std::vector<bool> isLookedAt;
+    std::vector<bool> isLookedAt(size_t(archive.Count()));
     for (int i = 0; i < archive.Count(); ++i)
-        isLookedAt.push_back(archive.EntryInfo(i).uncompressedSize <= largestLookedAt);
+        isLookedAt[size_t(i)] = archive.EntryInfo(i).uncompressedSize <= largestLookedAt;
     if (!archive.unzip(folder.path(), isLookedAt))
         return {};
     const auto sheet = computeSheetOf(

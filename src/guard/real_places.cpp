@@ -74,7 +74,7 @@ QString RealPlaces::place(const QString &object, const QString &keyword) const
 {
     const qsizetype colon = object.indexOf(u':');
     const QString root = object.first(colon + 1);
-    const QString rest = object.sliced(colon + 1);
+    QString rest = object.sliced(colon + 1);
     if (root == "app:"_L1)
         return m_folders.app(keyword) + u'\\' + rest;
     if (root == "apps:"_L1)

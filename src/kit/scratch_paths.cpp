@@ -46,7 +46,7 @@ QString ScratchPaths::toSystem(const QString &path) const
     // A run may have been told of a copy.
     if (real.startsWith(m_folder + u'/'))
         real = realOf(real);
-    const QString copy = copyOf(real);
+    QString copy = copyOf(real);
     if (!m_fetched.contains(copy)) {
         m_fetched.insert(copy);
         fetch(real, copy);

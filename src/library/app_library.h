@@ -138,7 +138,7 @@ public:
     void OpenAppFolder(const QString &keyword);
 
     // Reads `mostBytes` of the script at most.
-    AppGuide guide(const QString &keyword, qint64 mostBytes = 64 * 1024) const;
+    AppGuide guide(const QString &keyword, qint64 mostBytes = qint64(64) * 1024) const;
 
     const AppFolders &folders() const { return m_folders; }
 

@@ -109,7 +109,7 @@ PackageRecord PackageRecord::fromJson(const QByteArray &json)
             {measure.value(sizeKey).toInteger(), static_cast<quint32>(measure.value(crcKey).toInteger())});
     }
     const QJsonArray folderNames = whole.value(foldersKey).toArray();
-    for (const QJsonValue &name : folderNames)
+    for (const auto &name : folderNames)
         record.folders.insert(name.toString());
     record.origin = originOf(whole.value(originKey));
     record.before = originOf(whole.value(beforeKey));

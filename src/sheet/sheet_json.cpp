@@ -121,7 +121,7 @@ std::optional<Sheet> sheetFromJson(const QJsonObject &json)
         if (row == classKeys.end() || !each.value().isArray())
             return {};
         const QJsonArray words = each.value().toArray();
-        for (const QJsonValue &word : words) {
+        for (const auto &word : words) {
             if (!word.isString() || word.toString().isEmpty()
                 || !addWord(sheet, row->effectClass, word.toString()))
                 return {};

@@ -43,7 +43,7 @@ std::optional<RoleKeys> roleKeysOf(const QJsonObject &object)
         return std::nullopt;
     RoleKeys role;
     role.threshold = *threshold;
-    for (const QJsonValue &each : keys) {
+    for (const auto &each : keys) {
         const auto key = PublicKey::fromHex(each.toString().toLatin1());
         if (!key || !role.keys.insert(*key).second)
             return std::nullopt;

@@ -80,7 +80,7 @@ bool readPackages(const QJsonValue &value, std::vector<IndexedPackage> &packages
     if (!value.isArray() && !value.isUndefined())
         return false;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue &each : array) {
+    for (const auto &each : array) {
         auto package = packageOf(each.toObject());
         if (!package || paths.contains(package->path))
             return false;
@@ -150,7 +150,7 @@ std::optional<StoreIndex> StoreIndex::parse(const QByteArray &json)
         || !readPackages(object->value("older"_L1), index.older, paths))
         return std::nullopt;
     const QJsonArray revocations = object->value("revoked"_L1).toArray();
-    for (const QJsonValue &each : revocations) {
+    for (const auto &each : revocations) {
         const auto checksum = checksumField(each.toObject(), "sha256"_L1);
         if (!checksum)
             return std::nullopt;

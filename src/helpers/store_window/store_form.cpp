@@ -212,7 +212,7 @@ void StoreForm::forgetProgress()
 void StoreForm::setApps(const QJsonArray &apps)
 {
     m_apps.clear();
-    for (const QJsonValue &each : apps) {
+    for (const auto &each : apps) {
         const QJsonObject app = each.toObject();
         const QString keyword = app.value("keyword"_L1).toString();
         connect(m_apps.addAction(captionOf(app)), &QAction::triggered, this,

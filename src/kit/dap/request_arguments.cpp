@@ -68,7 +68,7 @@ QStringList RequestArguments::texts(const QString &name) const
     if (has(name) && !m_values[name].isArray())
         refuse(name, u"a list of texts"_s);
     QStringList found;
-    for (const QJsonValue &value : m_values[name].toArray()) {
+    for (const auto &value : m_values[name].toArray()) {
         if (!value.isString())
             refuse(name, u"a list of texts"_s);
         found += value.toString();
@@ -88,7 +88,7 @@ QList<RequestArguments> RequestArguments::objects(const QString &name) const
     if (has(name) && !m_values[name].isArray())
         refuse(name, u"a list of objects"_s);
     QList<RequestArguments> found;
-    for (const QJsonValue &value : m_values[name].toArray()) {
+    for (const auto &value : m_values[name].toArray()) {
         if (!value.isObject())
             refuse(name, u"a list of objects"_s);
         found += RequestArguments(value.toObject(), full(name));

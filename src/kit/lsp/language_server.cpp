@@ -86,7 +86,7 @@ void LanguageServer::change(const QString &address, const QJsonArray &changes)
     const auto script = m_scripts.find(address);
     if (script == m_scripts.end())
         return;
-    for (const QJsonValue &change : changes) {
+    for (const auto &change : changes) {
         const QString text = change[u"text"_s].toString();
         const QJsonValue range = change[u"range"_s];
         if (range.isObject())
