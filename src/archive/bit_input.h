@@ -71,20 +71,21 @@ public:
     {
         const quint8 *next;
         quint64 bits; // above `count`, those of the bytes from `next` on
-        int count;
+        quint32 count; // its lowest 8 bits are; what is above them has no meaning
 
         // At least 56 bits are there afterwards. Reads 8 bytes, takes at most 7.
         void fill()
         {
-            bits |= qFromLittleEndian<quint64>(next) << count;
-            next += (63 - count) >> 3;
+            bits |= qFromLittleEndian<quint64>(next) << (count & 63);
+            next += 7 - (count >> 3 & 7);
             count |= 56;
         }
 
-        void drop(int n)
+        // Takes as many bits as the lowest 8 bits of `entry` say, 63 at most.
+        void drop(quint32 entry)
         {
-            bits >>= n;
-            count -= n;
+            bits >>= entry & 63;
+            count -= entry;
         }
     };
 
@@ -92,12 +93,12 @@ public:
     bool atHand(qint64 bytes) { return m_end - m_next >= bytes || (more() && m_end - m_next >= bytes); }
 
     const quint8 *pieceEnd() const { return m_end; }
-    Registers registers() const { return {m_next, m_bits, m_count}; }
+    Registers registers() const { return {m_next, m_bits, static_cast<quint32>(m_count)}; }
     void setRegisters(const Registers &state)
     {
         m_next = state.next;
-        m_count = state.count;
-        m_bits = state.bits & ((quint64{1} << state.count) - 1);
+        m_count = static_cast<int>(state.count & 0xFF);
+        m_bits = state.bits & ((quint64{1} << m_count) - 1);
     }
 
 private:

@@ -10,13 +10,35 @@ namespace plum {
 namespace {
 
 constexpr qint64 longestCopy = 258;
-constexpr qint64 outputSlack = longestCopy + 2 * copyUnit; // what one pass of the inner loop may write
+constexpr qint64 outputSlack = longestCopy + 3 * copyUnit; // what one pass of the inner loop may write
+constexpr double worthJoining = 0.2; // a smaller share makes jumps unforeseeable and saves little
 constexpr qint64 inputSlack = 24; // what it may read
 
-qint64 rangeValue(DecodeEntry entry, quint64 bits)
+qint64 lengthOf(DecodeEntry entry, quint64 bits)
 {
-    const quint64 all = bits & ((quint64{1} << decode::totalBits(entry)) - 1);
-    return static_cast<qint64>(decode::value(entry) + (all >> decode::codeBits(entry)));
+    return static_cast<qint64>(decode::shortestLength + (entry >> 24) + decode::extra(entry, bits));
+}
+
+qint64 distanceOf(DecodeEntry entry, quint64 bits)
+{
+    return static_cast<qint64>(decode::value(entry) + decode::extra(entry, bits));
+}
+
+// How many of a hundred codes will be joined with their neighbour.
+double joinedShare(std::span<const quint8> codeLengths)
+{
+    std::array<double, deflate::longestCode + 1> literals{};
+    std::array<double, deflate::longestCode + 1> all{};
+    for (size_t symbol = 0; symbol < codeLengths.size(); ++symbol) {
+        all[codeLengths[symbol]] += 1;
+        literals[codeLengths[symbol]] += symbol < deflate::endOfBlock ? 1 : 0;
+    }
+    double share = 0;
+    for (size_t first = 1; first < literalPrimaryBits; ++first) {
+        for (size_t second = 1; first + second <= literalPrimaryBits; ++second)
+            share += literals[first] * all[second] / static_cast<double>(1 << (first + second));
+    }
+    return share;
 }
 
 // Always writes two bytes, of which the second may be one too many.
@@ -141,7 +163,8 @@ InflateOutcome InflateDecoder::dynamicBlock()
     if (!m_tables.literals.build(lengths.first(literalCount), literalMeanings(m_stream.deflate64))
         || !m_tables.distances.build(lengths.last(distanceCount), distanceMeanings(m_stream.deflate64)))
         return InflateOutcome::DynamicOverSubscribed;
-    m_tables.literals.joinLiterals();
+    if (joinedShare(lengths.first(literalCount)) > worthJoining)
+        m_tables.literals.joinLiterals();
     return symbols(m_tables.literals, m_tables.distances);
 }
 
@@ -153,7 +176,7 @@ InflateOutcome InflateDecoder::readCodeLengths(std::span<quint8> lengths)
         const DecodeEntry entry = m_tables.codeLengths.first(m_input.bits());
         if (entry == decode::invalid)
             return InflateOutcome::DataError;
-        m_input.drop(decode::codeBits(entry));
+        m_input.drop(decode::totalBits(entry));
         const quint32 symbol = decode::value(entry) & 0xFF;
         if (symbol < 16) {
             lengths[at++] = static_cast<quint8>(symbol);
@@ -183,10 +206,8 @@ InflateOutcome InflateDecoder::symbols(const LiteralTable &literals, const Dista
 {
     for (;;) {
         Step step = Step::Symbol;
-        if (readyForMany()) {
-            step = m_stream.deflate64 ? manySymbols<true>(literals, distances)
-                                      : manySymbols<false>(literals, distances);
-        }
+        if (readyForMany())
+            step = manySymbols(literals, distances);
         if (step == Step::Symbol)
             step = oneSymbol(literals, distances);
         if (step == Step::EndOfBlock)
@@ -205,9 +226,11 @@ bool InflateDecoder::readyForMany()
     return room() >= outputSlack && m_input.atHand(inputSlack);
 }
 
-// The inner loop. It runs as long as neither end is near, so nothing is checked but distances.
+// The inner loop. It runs as long as neither end is near, so nothing is checked but distances. The entry of
+// the next code is looked up before what the last one said is done, so that neither waits for the other.
 template <bool Deflate64>
-InflateDecoder::Step InflateDecoder::manySymbols(const LiteralTable &literals, const DistanceTable &distances)
+[[gnu::always_inline]] inline InflateDecoder::Step InflateDecoder::innerLoop(
+    const LiteralTable &literals, const DistanceTable &distances)
 {
     BitInput::Registers in = m_input.registers();
     const quint8 *const inputEnd = m_input.pieceEnd() - inputSlack;
@@ -220,104 +243,141 @@ InflateDecoder::Step InflateDecoder::manySymbols(const LiteralTable &literals, c
         return step;
     };
 
-    while (in.next <= inputEnd && out <= outputEnd) {
-        in.fill();
-        DecodeEntry entry = literals.first(in.bits);
+    in.fill();
+    DecodeEntry entry = literals.first(in.bits);
+    do {
+        quint64 bits = in.bits; // from the entry's code on
+        in.drop(entry);
         if (entry & decode::literal) {
-            in.drop(decode::totalBits(entry));
             out = putLiterals(out, entry);
-            entry = literals.first(in.bits);
+            bits = in.bits;
+            entry = literals.first(bits);
+            in.drop(entry);
             if (entry & decode::literal) {
-                in.drop(decode::totalBits(entry));
                 out = putLiterals(out, entry);
-                entry = literals.first(in.bits);
+                bits = in.bits;
+                entry = literals.first(bits);
+                in.drop(entry);
                 if (entry & decode::literal) {
-                    in.drop(decode::totalBits(entry));
                     out = putLiterals(out, entry);
+                    in.fill();
+                    entry = literals.first(in.bits);
                     continue;
                 }
             }
         }
         if (entry & decode::exceptional) {
             if (entry & decode::link) {
-                in.drop(decode::totalBits(entry));
-                entry = literals.second(entry, in.bits);
-                if (entry & decode::literal) {
-                    in.drop(decode::totalBits(entry));
-                    out = putLiterals(out, entry);
-                    continue;
-                }
+                bits = in.bits;
+                entry = literals.second(entry, bits);
+                in.drop(entry);
             }
-            if (entry & decode::exceptional) {
-                in.drop(decode::totalBits(entry));
-                if (entry & decode::end)
-                    return leave(Step::EndOfBlock);
-                return leave(fail(InflateOutcome::DataError));
+            if (entry & decode::literal) {
+                out = putLiterals(out, entry);
+                in.fill();
+                entry = literals.first(in.bits);
+                continue;
             }
+            if (entry & decode::exceptional)
+                return leave(entry & decode::end ? Step::EndOfBlock : fail(InflateOutcome::DataError));
         }
-        const qint64 length = rangeValue(entry, in.bits);
-        in.drop(decode::totalBits(entry));
+        *out = static_cast<quint8>(decode::value(entry));
+        out += (entry & decode::literalBefore) / decode::literalBefore;
+        const qint64 length = lengthOf(entry, bits);
 
         in.fill();
-        entry = distances.first(in.bits);
+        bits = in.bits;
+        entry = distances.first(bits);
+        in.drop(entry);
         if (entry & decode::exceptional) {
             if (entry & decode::link) {
-                in.drop(decode::totalBits(entry));
-                entry = distances.second(entry, in.bits);
+                bits = in.bits;
+                entry = distances.second(entry, bits);
+                in.drop(entry);
             }
             if (entry & decode::exceptional)
                 return leave(fail(InflateOutcome::DataError));
         }
-        const qint64 distance = rangeValue(entry, in.bits);
-        in.drop(decode::totalBits(entry));
+        const qint64 distance = distanceOf(entry, bits);
         if (Deflate64 && length > longestCopy) {
             leave(Step::Symbol);
             return putCopy(length, distance);
         }
         if (distance > out - windowStart)
             return leave(fail(InflateOutcome::DataError));
+        entry = literals.first(in.bits);
+        in.fill();
         wideCopy(out, length, distance);
         out += length;
-    }
+    } while (in.next <= inputEnd && out <= outputEnd);
     return leave(Step::Symbol);
 }
+
+#ifdef __x86_64__
+
+// Shifts by a number of bits that is not known before take a third of the instructions.
+template <bool Deflate64>
+[[gnu::target("bmi2")]] InflateDecoder::Step InflateDecoder::innerLoopWithBmi2(
+    const LiteralTable &literals, const DistanceTable &distances)
+{
+    return innerLoop<Deflate64>(literals, distances);
+}
+
+InflateDecoder::Step InflateDecoder::manySymbols(const LiteralTable &literals, const DistanceTable &distances)
+{
+    static const bool hasBmi2 = __builtin_cpu_supports("bmi2");
+    if (hasBmi2) {
+        return m_stream.deflate64 ? innerLoopWithBmi2<true>(literals, distances)
+                                  : innerLoopWithBmi2<false>(literals, distances);
+    }
+    return m_stream.deflate64 ? innerLoop<true>(literals, distances) : innerLoop<false>(literals, distances);
+}
+
+#else
+
+InflateDecoder::Step InflateDecoder::manySymbols(const LiteralTable &literals, const DistanceTable &distances)
+{
+    return m_stream.deflate64 ? innerLoop<true>(literals, distances) : innerLoop<false>(literals, distances);
+}
+
+#endif
 
 InflateDecoder::Step InflateDecoder::oneSymbol(const LiteralTable &literals, const DistanceTable &distances)
 {
     if (m_input.readFailed())
         return fail(InflateOutcome::ReadFailed);
-    const auto find = [this](const auto &table) {
+    quint64 bits = 0; // from the entry's code on
+    const auto take = [&](const auto &table) {
         m_input.fill();
-        DecodeEntry entry = table.first(m_input.bits());
+        bits = m_input.bits();
+        DecodeEntry entry = table.first(bits);
+        m_input.drop(decode::totalBits(entry));
         if ((entry & decode::exceptional) && (entry & decode::link)) {
+            bits = m_input.bits();
+            entry = table.second(entry, bits);
             m_input.drop(decode::totalBits(entry));
-            entry = table.second(entry, m_input.bits());
         }
         return entry;
     };
-    const auto takeRange = [this](DecodeEntry entry) {
-        const qint64 value = rangeValue(entry, m_input.bits());
-        m_input.drop(decode::totalBits(entry));
-        return value;
-    };
 
-    DecodeEntry entry = find(literals);
+    DecodeEntry entry = take(literals);
     if (entry & decode::literal) {
-        m_input.drop(decode::totalBits(entry));
         const Step step = putLiteral(static_cast<quint8>(decode::value(entry)));
         const bool isPair = decode::codeBits(entry) == 2;
         return step == Step::Symbol && isPair ? putLiteral(static_cast<quint8>(decode::value(entry) >> 8))
                                               : step;
     }
-    if (entry & decode::exceptional) {
-        m_input.drop(decode::totalBits(entry));
+    if (entry & decode::exceptional)
         return entry & decode::end ? Step::EndOfBlock : fail(InflateOutcome::DataError);
+    if (entry & decode::literalBefore) {
+        if (const Step step = putLiteral(static_cast<quint8>(decode::value(entry))); step != Step::Symbol)
+            return step;
     }
-    const qint64 length = takeRange(entry);
-    entry = find(distances);
+    const qint64 length = lengthOf(entry, bits);
+    entry = take(distances);
     if (entry & decode::exceptional)
         return fail(InflateOutcome::DataError);
-    return putCopy(length, takeRange(entry));
+    return putCopy(length, distanceOf(entry, bits));
 }
 
 InflateDecoder::Step InflateDecoder::putLiteral(quint8 byte)

@@ -40,7 +40,10 @@ private:
     InflateOutcome readCodeLengths(std::span<quint8> lengths);
 
     InflateOutcome symbols(const LiteralTable &literals, const DistanceTable &distances);
-    template <bool Deflate64> Step manySymbols(const LiteralTable &literals, const DistanceTable &distances);
+    Step manySymbols(const LiteralTable &literals, const DistanceTable &distances);
+    template <bool Deflate64> Step innerLoop(const LiteralTable &literals, const DistanceTable &distances);
+    template <bool Deflate64>
+    Step innerLoopWithBmi2(const LiteralTable &literals, const DistanceTable &distances);
     Step oneSymbol(const LiteralTable &literals, const DistanceTable &distances);
     bool readyForMany();
 

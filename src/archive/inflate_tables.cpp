@@ -1,7 +1,6 @@
 #include "archive/inflate_tables.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace plum {
 
@@ -9,12 +8,17 @@ namespace {
 
 constexpr DecodeEntry literalMeaning(int symbol)
 {
-    return decode::literal | static_cast<DecodeEntry>(symbol) << 16;
+    return decode::literal | decode::oneLiteral | static_cast<DecodeEntry>(symbol) << 16;
 }
 
 constexpr DecodeEntry rangeMeaning(deflate::Range range)
 {
     return static_cast<DecodeEntry>(range.base) << 16 | range.extraBits;
+}
+
+constexpr DecodeEntry lengthMeaning(deflate::Range range)
+{
+    return (range.base - decode::shortestLength) << 24 | range.extraBits;
 }
 
 constexpr auto makeLiteralMeanings(bool deflate64)
@@ -25,9 +29,9 @@ constexpr auto makeLiteralMeanings(bool deflate64)
     meanings[deflate::endOfBlock] = decode::exceptional | decode::end;
     size_t symbol = deflate::firstLengthSymbol;
     for (const deflate::Range range : deflate::lengths)
-        meanings[symbol++] = rangeMeaning(range);
+        meanings[symbol++] = lengthMeaning(range);
     if (deflate64)
-        meanings[symbol - 1] = rangeMeaning(deflate::deflate64LastLength);
+        meanings[symbol - 1] = lengthMeaning(deflate::deflate64LastLength);
     while (symbol < meanings.size())
         meanings[symbol++] = decode::invalid;
     return meanings;
@@ -69,7 +73,8 @@ constexpr quint32 reversed(quint32 code, int bits)
 
 constexpr DecodeEntry withCode(DecodeEntry meaning, int codeBits)
 {
-    return meaning + (static_cast<DecodeEntry>(codeBits) << 8 | static_cast<DecodeEntry>(codeBits));
+    const auto bits = static_cast<DecodeEntry>(codeBits);
+    return meaning + (meaning & decode::literal ? bits : bits << 8 | bits);
 }
 
 } // namespace
@@ -119,7 +124,6 @@ bool DecodeTable<PrimaryBits, LongestCode, Symbols>::build(
     }
 
     const int primaryBits = std::min(longest, PrimaryBits);
-    m_primaryMask = (quint64{1} << primaryBits) - 1;
 
     // The table grows with the length of the codes: what stands there for one length is repeated once for
     // the next one, and new codes are put on top of it.
@@ -134,6 +138,8 @@ bool DecodeTable<PrimaryBits, LongestCode, Symbols>::build(
         for (int i = 0; i < count[static_cast<size_t>(length)]; ++i)
             m_entries[reversed(code++, length)] = withCode(meanings[ordered[index++]], length);
     }
+    for (; size < primarySize; size *= 2)
+        std::copy_n(m_entries.begin(), size, m_entries.begin() + static_cast<std::ptrdiff_t>(size));
 
     const int tailBits = longest - primaryBits;
     const quint32 tailMask = (1U << tailBits) - 1;
@@ -168,26 +174,23 @@ bool DecodeTable<PrimaryBits, LongestCode, Symbols>::build(
 template <int PrimaryBits, int LongestCode, int Symbols>
 void DecodeTable<PrimaryBits, LongestCode, Symbols>::joinLiterals()
 {
-    constexpr DecodeEntry one = 1 << 8;
-    constexpr DecodeEntry codeBitsField = 0xF << 8;
-    const auto alone = [](DecodeEntry entry) { return (entry & ~codeBitsField) | one; };
-
-    for (DecodeEntry &entry : std::span(m_entries).first(m_size).subspan(m_primaryMask + 1)) {
-        if (entry & decode::literal)
-            entry = alone(entry);
-    }
-    // Downwards: the second literal's entry stands at a lower index and is not joined yet.
-    for (quint64 index = m_primaryMask + 1; index-- > 0;) {
+    constexpr DecodeEntry firstByte = 0xFFU << 16;
+    constexpr DecodeEntry lengthField = 0xFFU << 24;
+    // Downwards: the second code's entry stands at a lower index and is not joined yet. Chosen without jumps,
+    // which nobody could foresee.
+    for (size_t index = primarySize; index-- > 0;) {
         const DecodeEntry entry = m_entries[index];
-        if (!(entry & decode::literal))
-            continue;
-        const int firstBits = decode::totalBits(entry);
-        const DecodeEntry next = m_entries[index >> firstBits];
-        const bool fits
-            = (next & decode::literal) && firstBits + decode::totalBits(next) <= std::popcount(m_primaryMask);
-        m_entries[index] = fits ? decode::literal | (decode::value(entry) | decode::value(next) << 8) << 16
-                | 2 * one | static_cast<DecodeEntry>(firstBits + decode::totalBits(next))
-                                : alone(entry);
+        const DecodeEntry next = m_entries[index >> (decode::totalBits(entry) & 31)];
+        const auto extraBits = static_cast<DecodeEntry>(decode::totalBits(next) - decode::codeBits(next));
+        const auto all = static_cast<DecodeEntry>(decode::totalBits(entry) + decode::totalBits(next));
+        const DecodeEntry pair = decode::literal | 2 * decode::oneLiteral | (entry & firstByte)
+            | decode::value(next) << 24 | all;
+        const DecodeEntry range = decode::literalBefore | (entry & firstByte) | (next & lengthField)
+            | (all - extraBits) << 8 | all;
+        const DecodeEntry joined = next & decode::literal ? pair : range;
+        const DecodeEntry codes = next & decode::literal ? all : all - extraBits;
+        const bool fits = (entry & decode::literal) && !(next & decode::exceptional) && codes <= PrimaryBits;
+        m_entries[index] = fits ? joined : entry;
     }
 }
 

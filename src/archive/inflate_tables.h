@@ -47,17 +47,21 @@ inline constexpr std::array<quint8, codeLengthSymbols> codeLengthOrder{
 } // namespace deflate
 
 // One entry of a decoding table, made to be used with few instructions:
-// bits 0-7 all bits to take from the input (code and extra bits), 8-11 the bits of the code itself (for a
-// table with joined literals: the number of literals), 12-15 the kind, 16-31 the value (literals, base of a
-// length or distance, start of a second-level table).
+// bits 0-7 all bits to take from the input (code and extra bits), 8-11 the bits of the code itself, 12-15 the
+// kind, 16-31 the value (symbol, base of a distance, start of a second-level table).
+// In the table of literals and lengths a length less 3 stands in the bits 24-31, and literals stand before
+// what follows them: with `literal`, 8-11 are the number of literals, the first one in the bits 16-23; a
+// length with `literalBefore` has a literal in the bits 16-23 that comes out first.
 using DecodeEntry = quint32;
 
 namespace decode {
 
 inline constexpr DecodeEntry literal = 1U << 15;
+inline constexpr DecodeEntry oneLiteral = 1U << 8; // with literal: how many come out
 inline constexpr DecodeEntry exceptional = 1U << 14; // neither literal nor range
 inline constexpr DecodeEntry end = 1U << 13; // with exceptional: end of block
 inline constexpr DecodeEntry link = 1U << 12; // with exceptional: go on in a second-level table
+inline constexpr DecodeEntry literalBefore = 1U << 12; // with neither literal nor exceptional
 inline constexpr DecodeEntry invalid = exceptional; // with exceptional alone: no such code
 
 constexpr int totalBits(DecodeEntry entry)
@@ -73,9 +77,17 @@ constexpr quint32 value(DecodeEntry entry)
     return entry >> 16;
 }
 
+// What the extra bits of a range say, given the input from its code on.
+constexpr quint64 extra(DecodeEntry entry, quint64 bits)
+{
+    return (bits & ((quint64{1} << totalBits(entry)) - 1)) >> codeBits(entry);
+}
+
+constexpr quint32 shortestLength = 3;
+
 } // namespace decode
 
-// A prefix code as a table of two levels: the first is indexed by the next `primaryBits` input bits, longer
+// A prefix code as a table of two levels: the first is indexed by the next `PrimaryBits` input bits, longer
 // codes go on in a second-level table. Codes that no symbol has lead to `decode::invalid`.
 template <int PrimaryBits, int LongestCode, int Symbols> class DecodeTable
 {
@@ -84,11 +96,11 @@ public:
     // False for an over-subscribed code; an incomplete one is accepted, an empty one too.
     bool build(std::span<const quint8> codeLengths, std::span<const DecodeEntry, Symbols> meanings);
 
-    // Joins literals that stand next to each other in the input into one entry where both codes fit into
-    // the first level: the value's low byte comes out first, codeBits() is how many bytes come out.
+    // Joins a literal with the literal or length that follows it in the input into one entry where both codes
+    // fit into the first level. For the table of literals and lengths alone.
     void joinLiterals();
 
-    DecodeEntry first(quint64 bits) const { return m_entries[bits & m_primaryMask]; }
+    DecodeEntry first(quint64 bits) const { return m_entries[bits & (primarySize - 1)]; }
 
     // The entry for `bits`, which stand behind those of `link`.
     DecodeEntry second(DecodeEntry link, quint64 bits) const
@@ -98,12 +110,12 @@ public:
     }
 
 private:
+    static constexpr size_t primarySize = size_t{1} << PrimaryBits;
     static constexpr int secondBits = LongestCode - PrimaryBits;
 
-    quint64 m_primaryMask = 0;
     size_t m_size = 0; // of both levels
     // Every second-level table holds one symbol at least.
-    std::array<DecodeEntry, (1 << PrimaryBits) + (Symbols << secondBits)> m_entries{};
+    std::array<DecodeEntry, primarySize + (Symbols << secondBits)> m_entries{};
 };
 
 inline constexpr int literalPrimaryBits = 11;
