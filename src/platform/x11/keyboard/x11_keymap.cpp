@@ -101,16 +101,16 @@ void X11Keymap::load()
 
 void X11Keymap::readModifierKeys()
 {
-    m_modifierKeys = {};
+    for (std::vector<xcb_keycode_t> &keys : m_keysOfModifiers)
+        keys.clear();
     const auto found = m_connection.reply(xcb_get_modifier_mapping_reply, xcb_get_modifier_mapping);
     if (!found)
         return;
     const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(found.get());
     const int perModifier = found->keycodes_per_modifier;
     for (int i = 0; i < xcb_get_modifier_mapping_keycodes_length(found.get()); ++i) {
-        xcb_keycode_t &key = m_modifierKeys[static_cast<size_t>(i / perModifier)];
-        if (key == 0)
-            key = keys[i];
+        if (keys[i] != 0)
+            m_keysOfModifiers[static_cast<size_t>(i / perModifier)].push_back(keys[i]);
     }
 }
 
@@ -244,12 +244,12 @@ std::optional<std::vector<xcb_keycode_t>> X11Keymap::modifierKeys(uint8_t mask) 
     if ((mask & XCB_MOD_MASK_LOCK) != 0)
         return {};
     std::vector<xcb_keycode_t> keys;
-    for (size_t bit = 0; bit < m_modifierKeys.size(); ++bit) {
+    for (size_t bit = 0; bit < m_keysOfModifiers.size(); ++bit) {
         if ((mask >> bit & 1U) == 0)
             continue;
-        if (m_modifierKeys[bit] == 0)
+        if (m_keysOfModifiers[bit].empty())
             return {};
-        keys.push_back(m_modifierKeys[bit]);
+        keys.push_back(m_keysOfModifiers[bit].front());
     }
     return keys;
 }
@@ -317,14 +317,12 @@ std::optional<xcb_keycode_t> X11Keymap::existingKeyFor(char letter)
 
 uint16_t X11Keymap::modifierWith(xkb_keysym_t symbol)
 {
-    const auto found = m_connection.reply(xcb_get_modifier_mapping_reply, xcb_get_modifier_mapping);
-    if (!found || !refresh())
+    if (!refresh())
         return 0;
-    const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(found.get());
-    const int count = xcb_get_modifier_mapping_keycodes_length(found.get());
-    for (int i = 0; i < count; ++i) {
-        if (keys[i] != 0 && keyHas(keys[i], symbol))
-            return static_cast<uint16_t>(1U << (i / found->keycodes_per_modifier));
+    for (size_t bit = 0; bit < m_keysOfModifiers.size(); ++bit) {
+        if (std::ranges::any_of(
+                m_keysOfModifiers[bit], [&](xcb_keycode_t key) { return keyHas(key, symbol); }))
+            return static_cast<uint16_t>(1U << bit);
     }
     return 0;
 }
