@@ -1,6 +1,5 @@
 #include "ui/hotkey_window.h"
 
-#include "engine/text_functions.h"
 #include "library/settings_file.h"
 #include "look/fitting_area.h"
 #include "look/moveit.h"
@@ -165,16 +164,13 @@ void hotkey::SetNew(RegisterFlag flag)
 {
     if (flag == Register)
         m_module.UnregisterLauncherHotkey();
-    const QString name = Piece(m_module.hotkeyText, u"+"_s, 0);
-    const QString letter = Piece(m_module.hotkeyText, u"+"_s, 1);
+    const sethotkey::Choice named = m_module.choice();
     // A name that is none of the three keeps the flags of the last choice; kept.
-    for (size_t i = 0; i < sethotkey::modifiers.size(); ++i) {
-        if (name == sethotkey::modifiers[i].name) {
-            optKey[i]->setChecked(true);
-            choose(static_cast<int>(i));
-        }
+    if (named.modifier) {
+        optKey[*named.modifier]->setChecked(true);
+        choose(static_cast<int>(*named.modifier));
     }
-    cboLetter->setCurrentIndex(cboLetter->findText(letter, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    cboLetter->setCurrentIndex(cboLetter->findText(named.letter, Qt::MatchExactly | Qt::MatchCaseSensitive));
     if (flag == Register)
         m_module.RegisterLauncherHotkey(cboLetter->currentText());
 }

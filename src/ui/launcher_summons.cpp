@@ -46,8 +46,13 @@ void LauncherSummons::startHotkey()
     if (!m.settings.exists())
         return;
     m_module.hotkeyText = m.settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
-    makeHotkeyWindow();
-    m_hotkeyWindow->SetNew(hotkey::Register);
+    m_module.registerChoice();
+}
+
+void LauncherSummons::loadHotkeyWindow()
+{
+    if (m.settings.exists())
+        makeHotkeyWindow();
 }
 
 void LauncherSummons::showAndActivate()
