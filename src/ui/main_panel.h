@@ -73,6 +73,7 @@ Q_SIGNALS:
     void exitRequested();
 
 protected:
+    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
