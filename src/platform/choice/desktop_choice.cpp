@@ -24,18 +24,24 @@ DesktopKind chosenDesktop()
 }
 
 // The helper programs lie in folders of their own, below the one of the program.
-PlatformModule *backendFor(DesktopKind kind)
+QString backendFile(DesktopKind kind)
 {
     const QString name = kind == DesktopKind::Wayland ? u"plum-wayland.so"_s : u"plum-x11.so"_s;
     constexpr int deepest = 5; // folders
     QDir folder = QFileInfo(QFileInfo(u"/proc/self/exe"_s).symLinkTarget()).dir();
     for (int depth = 0; depth < deepest; ++depth) {
         if (folder.exists(name))
-            return qobject_cast<PlatformModule *>(QPluginLoader(folder.filePath(name)).instance());
+            return folder.filePath(name);
         if (!folder.cdUp())
             break;
     }
-    return nullptr;
+    return {};
+}
+
+PlatformModule *backendFor(DesktopKind kind)
+{
+    const QString file = backendFile(kind);
+    return file.isEmpty() ? nullptr : qobject_cast<PlatformModule *>(QPluginLoader(file).instance());
 }
 
 } // namespace plum
