@@ -114,14 +114,17 @@ constexpr std::array wlrootsNeeds{"zwlr_virtual_pointer_manager_v1", "zwp_virtua
 constexpr std::array kwinNeeds{
     "org_kde_kwin_fake_input", "org_kde_plasma_window_management", "zwlr_data_control_manager_v1"};
 
+// What it is driven by is on the session bus; this one is its own.
+constexpr std::array mutterNeeds{"gtk_shell1"};
+
 struct Needs
 {
     CompositorFamily family;
     std::span<const char *const> interfaces;
 };
 
-constexpr std::array families{
-    Needs{CompositorFamily::Wlroots, wlrootsNeeds}, Needs{CompositorFamily::KWin, kwinNeeds}};
+constexpr std::array families{Needs{CompositorFamily::Wlroots, wlrootsNeeds},
+    Needs{CompositorFamily::KWin, kwinNeeds}, Needs{CompositorFamily::Mutter, mutterNeeds}};
 
 } // namespace
 

@@ -17,6 +17,7 @@ enum class CompositorFamily {
     Unknown,
     Wlroots,
     KWin,
+    Mutter, // GNOME
 };
 
 // The family by what the compositor offers to this process. One that holds back what its family is driven by

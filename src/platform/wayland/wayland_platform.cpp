@@ -3,6 +3,7 @@
 #include "platform/linux/compositor_offer.h"
 #include "platform/wayland/connection/wayland_objects.h"
 #include "platform/wayland/kwin/kwin_wire.h"
+#include "platform/wayland/mutter/mutter_wire.h"
 #include "platform/wayland/wlroots/wlroots_wire.h"
 
 namespace plum {
@@ -15,6 +16,8 @@ std::unique_ptr<Wire> wireTo(CompositorFamily family, const Paths &paths)
     switch (family) {
     case CompositorFamily::KWin:
         return std::make_unique<KWinWire>(paths);
+    case CompositorFamily::Mutter:
+        return std::make_unique<MutterWire>(paths);
     case CompositorFamily::Unknown:
     case CompositorFamily::Wlroots:
         break;
