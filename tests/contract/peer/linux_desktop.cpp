@@ -1,9 +1,11 @@
 #include "contract/peer/peer_desktop.h"
 
+#include "platform/linux/compositor_offer.h"
 #include "platform/wayland/connection/wayland_connection.h"
 #include "platform/wayland/kwin/kwin_bus.h"
 #include "platform/wayland/kwin/kwin_scripts.h"
 #include "platform/wayland/kwin/kwin_windows.h"
+#include "platform/wayland/mutter/desktop_extension.h"
 #include "platform/wayland/sway/sway_socket.h"
 
 #include <QBuffer>
@@ -16,6 +18,7 @@
 #include <QProcess>
 #include <QWindow>
 
+#include <algorithm>
 #include <unistd.h>
 
 namespace plum::contract {
@@ -27,6 +30,12 @@ namespace {
 bool isInWayland()
 {
     return QGuiApplication::platformName() == "wayland"_L1;
+}
+
+bool isInGnome()
+{
+    static const bool isSo = familyOf(compositorOffer()) == CompositorFamily::Mutter;
+    return isSo;
 }
 
 QRect rectangleOf(const QJsonValue &value)
@@ -119,6 +128,23 @@ bool isOffered()
     return isThere;
 }
 
+DesktopExtension &extension()
+{
+    static GnomeBus bus;
+    static DesktopExtension extension(bus);
+    return extension;
+}
+
+std::optional<PeerView> viewInGnome(const QWidget &window)
+{
+    const std::vector<GnomeWindow> all = extension().windows();
+    const auto found = std::ranges::find(all, getpid(), &GnomeWindow::process);
+    if (found == all.end())
+        return {};
+    return PeerView{
+        found->handle, found->frame, found->frame.marginsRemoved(window.windowHandle()->frameMargins())};
+}
+
 void runWith(const QString &program, const QStringList &arguments, const QByteArray &input)
 {
     QProcess process;
@@ -133,7 +159,7 @@ void runWith(const QString &program, const QStringList &arguments, const QByteAr
 std::optional<PeerView> viewOf(const QWidget &window)
 {
     if (isInWayland())
-        return SwaySocket::isThere() ? viewInSway() : viewInKWin();
+        return SwaySocket::isThere() ? viewInSway() : isInGnome() ? viewInGnome(window) : viewInKWin();
     // Not the widget's frame, which stays what it was at the first look.
     return PeerView{static_cast<WindowHandle>(window.winId()),
         window.geometry().marginsAdded(window.windowHandle()->frameMargins()), window.geometry()};
@@ -145,7 +171,10 @@ void place(const PeerView &window, const QRect &inside)
         return;
     const QPoint corner = inside.topLeft() - (window.inside.topLeft() - window.frame.topLeft());
     if (!SwaySocket::isThere()) {
-        kwin().windows.moveTo(window.handle, corner);
+        if (isInGnome())
+            extension().change(u"Move"_s, window.handle, {corner.x(), corner.y()});
+        else
+            kwin().windows.moveTo(window.handle, corner);
         return;
     }
     SwaySocket().run(u"[con_id=%1] move absolute position %2 %3"_s.arg(window.handle)
@@ -158,7 +187,7 @@ QString clipboardText()
 {
     if (!isInWayland())
         return QGuiApplication::clipboard()->text();
-    if (!isOffered())
+    if (!isInGnome() && !isOffered())
         return {};
     QProcess paste;
     paste.start(u"wl-paste"_s, {u"--no-newline"_s});
