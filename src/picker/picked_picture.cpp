@@ -33,7 +33,7 @@ Picture pictureOf(const QImage &image)
 QString freeName(const QDir &folder)
 {
     for (int number = 1;; ++number) {
-        const QString name = u"picture%1.png"_s.arg(number);
+        QString name = u"picture%1.png"_s.arg(number);
         if (!folder.exists(name))
             return name;
     }
@@ -52,7 +52,7 @@ PictureTrial tryOn(const QImage &screen, const QImage &image)
 PickedPicture savePicture(const DesktopView &view, const QRect &part, const QString &folder)
 {
     const QImage image = view.picture().copy(part.translated(-view.desktop().topLeft()));
-    const QString name = freeName(QDir(folder));
+    QString name = freeName(QDir(folder));
     if (!image.save(QDir(folder).filePath(name), "PNG"))
         return {{},
             {translated(QT_TRANSLATE_NOOP("plum::Picker", "The picture cannot be written into %1."))
