@@ -24,7 +24,7 @@ qint64 distanceOf(DecodeEntry entry, quint64 bits)
     return static_cast<qint64>(decode::value(entry) + decode::extra(entry, bits));
 }
 
-// How many of a hundred codes will be joined with their neighbour.
+// The share of codes, from 0 to 1, that will be joined with their neighbour.
 double joinedShare(std::span<const quint8> codeLengths)
 {
     std::array<double, deflate::longestCode + 1> literals{};
