@@ -71,6 +71,7 @@ TEST(ClipboardChannel, APageThatCannotBeTakenAwayArrivesOnce)
             if (tries < 100)
                 Q_EMIT changed();
         }
+        std::optional<quint64> timesTaken() const override { return {}; }
         void outliveProcess() override { }
 
         QString content = u"##tarnwick:sending##stays"_s;
