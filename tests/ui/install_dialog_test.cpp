@@ -247,7 +247,7 @@ TEST(InstallDialogTexts, SayItInTheLanguageOfTheSession)
     const InstallDialog dialog({.keyword = u"a"_s,
         .sheet = R"({"read":["apps:note/100%1.txt","given"],"input":["keys"],"window":"Notes"})"});
     EXPECT_EQ(dialog.findChild<QLabel *>(u"sheet"_s)->text(),
-        u"读取应用 note 的文件夹里的 100%1.txt和您输入或拖入的文件。\n按下按键（在窗口 Notes 中）。\n不与任何人联系。"_s);
+        u"读取应用 note 的文件夹里的 100%1.txt 和您输入或拖入的文件。\n按下按键（在窗口 Notes 中）。\n不与任何人联系。"_s);
     for (QTranslator *each : qApp->findChildren<QTranslator *>()) {
         if (!before.contains(each))
             delete each;
