@@ -24,24 +24,18 @@ DesktopKind chosenDesktop()
 }
 
 // The helper programs lie in folders of their own, below the one of the program.
-QString backendFile(DesktopKind kind)
+PlatformModule *backendFor(DesktopKind kind)
 {
     const QString name = kind == DesktopKind::Wayland ? u"plum-wayland.so"_s : u"plum-x11.so"_s;
     constexpr int deepest = 5; // folders
     QDir folder = QFileInfo(QFileInfo(u"/proc/self/exe"_s).symLinkTarget()).dir();
     for (int depth = 0; depth < deepest; ++depth) {
         if (folder.exists(name))
-            return folder.filePath(name);
+            return qobject_cast<PlatformModule *>(QPluginLoader(folder.filePath(name)).instance());
         if (!folder.cdUp())
             break;
     }
-    return {};
-}
-
-PlatformModule *backendFor(DesktopKind kind)
-{
-    const QString file = backendFile(kind);
-    return file.isEmpty() ? nullptr : qobject_cast<PlatformModule *>(QPluginLoader(file).instance());
+    return nullptr;
 }
 
 } // namespace plum

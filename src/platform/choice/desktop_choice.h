@@ -16,12 +16,8 @@ enum class DesktopKind {
 // what the backend needs, unless Qt was told to go to an X server; else X11.
 DesktopKind chosenDesktop();
 
-// The backend's library, which is looked for beside the executable and in the folders above that. Empty when
-// it is missing.
-QString backendFile(DesktopKind kind);
-
-// The backend, loaded from that library, so that a process has nothing of the other one in it. Null when it
-// is missing.
+// The backend, loaded from a library of its own, so that a process has nothing of the other one in it. It is
+// looked for beside the executable and in the folders above that. Null when it is missing.
 PlatformModule *backendFor(DesktopKind kind);
 
 } // namespace plum

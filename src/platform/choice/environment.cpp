@@ -1,5 +1,4 @@
 #include "platform/choice/desktop_choice.h"
-#include "platform/choice/work_ahead.h"
 #include "platform/linux/message_bus.h"
 #include "platform/linux/platform_module.h"
 #include "platform/platform.h"
@@ -70,8 +69,6 @@ TalkFiles takeStandardStreams()
 StartEnvironment prepareEnvironment(bool needsDesktop)
 {
     const DesktopKind kind = chosenDesktop();
-    if (needsDesktop && kind == DesktopKind::X11)
-        workAhead();
     PlatformModule *backend = backendFor(kind);
     StartEnvironment start;
     if (!backend || !backend->hasDesktop()) {
