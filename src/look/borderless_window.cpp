@@ -47,9 +47,6 @@ QScreen *BorderlessWindow::screenInUse() const
 {
     if (const QWidget *owner = parentWidget(); owner && owner->isVisible())
         return owner->window()->screen();
-    // The system is asked where the pointer is only where that makes a difference.
-    if (QGuiApplication::screens().size() == 1)
-        return QGuiApplication::primaryScreen();
     QScreen *under = QGuiApplication::screenAt(QCursor::pos());
     return under ? under : QGuiApplication::primaryScreen();
 }

@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QShortcut>
-#include <QWindow>
 
 #include <utility>
 
@@ -138,17 +137,6 @@ void frmSet::comeToPointer()
         showPanel(shownPanel());
 }
 
-void frmSet::paintAhead()
-{
-    // The system of these windows keeps what is painted before they are on the screen.
-    if (QGuiApplication::platformName() != "xcb"_L1 || windowHandle()->isExposed())
-        return;
-    // What Qt would paint later for having been shown is among it, and is not painted again.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
-    setAttribute(Qt::WA_Mapped);
-    repaint();
-}
-
 void frmSet::showMainPanel()
 {
     showPanel(okbox);
@@ -185,18 +173,6 @@ void frmSet::goBack()
         okbox->clearTyped();
     else
         Q_EMIT hideRequested();
-}
-
-// The window itself looks the same whether it is the active one or not; Qt would paint all of it again.
-bool frmSet::event(QEvent *event)
-{
-    if (event->type() != QEvent::WindowActivate && event->type() != QEvent::WindowDeactivate)
-        return BorderlessWindow::event(event);
-    for (QWidget *panel : std::initializer_list<QWidget *>{okbox, addeditbox, editnamebox}) {
-        if (panel && panel->isVisible())
-            QCoreApplication::sendEvent(panel, event);
-    }
-    return true;
 }
 
 void frmSet::changeEvent(QEvent *event)

@@ -38,9 +38,6 @@ public:
     // Before it is shown: where the pointer is, and no larger than that screen.
     void comeToPointer();
 
-    // Right after it is shown: paints it while the desktop makes room for it, so that it is there at once.
-    void paintAhead();
-
     // Both are made when they are first asked for; the start does not pay for them.
     EditPanel &editPanel();
     RenamePanel &renamePanel();
@@ -98,7 +95,6 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
-    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

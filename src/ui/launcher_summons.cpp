@@ -66,7 +66,6 @@ void LauncherSummons::showAndActivate()
     // does not tell it that it is active again.
     if (QGuiApplication::focusWindow() == m.window.windowHandle() && !QApplication::activeWindow())
         QApplication::setActiveWindow(&m.window);
-    m.window.paintAhead();
     m_insists.start();
 }
 

@@ -331,18 +331,6 @@ void MainPanel::moveIntoList()
     list->selectFirst();
 }
 
-// Lists and buttons look the same whether the window is the active one or not.
-bool MainPanel::event(QEvent *event)
-{
-    if (event->type() != QEvent::WindowActivate && event->type() != QEvent::WindowDeactivate)
-        return QWidget::event(event);
-    for (QWidget *each : std::initializer_list<QWidget *>{Text8, m_footer}) {
-        if (each->isVisible())
-            QCoreApplication::sendEvent(each, event);
-    }
-    return true;
-}
-
 // A press beside the controls leads back to the keyword box.
 void MainPanel::mousePressEvent(QMouseEvent *)
 {

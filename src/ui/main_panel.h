@@ -73,7 +73,6 @@ Q_SIGNALS:
     void exitRequested();
 
 protected:
-    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:

@@ -288,36 +288,6 @@ TEST_F(FrmSetTest, aTakenHotkeyIsSaidAtTheStartAndTakenWhenItIsFree)
     EXPECT_EQ(said().last(), u"hotkey register 1 90"_s);
 }
 
-TEST_F(FrmSetTest, becomingTheActiveWindowPaintsNoRowAgain)
-{
-    class PaintCount final : public QObject
-    {
-    public:
-        int paints = 0;
-
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            paints += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-    } count;
-    addApps({u"notes"_s});
-    start();
-    viewport("List")->installEventFilter(&count);
-    // What the start has still to paint, such as the guides that are read meanwhile.
-    do {
-        count.paints = 0;
-        QApplication::processEvents();
-    } while (count.paints > 0);
-
-    for (const QEvent::Type type : {QEvent::WindowDeactivate, QEvent::WindowActivate}) {
-        QEvent event(type);
-        QApplication::sendEvent(ui.window(), &event);
-    }
-    QApplication::processEvents();
-    EXPECT_EQ(count.paints, 0);
-}
-
 TEST_F(FrmSetTest, beyondTwoHundredNestedRunsAnotherOneIsRefusedInWords)
 {
     addApps({u"deep"_s});
