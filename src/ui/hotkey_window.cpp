@@ -1,5 +1,6 @@
 #include "ui/hotkey_window.h"
 
+#include "engine/text_functions.h"
 #include "library/settings_file.h"
 #include "look/fitting_area.h"
 #include "look/moveit.h"
@@ -164,13 +165,16 @@ void hotkey::SetNew(RegisterFlag flag)
 {
     if (flag == Register)
         m_module.UnregisterLauncherHotkey();
-    const sethotkey::Choice named = m_module.choice();
+    const QString name = Piece(m_module.hotkeyText, u"+"_s, 0);
+    const QString letter = Piece(m_module.hotkeyText, u"+"_s, 1);
     // A name that is none of the three keeps the flags of the last choice; kept.
-    if (named.modifier) {
-        optKey[*named.modifier]->setChecked(true);
-        choose(static_cast<int>(*named.modifier));
+    for (size_t i = 0; i < sethotkey::modifiers.size(); ++i) {
+        if (name == sethotkey::modifiers[i].name) {
+            optKey[i]->setChecked(true);
+            choose(static_cast<int>(i));
+        }
     }
-    cboLetter->setCurrentIndex(cboLetter->findText(named.letter, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    cboLetter->setCurrentIndex(cboLetter->findText(letter, Qt::MatchExactly | Qt::MatchCaseSensitive));
     if (flag == Register)
         m_module.RegisterLauncherHotkey(cboLetter->currentText());
 }

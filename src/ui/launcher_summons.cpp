@@ -46,13 +46,8 @@ void LauncherSummons::startHotkey()
     if (!m.settings.exists())
         return;
     m_module.hotkeyText = m.settings.ReadSetting(u"hotkey"_s, u"hotkey"_s);
-    m_module.registerChoice();
-}
-
-void LauncherSummons::loadHotkeyWindow()
-{
-    if (m.settings.exists())
-        makeHotkeyWindow();
+    makeHotkeyWindow();
+    m_hotkeyWindow->SetNew(hotkey::Register);
 }
 
 void LauncherSummons::showAndActivate()

@@ -38,9 +38,6 @@ public:
     // Registers the hotkey of the settings, if there is one.
     void startHotkey();
 
-    // Loads the window in which it is chosen, hidden.
-    void loadHotkeyWindow();
-
     // Gives the hotkey back to the desktop.
     void unregisterHotkey() { m_module.UnregisterLauncherHotkey(); }
 

@@ -147,7 +147,6 @@ void LauncherUi::completeStart()
     if (std::exchange(m_isComplete, true))
         return;
     m_caretRest.emplace();
-    m_summons->loadHotkeyWindow();
     m_window->setWindowIcon(appIcon());
     m_whenTrayAnswers([this] { m_menus->menus().addTrayIcon(); });
 }

@@ -1,13 +1,9 @@
 #include "ui/sethotkey.h"
 
-#include "engine/text_functions.h"
-
 #include <chrono>
 #include <utility>
 
 namespace plum {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -38,27 +34,6 @@ void sethotkey::RegisterLauncherHotkey(const QString &letter)
         tryToRegister();
     else
         Q_EMIT registrationChanged();
-}
-
-sethotkey::Choice sethotkey::choice() const
-{
-    const QString name = Piece(hotkeyText, u"+"_s, 0);
-    Choice named{.letter = Piece(hotkeyText, u"+"_s, 1)};
-    for (size_t i = 0; i < modifiers.size(); ++i) {
-        if (name == modifiers[i].name)
-            named.modifier = i;
-    }
-    return named;
-}
-
-void sethotkey::registerChoice()
-{
-    const Choice named = choice();
-    if (named.modifier)
-        modifierFlags = modifiers[*named.modifier].flag;
-    const bool isLetter
-        = named.letter.size() == 1 && named.letter.front() >= u'A' && named.letter.front() <= u'Z';
-    RegisterLauncherHotkey(isLetter ? named.letter : QString());
 }
 
 QString sethotkey::keys() const

@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include <array>
-#include <optional>
 
 namespace plum {
 
@@ -37,18 +36,6 @@ public:
     // Registers the first character of `letter` with the current modifiers, in place of an earlier hotkey.
     // An empty letter keeps the character of the last registration.
     void RegisterLauncherHotkey(const QString &letter);
-
-    // What `hotkeyText` names.
-    struct Choice
-    {
-        std::optional<size_t> modifier = {}; // of `modifiers`
-        QString letter = {};
-    };
-    Choice choice() const;
-
-    // Registers what `hotkeyText` names. A name that is none of the three keeps the modifiers of the last
-    // choice, a letter that is none keeps the last one.
-    void registerChoice();
 
     // Safe when nothing is registered.
     void UnregisterLauncherHotkey();
