@@ -101,16 +101,16 @@ void X11Keymap::load()
 
 void X11Keymap::readModifierKeys()
 {
-    for (std::vector<xcb_keycode_t> &keys : m_keysOfModifiers)
-        keys.clear();
+    m_modifierKeys = {};
     const auto found = m_connection.reply(xcb_get_modifier_mapping_reply, xcb_get_modifier_mapping);
     if (!found)
         return;
     const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(found.get());
     const int perModifier = found->keycodes_per_modifier;
     for (int i = 0; i < xcb_get_modifier_mapping_keycodes_length(found.get()); ++i) {
-        if (keys[i] != 0)
-            m_keysOfModifiers[static_cast<size_t>(i / perModifier)].push_back(keys[i]);
+        xcb_keycode_t &key = m_modifierKeys[static_cast<size_t>(i / perModifier)];
+        if (key == 0)
+            key = keys[i];
     }
 }
 
@@ -244,12 +244,12 @@ std::optional<std::vector<xcb_keycode_t>> X11Keymap::modifierKeys(uint8_t mask) 
     if ((mask & XCB_MOD_MASK_LOCK) != 0)
         return {};
     std::vector<xcb_keycode_t> keys;
-    for (size_t bit = 0; bit < m_keysOfModifiers.size(); ++bit) {
+    for (size_t bit = 0; bit < m_modifierKeys.size(); ++bit) {
         if ((mask >> bit & 1U) == 0)
             continue;
-        if (m_keysOfModifiers[bit].empty())
+        if (m_modifierKeys[bit] == 0)
             return {};
-        keys.push_back(m_keysOfModifiers[bit].front());
+        keys.push_back(m_modifierKeys[bit]);
     }
     return keys;
 }
@@ -317,12 +317,14 @@ std::optional<xcb_keycode_t> X11Keymap::existingKeyFor(char letter)
 
 uint16_t X11Keymap::modifierWith(xkb_keysym_t symbol)
 {
-    if (!refresh())
+    const auto found = m_connection.reply(xcb_get_modifier_mapping_reply, xcb_get_modifier_mapping);
+    if (!found || !refresh())
         return 0;
-    for (size_t bit = 0; bit < m_keysOfModifiers.size(); ++bit) {
-        if (std::ranges::any_of(
-                m_keysOfModifiers[bit], [&](xcb_keycode_t key) { return keyHas(key, symbol); }))
-            return static_cast<uint16_t>(1U << bit);
+    const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(found.get());
+    const int count = xcb_get_modifier_mapping_keycodes_length(found.get());
+    for (int i = 0; i < count; ++i) {
+        if (keys[i] != 0 && keyHas(keys[i], symbol))
+            return static_cast<uint16_t>(1U << (i / found->keycodes_per_modifier));
     }
     return 0;
 }

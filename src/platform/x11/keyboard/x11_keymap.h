@@ -87,7 +87,8 @@ private:
     bool m_stale = true;
     xkb_layout_index_t m_group = 0;
     uint8_t m_lockedModifiers = 0;
-    std::array<std::vector<xcb_keycode_t>, 8> m_keysOfModifiers; // for each modifier bit
+    std::array<xcb_keycode_t, 8>
+        m_modifierKeys{}; // one for each modifier bit; 0 for a modifier without a key
     // Of the layout as it is, those that were asked for; nothing for a symbol that it lacks.
     std::unordered_map<xkb_keysym_t, std::optional<Stroke>> m_strokes;
 };
