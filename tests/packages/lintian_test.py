@@ -19,7 +19,7 @@ BUILD = None
 # In the place of installing what was compiled there.
 BUILT_ALREADY = """
 override_dh_auto_install:
-	cmake --install {build} --prefix debian/tmp/usr
+	DESTDIR=debian/tmp cmake --install {build} --prefix /usr
 """
 
 
